@@ -1,0 +1,39 @@
+# The flags of every target, in one interface library: link sorvane_flags.
+add_library(sorvane_flags INTERFACE)
+
+# Results are compared bit for bit, so the compiler may neither fuse multiply and add nor relax IEEE rules.
+target_compile_options(
+  sorvane_flags
+  INTERFACE -ffp-contract=off
+            -fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=
+            -Wall
+            -Wextra
+            -Wpedantic
+            -Wshadow
+            -Wconversion
+            -Wold-style-cast
+            -Wnon-virtual-dtor
+            -Woverloaded-virtual
+            -Wformat=2
+            -Wnull-dereference
+            -Werror)
+
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # GCC 12 warns about null dereferences inside the standard library and Qt once they are inlined.
+  target_compile_options(sorvane_flags INTERFACE -Wno-null-dereference -Wduplicated-cond -Wlogical-op)
+endif()
+
+if(SORVANE_SANITIZE)
+  target_compile_options(sorvane_flags INTERFACE -fsanitize=${SORVANE_SANITIZE} -fno-omit-frame-pointer
+                                                 -fno-sanitize-recover=undefined)
+  target_link_options(sorvane_flags INTERFACE -fsanitize=${SORVANE_SANITIZE})
+endif()
+
+if(SORVANE_COVERAGE)
+  target_compile_options(sorvane_flags INTERFACE --coverage)
+  target_link_options(sorvane_flags INTERFACE --coverage)
+endif()
+
+if(SORVANE_FUZZ)
+  target_compile_options(sorvane_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()

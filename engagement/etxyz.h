@@ -1,0 +1,62 @@
+// One loaded engagement: the files and parameters that its trajectory file names, and its samples over time.
+#pragma once
+
+#include <memory>
+
+#include <QMap>
+#include <QString>
+
+#include "atmfile.h"
+#include "hardbody.h"
+#include "keyframe.h"
+#include "terrain.h"
+
+class QMenu;
+
+class etxyz {
+public:
+    // Which stored sample answers for a time between two samples.
+    enum RoundingType { RoundNearest = 0, RoundDown = 1, RoundUp = 2 };
+
+    // Reads the trajectory file at `path`, plain or, when the name ends in ".Z", through `uncompress`, into this fresh
+    // object. A file that can't be read leaves the keyframes empty; nothing is reported. Blocks while it reads.
+    void LoadETXYZ(const QString& path);
+
+    // The stored sample chosen for time t (seconds) by `rounding`: the last one not after t (RoundDown), the first one
+    // after t (RoundUp) or the nearer of the two, the later one at a tie. Outside the samples both are the first or the
+    // last one. Needs at least one sample, as the other three do; O(log n).
+    keyframe NearestKeyframe(double t, RoundingType rounding) const;
+    keyframe NearestKeyframe(double t) const { return NearestKeyframe(t, RoundNearest); }
+    keyframe PreviousKeyframe(double t) const { return NearestKeyframe(t, RoundDown); }
+    keyframe NextKeyframe(double t) const { return NearestKeyframe(t, RoundUp); }
+
+    // The state at time t: the samples around t blended linearly, flares matched by id; the first or last sample as it
+    // is outside their range. Angles are blended as plain numbers, without wrap-around.
+    keyframe InterpolatedFrame(double t) const;
+
+    // Initialises the bodies and the terrain, once. Needs a current GL context.
+    void InitHardbodies();
+    bool areHardbodiesInitialized() const { return hardbodiesInitialized; }
+
+    QMap<double, keyframe> keyframes; // keyed by time
+    QString terrainTopoPath;
+    QString terrainRadPath;
+    QString targetSignatureBase; // path without its extension
+    QString targetGeometryBase;  // path without its extension
+    QString targetBrdfPath;
+    QString headerText9; // the colour name: "cyan" gives the threat a cyan path
+    QString threatId;
+    int headerInt10 = 0;
+    float fieldOfView = 1.5F; // full cone angle of the seeker, degrees
+    float terrainTripleA[3] = {};
+    float terrainTripleB[3] = {};
+    std::unique_ptr<Hardbody> target;
+    std::unique_ptr<Hardbody> threat;
+    std::unique_ptr<Terrain> terrain;
+    std::unique_ptr<AtmFile> atm;
+    QMenu* menu = nullptr; // the engagement's sub-menu, owned by the main window
+    QString band;
+    QString threatModelBase;
+    QString threatSignatureBase;
+    bool hardbodiesInitialized = false;
+};

@@ -1,0 +1,4 @@
+// A faceted body shaded from infrared signature data: target or threat.
+#pragma once
+
+class Hardbody {};

@@ -1,0 +1,4 @@
+// The terrain under an engagement: a set of raster tiles.
+#pragma once
+
+class Terrain {};
