@@ -1,0 +1,6 @@
+// One loaded engagement.
+#include "etxyz.h"
+
+void etxyz::InitHardbodies() {
+    hardbodiesInitialized = true;
+}
