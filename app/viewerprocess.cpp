@@ -10,20 +10,10 @@
 #include <QSurfaceFormat>
 
 #include "new_sorvane.h"
-
-namespace {
-void requestOpenGl() {
-    QSurfaceFormat format;
-    format.setRenderableType(QSurfaceFormat::OpenGL);
-    format.setVersion(2, 1);
-    format.setProfile(QSurfaceFormat::CompatibilityProfile);
-    format.setDepthBufferSize(24);
-    QSurfaceFormat::setDefaultFormat(format);
-}
-} // namespace
+#include "surfaceformat.h"
 
 int runViewer(int argc, char** argv) {
-    requestOpenGl();
+    QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
     QApplication application(argc, argv);
     // The application has taken the user's locale; numbers in files keep their decimal point.
     std::setlocale(LC_NUMERIC, "C");
