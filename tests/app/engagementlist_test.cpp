@@ -118,14 +118,6 @@ TEST_F(EngagementListTest, ToggleTextIsTheHiddenState) {
     EXPECT_EQ(entry(0, 0)->text(), "Disable");
 }
 
-TEST_F(EngagementListTest, BodiesAreInitialisedByTheFirstFrameOrAtOnceAfterIt) {
-    loadUntil(10.0);
-    showWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    loadUntil(10.0, "later");
-    EXPECT_EQ(fileCount(), 2);
-}
-
 // The dialog runs its own event loop; `act` runs inside it.
 template <class Act> void withFileDialog(WindowTest& test, const Act& act) {
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
