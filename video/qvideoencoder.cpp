@@ -272,11 +272,19 @@ bool QVideoEncoder::convertImage_sws(const QImage& image) {
         return false;
     const std::uint8_t* const rows[] = {image.constBits()};
     const int bytesPerLine[] = {static_cast<int>(image.bytesPerLine())};
-    // Of a taller image only the movie's height of rows is handed over, so that the top of the picture changes and the
-    // rest keeps what it had: deliberate. A lower image has no more rows than its own.
-    const int rowCount = std::min(static_cast<int>(height_), image.height());
-    sws_scale(scaler_.get(), rows, bytesPerLine, 0, rowCount, picture_->data, picture_->linesize);
+    sws_scale(scaler_.get(), rows, bytesPerLine, 0, rowsToScale(image), picture_->data, picture_->linesize);
     return true;
+}
+
+// Of an image taller than the movie only the movie's height of rows, so that the top of the picture changes and the
+// rest keeps what it had: deliberate. A lower image has no more rows than its own.
+int QVideoEncoder::rowsToScale(const QImage& image) const {
+    // Beyond it swscale works in two passes, which crash when the image is not whole.
+    constexpr int kLargestPartialShrink = 32;
+    if (image.width() / kLargestPartialShrink >= picture_->width ||
+        image.height() / kLargestPartialShrink >= picture_->height)
+        return image.height();
+    return std::min(image.height(), picture_->height);
 }
 
 bool QVideoEncoder::convertImage(const QImage& image) {

@@ -58,8 +58,8 @@ public:
     // Whether both sides are multiples of 8; 0 × 0 is valid here, and no codec takes it.
     bool isSizeValid() const;
 
-    // Converts an image into the picture that is encoded next, scaling it to the movie's size with libswscale. Rows of
-    // the image below the movie's height are not looked at. On false the picture is as before.
+    // Converts an image into the picture that is encoded next, scaling it to the movie's size with libswscale. Of an
+    // image taller than the movie, only as many rows as the movie has are used. On false the picture is as before.
     bool convertImage_sws(const QImage& image);
     // The same for an image of exactly the movie's size by arithmetic of our own; encodeImage does not use it.
     bool convertImage(const QImage& image);
@@ -92,6 +92,7 @@ private:
     bool writeHeader(const QByteArray& name);
     bool refuse(Refusal reason, const char* line);
 
+    int rowsToScale(const QImage& image) const;
     bool writeReadyPackets(int& bytes);
 
     unsigned width_ = 0;

@@ -170,8 +170,10 @@ TEST(YuvConversion, ImageOfAnotherSizeIsScaledFromTheRowsThatItHas) {
         int width, height;
         int changed; // rows of a 64 × 48 picture, without those for which the scaler lacks neighbours
     };
-    // A taller image gives its first 48 rows only; the rest of the picture stays as it was.
-    for (const Row& row : std::vector<Row>{{32, 24, 48}, {64, 24, 48}, {128, 48, 48}, {64, 96, 16}}) {
+    // A taller image gives its first 48 rows only; the rest of the picture stays as it was. The library can't take part
+    // of an image that it shrinks very much, so such a one is taken whole.
+    for (const Row& row : std::vector<Row>{
+             {32, 24, 48}, {64, 24, 48}, {128, 48, 48}, {64, 96, 16}, {64, 1552, 48}, {4096, 96, 48}, {4096, 24, 48}}) {
         SCOPED_TRACE(testing::Message() << row.width << " x " << row.height);
         OpenEncoder encoder(64, 48);
         QImage white(row.width, row.height, QImage::Format_RGB32);
@@ -181,9 +183,9 @@ TEST(YuvConversion, ImageOfAnotherSizeIsScaledFromTheRowsThatItHas) {
         const auto luma = [&planes](int y) {
             return int{planes[static_cast<std::size_t>(y) * 64 + 32]};
         };
-        EXPECT_EQ(luma(0), 235);
-        EXPECT_EQ(luma(row.changed - 1), 235);
-        EXPECT_EQ(luma(47), row.changed == 48 ? 235 : 16);
+        EXPECT_NEAR(luma(0), 235, 1);
+        EXPECT_NEAR(luma(row.changed - 1), 235, 1);
+        EXPECT_NEAR(luma(47), row.changed == 48 ? 235 : 16, 1);
     }
 }
 } // namespace
