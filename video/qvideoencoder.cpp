@@ -32,6 +32,19 @@ AVRational rateOf(unsigned fps) {
     return {static_cast<int>(fps), 1};
 }
 
+// Passes on what the codec says beside its parameters. An MPEG program stream takes its multiplexing rate from there;
+// with the movie's mean bit rate instead, its start would come too late for a player that holds to the stream's clock.
+bool copySideData(const AVCodecContext& codec, AVStream* stream) {
+    for (int i = 0; i < codec.nb_coded_side_data; ++i) {
+        const AVPacketSideData& from = codec.coded_side_data[i];
+        std::uint8_t* to = av_stream_new_side_data(stream, from.type, from.size);
+        if (to == nullptr)
+            return false;
+        std::copy_n(from.data, from.size, to);
+    }
+    return true;
+}
+
 bool isAccepted(const QImage& image) {
     if (image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_ARGB32)
         return true;
@@ -164,7 +177,8 @@ bool QVideoEncoder::openCodec() {
     if (avcodec_open2(codecContext_.get(), codec_, nullptr) < 0)
         return refuse(Refusal::Format, "could not open codec");
     // Opening adds what the container's header needs.
-    if (avcodec_parameters_from_context(stream_->codecpar, codecContext_.get()) < 0)
+    if (avcodec_parameters_from_context(stream_->codecpar, codecContext_.get()) < 0 ||
+        !copySideData(*codecContext_, stream_))
         return refuse(Refusal::Format, "Invalid output format parameters");
     return true;
 }

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <csignal>
+#include <cstdarg>
 #include <filesystem>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -102,6 +103,21 @@ TEST_F(QVideoEncoderTest, EveryPictureBecomesAFrame) {
             EXPECT_NEAR(movie.seconds[i] - movie.seconds[0], static_cast<double>(i) / kFps, 1e-4);
         }
     }
+}
+
+TEST_F(QVideoEncoderTest, ProgramStreamDeliversItsFramesInTime) {
+    static int complaints;
+    complaints = 0;
+    av_log_set_callback([](void*, int, const char* format, std::va_list) {
+        complaints += std::string_view(format).find("underflow") != std::string_view::npos ? 1 : 0;
+    });
+    QVideoEncoder encoder;
+    ASSERT_TRUE(open(encoder, path("movie.mpg")));
+    for (unsigned i = 0; i < 20; ++i)
+        encoder.encodeImage(noise(i, 320, 240)); // far more than the mean bit rate
+    encoder.close();
+    av_log_set_callback(av_log_default_callback);
+    EXPECT_EQ(complaints, 0);
 }
 
 TEST_F(QVideoEncoderTest, MoviesAreUprightAndRightColoured) {
