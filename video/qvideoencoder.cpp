@@ -18,7 +18,6 @@ extern "C" {
 }
 
 namespace {
-constexpr unsigned kSizeStep = 8;
 constexpr int kEncodingThreads = 10;
 
 constexpr AVPixelFormat kMovieFormat = AV_PIX_FMT_YUV420P;

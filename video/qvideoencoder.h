@@ -18,10 +18,12 @@ struct AVStream;
 // while the encoder behind it runs threads of its own.
 class QVideoEncoder {
 public:
+    static constexpr unsigned kSizeStep = 8; // both sides of a movie are multiples of it
+
     // Why a movie could not be opened.
     enum class Refusal {
         None,
-        Size,   // a side is not a multiple of 8
+        Size,   // a side is not a multiple of kSizeStep
         Format, // no container or codec takes such a movie
         Memory,
         File, // the file can't be opened or written
@@ -55,7 +57,7 @@ public:
     // The size given to the last createFile.
     unsigned getWidth() const { return width_; }
     unsigned getHeight() const { return height_; }
-    // Whether both sides are multiples of 8; 0 × 0 is valid here, and no codec takes it.
+    // Whether both sides are multiples of kSizeStep; 0 × 0 is valid here, and no codec takes it.
     bool isSizeValid() const;
 
     // Converts an image into the picture that is encoded next, scaling it to the movie's size with libswscale. Of an
