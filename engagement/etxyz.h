@@ -9,9 +9,11 @@
 #include "atmfile.h"
 #include "hardbody.h"
 #include "keyframe.h"
+#include "sampleindex.h"
 #include "terrain.h"
 
 class QMenu;
+struct TrajectoryHeader;
 
 class etxyz {
 public:
@@ -34,11 +36,17 @@ public:
     // is outside their range. Angles are blended as plain numbers, without wrap-around.
     keyframe InterpolatedFrame(double t) const;
 
+    // The sample at time 0.0. Deliberate: when there is none, an empty one is added; the terrain is drawn at its
+    // threat's height.
+    const keyframe& keyframeAtZero();
+
     // Initialises the bodies and the terrain, once. Needs a current GL context.
     void InitHardbodies();
     bool areHardbodiesInitialized() const { return hardbodiesInitialized; }
 
-    QMap<double, keyframe> keyframes; // keyed by time
+    // Keyed by time. Read it through const access (cbegin, std::as_const): while an index shares the map, the first
+    // access that could change it copies it whole.
+    QMap<double, keyframe> keyframes;
     QString terrainTopoPath;
     QString terrainRadPath;
     QString targetSignatureBase; // path without its extension
@@ -59,4 +67,13 @@ public:
     QString threatModelBase;
     QString threatSignatureBase;
     bool hardbodiesInitialized = false;
+
+private:
+    void load(const QString& path);
+    // Takes the header's values, with the stock terrain in place of one that is not there.
+    void takeHeader(const TrajectoryHeader& header);
+    // Loads the atmosphere and sets `band`; puts the stock target in place of one of which a file is missing.
+    void chooseTargetFiles();
+
+    mutable SampleIndex sampleIndex_;
 };

@@ -17,7 +17,7 @@ struct flareKeyframe {
 };
 
 struct keyframe {
-    double time = 0.0; // seconds
+    double time = 0.0;  // seconds
     int flareCount = 0; // as the file announces it; flares may hold fewer
     float targetPos[3] = {};
     float targetAtt[3] = {};

@@ -3,6 +3,8 @@
 
 #include <cstdlib>
 
+static_assert(sizeof SORVANE_DATA_ROOT > 1, "SORVANE_DATA_ROOT must name a folder");
+
 std::string dataRoot() {
     const char* const fromEnvironment = std::getenv("PELSAR_DATA");
     std::string root = fromEnvironment != nullptr && *fromEnvironment != '\0' ? fromEnvironment : SORVANE_DATA_ROOT;

@@ -41,7 +41,7 @@ private:
             reportBadRow(row);
         if (col < 0 || col > 3)
             reportBadColumn(col);
-        return static_cast<std::size_t>(row + 4 * col);
+        return static_cast<std::size_t>(row) + 4 * static_cast<std::size_t>(col);
     }
     [[noreturn]] static void reportBadRow(int row);
     [[noreturn]] static void reportBadColumn(int col);
@@ -57,8 +57,7 @@ Vector<float> operator*(const Matrix<float>& m, const Vector<float>& v);
 // The model matrix T · Rz · Ry · Rx · S of a body: a model-space point is scaled by (sx, sy, sz), turned right-handed
 // about x by rx, about y by ry and about z by rz (degrees; roll, pitch, yaw when x points forward), then moved to
 // (tx, ty, tz).
-Matrix<float>
-BuildTransform(float sx, float sy, float sz, float rx, float ry, float rz, float tx, float ty, float tz);
+Matrix<float> BuildTransform(float sx, float sy, float sz, float rx, float ry, float rz, float tx, float ty, float tz);
 
 // Four routines on matrices of 16 floats in storage order, every argument passed by address. Translations and rotations
 // are composed on the left, matrix = new · matrix, so that the calls read in the order in which a point meets them:

@@ -1,0 +1,18 @@
+// Keeps the time box from taking Ctrl+C, which closes the window.
+#pragma once
+
+#include <QObject>
+
+class QAbstractSpinBox;
+
+// A focused line edit claims Ctrl+C as "copy" before the window's shortcuts see it. The filter turns that claim down.
+class CopyKeyFilter : public QObject {
+public:
+    // Filters the box and its line edit for as long as the box lives.
+    static void installOn(QAbstractSpinBox& box);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    using QObject::QObject;
+};

@@ -1,0 +1,54 @@
+// The main window: the form, the playback clock and the list of engagements.
+#pragma once
+
+#include <memory>
+
+#include <QList>
+#include <QMainWindow>
+#include <QString>
+
+class QAction;
+class QTimer;
+class etxyz;
+namespace Ui {
+class new_sorvane;
+}
+
+class new_sorvane : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit new_sorvane(QWidget* parent = nullptr);
+    ~new_sorvane() override;
+
+    // Loads and registers one engagement: scene, sub-menu, range of the slider. A file that yields no keyframes changes
+    // nothing and is not reported.
+    void loadEtxyzFile(const QString& path);
+
+public slots:
+    // Bound by name to the form's objects and actions; the order is part of the class's meta-object.
+    void on_actionScreenshot_triggered();
+    void on_recordButton_clicked();
+    void on_actionX0_1_triggered();
+    void on_actionX10_triggered();
+    void on_actionX0_5_triggered();
+    void on_actionX2_triggered();
+    void on_action1_0_triggered();
+    void on_playButton_clicked();
+    void on_actionAdd_triggered();
+    void on_horizontalSlider_valueChanged(int value);
+    void on_doubleSpinBox_valueChanged(double value);
+    void etxyz_toggled();
+    void etxyz_set_view();
+    // One tick of the clock.
+    void incrementTime();
+
+private:
+    void addMenu(etxyz& engagement, const QString& path);
+    void stopClock();
+
+    std::unique_ptr<Ui::new_sorvane> ui;
+    QList<etxyz*> engagements; // in load order; never removed
+    QTimer* timer = nullptr;
+    double speed = 1.0; // engagement seconds per second; no bounds
+};

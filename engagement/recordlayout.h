@@ -1,0 +1,48 @@
+// Which word of a data line goes where. `Words` is a cursor such as TextWords or PlainWords.
+#pragma once
+
+#include "keyframe.h"
+
+template <class Words> void readFloats(Words& words, float (&floats)[3]) {
+    for (float& value : floats)
+        value = words.nextFloat();
+}
+
+// The first line of a record: time and flare count, target position and attitude.
+template <class Words> void readTargetLine(Words words, keyframe& sample) {
+    sample.time = words.nextDouble();
+    sample.flareCount = words.nextInt();
+    readFloats(words, sample.targetPos);
+    readFloats(words, sample.targetAtt);
+}
+
+template <class Words> void readThreatLine(Words words, keyframe& sample) {
+    readFloats(words, sample.threatPos);
+    readFloats(words, sample.threatAtt);
+}
+
+// The first two words are not used.
+template <class Words> void readGyroLine(Words words, keyframe& sample) {
+    words.skip();
+    words.skip();
+    readFloats(words, sample.gyro);
+}
+
+template <class Words> flareKeyframe readFlareLine(Words words) {
+    flareKeyframe flare;
+    flare.id = words.nextInt();
+    flare.kind = words.nextInt();
+    readFloats(words, flare.pos);
+    flare.scalar = words.nextFloat();
+    readFloats(words, flare.values);
+    flare.intensity[0] = flare.intensity[1] = flare.intensity[2] = words.nextFloat();
+    Words otherBands = words;
+    words.skip();
+    words.skip();
+    flare.bandCount = words.nextInt();
+    if (flare.bandCount >= 3) {
+        flare.intensity[1] = otherBands.nextFloat();
+        flare.intensity[2] = otherBands.nextFloat();
+    }
+    return flare;
+}

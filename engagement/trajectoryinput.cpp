@@ -1,0 +1,70 @@
+// Opens trajectory files, plain or compressed.
+#include "trajectoryinput.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QProcess>
+
+#include "inputfile.h"
+#include "linereading.h"
+
+namespace {
+// Room for several of the decompressor's writes, so that it goes on while the reader parses. More than the default
+// limit for one pipe would be refused.
+constexpr int kPipeBytes = 1 << 20;
+
+class Decompressor final : public QProcess {
+public:
+    ~Decompressor() override {
+        // It may be blocked on a full pipe when the reader stopped early.
+        closeReadChannel(StandardOutput);
+        kill();
+        waitForFinished(-1);
+    }
+};
+
+int openRegularFile(const QString& path) {
+    return ::openRegularFile(QFile::encodeName(path).toStdString());
+}
+
+std::unique_ptr<QIODevice> openCompressed(const QString& path) {
+    const int descriptor = openRegularFile(path);
+    if (descriptor < 0)
+        return nullptr;
+    ::close(descriptor);
+
+    auto process = std::make_unique<Decompressor>();
+    process->setStandardInputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+    process->setChildProcessModifier([] { ::fcntl(STDOUT_FILENO, F_SETPIPE_SZ, kPipeBytes); });
+    // A leading minus would make the path an option.
+    const QString argument = path.startsWith(u'-') ? QStringLiteral("./") + path : path;
+    process->start(
+        QStringLiteral("uncompress"), {QStringLiteral("-c"), argument}, QIODevice::ReadOnly | QIODevice::Text);
+    if (!process->waitForStarted(kProcessWaitMilliseconds))
+        return nullptr;
+    process->setReadChannel(QProcess::StandardOutput);
+    process->waitForReadyRead(kProcessWaitMilliseconds);
+    return process;
+}
+
+std::unique_ptr<QIODevice> openPlain(const QString& path) {
+    const int descriptor = openRegularFile(path);
+    if (descriptor < 0)
+        return nullptr;
+    auto file = std::make_unique<QFile>();
+    if (!file->open(descriptor, QIODevice::ReadOnly | QIODevice::Text, QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return nullptr;
+    }
+    return file;
+}
+} // namespace
+
+TrajectoryInput openTrajectory(const QString& path) {
+    if (path.endsWith(QStringLiteral(".Z")))
+        return {openCompressed(path), true};
+    return {openPlain(path), false};
+}

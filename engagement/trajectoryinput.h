@@ -1,0 +1,18 @@
+// Opens trajectory files, plain or compressed.
+#pragma once
+
+#include <memory>
+
+#include <QIODevice>
+
+class QString;
+
+// An open trajectory. Destroying the device closes the file, or ends the process that decompresses it.
+struct TrajectoryInput {
+    std::unique_ptr<QIODevice> device; // null when it could not be opened
+    bool isProcess = false;
+};
+
+// Opens a regular file for reading in text mode. A name that ends in ".Z" (not ".z") is read through the program
+// `uncompress`; this waits until the program has started and delivered its first data.
+TrajectoryInput openTrajectory(const QString& path);

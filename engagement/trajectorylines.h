@@ -1,0 +1,43 @@
+// Hands out the physical lines of a device from large pieces, without copying them.
+#pragma once
+
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+class QIODevice;
+
+// Reads on from where the device stands and switches its text mode off. With `isProcess`, waits for data as
+// readUncommented does.
+class TrajectoryLines {
+public:
+    TrajectoryLines(QIODevice* device, bool isProcess);
+
+    // The next line without its line feed, cut to kMaximumLineBytes; valid until the next call. False at the end.
+    bool next(std::string_view& line) {
+        const auto* lineFeed = static_cast<const char*>(std::memchr(begin_, '\n', buffered()));
+        if (lineFeed == nullptr)
+            return nextAcrossPieces(line);
+        line = take(lineFeed);
+        return true;
+    }
+
+    // Whether a line from next() is plain text: no NUL and no byte above 0x7F.
+    bool isPlain(std::string_view line) const { return !sawUnusualBytes_ || holdsOnlyPlainBytes(line); }
+
+private:
+    std::size_t buffered() const { return static_cast<std::size_t>(end_ - begin_); }
+    std::string_view take(const char* lineFeed);
+    bool nextAcrossPieces(std::string_view& line);
+    bool readPiece();
+    static bool holdsOnlyPlainBytes(std::string_view bytes);
+
+    QIODevice* device_;
+    bool isProcess_;
+    bool ended_ = false;
+    bool dropsRestOfLine_ = false;
+    bool sawUnusualBytes_ = false; // in any piece so far
+    std::unique_ptr<char[]> buffer_;
+    char* begin_; // what is buffered and not handed out
+    char* end_;
+};

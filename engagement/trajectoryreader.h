@@ -1,0 +1,35 @@
+// Reads a trajectory: twelve header lines, then a record of lines for each sample. Pure parsers over an open device.
+#pragma once
+
+#include <QMap>
+#include <QString>
+
+#include "keyframe.h"
+
+class QIODevice;
+
+// The header as the file gives it, before any fallback.
+struct TrajectoryHeader {
+    QString terrainTopoPath;
+    QString terrainRadPath;
+    QString targetSignaturePath;
+    float terrainTripleA[3] = {};
+    float terrainTripleB[3] = {};
+    QString targetGeometryPath;
+    QString targetBrdfPath;
+    QString text9;
+    int int10 = 0;
+    QString threatId;
+    float fieldOfView = 1.5F; // degrees; what a malformed one leaves
+};
+
+// Takes twelve logical lines. Those that the data lack count as blank.
+TrajectoryHeader readTrajectoryHeader(QIODevice* device, bool isProcess);
+
+// The records from where the device stands to the end of the data or the first blank line in a record's first place. A
+// truncated last record is kept, with zeros for what is missing. A later record replaces an earlier one of its time.
+QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess);
+
+// The same in the plainest way: readUncommented for each line and QString's conversions for each number. readRecords is
+// checked against it.
+QMap<double, keyframe> readRecordsLineByLine(QIODevice* device, bool isProcess);

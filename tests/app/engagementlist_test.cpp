@@ -1,0 +1,164 @@
+// Loading engagements into the window, hiding them and choosing the view.
+#include "windowfixture.h"
+
+#include <QFileDialog>
+#include <QLineEdit>
+
+#include <sys/stat.h>
+
+namespace {
+struct EngagementListTest : WindowTest {
+    int fileCount() const { return static_cast<int>(filesMenu->actions().size()) - 1; }
+    QStringList checkedEntries() const {
+        QStringList checked;
+        for (int i = 0; i < fileCount(); ++i)
+            for (const QAction* const action : filesMenu->actions().at(i + 1)->menu()->actions())
+                if (action->isChecked())
+                    checked << QString::number(i) + ' ' + action->text();
+        return checked;
+    }
+};
+
+TEST_F(EngagementListTest, AFileGetsASubMenuTitledWithItsPath) {
+    const QString path = loadUntil(10.0, "ETXYZ.OUT.a b");
+    ASSERT_EQ(fileCount(), 1);
+    QMenu* const menu = filesMenu->actions().at(1)->menu();
+    EXPECT_EQ(menu->title(), path);
+    EXPECT_EQ(menu->parentWidget(), &window);
+    QStringList texts;
+    for (const QAction* const action : menu->actions())
+        texts << action->text();
+    EXPECT_EQ(texts, (QStringList{"Disable", "View Threat", "View Gyro", "View Target", "View Free"}));
+    EXPECT_EQ(checkedEntries(), QStringList{"0 View Threat"});
+}
+
+TEST_F(EngagementListTest, OnlyTheFirstFileStartsInThreatView) {
+    const QString path = loadUntil(10.0);
+    window.loadEtxyzFile(path);
+    EXPECT_EQ(fileCount(), 2) << "the same file twice is two engagements";
+    EXPECT_EQ(checkedEntries(), QStringList{"0 View Threat"});
+}
+
+TEST_F(EngagementListTest, TheSlidersMaximumOnlyGrows) {
+    loadUntil(20.0);
+    EXPECT_EQ(slider->maximum(), 20000);
+    loadUntil(10.0);
+    EXPECT_EQ(slider->maximum(), 20000);
+    loadUntil(1.0e8);
+    EXPECT_EQ(slider->maximum(), 2147483647) << "a time that no int holds in milliseconds ends at its limit";
+    EXPECT_EQ(box->maximum(), 29.999);
+}
+
+TEST_F(EngagementListTest, BadFilesChangeNothing) {
+    loadUntil(10.0);
+    QFile empty(folder.filePath("empty"));
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
+    QFile headerOnly(folder.filePath("header"));
+    ASSERT_TRUE(headerOnly.open(QIODevice::WriteOnly));
+    headerOnly.write(trajectoryHeader() + "\n");
+    headerOnly.close();
+    QFile zeros(folder.filePath("zeros"));
+    ASSERT_TRUE(zeros.open(QIODevice::WriteOnly));
+    zeros.write(QByteArray(1 << 16, '\0'));
+    zeros.close();
+    ASSERT_EQ(::mkfifo(qPrintable(folder.filePath("fifo")), 0600), 0);
+    for (const char* const name : {"missing", "empty", "header", "zeros", "fifo", ".", "missing.Z", "empty.Z"})
+        window.loadEtxyzFile(folder.filePath(name));
+    EXPECT_EQ(fileCount(), 1);
+    EXPECT_EQ(slider->maximum(), 10000);
+    EXPECT_EQ(checkedEntries(), QStringList{"0 View Threat"});
+}
+
+TEST_F(EngagementListTest, ChoosingAViewUnchecksAllOthersOfAllFiles) {
+    loadUntil(10.0);
+    loadUntil(10.0);
+    entry(1, 3)->trigger();
+    EXPECT_EQ(checkedEntries(), QStringList{"1 View Target"});
+    EXPECT_EQ(view->viewMode(), ViewTarget);
+    entry(0, 2)->trigger();
+    EXPECT_EQ(checkedEntries(), QStringList{"0 View Gyro"});
+    EXPECT_EQ(view->viewMode(), ViewGyro);
+    entry(0, 4)->trigger();
+    EXPECT_EQ(view->viewMode(), ViewFree);
+    entry(0, 1)->trigger();
+    EXPECT_EQ(view->viewMode(), ViewThreat);
+}
+
+TEST_F(EngagementListTest, ChoosingTheCheckedViewAgainUnchecksItAndKeepsTheMode) {
+    loadUntil(10.0);
+    entry(0, 3)->trigger();
+    entry(0, 3)->trigger();
+    EXPECT_EQ(checkedEntries(), QStringList{});
+    EXPECT_EQ(view->viewMode(), ViewTarget);
+    // Nothing is selected now: time goes on without the view.
+    box->setValue(5.0);
+    EXPECT_EQ(view->currentTime(), 0.0);
+}
+
+TEST_F(EngagementListTest, ChoosingAViewPlacesTheCameraAtTheBoxsTime) {
+    TestSample last;
+    last.time = 10.0;
+    last.target[0] = 1000.0;
+    last.threat[0] = 500.0;
+    window.loadEtxyzFile(writeTrajectory(folder.filePath("t"), {TestSample{}, last}));
+    box->setValue(5.0);
+    entry(0, 3)->trigger();
+    EXPECT_FLOAT_EQ(view->camera().centre().ElementAt(0), 500.0F);
+    EXPECT_FLOAT_EQ(view->camera().eye().ElementAt(0), 550.0F);
+    entry(0, 2)->trigger();
+    EXPECT_FLOAT_EQ(view->camera().eye().ElementAt(0), 250.0F);
+    EXPECT_FLOAT_EQ(view->camera().centre().ElementAt(0), 350.0F);
+}
+
+TEST_F(EngagementListTest, ToggleTextIsTheHiddenState) {
+    loadUntil(10.0);
+    entry(0, 0)->trigger();
+    EXPECT_EQ(entry(0, 0)->text(), "Enable");
+    entry(0, 0)->trigger();
+    EXPECT_EQ(entry(0, 0)->text(), "Disable");
+}
+
+TEST_F(EngagementListTest, BodiesAreInitialisedByTheFirstFrameOrAtOnceAfterIt) {
+    loadUntil(10.0);
+    showWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    loadUntil(10.0, "later");
+    EXPECT_EQ(fileCount(), 2);
+}
+
+// The dialog runs its own event loop; `act` runs inside it.
+template <class Act> void withFileDialog(WindowTest& test, const Act& act) {
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QTimer::singleShot(0, &test.window, [&] {
+        QFileDialog* dialog = nullptr;
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            return dialog != nullptr;
+        }));
+        act(*dialog);
+    });
+    test.action("actionAdd")->trigger();
+}
+
+TEST_F(EngagementListTest, AddAsksForAFileAndLoadsIt) {
+    showWindow();
+    const QString path = writeTrajectoryUntil(folder.filePath("ETXYZ.OUT.1"), 3.0);
+    withFileDialog(*this, [&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Open ETXYZ File");
+        EXPECT_EQ(
+            dialog.nameFilters(), (QStringList{
+                                      "ETXYZ Files (ETXYZ.OUT.*)", "Compressed ETXYZ Files (ETXYZ.OUT.*.Z)",
+                                      "All Files (*.*)"}));
+        dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    EXPECT_EQ(fileCount(), 1);
+    EXPECT_EQ(slider->maximum(), 3000);
+}
+
+TEST_F(EngagementListTest, ACancelledDialogDoesNothing) {
+    showWindow();
+    withFileDialog(*this, [](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    EXPECT_EQ(fileCount(), 0);
+}
+} // namespace

@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Runs the real program on a file and without one, closes it with the keyboard's Ctrl+C through the X server, and checks
+# its exit status. usage: viewer_process_test.sh PROGRAM
+set -euo pipefail
+program=$1
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+printf 'a\nb\nc\n1 2 3\n1 2 3\nd\ne\nf\nwhite\n1\nx\n1.5\n0 0 0 0 -100 0 0 0\n0 0 -50 0 0 0\n0 0 0 0 0\n' >"$folder/ETXYZ.OUT.1"
+
+run_and_close() {
+    "$program" "$@" 2>"$folder/messages" &
+    local viewer=$! status=0 window
+    window=$(timeout 20 xdotool search --sync --onlyvisible --pid "$viewer" --name '^new_sorvane$' | tail -n 1)
+    xdotool windowfocus --sync "$window" key --clearmodifiers ctrl+c
+    wait "$viewer" || status=$?
+    if [ "$status" -ne 0 ]; then
+        cat "$folder/messages"
+        echo "exit status $status with arguments: $*"
+        return 1
+    fi
+}
+
+run_and_close
+run_and_close "$folder/ETXYZ.OUT.1" "$folder/missing" "$folder"
+echo "closed with Ctrl+C, status 0"

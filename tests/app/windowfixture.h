@@ -1,0 +1,45 @@
+// The real main window on a real display, and files for it to load.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QDoubleSpinBox>
+#include <QMenu>
+#include <QPushButton>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include "aircraftwidget.h"
+#include "new_sorvane.h"
+#include "trajectorytext.h"
+
+struct WindowTest : testing::Test {
+    QTemporaryDir folder;
+    new_sorvane window;
+    QDoubleSpinBox* const box = window.findChild<QDoubleSpinBox*>("doubleSpinBox");
+    QSlider* const slider = window.findChild<QSlider*>("horizontalSlider");
+    QPushButton* const playButton = window.findChild<QPushButton*>("playButton");
+    AircraftWidget* const view = window.findChild<AircraftWidget*>("glWidget");
+    QMenu* const filesMenu = window.findChild<QMenu*>("menuETXYZ_Files");
+    QTimer* const timer = window.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+
+    void showWindow() {
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+    // Loads an engagement from 0 s to `end` seconds; returns its path.
+    QString loadUntil(double end, const QString& name = "ETXYZ.OUT.1") {
+        const QString path = writeTrajectoryUntil(folder.filePath(name), end);
+        window.loadEtxyzFile(path);
+        return path;
+    }
+    QAction* action(const QString& name) { return window.findChild<QAction*>(name); }
+    // Entry `entry` of the sub-menu of engagement number `engagement`, both from 0; entry 0 hides and shows.
+    QAction* entry(int engagement, int entry) {
+        return filesMenu->actions().at(engagement + 1)->menu()->actions().at(entry);
+    }
+};

@@ -1,0 +1,53 @@
+// Opening input files: regular files only, and never more of them than asked for.
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+#include "inputfile.h"
+#include "temporarydirectory.h"
+
+TEST(InputFile, RefusesWhatIsNotARegularFileWithoutBlocking) {
+    const TemporaryDirectory directory;
+    const std::string fifo = directory.file("fifo");
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    std::filesystem::create_symlink("nowhere", directory.path() / "dangling");
+    for (const std::string& path :
+         {directory.file("missing"), directory.path().string(), fifo, directory.file("dangling"),
+          directory.file("missing/file"), std::string("/dev/zero"), std::string()}) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(openRegularFile(path), -1);
+        EXPECT_EQ(openInputFile(path), nullptr);
+        EXPECT_EQ(readInputFile(path, 10), std::nullopt);
+    }
+}
+
+TEST(InputFile, ReadsUpToTheLimit) {
+    const TemporaryDirectory directory;
+    const std::string small("line\n\0\xFF", 7);
+    std::string large(3'000'001, 'a');
+    large.back() = 'z';
+    struct Row {
+        std::string contents;
+        std::size_t limit;
+        std::string read;
+    };
+    const Row rows[] = {
+        {"", 100, ""},
+        {small, 100, small},
+        {small, small.size(), small},
+        {small, 4, "line"},
+        {small, 0, ""},
+        {large, 4'000'000, large},
+        {large, large.size(), large},
+        {large, 2'000'000, large.substr(0, 2'000'000)},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(readInputFile(directory.write("file", row.contents), row.limit), row.read) << row.limit;
+}
+
+TEST(InputFile, FollowsLinksAndTakesAnyName) {
+    const TemporaryDirectory directory;
+    directory.write("-ä 'quoted' \"name\"", "contents");
+    std::filesystem::create_symlink("-ä 'quoted' \"name\"", directory.path() / "link");
+    EXPECT_EQ(readInputFile(directory.file("link"), 100), "contents");
+}

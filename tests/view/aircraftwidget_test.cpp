@@ -1,0 +1,204 @@
+// The view as a widget: start, events, time, size. Real events go to a real window.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+
+#include "aircraftwidget.h"
+#include "etxyz.h"
+#include "framegrab.h"
+
+namespace {
+double eye(const AircraftWidget& view, int i) {
+    return view.camera().eye().ElementAt(i);
+}
+double centre(const AircraftWidget& view, int i) {
+    return view.camera().centre().ElementAt(i);
+}
+
+// A shown view with one engagement: the threat starts at (1000, 0, −500) and moves 100 units along x in 1 s, the target
+// starts at (0, 0, −1000) and moves 200 along y; the gyro turns from 0 to 90 degrees about z.
+struct AircraftWidgetTest : testing::Test {
+    etxyz engagement;
+    QMenu menu;
+    AircraftWidget view;
+
+    AircraftWidgetTest() {
+        engagement.atm = std::make_unique<AtmFile>();
+        keyframe first;
+        first.threatPos[0] = 1000.0F;
+        first.threatPos[2] = -500.0F;
+        first.targetPos[2] = -1000.0F;
+        keyframe last = first;
+        last.time = 1.0;
+        last.threatPos[0] = 1100.0F;
+        last.targetPos[1] = 200.0F;
+        last.gyro[2] = 90.0F;
+        engagement.keyframes.insert(0.0, first);
+        engagement.keyframes.insert(1.0, last);
+        menu.addAction("Disable");
+        for (const char* text : {"View Threat", "View Gyro", "View Target", "View Free"})
+            menu.addAction(text)->setCheckable(true);
+        engagement.menu = &menu;
+
+        view.init(15.0F, 15.0F, ViewThreat, nullptr);
+        view.resize(400, 300);
+        view.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view));
+    }
+    void select(ViewMode mode) {
+        view.addEtxyz(&engagement);
+        menu.actions().at(mode + 1)->setChecked(true);
+        view.setViewMode(mode);
+        view.reset();
+    }
+    void wheel(int delta) {
+        const QPointF at(200.0, 150.0);
+        QWheelEvent event(
+            at, view.mapToGlobal(at), {}, {0, delta}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&view, &event);
+    }
+};
+
+TEST_F(AircraftWidgetTest, StartsAtItsCameraWithItsPolicies) {
+    EXPECT_EQ(eye(view, 0), 100.0);
+    EXPECT_EQ(centre(view, 0), 0.0);
+    EXPECT_EQ(view.minimumSize(), QSize(50, 50));
+    EXPECT_TRUE(view.sizePolicy().hasHeightForWidth());
+    EXPECT_EQ(view.sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+    EXPECT_EQ(view.heightForWidth(123), 123);
+    EXPECT_EQ(view.sizeHint(), QSize(300, 300));
+    EXPECT_GE(view.format().depthBufferSize(), 24);
+}
+
+TEST_F(AircraftWidgetTest, WithoutASelectedEngagementTimeAndCameraStay) {
+    view.addEtxyz(&engagement);
+    view.setKeyframe(0.7);
+    view.reset();
+    EXPECT_EQ(view.currentTime(), 0.0);
+    EXPECT_EQ(eye(view, 0), 100.0);
+}
+
+TEST_F(AircraftWidgetTest, RidesAlongWithTheSelectedBody) {
+    select(ViewThreat);
+    EXPECT_EQ(eye(view, 0), 1010.0);
+    view.setKeyframe(0.5);
+    EXPECT_EQ(view.currentTime(), 0.5);
+    EXPECT_FLOAT_EQ(static_cast<float>(eye(view, 0)), 1060.0F);
+    EXPECT_FLOAT_EQ(static_cast<float>(centre(view, 0)), 1050.0F);
+    view.setKeyframe(0.5); // the same time again changes nothing
+    EXPECT_FLOAT_EQ(static_cast<float>(eye(view, 0)), 1060.0F);
+}
+
+TEST_F(AircraftWidgetTest, TheLaterOfTwoSelectedEngagementsIsFollowed) {
+    etxyz other;
+    other.atm = std::make_unique<AtmFile>();
+    keyframe only;
+    only.threatPos[0] = 7000.0F;
+    other.keyframes.insert(0.0, only);
+    QMenu otherMenu;
+    QAction* const checked = otherMenu.addAction("View Threat");
+    checked->setCheckable(true);
+    checked->setChecked(true);
+    other.menu = &otherMenu;
+    view.addEtxyz(&other);
+    select(ViewThreat);
+    EXPECT_EQ(centre(view, 0), 1000.0);
+    view.clearEtxyz();
+    view.addEtxyz(&engagement);
+    view.addEtxyz(&other);
+    view.reset();
+    EXPECT_EQ(centre(view, 0), 7000.0);
+}
+
+TEST_F(AircraftWidgetTest, TheWheelZoomsByItsNotches) {
+    select(ViewTarget);
+    wheel(120);
+    EXPECT_NEAR(eye(view, 0), 50.0 * std::exp(-0.12), 1e-3);
+    wheel(-120);
+    EXPECT_NEAR(eye(view, 0), 50.0, 1e-3);
+}
+
+TEST_F(AircraftWidgetTest, LeftDragTurnsRightDragPansAndBothPan) {
+    select(ViewFree);
+    const auto drag = [this](Qt::MouseButtons buttons, const QPoint& to) {
+        const QPoint from(10, 10);
+        for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton})
+            if (buttons.testFlag(button))
+                QTest::mousePress(&view, button, {}, from);
+        QMouseEvent move(
+            QEvent::MouseMove, to, view.mapToGlobal(QPointF(to)), Qt::NoButton, buttons, Qt::NoModifier);
+        QCoreApplication::sendEvent(&view, &move);
+        for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton})
+            if (buttons.testFlag(button))
+                QTest::mouseRelease(&view, button, {}, to);
+    };
+    drag(Qt::LeftButton, {10 + 900, 10});
+    EXPECT_NEAR(eye(view, 1), 100.0, 1e-2);
+    EXPECT_NEAR(centre(view, 1), 0.0, 1e-6);
+    drag(Qt::LeftButton, {10 - 900, 10}); // and back
+    drag(Qt::RightButton, {10 + 10, 10});
+    EXPECT_NEAR(eye(view, 1), 1.0, 1e-2);
+    EXPECT_NEAR(centre(view, 1), 1.0, 1e-2);
+    drag(Qt::LeftButton | Qt::RightButton, {10 + 10, 10});
+    EXPECT_NEAR(centre(view, 1), 2.0, 1e-2);
+}
+
+TEST_F(AircraftWidgetTest, GyroViewIgnoresDragAndWheel) {
+    select(ViewGyro);
+    view.setKeyframe(1.0);
+    EXPECT_EQ(eye(view, 0), 1100.0);
+    EXPECT_NEAR(centre(view, 1), 100.0, 1e-3);
+    wheel(120);
+    QTest::mousePress(&view, Qt::LeftButton, {}, {10, 10});
+    QTest::mouseMove(&view, {200, 200});
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, {200, 200});
+    QTest::mouseDClick(&view, Qt::LeftButton);
+    EXPECT_EQ(eye(view, 0), 1100.0);
+    EXPECT_NEAR(centre(view, 1), 100.0, 1e-3);
+}
+
+TEST_F(AircraftWidgetTest, ADoubleClickResetsTheCamera) {
+    select(ViewThreat);
+    wheel(1200);
+    EXPECT_NE(eye(view, 0), 1010.0);
+    QTest::mouseDClick(&view, Qt::LeftButton);
+    EXPECT_EQ(eye(view, 0), 1010.0);
+}
+
+TEST_F(AircraftWidgetTest, TheFirstFrameInitialisesTheBodies) {
+    view.addEtxyz(&engagement);
+    EXPECT_FALSE(engagement.areHardbodiesInitialized());
+    AircraftWidget other;
+    other.init(15.0F, 15.0F, ViewThreat, nullptr);
+    other.addEtxyz(&engagement);
+    other.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return engagement.areHardbodiesInitialized(); }));
+    etxyz late;
+    other.initHardbodiesIfReady(late);
+    EXPECT_TRUE(late.areHardbodiesInitialized());
+}
+
+TEST_F(AircraftWidgetTest, GrabbedFramesAreOpaqueAtTheWidgetsSize) {
+    select(ViewTarget);
+    const QImage frame = grabFrame(view);
+    EXPECT_EQ(frame.size(), QSize(400, 300));
+    EXPECT_EQ(frame.format(), QImage::Format_RGB32);
+    EXPECT_EQ(qAlpha(frame.pixel(0, 0)), 255);
+}
+
+TEST_F(AircraftWidgetTest, SurvivesTheSmallestSizes) {
+    select(ViewGyro);
+    view.setMinimumSize(0, 0);
+    for (const QSize& size : {QSize(0, 0), QSize(1, 500), QSize(500, 1)}) {
+        view.resize(size);
+        QCoreApplication::processEvents();
+        grabFrame(view);
+    }
+}
+} // namespace

@@ -1,0 +1,134 @@
+// The vertices of history lines, drop lines, flare trails and grid.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "engagementlines.h"
+#include "flaretrails.h"
+#include "grid.h"
+#include "historyline.h"
+
+namespace {
+keyframe sampleAt(double time) {
+    keyframe sample;
+    sample.time = time;
+    sample.targetPos[0] = static_cast<float>(time);
+    sample.targetPos[2] = -1000.0F;
+    sample.threatPos[0] = static_cast<float>(-time);
+    sample.threatPos[2] = -500.0F;
+    return sample;
+}
+
+QMap<double, keyframe> samplesEvery(double step, int count) {
+    QMap<double, keyframe> samples;
+    for (int i = 0; i < count; ++i)
+        samples.insert(i * step, sampleAt(i * step));
+    return samples;
+}
+
+std::size_t groundVertices(const HistoryPath& path) {
+    return static_cast<std::size_t>(
+        std::count_if(path.vertices.begin(), path.vertices.end(), [](const Vertex& v) { return v[2] == 0.0F; }));
+}
+
+TEST(HistoryPath, GoesThroughEverySampleOfItsBodyInOrder) {
+    const auto samples = samplesEvery(1.0, 3);
+    EXPECT_EQ(
+        historyPath(samples, PathOf::Target, false).vertices,
+        (std::vector<Vertex>{{0, 0, -1000}, {1, 0, -1000}, {2, 0, -1000}}));
+    EXPECT_EQ(
+        historyPath(samples, PathOf::Threat, false).vertices,
+        (std::vector<Vertex>{{0, 0, -500}, {-1, 0, -500}, {-2, 0, -500}}));
+}
+
+TEST(HistoryPath, DropsOneLineToTheGroundPerHalfSecond) {
+    struct Row {
+        const char* what;
+        double step;
+        int count;
+        std::size_t dropLines;
+    };
+    const Row rows[] = {
+        {"tenths of a second over 2 s", 0.1, 21, 4},
+        {"a step that divides no half second", 0.3, 11, 6}, // 0.6 1.2 1.5 2.1 2.7 3.0
+        {"quarters", 0.25, 9, 4},
+        {"whole half seconds have equal phases", 0.5, 9, 0},
+        {"a single sample", 1.0, 1, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        const HistoryPath path = historyPath(samplesEvery(row.step, row.count), PathOf::Target, true);
+        EXPECT_EQ(groundVertices(path), row.dropLines);
+        EXPECT_EQ(path.vertices.size(), static_cast<std::size_t>(row.count) + 2 * groundVertices(path));
+    }
+}
+
+TEST(HistoryPath, ADropLineGoesDownAndBackUpAtItsSample) {
+    QMap<double, keyframe> samples;
+    for (const double time : {0.4, 0.6})
+        samples.insert(time, sampleAt(time));
+    const HistoryPath path = historyPath(samples, PathOf::Target, true);
+    const float x = 0.6F;
+    EXPECT_EQ(path.vertices, (std::vector<Vertex>{{0.4F, 0, -1000}, {x, 0, -1000}, {x, 0, 0}, {x, 0, -1000}}));
+    EXPECT_EQ(path.vertexEnds, (std::vector<std::size_t>{1, 4}));
+}
+
+TEST(EngagementLines, CountsTheSamplesThatAreNotAfterATime) {
+    etxyz engagement;
+    engagement.keyframes = samplesEvery(0.5, 4);
+    const EngagementLines lines(engagement);
+    struct Row {
+        double time;
+        std::size_t count;
+    };
+    for (const Row& row : {Row{-0.1, 0}, Row{0.0, 1}, Row{0.49, 1}, Row{0.5, 2}, Row{1.5, 4}, Row{99.0, 4}})
+        EXPECT_EQ(lines.sampleCountAt(row.time), row.count) << row.time;
+}
+
+TEST(EngagementLines, NoticesASampleThatWasAdded) {
+    etxyz engagement;
+    engagement.keyframes = samplesEvery(0.5, 4);
+    const EngagementLines lines(engagement);
+    EXPECT_TRUE(lines.matches(engagement));
+    engagement.keyframes.insert(7.0, sampleAt(7.0));
+    EXPECT_FALSE(lines.matches(engagement));
+}
+
+TEST(FlarePaths, FollowEachIdThroughTheSamplesThatListIt) {
+    const auto flareAt = [](int id, float x) {
+        flareKeyframe flare;
+        flare.id = id;
+        flare.pos[0] = x;
+        return flare;
+    };
+    QMap<double, keyframe> samples = samplesEvery(1.0, 4);
+    samples[0.0].flares = {flareAt(7, 1.0F), flareAt(3, 10.0F)};
+    samples[1.0].flares = {flareAt(3, 11.0F), flareAt(7, 99.0F), flareAt(7, 2.0F)}; // the last entry of an id counts
+    samples[2.0].flares = {flareAt(5, 50.0F)};                                      // seen once: no line
+    samples[3.0].flares = {flareAt(7, 3.0F)};
+    const FlarePaths paths = flarePaths(samples);
+    ASSERT_EQ(paths.strips.size(), 2U);
+    EXPECT_EQ(paths.strips[0].first, 0U);
+    EXPECT_EQ(paths.strips[0].count, 3U);
+    EXPECT_EQ(paths.strips[1].first, 3U);
+    EXPECT_EQ(paths.strips[1].count, 2U);
+    EXPECT_EQ(paths.vertices, (std::vector<Vertex>{{1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {10, 0, 0}, {11, 0, 0}}));
+    EXPECT_EQ(paths.samples, (std::vector<std::size_t>{0, 1, 3, 0, 1}));
+}
+
+TEST(Grid, HasItsLinesAxisAndAltitudeMarks) {
+    const std::vector<Vertex> segments = gridSegments();
+    ASSERT_EQ(segments.size(), 2U * (21 + 21 + 1 + 2 * 16));
+    std::set<float> heights;
+    for (const Vertex& vertex : segments) {
+        heights.insert(vertex[2]);
+        EXPECT_LE(std::abs(vertex[0]), 10000.0F);
+        EXPECT_LE(std::abs(vertex[1]), 10000.0F);
+    }
+    EXPECT_EQ(heights.size(), 18U); // the ground, 16 marks, the top of the axis
+    EXPECT_EQ(*heights.begin(), -5000.0F);
+    EXPECT_NEAR(*std::next(heights.begin()), -4876.8, 1e-3) << "marks stop at 16,000 ft";
+    EXPECT_NEAR(*std::prev(heights.end(), 2), -304.8, 1e-3);
+}
+} // namespace

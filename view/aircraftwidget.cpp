@@ -1,0 +1,218 @@
+// The OpenGL view of the main window: joins camera, scene and engagements to Qt's events.
+#include "aircraftwidget.h"
+
+#include <algorithm>
+
+#include <QMouseEvent>
+#include <QOpenGLContext>
+#include <QWheelEvent>
+
+#include "etxyz.h"
+#include "glentrypoints.h"
+#include "projection.h"
+#include "selection.h"
+#include "ui_new_sorvane.h"
+
+namespace {
+CameraSubject subjectAt(const etxyz& engagement, double time) {
+    const keyframe frame = engagement.InterpolatedFrame(time);
+    CameraSubject subject;
+    std::copy_n(frame.threatPos, 3, subject.threatPosition);
+    std::copy_n(frame.targetPos, 3, subject.targetPosition);
+    std::copy_n(frame.gyro, 3, subject.gyroAngles);
+    return subject;
+}
+
+ViewPoint viewPoint(const QPointF& position) {
+    return {position.x(), position.y()};
+}
+
+// Runs an event handler's work. Nothing that it throws leaves the handler: the text is formed and discarded, on purpose,
+// and the event simply dropped.
+template <class Work> void guarded(const Work& work) {
+    try {
+        work();
+    } catch (...) {
+        [[maybe_unused]] const QString discarded =
+            QStringLiteral("VkPlacementTool callback:  encountered an unknown error.");
+    }
+}
+} // namespace
+
+AircraftWidget::AircraftWidget(QWidget* parent) : QOpenGLWidget(parent) {
+    setMinimumSize(50, 50);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+AircraftWidget::~AircraftWidget() {
+    makeCurrent();
+    scene_.reset();
+    doneCurrent();
+}
+
+bool AircraftWidget::init(float a, float b, ViewMode mode, Ui::new_sorvane* ui) {
+    try {
+        initA_ = a;
+        initB_ = b;
+        camera_.setMode(mode);
+        camera_.resetToOrigin();
+        takeSizeFromGeometry();
+        initializeGL();
+        isGlewInitialised_ = false;
+        resizeGL(width_, height_);
+        isSuspended_ = false;
+        ui_ = ui;
+        return true;
+    } catch (...) {
+        emit reportError(QStringLiteral("aircraftWidget.init:  encountered an unknown error."));
+        return false;
+    }
+}
+
+void AircraftWidget::setViewMode(ViewMode mode) {
+    camera_.setMode(mode);
+}
+
+void AircraftWidget::addEtxyz(etxyz* engagement) {
+    engagements_.append(engagement);
+}
+
+void AircraftWidget::clearEtxyz() {
+    engagements_.clear();
+}
+
+void AircraftWidget::reset() {
+    takeSizeFromGeometry();
+    const etxyz* const selected = selectedEngagement(engagements_);
+    if (selected == nullptr)
+        return;
+    camera_.reset(subjectAt(*selected, currentTime_));
+    makeCurrent();
+    resizeGL(width_, height_);
+    doneCurrent();
+    update();
+}
+
+void AircraftWidget::setKeyframe(double time) {
+    const etxyz* const selected = selectedEngagement(engagements_);
+    if (selected == nullptr)
+        return;
+    camera_.follow(subjectAt(*selected, currentTime_), subjectAt(*selected, time));
+    currentTime_ = time;
+    update();
+}
+
+void AircraftWidget::initHardbodiesIfReady(etxyz& engagement) {
+    if (!isGlewInitialised_)
+        return;
+    makeCurrent();
+    engagement.InitHardbodies();
+    doneCurrent();
+}
+
+QSize AircraftWidget::sizeHint() const {
+    const int side = std::min(width(), height());
+    return {side, side};
+}
+
+void AircraftWidget::initializeGL() {
+    // Called by init before the widget has a context, and again by Qt when it has one.
+    if (!hasCurrentContext())
+        return;
+    setUpScene();
+    if (scene_ == nullptr)
+        scene_ = std::make_unique<Scene>();
+}
+
+void AircraftWidget::resizeGL(int w, int h) {
+    width_ = std::max(w, 1);
+    height_ = std::max(h, 1);
+    if (hasCurrentContext())
+        applyProjection(fieldOfViewDegrees(engagements_), width_, height_);
+}
+
+void AircraftWidget::paintGL() {
+    if (!isGlewInitialised_)
+        startDrawing();
+    clearFrame();
+    if (isSuspended_ || !isValid() || scene_ == nullptr)
+        return;
+    std::vector<SceneEngagement> shown;
+    for (etxyz* const engagement : engagements_)
+        shown.push_back({engagement, isEngagementHidden(*engagement)});
+    scene_->draw(shown, camera_, optionsFromForm());
+}
+
+void AircraftWidget::startDrawing() {
+    if (!loadGlEntryPoints()) {
+        qWarning("glewInit failed");
+        return;
+    }
+    isGlewInitialised_ = true;
+    for (etxyz* const engagement : engagements_)
+        if (!engagement->areHardbodiesInitialized())
+            engagement->InitHardbodies();
+}
+
+void AircraftWidget::resizeEvent(QResizeEvent* event) {
+    takeSizeFromGeometry();
+    makeCurrent();
+    resizeGL(width_, height_);
+    doneCurrent();
+    QOpenGLWidget::resizeEvent(event);
+}
+
+void AircraftWidget::mousePressEvent(QMouseEvent* event) {
+    guarded([&] { camera_.press(viewPoint(event->position())); });
+}
+
+void AircraftWidget::mouseMoveEvent(QMouseEvent* event) {
+    guarded([&] {
+        if (camera_.mode() == ViewGyro)
+            return;
+        if (event->buttons().testFlag(Qt::RightButton))
+            camera_.dragPan(viewPoint(event->position()));
+        else if (event->buttons().testFlag(Qt::LeftButton))
+            camera_.dragRotate(viewPoint(event->position()));
+        else
+            return;
+        update();
+    });
+}
+
+void AircraftWidget::mouseDoubleClickEvent(QMouseEvent* /*event*/) {
+    guarded([&] { reset(); });
+}
+
+void AircraftWidget::wheelEvent(QWheelEvent* event) {
+    guarded([&] {
+        if (camera_.mode() == ViewGyro)
+            return;
+        camera_.zoom(event->angleDelta().y());
+        update();
+    });
+}
+
+bool AircraftWidget::hasCurrentContext() const {
+    return context() != nullptr && QOpenGLContext::currentContext() == context();
+}
+
+void AircraftWidget::takeSizeFromGeometry() {
+    width_ = std::max(geometry().width(), 1);
+    height_ = std::max(geometry().height(), 1);
+}
+
+SceneOptions AircraftWidget::optionsFromForm() const {
+    SceneOptions options;
+    options.time = currentTime_;
+    if (ui_ != nullptr) {
+        options.showTerrain = ui_->actionShow_Terrain->isChecked();
+        options.showHistoryLines = ui_->actionShow_History_Lines->isChecked();
+        options.showDropLines = ui_->actionShow_Drop_Lines->isChecked();
+        options.showGrid = ui_->actionShow_Grid->isChecked();
+    }
+    return options;
+}

@@ -1,0 +1,90 @@
+// The OpenGL view of the main window: joins camera, scene and engagements to Qt's events.
+#pragma once
+
+#include <memory>
+
+#include <QList>
+#include <QOpenGLWidget>
+#include <QString>
+
+#include "camera.h"
+#include "scene.h"
+#include "viewmode.h"
+
+class etxyz;
+namespace Ui {
+class new_sorvane;
+}
+
+class AircraftWidget : public QOpenGLWidget {
+    Q_OBJECT
+
+public:
+    using ViewMode = ::ViewMode;
+
+    explicit AircraftWidget(QWidget* parent = nullptr);
+    ~AircraftWidget() override;
+
+    // Starts the view: mode, camera at (100, 0, 0) looking at the origin, size from the geometry. The two numbers are
+    // kept and not used; the form, not owned, is read every frame for the View menu's check marks. On an unknown error
+    // emits reportError and returns false.
+    bool init(float a, float b, ViewMode mode, Ui::new_sorvane* ui);
+
+    // Stores the mode; the caller calls reset() next.
+    void setViewMode(ViewMode mode);
+    ViewMode viewMode() const { return camera_.mode(); }
+
+    // The engagements to draw, in order; not owned.
+    void addEtxyz(etxyz* engagement);
+    void clearEtxyz();
+
+    // Places the camera anew for the current mode on the selected engagement and applies the field of view. Without a
+    // selected engagement only the size is taken anew.
+    void reset();
+
+    // Playback moved to `time` (seconds): the camera follows the selected engagement. Without one nothing happens, and
+    // the time is not stored either: deliberate.
+    void setKeyframe(double time);
+
+    // Initialises the bodies of an engagement added after the first frame; before it, the first frame does.
+    void initHardbodiesIfReady(etxyz& engagement);
+
+    const Camera& camera() const { return camera_; }
+    double currentTime() const { return currentTime_; }
+
+    // A square of the smaller side: the view prefers to be square.
+    QSize sizeHint() const override;
+    int heightForWidth(int w) const override { return w; }
+
+signals:
+    void reportError(const QString& message);
+    void reportFatalError(const QString& message);
+
+protected:
+    void initializeGL() override;
+    void resizeGL(int w, int h) override;
+    void paintGL() override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    bool hasCurrentContext() const;
+    void takeSizeFromGeometry();
+    void startDrawing();
+    SceneOptions optionsFromForm() const;
+
+    float initA_ = 0.0F;
+    float initB_ = 0.0F;
+    int width_ = 1; // of the drawing area, pixels, never below 1
+    int height_ = 1;
+    Camera camera_;
+    double currentTime_ = 0.0; // of the frame on show, seconds
+    QList<etxyz*> engagements_;
+    Ui::new_sorvane* ui_ = nullptr;
+    bool isSuspended_ = false; // while set, a frame is cleared and nothing drawn; nothing sets it
+    bool isGlewInitialised_ = false;
+    std::unique_ptr<Scene> scene_; // made with the GL context current and ended so
+};

@@ -1,0 +1,33 @@
+// The line sets of one engagement, built from its samples once and kept until they change.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "etxyz.h"
+#include "flaretrails.h"
+#include "historyline.h"
+
+class EngagementLines {
+public:
+    explicit EngagementLines(const etxyz& engagement);
+
+    // Whether the line sets still fit the engagement's samples.
+    bool matches(const etxyz& engagement) const;
+
+    // How many samples are not after `time` (seconds).
+    std::size_t sampleCountAt(double time) const;
+
+    // The line sets, built on first use. Drawing them needs a current GL context.
+    HistoryLine& history(PathOf body, bool withDropLines);
+    FlareTrails& trails();
+
+private:
+    const QMap<double, keyframe>& samples() const { return engagement_->keyframes; }
+
+    const etxyz* engagement_;
+    std::vector<double> times_;
+    std::optional<HistoryLine> histories_[2][2]; // by body, by drop lines
+    std::optional<FlareTrails> trails_;
+};

@@ -1,0 +1,37 @@
+// The paths that the flares of one engagement have left behind.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "etxyz.h"
+#include "vertexbuffer.h"
+
+// One strip per flare id through its positions at the samples that list it, in time order; where a sample lists an id
+// more than once, its last entry counts.
+struct FlarePaths {
+    struct Strip {
+        std::size_t first = 0;             // index into vertices and samples
+        std::size_t count = 0;             // at least 2: a single point is no line
+    };
+    std::vector<Vertex> vertices;          // strip after strip
+    std::vector<std::size_t> samples;      // per vertex: the number of the sample that gave it, from 0
+    std::vector<Strip> strips;
+};
+FlarePaths flarePaths(const QMap<double, keyframe>& keyframes);
+
+// The strips of one engagement: built once, drawn up to any time. Drawing needs a current GL context.
+class FlareTrails {
+public:
+    explicit FlareTrails(const QMap<double, keyframe>& keyframes);
+
+    // Draws the strips through the first `sampleCount` samples.
+    void draw(std::size_t sampleCount);
+
+private:
+    std::vector<std::size_t> samples_;
+    std::vector<FlarePaths::Strip> strips_;
+    VertexBuffer buffer_;
+    std::vector<int> firsts_; // of the current frame; members so that drawing allocates nothing
+    std::vector<int> counts_;
+};

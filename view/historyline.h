@@ -1,0 +1,31 @@
+// The flight path of one body up to the current time, with its drop lines.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "etxyz.h"
+#include "vertexbuffer.h"
+
+enum class PathOf { Target, Threat };
+
+// The vertices of one line strip through a body's position at every sample in time order. With drop lines the strip goes
+// down to z = 0 and back up at each sample that lies in a later half second than the one before it.
+struct HistoryPath {
+    std::vector<Vertex> vertices;
+    std::vector<std::size_t> vertexEnds; // per sample: the number of vertices up to and including it
+};
+HistoryPath historyPath(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines);
+
+// The strip of one body of one engagement: built once, drawn up to any time. Drawing needs a current GL context.
+class HistoryLine {
+public:
+    HistoryLine(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines);
+
+    // Draws the strip through the samples of which there are `sampleCount`, from the first one.
+    void draw(std::size_t sampleCount);
+
+private:
+    std::vector<std::size_t> vertexEnds_;
+    VertexBuffer buffer_;
+};

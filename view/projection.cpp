@@ -1,0 +1,15 @@
+// The perspective of the view.
+#include "projection.h"
+
+#include "glapi.h"
+
+void applyProjection(double fieldOfViewDegrees, int width, int height) {
+    constexpr double kNear = 0.1;
+    constexpr double kFar = 100000.0;
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluPerspective(fieldOfViewDegrees, static_cast<double>(width) / height, kNear, kFar);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glViewport(0, 0, width, height);
+}

@@ -1,0 +1,8 @@
+// The perspective of the view.
+#pragma once
+
+constexpr double kDefaultFieldOfViewDegrees = 30.0;
+
+// Sets projection and viewport for a view of width × height pixels (each at least 1) with the full vertical field of
+// view in degrees, and leaves the model-view matrix selected and the identity.
+void applyProjection(double fieldOfViewDegrees, int width, int height);

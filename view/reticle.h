@@ -1,0 +1,21 @@
+// The seeker's reticle in gyro view.
+#pragma once
+
+#include <array>
+
+#include "vector.h"
+
+// Circle and cross in world coordinates.
+struct Reticle {
+    static constexpr int kSegments = 100;
+    std::array<Vector<float>, kSegments> circle;
+    Vector<float> middle;
+    std::array<Vector<float>, 4> crossEnds; // on the circle: right, left, up, down
+};
+
+// A reticle facing the eye at one tenth of the distance from eye to centre, with radius
+// 10 · tan(fieldOfViewDegrees / 2): it touches the edges of the seeker's field of view when the centre is 100 units away.
+Reticle reticleFor(const Vector<float>& eye, const Vector<float>& centre, float fieldOfViewDegrees);
+
+// Needs a current GL context.
+void drawReticle(const Reticle& reticle);

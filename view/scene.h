@@ -1,0 +1,54 @@
+// The drawing of a frame, as a function of engagements, camera and options. Knows no widget.
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "camera.h"
+#include "engagementlines.h"
+#include "etxyz.h"
+#include "grid.h"
+
+// What to draw and when.
+struct SceneOptions {
+    bool showTerrain = false;
+    bool showHistoryLines = true;
+    bool showDropLines = true;
+    bool showGrid = true;
+    double time = 0.0; // seconds
+
+    bool operator==(const SceneOptions&) const = default;
+};
+
+// An engagement in the scene; not owned.
+struct SceneEngagement {
+    etxyz* engagement = nullptr;
+    bool isHidden = false;
+};
+
+// The direction towards the sun in eye coordinates, of unit length: the engagement's world direction (z up, used as it
+// is) turned by the rotation part of `modelView`, 16 floats column by column.
+Vector<float> sunDirectionInEye(const AtmFile& atmosphere, const float* modelView);
+
+// Sets what holds for every frame: clear colour, culling, depth test, light 0. Needs a current GL context.
+void setUpScene();
+
+// Clears colour and depth. Needs a current GL context.
+void clearFrame();
+
+// Draws frames and keeps the vertices that stay the same between them. Everything but the constructor, the destructor of
+// a scene that has drawn something included, needs the GL context that it draws in to be current.
+class Scene {
+public:
+    // Draws one frame into the cleared current framebuffer, with the projection set (applyProjection). Showing the
+    // terrain of an engagement that has no sample at time 0.0 adds an empty one to it, deliberately: the look-up of the
+    // threat's first z does that.
+    void draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options);
+
+private:
+    void drawEngagement(etxyz& engagement, const Camera& camera, const SceneOptions& options);
+    EngagementLines& linesOf(const etxyz& engagement);
+
+    std::map<const etxyz*, EngagementLines> lines_;
+    Grid grid_;
+};

@@ -1,0 +1,13 @@
+// The kind of OpenGL that the view needs.
+#include "surfaceformat.h"
+
+#include <QSurfaceFormat>
+
+QSurfaceFormat viewSurfaceFormat() {
+    QSurfaceFormat format;
+    format.setRenderableType(QSurfaceFormat::OpenGL);
+    format.setVersion(2, 1);
+    format.setProfile(QSurfaceFormat::CompatibilityProfile);
+    format.setDepthBufferSize(24);
+    return format;
+}

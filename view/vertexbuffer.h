@@ -1,0 +1,35 @@
+// Vertices of a line set, uploaded once and drawn many times.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+using Vertex = std::array<float, 3>; // x, y, z
+
+// Keeps the vertices in memory and, where GLEW's entry points are loaded, in a GL buffer that the first draw fills.
+// Every member but the constructor and assign needs a current context if something has been drawn; the destructor then
+// too.
+class VertexBuffer {
+public:
+    VertexBuffer() = default;
+    ~VertexBuffer();
+    VertexBuffer(const VertexBuffer&) = delete;
+    VertexBuffer& operator=(const VertexBuffer&) = delete;
+
+    void assign(std::vector<Vertex> vertices);
+    const std::vector<Vertex>& vertices() const { return vertices_; }
+
+    // Draws the first `count` vertices as `mode`.
+    void draw(unsigned int mode, std::size_t count);
+    // Draws several runs of vertices, each as `mode`, in one call.
+    void drawRuns(unsigned int mode, const std::vector<int>& firsts, const std::vector<int>& counts);
+
+private:
+    void bind();
+    void unbind();
+
+    std::vector<Vertex> vertices_;
+    unsigned int buffer_ = 0;
+    bool isUploaded_ = false;
+};
