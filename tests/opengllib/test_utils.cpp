@@ -1,0 +1,100 @@
+// The image utilities: upside down, float to grey, snapshots, clamping.
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <limits>
+
+#include "inputfile.h"
+#include "utils.h"
+
+namespace {
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::ExitedWithCode;
+
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+TEST(SwapRowOrder, ExchangesRowsAndKeepsAMiddleOne) {
+    std::vector<float> even = {1, 2, 3, 4};
+    SwapRowOrder(1, 4, even.data());
+    EXPECT_THAT(even, ElementsAre(4, 3, 2, 1));
+    std::vector<float> odd = {1, 2, 3, 4, 5, 6};
+    SwapRowOrder(2, 3, odd.data());
+    EXPECT_THAT(odd, ElementsAre(5, 6, 3, 4, 1, 2));
+    SwapRowOrder(6, 1, odd.data());
+    SwapRowOrder(6, 0, odd.data());
+    EXPECT_THAT(odd, ElementsAre(5, 6, 3, 4, 1, 2));
+}
+
+TEST(SwapRowOrder, TakesRowsOfBytesAtAnyAddress) {
+    std::string bytes = "xupper row of 21 bytes/lower row of 21 bytes.";
+    SwapRowOrderChar(22, 2, bytes.data() + 1);
+    EXPECT_EQ(bytes, "xlower row of 21 bytes.upper row of 21 bytes/");
+}
+
+TEST(Float32ToRGB8, TruncatesAndSaturates) {
+    const std::vector<float> source = {0.0F, 0.999F, 1.0F, 1.0001F, -0.1F, kNan, kInfinity, -kInfinity, -0.0F, 0.5F};
+    std::vector<unsigned char> grey(3 * source.size());
+    Float32ToRGB8(source.data(), grey.data(), source.size(), 1, source.size(), 1);
+    std::vector<int> expected;
+    for (const int level : {0, 254, 255, 255, 0, 0, 255, 0, 0, 127})
+        expected.insert(expected.end(), 3, level);
+    EXPECT_THAT(grey, ElementsAreArray(expected));
+}
+
+TEST(Float32ToRGB8, TakesTheFirstRowsAndColumns) {
+    const std::vector<float> source = {0.0F, 0.2F, 9.0F, 0.4F, 0.6F, 9.0F, 9.0F, 9.0F, 9.0F};
+    std::vector<unsigned char> grey(12);
+    Float32ToRGB8(source.data(), grey.data(), 3, 3, 2, 2);
+    EXPECT_THAT(grey, ElementsAre(0, 0, 0, 51, 51, 51, 102, 102, 102, 153, 153, 153));
+}
+
+TEST(Float32ToRGB8, LargerDestinationEndsTheProgram) {
+    const std::vector<float> source(4);
+    std::vector<unsigned char> grey(100);
+    EXPECT_EXIT(
+        Float32ToRGB8(source.data(), grey.data(), 2, 2, 3, 3), ExitedWithCode(1),
+        "^Error in function \"Float32ToRGB8\" of file \"opengllib/utils.cpp\" \\(line #[0-9]+\\): Destination width "
+        "must be less than source width, but dest_width = 3 and source_width = 2\n$");
+    EXPECT_EXIT(
+        Float32ToRGB8(source.data(), grey.data(), 2, 2, 2, 3), ExitedWithCode(1),
+        "Destination height must be less than source height, but dest_height = 3 and source_height = 2\n$");
+}
+
+TEST(Snapshot, WritesAGreyTga) {
+    char pattern[] = "/tmp/snapshotXXXXXX";
+    const std::string folder = mkdtemp(pattern);
+    const std::vector<float> source = {0.2F, 0.4F, 0.6F, 0.8F};
+    EXPECT_TRUE(Snapshot(source.data(), folder + "/a.tga", 2, 2, 1, 2));
+    const std::string contents = readInputFile(folder + "/a.tga", 1000).value_or("");
+    EXPECT_EQ(
+        contents, std::string("\0\0\2\0\0\0\0\0\0\0\0\0\1\0\2\0\30\0", 18) + std::string("\63\63\63\231\231\231"));
+    std::filesystem::remove_all(folder);
+}
+
+TEST(Snapshot, OnlyLackOfMemoryIsAFailure) {
+    const float value = 0.5F;
+    testing::internal::CaptureStdout();
+    EXPECT_TRUE(Snapshot(&value, "/dev/null/a.tga", 1, 1, 1, 1));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "FboTerrain::Snapshot: Error writing snapshot file.\n");
+
+    constexpr unsigned long kHuge = (1UL << 62) + 1; // three times of it, in the int of the message, is 3
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(Snapshot(&value, "/dev/null/a.tga", kHuge, 1, kHuge, 1));
+    EXPECT_THAT(
+        testing::internal::GetCapturedStderr(),
+        testing::EndsWith(": Could not allocate 3 unsigned chars (3 bytes) for array pBytes.\n"));
+}
+
+TEST(ClampToRange, LimitsToTheRange) {
+    EXPECT_EQ(ClampToRange(5, 0, 1), 1);
+    EXPECT_EQ(ClampToRange(-5, 0, 1), 0);
+    EXPECT_EQ(ClampToRange(0.25F, 0, 1), 0.25F);
+    EXPECT_EQ(ClampToRange(7, 2, 2), 2);
+    EXPECT_EXIT(
+        ClampToRange(0.5F, 1, 0), ExitedWithCode(1),
+        "Parameters must satisfy x1 <= x2, but x1 = 1.000000 and x2 = 0.000000\n$");
+}
+} // namespace
