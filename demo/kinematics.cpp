@@ -1,0 +1,201 @@
+// A small kinematic model of an engagement.
+#include "kinematics.h"
+
+#include <algorithm>
+#include <numbers>
+
+namespace {
+constexpr double kStep = 0.001; // seconds
+constexpr int kMaximumSteps = 29'500;
+constexpr double kGravity = 9.81;
+constexpr double kFuzeRange = 12.0;
+constexpr double kPassingRange = 100.0; // below it, a range that grows means that the threat has passed
+constexpr double kNavigationConstant = 3.5;
+constexpr double kMaximumAcceleration = 35.0 * kGravity;
+constexpr double kThreatRollRate = 25.0; // degrees per second
+
+constexpr double kFlareBurnTime = 4.0;
+constexpr double kFlareDrag = 0.006; // per metre: deceleration over the square of the speed
+constexpr double kFlareEjectionSpeed = 30.0;
+constexpr double kFlareBrightness = 4.0e6;        // makes a sphere of two metres white in a view of 30 degrees
+constexpr Triple kFlareSpin = {80.0, 50.0, 65.0}; // degrees per second
+
+double radians(double degrees) {
+    return degrees * std::numbers::pi / 180.0;
+}
+double degrees(double radians) {
+    return radians * 180.0 / std::numbers::pi;
+}
+
+// The unit vector of a heading and a climb angle.
+Triple direction(double headingDegrees, double climbDegrees) {
+    const double heading = radians(headingDegrees);
+    const double climb = radians(climbDegrees);
+    return {std::cos(climb) * std::cos(heading), std::cos(climb) * std::sin(heading), -std::sin(climb)};
+}
+double headingOf(const Triple& v) {
+    return degrees(std::atan2(v.y, v.x));
+}
+double climbOf(const Triple& v) {
+    return degrees(std::atan2(-v.z, std::hypot(v.x, v.y)));
+}
+
+// The angle equal to `angle` up to full turns that is nearest to `before`.
+double unwrapped(double angle, double before) {
+    return angle + 360.0 * std::round((before - angle) / 360.0);
+}
+
+struct Target {
+    Triple position;
+    Triple velocity;
+    double heading; // degrees
+    double climb = 0.0;
+    double bank = 0.0;
+
+    explicit Target(const EngagementPlan& plan) : position(plan.targetStart), heading(plan.targetHeading) {
+        steer(plan, 0.0);
+    }
+
+    void steer(const EngagementPlan& plan, double time) {
+        bank = plan.targetBank(time);
+        climb = plan.targetClimb(time);
+        velocity = plan.targetSpeed * direction(heading, climb);
+    }
+    void advance(const EngagementPlan& plan, double time) {
+        const double turnRate =
+            kGravity * std::tan(radians(bank)) / (plan.targetSpeed * std::cos(radians(climb))); // radians per second
+        position = position + kStep * velocity;
+        heading += degrees(turnRate * kStep);
+        steer(plan, time);
+    }
+};
+
+// Guided by proportional navigation: it turns as fast as the line of sight, times a constant.
+struct Threat {
+    Triple position;
+    Triple velocity;
+    double heading; // of the velocity and of the line of sight, both unwrapped
+    double lineOfSightHeading;
+
+    Threat(const EngagementPlan& plan, const Target& target) : position(plan.threatStart) {
+        const Triple sight = target.position - position;
+        lineOfSightHeading = headingOf(sight);
+        heading = lineOfSightHeading + plan.launchOffset;
+        velocity = plan.threatSpeed(0.0) * direction(heading, climbOf(sight) + plan.launchLoft);
+    }
+    void advance(const EngagementPlan& plan, const Target& target, double time) {
+        const Triple sight = target.position - position;
+        const Triple sightRate = 1.0 / dot(sight, sight) * cross(sight, target.velocity - velocity);
+        Triple acceleration = kNavigationConstant * cross(sightRate, velocity);
+        if (const double size = length(acceleration); size > kMaximumAcceleration)
+            acceleration = kMaximumAcceleration / size * acceleration;
+        position = position + kStep * velocity;
+        velocity = plan.threatSpeed(time) * unit(velocity + kStep * acceleration);
+        heading = unwrapped(headingOf(velocity), heading);
+    }
+    // Call once per step, after both have moved.
+    void lookAt(const Target& target) {
+        lineOfSightHeading = unwrapped(headingOf(target.position - position), lineOfSightHeading);
+    }
+};
+
+struct Flare {
+    int id;
+    FlareRelease release;
+    Triple position;
+    Triple velocity;
+    double age = 0.0;
+
+    // Ejected downwards, to either side in turn.
+    Flare(int number, const FlareRelease& itsRelease, const Target& target)
+        : id(number), release(itsRelease), position(target.position) {
+        const double side = number % 2 == 0 ? 1.0 : -1.0;
+        const Triple sideways = direction(target.heading + side * 90.0, 0.0);
+        velocity = target.velocity + kFlareEjectionSpeed * unit(sideways + Triple{0.0, 0.0, 1.0});
+    }
+    void advance() {
+        position = position + kStep * velocity;
+        const Triple acceleration = Triple{0.0, 0.0, kGravity} - kFlareDrag * length(velocity) * velocity;
+        velocity = velocity + kStep * acceleration;
+        age += kStep;
+    }
+    bool isBurntOut() const { return age >= kFlareBurnTime; }
+
+    FlareSample sample() const {
+        const double burnt = age / kFlareBurnTime;
+        const double size = 0.4 + 2.2 * std::sin(std::numbers::pi * burnt);
+        const double brightness = kFlareBrightness * (1.0 - std::exp(-12.0 * burnt)) * (1.0 - burnt * burnt);
+        return {id,
+                release.kind,
+                position,
+                brightness,
+                age * kFlareSpin,
+                {size, 0.8 * size, 0.6 * size},
+                release.bandCount};
+    }
+};
+
+class Flight {
+public:
+    explicit Flight(const EngagementPlan& plan) : plan_(plan), target_(plan), threat_(plan, target_) {}
+
+    std::vector<TrajectorySample> fly() {
+        std::vector<TrajectorySample> samples;
+        for (int step = 0;; ++step) {
+            time_ = step * kStep;
+            if (step > 0)
+                advance();
+            releaseFlares();
+            const bool hasPassed = range() < kPassingRange && closingSpeed() <= 0.0;
+            const bool isOver = range() < kFuzeRange || hasPassed || step == kMaximumSteps;
+            if (isOver || step % plan_.sampleMilliseconds == 0)
+                samples.push_back(sample());
+            if (isOver)
+                return samples;
+        }
+    }
+
+private:
+    void advance() {
+        threat_.advance(plan_, target_, time_);
+        target_.advance(plan_, time_);
+        threat_.lookAt(target_);
+        for (Flare& flare : flares_)
+            flare.advance();
+        std::erase_if(flares_, [](const Flare& flare) { return flare.isBurntOut(); });
+    }
+    void releaseFlares() {
+        for (; released_ < plan_.flares.size() && plan_.flares[released_].time <= time_; ++released_)
+            flares_.emplace_back(static_cast<int>(released_) + 1, plan_.flares[released_], target_);
+    }
+    Triple sight() const { return target_.position - threat_.position; }
+    double range() const { return length(sight()); }
+    double closingSpeed() const { return dot(sight(), threat_.velocity - target_.velocity) / range(); }
+
+    TrajectorySample sample() const {
+        TrajectorySample sample;
+        sample.time = time_;
+        sample.targetPosition = target_.position;
+        sample.targetAttitude = {target_.bank, target_.climb, target_.heading};
+        sample.threatPosition = threat_.position;
+        sample.threatAttitude = {kThreatRollRate * time_, climbOf(threat_.velocity), threat_.heading};
+        sample.range = range();
+        sample.closingSpeed = closingSpeed();
+        sample.gyro = {0.0, climbOf(sight()), threat_.lineOfSightHeading};
+        for (const Flare& flare : flares_)
+            sample.flares.push_back(flare.sample());
+        return sample;
+    }
+
+    const EngagementPlan& plan_;
+    double time_ = 0.0;
+    Target target_;
+    Threat threat_;
+    std::vector<Flare> flares_;
+    std::size_t released_ = 0;
+};
+} // namespace
+
+std::vector<TrajectorySample> fly(const EngagementPlan& plan) {
+    return Flight(plan).fly();
+}

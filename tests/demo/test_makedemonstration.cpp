@@ -1,0 +1,101 @@
+// Making the demonstration data: what is written where, again and again the same.
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "atmfile.h"
+#include "datatree.h"
+#include "decimalcommalocale.h"
+#include "makedemonstration.h"
+#include "temporarydirectory.h"
+
+namespace {
+// Every file below `directory` by its relative name.
+std::map<std::string, std::string> filesBelow(const std::filesystem::path& directory) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(directory))
+        if (entry.is_regular_file())
+            files[entry.path().lexically_relative(directory).string()] = readWholeFile(entry.path());
+    return files;
+}
+} // namespace
+
+TEST(MakeDemonstration, WritesTheSameBytesIntoTheSameDirectory) {
+    const TemporaryDirectory directory;
+    const std::filesystem::path demo = directory.path() / "new folder" / "demo";
+    EXPECT_EQ(makeDemonstration(demo), std::nullopt);
+    const auto first = filesBelow(demo);
+    for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.crossing.Z", "ETXYZ.OUT.sparse"})
+        EXPECT_TRUE(first.contains(name)) << name;
+
+    std::filesystem::remove_all(demo);
+    EXPECT_EQ(makeDemonstration(demo), std::nullopt);
+    EXPECT_TRUE(filesBelow(demo) == first);
+
+    const DecimalCommaLocale locale;
+    std::filesystem::remove_all(demo);
+    EXPECT_EQ(makeDemonstration(demo), std::nullopt);
+    EXPECT_TRUE(filesBelow(demo) == first) << "in a locale with a decimal comma";
+}
+
+TEST(MakeDemonstration, ReplacesOnlyWhatDiffers) {
+    const TemporaryDirectory directory;
+    ASSERT_EQ(makeDemonstration(directory.path()), std::nullopt);
+    const auto first = filesBelow(directory.path());
+    const std::filesystem::path kept = directory.path() / "ETXYZ.OUT.turn";
+    const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
+    std::filesystem::last_write_time(kept, longAgo);
+    directory.write("ETXYZ.OUT.sparse", "cut off");
+    std::filesystem::remove(directory.path() / "ETXYZ.OUT.crossing.Z");
+
+    EXPECT_EQ(makeDemonstration(directory.path()), std::nullopt);
+    EXPECT_TRUE(filesBelow(directory.path()) == first);
+    EXPECT_EQ(std::filesystem::last_write_time(kept), longAgo);
+}
+
+TEST(MakeDemonstration, WritesAbsolutePathsWhenGivenARelativeOne) {
+    const TemporaryDirectory directory;
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(directory.path());
+    EXPECT_EQ(makeDemonstration("demo/"), std::nullopt);
+    std::filesystem::current_path(before);
+    const std::string text = readWholeFile(directory.path() / "demo/ETXYZ.OUT.turn");
+    const std::string root = std::filesystem::canonical(directory.path()).string() + "/demo/data/";
+    EXPECT_TRUE(text.starts_with(root + kTerrainTopography + '\n')) << text.substr(0, 200);
+}
+
+TEST(MakeDemonstration, MakesAnAtmosphereWithTheSunAboveTheHorizon) {
+    const TemporaryDirectory directory;
+    ASSERT_EQ(makeDemonstration(directory.path()), std::nullopt);
+    AtmFile atm;
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(atm.Load(directory.file(std::string("data/") + kAtmosphere)));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(atm.solarZenith(), 50.0F);
+    EXPECT_EQ(atm.solarAzimuth(), 235.0F);
+    EXPECT_FLOAT_EQ(atm.diffuseEarthRadiance(), 1.9e-4F);
+    EXPECT_FLOAT_EQ(atm.diffuseSkyRadiance(), 0.65e-4F);
+    EXPECT_FLOAT_EQ(atm.directSolarRadiance(), 5.4e-4F);
+}
+
+TEST(MakeDemonstration, SaysWhatIsInTheWay) {
+    const TemporaryDirectory directory;
+    directory.write("file", "");
+    const std::string blocked = directory.file("file/demo");
+    EXPECT_EQ(makeDemonstration(blocked), "can not make the directory " + blocked + ": Not a directory");
+
+    const std::filesystem::path root = std::filesystem::canonical(directory.path());
+    const std::filesystem::path twoBlanks = root / "two  blanks";
+    EXPECT_EQ(
+        makeDemonstration(twoBlanks),
+        "the path " + twoBlanks.string() + " has white space that trajectory files can not hold");
+    EXPECT_TRUE(std::filesystem::is_empty(twoBlanks));
+
+    const std::filesystem::path demo = root / "demo";
+    std::filesystem::create_directories(demo / "ETXYZ.OUT.turn");
+    EXPECT_EQ(makeDemonstration(demo), "can not write " + (demo / "ETXYZ.OUT.turn").string() + ": Is a directory");
+    EXPECT_FALSE(std::filesystem::exists(demo / ".ETXYZ.OUT.turn.new"));
+}
