@@ -34,7 +34,9 @@ void keepUntilExit(std::unique_ptr<etxyz> engagement) {
 new_sorvane::new_sorvane(QWidget* parent) : QMainWindow(parent), ui(std::make_unique<Ui::new_sorvane>()) {
     Q_INIT_RESOURCE(resources);
     ui->setupUi(this);
-    const auto warn = [](const QString& message) { qWarning("%s", qUtf8Printable(message)); };
+    const auto warn = [](const QString& message) {
+        qWarning("%s", qUtf8Printable(message));
+    };
     connect(ui->glWidget, &AircraftWidget::reportError, this, warn);
     connect(ui->glWidget, &AircraftWidget::reportFatalError, this, warn);
     ui->glWidget->init(15.0F, 15.0F, ViewThreat, ui.get());

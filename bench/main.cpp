@@ -1,5 +1,5 @@
-// Main of the benchmark programs: runs the benchmarks and prints, for each WHAT that has a WHAT/ours, the ratio of every
-// other variant's median time to ours.
+// Main of the benchmark programs: runs the benchmarks and prints, for each WHAT that has a WHAT/ours, the ratio of
+// every other variant's median time to ours.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>

@@ -62,8 +62,7 @@ Vector<float> operator*(const Matrix<float>& m, const Vector<float>& v) {
     return product;
 }
 
-Matrix<float>
-BuildTransform(float sx, float sy, float sz, float rx, float ry, float rz, float tx, float ty, float tz) {
+Matrix<float> BuildTransform(float sx, float sy, float sz, float rx, float ry, float rz, float tx, float ty, float tz) {
     Matrix<float> scale = Matrix<float>::identity();
     scale(0, 0) = sx;
     scale(1, 1) = sy;

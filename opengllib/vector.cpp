@@ -35,13 +35,15 @@ template <class T> Vector<T> divided(const Vector<T>& v, T divisor) {
 } // namespace
 
 Vector<float> operator+(const Vector<float>& a, const Vector<float>& b) {
-    return {a.ElementAt(0) + b.ElementAt(0), a.ElementAt(1) + b.ElementAt(1), a.ElementAt(2) + b.ElementAt(2),
-            a.ElementAt(3) + b.ElementAt(3)};
+    return {
+        a.ElementAt(0) + b.ElementAt(0), a.ElementAt(1) + b.ElementAt(1), a.ElementAt(2) + b.ElementAt(2),
+        a.ElementAt(3) + b.ElementAt(3)};
 }
 
 Vector<float> operator-(const Vector<float>& a, const Vector<float>& b) {
-    return {a.ElementAt(0) - b.ElementAt(0), a.ElementAt(1) - b.ElementAt(1), a.ElementAt(2) - b.ElementAt(2),
-            a.ElementAt(3) - b.ElementAt(3)};
+    return {
+        a.ElementAt(0) - b.ElementAt(0), a.ElementAt(1) - b.ElementAt(1), a.ElementAt(2) - b.ElementAt(2),
+        a.ElementAt(3) - b.ElementAt(3)};
 }
 
 Vector<float> operator/(const Vector<float>& v, float divisor) {
@@ -53,9 +55,10 @@ Vector<double> operator/(const Vector<double>& v, double divisor) {
 }
 
 Vector<float> Cross(const Vector<float>& a, const Vector<float>& b) {
-    return {a.ElementAt(1) * b.ElementAt(2) - a.ElementAt(2) * b.ElementAt(1),
-            a.ElementAt(2) * b.ElementAt(0) - a.ElementAt(0) * b.ElementAt(2),
-            a.ElementAt(0) * b.ElementAt(1) - a.ElementAt(1) * b.ElementAt(0), 0.0F};
+    return {
+        a.ElementAt(1) * b.ElementAt(2) - a.ElementAt(2) * b.ElementAt(1),
+        a.ElementAt(2) * b.ElementAt(0) - a.ElementAt(0) * b.ElementAt(2),
+        a.ElementAt(0) * b.ElementAt(1) - a.ElementAt(1) * b.ElementAt(0), 0.0F};
 }
 
 float Length(const Vector<float>& v) {

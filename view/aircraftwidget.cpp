@@ -27,8 +27,8 @@ ViewPoint viewPoint(const QPointF& position) {
     return {position.x(), position.y()};
 }
 
-// Runs an event handler's work. Nothing that it throws leaves the handler: the text is formed and discarded, on purpose,
-// and the event simply dropped.
+// Runs an event handler's work. Nothing that it throws leaves the handler: the text is formed and discarded, on
+// purpose, and the event simply dropped.
 template <class Work> void guarded(const Work& work) {
     try {
         work();

@@ -69,9 +69,8 @@ void Camera::follow(const CameraSubject& before, const CameraSubject& now) {
     case ViewThreat:
     case ViewTarget: {
         const bool onThreat = mode_ == ViewThreat;
-        const Vector<float> moved =
-            position(onThreat ? now.threatPosition : now.targetPosition) -
-            position(onThreat ? before.threatPosition : before.targetPosition);
+        const Vector<float> moved = position(onThreat ? now.threatPosition : now.targetPosition) -
+                                    position(onThreat ? before.threatPosition : before.targetPosition);
         eye_ = eye_ + moved;
         centre_ = centre_ + moved;
         break;

@@ -12,9 +12,9 @@ struct FlareLook {
 };
 
 // The look of a flare of brightness `scalar` (power per solid angle in any unit that the file uses) at `distance` from
-// the eye whose unit sphere covers `projectedArea` square pixels: its irradiance E = 4π · scalar / distance² spread over
-// the area of a sphere larger than a pixel, or a point of grey E whose alpha is the part of the pixel that it covers.
-// Never NaN or infinite.
+// the eye whose unit sphere covers `projectedArea` square pixels: its irradiance E = 4π · scalar / distance² spread
+// over the area of a sphere larger than a pixel, or a point of grey E whose alpha is the part of the pixel that it
+// covers. Never NaN or infinite.
 FlareLook flareLook(float scalar, double distance, double projectedArea);
 
 // Draws the flares of a frame as seen from `eye` (world), with the view's matrices and viewport set. Needs a current GL

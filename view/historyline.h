@@ -9,8 +9,8 @@
 
 enum class PathOf { Target, Threat };
 
-// The vertices of one line strip through a body's position at every sample in time order. With drop lines the strip goes
-// down to z = 0 and back up at each sample that lies in a later half second than the one before it.
+// The vertices of one line strip through a body's position at every sample in time order. With drop lines the strip
+// goes down to z = 0 and back up at each sample that lies in a later half second than the one before it.
 struct HistoryPath {
     std::vector<Vertex> vertices;
     std::vector<std::size_t> vertexEnds; // per sample: the number of vertices up to and including it

@@ -32,9 +32,9 @@ Reticle reticleFor(const Vector<float>& eye, const Vector<float>& centre, float 
     reticle.middle = eye + scaled(forward, distance / 10.0F);
     for (int i = 0; i < Reticle::kSegments; ++i) {
         const double angle = 2.0 * std::numbers::pi * i / Reticle::kSegments;
-        reticle.circle[static_cast<std::size_t>(i)] =
-            reticle.middle + scaled(right, radius * static_cast<float>(std::cos(angle))) +
-            scaled(up, radius * static_cast<float>(std::sin(angle)));
+        reticle.circle[static_cast<std::size_t>(i)] = reticle.middle +
+                                                      scaled(right, radius * static_cast<float>(std::cos(angle))) +
+                                                      scaled(up, radius * static_cast<float>(std::sin(angle)));
     }
     reticle.crossEnds = {
         reticle.middle + scaled(right, radius), reticle.middle - scaled(right, radius),

@@ -14,7 +14,8 @@ struct Reticle {
 };
 
 // A reticle facing the eye at one tenth of the distance from eye to centre, with radius
-// 10 · tan(fieldOfViewDegrees / 2): it touches the edges of the seeker's field of view when the centre is 100 units away.
+// 10 · tan(fieldOfViewDegrees / 2): it touches the edges of the seeker's field of view when the centre is 100 units
+// away.
 Reticle reticleFor(const Vector<float>& eye, const Vector<float>& centre, float fieldOfViewDegrees);
 
 // Needs a current GL context.

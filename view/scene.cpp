@@ -30,7 +30,7 @@ const Material& threatMaterial(const etxyz& engagement) {
 // Rotates the terrain's axes (z up) into the world's (z down) and puts its ground under the threat's first height.
 void drawTerrain(etxyz& engagement) {
     const PushedMatrix matrix;
-    const float firstThreatHeight = engagement.keyframes[0.0].threatPos[2];
+    const float firstThreatHeight = engagement.keyframeAtZero().threatPos[2];
     glRotatef(180.0F, 1.0F, 0.0F, 0.0F);
     glTranslatef(0.0F, 0.0F, -firstThreatHeight);
 }

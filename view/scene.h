@@ -36,8 +36,8 @@ void setUpScene();
 // Clears colour and depth. Needs a current GL context.
 void clearFrame();
 
-// Draws frames and keeps the vertices that stay the same between them. Everything but the constructor, the destructor of
-// a scene that has drawn something included, needs the GL context that it draws in to be current.
+// Draws frames and keeps the vertices that stay the same between them. Everything but the constructor, the destructor
+// of a scene that has drawn something included, needs the GL context that it draws in to be current.
 class Scene {
 public:
     // Draws one frame into the cleared current framebuffer, with the projection set (applyProjection). Showing the

@@ -11,6 +11,6 @@ etxyz* selectedEngagement(const QList<etxyz*>& engagements);
 // Whether the engagement's first action reads "Enable": the text is the state.
 bool isEngagementHidden(const etxyz& engagement);
 
-// The full field of view of the projection in degrees: the seeker's of the last engagement whose "View Gyro" is checked,
-// else the default one.
+// The full field of view of the projection in degrees: the seeker's of the last engagement whose "View Gyro" is
+// checked, else the default one.
 double fieldOfViewDegrees(const QList<etxyz*>& engagements);

@@ -1,6 +1,7 @@
 // Process start to first painted frame: the viewer with the demonstration's files against an empty window.
 #include <benchmark/benchmark.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <spawn.h>
@@ -28,7 +29,10 @@ int run(const std::vector<std::string>& arguments) {
 
 std::vector<std::string> demonstrationFiles() {
     const std::filesystem::path folder = std::filesystem::temp_directory_path() / "sorvane_bench_demonstration";
-    makeDemonstration(folder);
+    if (const Failure failure = makeDemonstration(folder)) {
+        std::fprintf(stderr, "%s\n", failure->c_str());
+        return {};
+    }
     ::setenv("PELSAR_DATA", (folder / "data/").c_str(), 1);
     std::vector<std::string> files;
     for (const auto& entry : std::filesystem::directory_iterator(folder))

@@ -39,8 +39,7 @@ void drawFrames(benchmark::State& state, int samples) {
         options.time = std::fmod(options.time + 0.033, kDuration);
         scene.draw(shown, camera, options);
     }
-    state.counters["GL calls"] =
-        benchmark::Counter(static_cast<double>(glCalls), benchmark::Counter::kAvgIterations);
+    state.counters["GL calls"] = benchmark::Counter(static_cast<double>(glCalls), benchmark::Counter::kAvgIterations);
     glCalls = 0;
 }
 

@@ -106,7 +106,9 @@ TEST_F(ClockTest, PlaysInRealTimeAndPauses) {
 
 TEST_F(ClockTest, TheIconFollowsTheState) {
     loadUntil(20.0);
-    const auto pictureOf = [](const QIcon& icon) { return icon.pixmap(24).toImage(); };
+    const auto pictureOf = [](const QIcon& icon) {
+        return icon.pixmap(24).toImage();
+    };
     const QImage play = pictureOf(QIcon(":/images/play.svg"));
     const QImage pause = pictureOf(QIcon(":/images/pause.svg"));
     ASSERT_NE(play, pause);

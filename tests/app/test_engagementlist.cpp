@@ -138,9 +138,8 @@ TEST_F(EngagementListTest, AddAsksForAFileAndLoadsIt) {
     withFileDialog(*this, [&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), "Open ETXYZ File");
         EXPECT_EQ(
-            dialog.nameFilters(), (QStringList{
-                                      "ETXYZ Files (ETXYZ.OUT.*)", "Compressed ETXYZ Files (ETXYZ.OUT.*.Z)",
-                                      "All Files (*.*)"}));
+            dialog.nameFilters(),
+            (QStringList{"ETXYZ Files (ETXYZ.OUT.*)", "Compressed ETXYZ Files (ETXYZ.OUT.*.Z)", "All Files (*.*)"}));
         dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path);
         QTest::keyClick(&dialog, Qt::Key_Return);
     });

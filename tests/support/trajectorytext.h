@@ -23,7 +23,8 @@ struct TestSample {
     QList<TestFlare> flares;
 };
 
-// Twelve header lines that name no existing file, with the colour name (line 9) and the seeker's field of view (line 12).
+// Twelve header lines that name no existing file, with the colour name (line 9) and the seeker's field of view (line
+// 12).
 inline QByteArray trajectoryHeader(const QByteArray& colourName = "white", const QByteArray& fieldOfView = "1.5") {
     return "/nowhere/t.top\n/nowhere/t.rad\n/nowhere/tgt_b0001.rad\n1 2 3\n4 5 6\n/nowhere/tgt.vnl\n/nowhere/tgt.brdf\n"
            "unused\n" +
@@ -46,8 +47,8 @@ inline QByteArray trajectoryRecord(const TestSample& sample) {
 }
 
 // A trajectory through the samples at `path`; returns the path.
-inline QString writeTrajectory(
-    const QString& path, const QList<TestSample>& samples, const QByteArray& header = trajectoryHeader()) {
+inline QString
+writeTrajectory(const QString& path, const QList<TestSample>& samples, const QByteArray& header = trajectoryHeader()) {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return {};

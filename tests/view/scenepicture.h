@@ -8,5 +8,5 @@
 // The framebuffer's pixels, top row first, after drawing the engagements with the scene's own code in an offscreen GL
 // context that lives until the process ends. Sizes in pixels.
 QImage drawScene(
-    const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options,
-    int width = 200, int height = 150, double fieldOfViewDegrees = 30.0);
+    const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options, int width = 200,
+    int height = 150, double fieldOfViewDegrees = 30.0);

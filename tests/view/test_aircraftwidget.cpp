@@ -130,8 +130,7 @@ TEST_F(AircraftWidgetTest, LeftDragTurnsRightDragPansAndBothPan) {
         for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton})
             if (buttons.testFlag(button))
                 QTest::mousePress(&view, button, {}, from);
-        QMouseEvent move(
-            QEvent::MouseMove, to, view.mapToGlobal(QPointF(to)), Qt::NoButton, buttons, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, to, view.mapToGlobal(QPointF(to)), Qt::NoButton, buttons, Qt::NoModifier);
         QCoreApplication::sendEvent(&view, &move);
         for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton})
             if (buttons.testFlag(button))

@@ -103,9 +103,9 @@ TEST(Camera, DraggingTurnsTheEyeAboutTheCentreAsBothWereAtThePress) {
         double eye[3];
     };
     const Row rows[] = {
-        {{900.0, 0.0}, {1.0, 102.0, 3.0}},   // 90 degrees about world z
+        {{900.0, 0.0}, {1.0, 102.0, 3.0}}, // 90 degrees about world z
         {{-900.0, 0.0}, {1.0, -98.0, 3.0}},
-        {{0.0, 900.0}, {1.0, 2.0, -97.0}},   // 90 degrees about world y
+        {{0.0, 900.0}, {1.0, 2.0, -97.0}}, // 90 degrees about world y
         {{0.0, 0.0}, {101.0, 2.0, 3.0}},
     };
     for (const Row& row : rows) {

@@ -199,7 +199,9 @@ TEST_F(SceneTest, FlareTrailsShowWhereFlaresHaveBeen) {
         flare.pos[2] = -75.0F;
         sample.flares = {flare};
     }
-    const auto isTrail = [](int r, int g, int b) { return r > 90 && r > 2 * g && r > 2 * b; };
+    const auto isTrail = [](int r, int g, int b) {
+        return r > 90 && r > 2 * g && r > 2 * b;
+    };
     options.showDropLines = false;
     EXPECT_GT(countPixels(draw(), isTrail), 20);
     options.time = 0.0;
