@@ -17,7 +17,7 @@ constexpr double kThreatRollRate = 25.0; // degrees per second
 constexpr double kFlareBurnTime = 4.0;
 constexpr double kFlareDrag = 0.006; // per metre: deceleration over the square of the speed
 constexpr double kFlareEjectionSpeed = 30.0;
-constexpr double kFlareBrightness = 4.0e6;        // makes a sphere of two metres white in a view of 30 degrees
+constexpr double kFlareBrightness = 2.5e7;        // makes a sphere of five metres white in a view of 30 degrees
 constexpr Triple kFlareSpin = {80.0, 50.0, 65.0}; // degrees per second
 
 double radians(double degrees) {
@@ -123,7 +123,7 @@ struct Flare {
 
     FlareSample sample() const {
         const double burnt = age / kFlareBurnTime;
-        const double size = 0.4 + 2.2 * std::sin(std::numbers::pi * burnt);
+        const double size = 1.0 + 5.0 * std::sin(std::numbers::pi * burnt);
         const double brightness = kFlareBrightness * (1.0 - std::exp(-12.0 * burnt)) * (1.0 - burnt * burnt);
         return {id,
                 release.kind,

@@ -1,0 +1,109 @@
+// Makes the pictures of the documentation: opens the real window on the demonstration, uses it as a person would, and
+// saves what it shows. usage: make_pictures DEMONSTRATION_FOLDER PICTURE_FOLDER
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+
+#include <GL/freeglut.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QDoubleSpinBox>
+#include <QMenu>
+#include <QSurfaceFormat>
+#include <QTest>
+#include <QWheelEvent>
+
+#include "aircraftwidget.h"
+#include "new_sorvane.h"
+#include "surfaceformat.h"
+
+namespace {
+class Photographer {
+public:
+    Photographer(const QDir& demonstration, const QDir& pictures) : pictures_(pictures) {
+        window_.show();
+        for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.crossing.Z", "ETXYZ.OUT.sparse"})
+            window_.loadEtxyzFile(demonstration.filePath(QString::fromLatin1(name)));
+    }
+
+    void goTo(double seconds) { window_.findChild<QDoubleSpinBox*>("doubleSpinBox")->setValue(seconds); }
+
+    // Chooses a view entry of engagement number `engagement` in its sub-menu.
+    void choose(int engagement, const QString& text) {
+        for (QAction* const action : subMenu(engagement)->actions())
+            if (action->text() == text && !action->isChecked())
+                action->trigger();
+    }
+
+    void hide(int engagement) { subMenu(engagement)->actions().first()->trigger(); }
+
+    void scroll(int notches) {
+        const QPointF middle(view_->width() / 2.0, view_->height() / 2.0);
+        QWheelEvent event(
+            middle, view_->mapToGlobal(middle), {}, {0, 120 * notches}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+            false);
+        QCoreApplication::sendEvent(view_, &event);
+    }
+
+    // Drags with the left button.
+    void drag(int right, int down) {
+        const QPoint from(view_->width() / 2, view_->height() / 2);
+        QTest::mousePress(view_, Qt::LeftButton, {}, from);
+        const QPointF to = from + QPoint(right, down);
+        QMouseEvent move(QEvent::MouseMove, to, view_->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(view_, &move);
+        QTest::mouseRelease(view_, Qt::LeftButton, {}, to.toPoint());
+    }
+
+    bool take(const QString& name) {
+        QTest::qWait(200); // lets the window settle
+        const QString path = pictures_.filePath(name);
+        if (window_.grab().save(path))
+            return true;
+        std::fprintf(stderr, "can't write %s\n", qPrintable(path));
+        return false;
+    }
+
+private:
+    QMenu* subMenu(int engagement) const {
+        return window_.findChild<QMenu*>("menuETXYZ_Files")->actions().at(engagement + 1)->menu();
+    }
+
+    QDir pictures_;
+    new_sorvane window_;
+    AircraftWidget* view_ = window_.findChild<AircraftWidget*>("glWidget");
+};
+} // namespace
+
+int main(int argc, char** argv) {
+    QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
+    QApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C");
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: make_pictures DEMONSTRATION_FOLDER PICTURE_FOLDER\n");
+        return 2;
+    }
+    glutInit(&argc, argv);
+    Photographer photographer{QDir(QFile::decodeName(argv[1])), QDir(QFile::decodeName(argv[2]))};
+
+    photographer.hide(1);
+    photographer.hide(2);
+    photographer.choose(0, "View Threat");
+    photographer.goTo(9.0);
+    photographer.drag(1500, 100);
+    photographer.scroll(-31);
+    bool isWritten = photographer.take("window.png");
+
+    photographer.choose(0, "View Target");
+    photographer.goTo(12.0);
+    photographer.drag(650, 200);
+    photographer.scroll(-34);
+    isWritten = photographer.take("target-view.png") && isWritten;
+
+    photographer.choose(0, "View Gyro");
+    photographer.goTo(8.2);
+    isWritten = photographer.take("gyro-view.png") && isWritten;
+    return isWritten ? 0 : 1;
+}
