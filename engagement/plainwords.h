@@ -129,7 +129,7 @@ private:
         const char* const start = at_;
         while (at_ != end_ && !isBlank(*at_))
             ++at_;
-        const QString word = QString::fromLatin1(start, at_ - start);
+        QString word = QString::fromLatin1(start, at_ - start);
         skipBlanks();
         return word;
     }

@@ -25,7 +25,7 @@ public:
 
 private:
     struct Entry {
-        double time;
+        double time = 0.0;
         Place place;
     };
 
