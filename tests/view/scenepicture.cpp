@@ -24,8 +24,9 @@ struct OffscreenContext {
 QImage drawScene(
     const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options, int width,
     int height, double fieldOfViewDegrees) {
-    static OffscreenContext offscreen;
-    offscreen.context.makeCurrent(&offscreen.surface);
+    // Never ended: the application is gone before static objects are.
+    static auto* const offscreen = new OffscreenContext;
+    offscreen->context.makeCurrent(&offscreen->surface);
     QOpenGLFramebufferObject target(width, height, QOpenGLFramebufferObject::Depth);
     target.bind();
     setUpScene();
