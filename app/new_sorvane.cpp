@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <vector>
 
+#include <QDebug>
 #include <QFileDialog>
 #include <QMenu>
 #include <QTimer>
@@ -11,7 +12,13 @@
 #include "aircraftwidget.h"
 #include "copykeyfilter.h"
 #include "etxyz.h"
+#include "framegrab.h"
+#include "imageexport.h"
+#include "qvideoencoder.h"
+#include "recordingtexts.h"
 #include "ui_new_sorvane.h"
+#include "viewnotice.h"
+#include "viewsizesteps.h"
 
 namespace {
 constexpr int kTickMilliseconds = 33;
@@ -43,11 +50,17 @@ new_sorvane::new_sorvane(QWidget* parent) : QMainWindow(parent), ui(std::make_un
     timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &new_sorvane::incrementTime);
 
+    notice_ = new ViewNotice(*ui->glWidget);
+    new ViewSizeSteps(*this, *ui->glWidget, *ui->recordButton);
     CopyKeyFilter::installOn(*ui->doubleSpinBox);
     ui->glWidget->setFocus();
 }
 
-new_sorvane::~new_sorvane() = default;
+new_sorvane::~new_sorvane() {
+    // A movie without its trailer can't be played.
+    if (encoder != nullptr)
+        encoder->close();
+}
 
 void new_sorvane::loadEtxyzFile(const QString& path) {
     auto loaded = std::make_unique<etxyz>();
@@ -129,6 +142,10 @@ void new_sorvane::on_playButton_clicked() {
         stopClock();
         return;
     }
+    startClock();
+}
+
+void new_sorvane::startClock() {
     timer->start(kTickMilliseconds);
     ui->playButton->setIcon(QIcon(QStringLiteral(":/images/pause.svg")));
 }
@@ -139,12 +156,18 @@ void new_sorvane::stopClock() {
 }
 
 void new_sorvane::incrementTime() {
-    const double next = ui->doubleSpinBox->value() + speed * kTickSeconds;
+    const double now = ui->doubleSpinBox->value();
+    // Before the time moves: a movie starts with the frame that was on show.
+    if (encoder != nullptr)
+        recordFrame();
+    const double next = now + speed * kTickSeconds;
     const bool isAtEnd = next > ui->horizontalSlider->maximum() * 0.001;
     // The end of the clock is the box's own maximum, not the end of the engagement.
     const double time = isAtEnd ? ui->doubleSpinBox->maximum() : next;
-    if (isAtEnd)
+    if (isAtEnd) {
         stopClock();
+        finishRecording();
+    }
     ui->doubleSpinBox->setValue(time);
     ui->horizontalSlider->setValue(sliderValue(time));
     // The slider, at its maximum, has set the box back to its own time: the box shows the end of the clock.
@@ -187,6 +210,62 @@ void new_sorvane::on_actionX0_1_triggered() {
     speed *= 0.1;
 }
 
-void new_sorvane::on_actionScreenshot_triggered() {}
+void new_sorvane::on_actionScreenshot_triggered() {
+    QString filter;
+    const QString path = QFileDialog::getSaveFileName(
+        this, tr("Save Image File"), QString(),
+        tr("PNG Files (*.png);;PPM Files (*.ppm);;BMP Files (*.bmp);;All Files (*.*)"), &filter,
+        QFileDialog::DontResolveSymlinks);
+    if (!path.isEmpty())
+        saveImage(path);
+}
 
-void new_sorvane::on_recordButton_clicked() {}
+void new_sorvane::saveImage(const QString& path) {
+    qDebug() << path;
+    exportImage(*this, grabFrame(*ui->glWidget), path);
+}
+
+void new_sorvane::on_recordButton_clicked() {
+    QString filter;
+    const QString path = QFileDialog::getSaveFileName(
+        this, tr("Save Movie File"), QString(), tr("AVI Files (*.avi);;MPEG Files (*.mpg);;All Files (*.*)"), &filter,
+        QFileDialog::DontResolveSymlinks);
+    if (path.isEmpty())
+        return;
+    finishRecording();
+    constexpr unsigned kBitRate = 10000000;
+    constexpr unsigned kFramesPerKeyFrame = 20;
+    constexpr unsigned kFramesPerSecond = 30;
+    encoder = std::make_unique<QVideoEncoder>();
+    isWriteErrorTold_ = false;
+    // A refused movie leaves a closed encoder, which ignores every frame; the clock runs all the same.
+    if (encoder->createFile(
+            path, static_cast<unsigned>(ui->glWidget->width()), static_cast<unsigned>(ui->glWidget->height()), kBitRate,
+            kFramesPerKeyFrame, kFramesPerSecond))
+        notice_->mark(recordingMark(*encoder));
+    else
+        notice_->notify(refusalText(*encoder, ui->glWidget->size()));
+    startClock();
+}
+
+void new_sorvane::recordFrame() {
+    encoder->encodeImage(grabFrame(*ui->glWidget));
+    if (!encoder->isOk())
+        return;
+    notice_->mark(recordingMark(*encoder));
+    if (encoder->hasWriteError() && !isWriteErrorTold_) {
+        isWriteErrorTold_ = true;
+        notice_->notify(writeErrorText(*encoder));
+    }
+}
+
+void new_sorvane::finishRecording() {
+    if (encoder == nullptr)
+        return;
+    encoder->close();
+    notice_->clearMark();
+    // Closing writes too.
+    if (encoder->hasWriteError() && !isWriteErrorTold_)
+        notice_->notify(writeErrorText(*encoder));
+    encoder.reset();
+}

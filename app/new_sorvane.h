@@ -7,8 +7,9 @@
 #include <QMainWindow>
 #include <QString>
 
-class QAction;
 class QTimer;
+class QVideoEncoder;
+class ViewNotice;
 class etxyz;
 namespace Ui {
 class new_sorvane;
@@ -24,6 +25,9 @@ public:
     // Loads and registers one engagement: scene, sub-menu, range of the slider. A file that yields no keyframes changes
     // nothing and is not reported.
     void loadEtxyzFile(const QString& path);
+
+    // Saves the view as a picture; the name's ending is its format. Problems are message boxes.
+    void saveImage(const QString& path);
 
 public slots:
     // Bound by name to the form's objects and actions; the order is part of the class's meta-object.
@@ -45,10 +49,16 @@ public slots:
 
 private:
     void addMenu(etxyz& engagement, const QString& path);
+    void startClock();
     void stopClock();
+    void recordFrame();
+    void finishRecording();
 
     std::unique_ptr<Ui::new_sorvane> ui;
     QList<etxyz*> engagements; // in load order; never removed
     QTimer* timer = nullptr;
-    double speed = 1.0; // engagement seconds per second; no bounds
+    double speed = 1.0;                     // engagement seconds per second; no bounds
+    std::unique_ptr<QVideoEncoder> encoder; // while a movie is being recorded, else null
+    ViewNotice* notice_ = nullptr;
+    bool isWriteErrorTold_ = false; // of the current recording
 };

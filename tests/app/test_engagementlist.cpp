@@ -1,9 +1,6 @@
 // Loading engagements into the window, hiding them and choosing the view.
 #include "windowfixture.h"
 
-#include <QFileDialog>
-#include <QLineEdit>
-
 #include <sys/stat.h>
 
 namespace {
@@ -118,38 +115,25 @@ TEST_F(EngagementListTest, ToggleTextIsTheHiddenState) {
     EXPECT_EQ(entry(0, 0)->text(), "Disable");
 }
 
-// The dialog runs its own event loop; `act` runs inside it.
-template <class Act> void withFileDialog(WindowTest& test, const Act& act) {
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    QTimer::singleShot(0, &test.window, [&] {
-        QFileDialog* dialog = nullptr;
-        ASSERT_TRUE(QTest::qWaitFor([&] {
-            dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            return dialog != nullptr;
-        }));
-        act(*dialog);
-    });
-    test.action("actionAdd")->trigger();
-}
-
 TEST_F(EngagementListTest, AddAsksForAFileAndLoadsIt) {
     showWindow();
     const QString path = writeTrajectoryUntil(folder.filePath("ETXYZ.OUT.1"), 3.0);
-    withFileDialog(*this, [&](QFileDialog& dialog) {
+    answerDialog([&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), "Open ETXYZ File");
         EXPECT_EQ(
             dialog.nameFilters(),
             (QStringList{"ETXYZ Files (ETXYZ.OUT.*)", "Compressed ETXYZ Files (ETXYZ.OUT.*.Z)", "All Files (*.*)"}));
-        dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path);
-        QTest::keyClick(&dialog, Qt::Key_Return);
+        enterName(dialog, path);
     });
+    action("actionAdd")->trigger();
     EXPECT_EQ(fileCount(), 1);
     EXPECT_EQ(slider->maximum(), 3000);
 }
 
 TEST_F(EngagementListTest, ACancelledDialogDoesNothing) {
     showWindow();
-    withFileDialog(*this, [](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    answerDialog([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    action("actionAdd")->trigger();
     EXPECT_EQ(fileCount(), 0);
 }
 } // namespace

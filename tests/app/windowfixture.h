@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QDoubleSpinBox>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QSlider>
@@ -36,6 +39,23 @@ struct WindowTest : testing::Test {
         const QString path = writeTrajectoryUntil(folder.filePath(name), end);
         window.loadEtxyzFile(path);
         return path;
+    }
+    // A modal dialog runs an event loop of its own; `act` is called with the next one of its type inside that loop.
+    template <class Act> void answerDialog(const Act& act) { answerModal<QFileDialog>(act); }
+    template <class Dialog, class Act> void answerModal(const Act& act) {
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        QTimer::singleShot(0, &window, [act] {
+            Dialog* dialog = nullptr;
+            ASSERT_TRUE(QTest::qWaitFor([&] {
+                dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+                return dialog != nullptr && dialog->isVisible();
+            }));
+            act(*dialog);
+        });
+    }
+    static void enterName(QFileDialog& dialog, const QString& path) {
+        dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path);
+        QTest::keyClick(&dialog, Qt::Key_Return);
     }
     QAction* action(const QString& name) { return window.findChild<QAction*>(name); }
     // Entry `entry` of the sub-menu of engagement number `engagement`, both from 0; entry 0 hides and shows.

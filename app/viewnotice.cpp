@@ -1,0 +1,44 @@
+// A short text over the view that never gets into pictures and movies.
+#include "viewnotice.h"
+
+#include <QTimer>
+
+namespace {
+constexpr int kNoticeMilliseconds = 6000;
+constexpr int kMargin = 8; // pixels
+} // namespace
+
+ViewNotice::ViewNotice(QWidget& view) : QLabel(&view), noticeTimer_(new QTimer(this)) {
+    setObjectName(QStringLiteral("viewNotice"));
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+    setMargin(kMargin / 2);
+    move(kMargin, kMargin);
+    hide();
+    noticeTimer_->setSingleShot(true);
+    connect(noticeTimer_, &QTimer::timeout, this, [this] { showMark(); });
+}
+
+void ViewNotice::notify(const QString& text) {
+    noticeTimer_->start(kNoticeMilliseconds);
+    place(text, "#ffd54f");
+}
+
+void ViewNotice::mark(const QString& text) {
+    mark_ = text;
+    if (!noticeTimer_->isActive())
+        showMark();
+}
+
+void ViewNotice::showMark() {
+    place(mark_, "#ff5252");
+}
+
+void ViewNotice::place(const QString& text, const char* colour) {
+    setStyleSheet(QStringLiteral("color: %1; background: rgba(0, 0, 0, 190);").arg(QLatin1String(colour)));
+    setText(text);
+    setMaximumWidth(parentWidget()->width() - 2 * kMargin);
+    adjustSize();
+    setVisible(!text.isEmpty());
+}

@@ -1,0 +1,26 @@
+// A short text over the view that never gets into pictures and movies.
+#pragma once
+
+#include <QLabel>
+
+class QTimer;
+
+// A label over the top left corner of a widget. Grabbed frames hold only what the widget itself draws, so the label
+// stays out of them; it takes no mouse events.
+class ViewNotice : public QLabel {
+public:
+    explicit ViewNotice(QWidget& view);
+
+    // Shows what the user should notice, for some seconds. It takes the place of a mark, which comes back after it.
+    void notify(const QString& text);
+    // Shows a mark until it is cleared: the state of a recording.
+    void mark(const QString& text);
+    void clearMark() { mark(QString()); }
+
+private:
+    void showMark();
+    void place(const QString& text, const char* colour);
+
+    QTimer* noticeTimer_;
+    QString mark_;
+};

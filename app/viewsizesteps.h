@@ -1,0 +1,23 @@
+// Keeps the view at sizes that a movie can have.
+#pragma once
+
+#include <QObject>
+
+class QMainWindow;
+
+// The sides of a movie are multiples of 8. When the window is first shown, its control row grows by the few pixels that
+// leave the view such a height, and the window tells the window manager to resize it in steps of 8.
+class ViewSizeSteps : public QObject {
+public:
+    // `controlRow` is any widget of the row below the view whose height makes the row's.
+    ViewSizeSteps(QMainWindow& window, QWidget& view, QWidget& controlRow);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void arrange();
+
+    QMainWindow& window_;
+    QWidget& view_;
+    QWidget& controlRow_;
+};

@@ -1,0 +1,151 @@
+// Recording through the real window, by real clicks; the movies are read back.
+#include "windowfixture.h"
+
+#include <QLabel>
+
+#include "moviereader.h"
+
+namespace {
+struct RecordingTest : WindowTest {
+    QPushButton* const recordButton = window.findChild<QPushButton*>("recordButton");
+    QLabel* const notice = window.findChild<QLabel*>("viewNotice");
+
+    // Presses Record and answers its dialog with `path`.
+    void record(const QString& path) {
+        answerDialog([path](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Save Movie File");
+            EXPECT_EQ(
+                dialog.nameFilters(), (QStringList{"AVI Files (*.avi)", "MPEG Files (*.mpg)", "All Files (*.*)"}));
+            enterName(dialog, path);
+        });
+        QTest::mouseClick(recordButton, Qt::LeftButton);
+    }
+    // Stops the clock's own ticks and makes `count` by hand.
+    void tick(int count) {
+        timer->stop();
+        for (int i = 0; i < count; ++i)
+            window.incrementTime();
+    }
+};
+
+TEST_F(RecordingTest, TheViewStartsAtASizeThatAMovieCanHave) {
+    showWindow();
+    EXPECT_EQ(window.size(), QSize(846, 586));
+    EXPECT_EQ(view->width() % 8, 0) << view->width();
+    EXPECT_EQ(view->height() % 8, 0) << view->height();
+    EXPECT_EQ(window.sizeIncrement(), QSize(8, 8));
+}
+
+TEST_F(RecordingTest, EveryTickIsAFrameUprightAndInItsColours) {
+    showWindow();
+    loadUntil(20.0);
+    const QString path = folder.filePath("with blanks: and ümlauts.avi");
+    record(path);
+    EXPECT_TRUE(timer->isActive());
+    EXPECT_TRUE(notice->isVisible());
+    const int ticks = static_cast<int>(box->value() / 0.033 + 0.5); // the clock may have ticked already
+    tick(25);
+    const QImage last = view->grabFramebuffer();
+    tick(1);
+    EXPECT_EQ(notice->text(), QStringLiteral("● %1").arg(ticks + 26));
+    window.findChild<QSlider*>("horizontalSlider")->setValue(20000);
+    tick(1); // past the end: the recording ends with the playback
+    EXPECT_FALSE(notice->isVisible());
+    const Movie movie = readMovie(path);
+    EXPECT_EQ(movie.container, "avi");
+    EXPECT_EQ(movie.frames.size(), static_cast<std::size_t>(ticks + 27));
+    EXPECT_EQ(movie.framesPerSecond, 30.0);
+    ASSERT_GT(movie.isKeyFrame.size(), 20U);
+    for (std::size_t i = 0; i < movie.isKeyFrame.size(); ++i)
+        EXPECT_EQ(movie.isKeyFrame[i], i % 20 == 0) << i;
+    // The frame of the last tick but one shows what the view showed: compared as the mean of each quarter.
+    const QImage recorded = movie.frames[static_cast<std::size_t>(ticks + 25)];
+    ASSERT_EQ(recorded.size(), view->size());
+    const auto quarter = [](const QImage& picture, int i) {
+        const QSize half = picture.size() / 2;
+        const QRgb mean = picture.copy(QRect(QPoint(i % 2 * half.width(), i / 2 * half.height()), half))
+                              .scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                              .pixel(0, 0);
+        return std::array{qRed(mean), qGreen(mean), qBlue(mean)};
+    };
+    for (int i = 0; i < 4; ++i)
+        for (std::size_t c = 0; c < 3; ++c)
+            EXPECT_NEAR(quarter(recorded, i)[c], quarter(last, i)[c], 4) << "quarter " << i << " colour " << c;
+}
+
+TEST_F(RecordingTest, ACancelledDialogLeavesTheRunningRecordingAlone) {
+    showWindow();
+    loadUntil(20.0);
+    const QString path = folder.filePath("a.avi");
+    record(path);
+    timer->stop();
+    const QString markBefore = notice->text();
+    answerDialog([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    QTest::mouseClick(recordButton, Qt::LeftButton);
+    EXPECT_EQ(notice->text(), markBefore);
+    tick(1);
+    EXPECT_NE(notice->text(), markBefore);
+}
+
+TEST_F(RecordingTest, ANewNameFinishesTheOldMovie) {
+    showWindow();
+    loadUntil(20.0);
+    record(folder.filePath("first.avi"));
+    tick(5);
+    record(folder.filePath("second.avi"));
+    EXPECT_GE(readMovie(folder.filePath("first.avi")).frames.size(), 5U);
+    tick(3);
+}
+
+TEST_F(RecordingTest, PausingGoesOnWithTheSameMovie) {
+    showWindow();
+    loadUntil(20.0);
+    record(folder.filePath("a.avi"));
+    tick(2);
+    playButton->click();
+    playButton->click();
+    EXPECT_TRUE(notice->isVisible());
+}
+
+TEST_F(RecordingTest, ARefusedMovieIsNoticedAndTheClockRuns) {
+    loadUntil(20.0);
+    showWindow();
+    window.resize(window.width() + 3, window.height());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view->width() % 8 == 3; }));
+    record(folder.filePath("a.avi"));
+    EXPECT_TRUE(timer->isActive());
+    EXPECT_TRUE(notice->isVisible());
+    EXPECT_EQ(
+        notice->text(), QStringLiteral("Not recording: the sides of a movie are multiples of 8. The view is 827 × %1; "
+                                       "resize the window until it is 824 × %1.")
+                            .arg(view->height()));
+    tick(2);
+}
+
+TEST_F(RecordingTest, NoticesNeverGetIntoFrames) {
+    showWindow();
+    loadUntil(20.0);
+    const QImage before = view->grabFramebuffer();
+    record(folder.filePath("a.avi"));
+    timer->stop();
+    box->setValue(0.0);
+    ASSERT_TRUE(notice->isVisible());
+    EXPECT_EQ(view->grabFramebuffer(), before);
+    EXPECT_NE(view->grab().toImage(), before);
+}
+
+TEST(Recording, ClosingTheWindowFinishesTheMovie) {
+    QTemporaryDir folder;
+    const QString path = folder.filePath("a.avi");
+    {
+        struct Window : RecordingTest {
+            void TestBody() override {}
+        } test;
+        test.showWindow();
+        test.loadUntil(20.0);
+        test.record(path);
+        test.tick(4);
+    }
+    EXPECT_GE(readMovie(path).frames.size(), 4U);
+}
+} // namespace
