@@ -12,8 +12,8 @@
 
 namespace {
 struct ViewTransform {
-    GLdouble projection[16];
-    GLint viewport[4];
+    GLdouble projection[16] = {};
+    GLint viewport[4] = {};
 
     ViewTransform() {
         glGetDoublev(GL_PROJECTION_MATRIX, projection);
