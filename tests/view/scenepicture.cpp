@@ -24,9 +24,7 @@ struct OffscreenContext {
 QImage drawScene(
     const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options, int width,
     int height, double fieldOfViewDegrees) {
-    // Never ended: the application is gone before static objects are.
-    static auto* const offscreen = new OffscreenContext;
-    offscreen->context.makeCurrent(&offscreen->surface);
+    const OffscreenContext offscreen;
     QOpenGLFramebufferObject target(width, height, QOpenGLFramebufferObject::Depth);
     target.bind();
     setUpScene();
