@@ -21,7 +21,8 @@ public:
     enum RoundingType { RoundNearest = 0, RoundDown = 1, RoundUp = 2 };
 
     // Reads the trajectory file at `path`, plain or, when the name ends in ".Z", through `uncompress`, into this fresh
-    // object. A file that can't be read leaves the keyframes empty; nothing is reported. Blocks while it reads.
+    // object. A file that can't be read leaves the keyframes empty; nothing is reported but what AtmFile::Load finds.
+    // Blocks while it reads.
     void LoadETXYZ(const QString& path);
 
     // The stored sample chosen for time t (seconds) by `rounding`: the last one not after t (RoundDown), the first one
