@@ -3,6 +3,8 @@
 # its exit status. usage: viewer_process_test.sh PROGRAM
 set -euo pipefail
 program=$1
+# At its end the process has unloaded drivers that keep allocations, and a leak checker can't tell whose those were.
+export ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0"
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 printf 'a\nb\nc\n1 2 3\n1 2 3\nd\ne\nf\nwhite\n1\nx\n1.5\n0 0 0 0 -100 0 0 0\n0 0 -50 0 0 0\n0 0 0 0 0\n' >"$folder/ETXYZ.OUT.1"
