@@ -37,6 +37,9 @@ public:
     // is outside their range. Angles are blended as plain numbers, without wrap-around.
     keyframe InterpolatedFrame(double t) const;
 
+    // How many samples are not after time t.
+    std::size_t sampleCountAt(double t) const;
+
     // The sample at time 0.0. Deliberate: when there is none, an empty one is added; the terrain is drawn at its
     // threat's height.
     const keyframe& keyframeAtZero();

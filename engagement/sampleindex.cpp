@@ -5,10 +5,6 @@
 #include <cmath>
 #include <iterator>
 
-namespace {
-constexpr qsizetype kWorthAnIndex = 4096;
-} // namespace
-
 std::pair<SampleIndex::Place, SampleIndex::Place> SampleIndex::around(const Samples& samples, double t) {
     const Place first = samples.cbegin();
     const Place last = std::prev(samples.cend());
@@ -16,14 +12,18 @@ std::pair<SampleIndex::Place, SampleIndex::Place> SampleIndex::around(const Samp
         return {first, first};
     if (t >= last.key())
         return {last, last};
-    if (samples.size() < kWorthAnIndex) {
-        const Place upper = samples.upperBound(t);
-        return {std::prev(upper), upper};
-    }
-    if (!indexed_.isSharedWith(samples))
-        build(samples);
+    update(samples);
     const Entry* const upper = firstAfter(t);
     return {std::prev(upper)->place, upper->place};
+}
+
+std::size_t SampleIndex::countNotAfter(const Samples& samples, double t) {
+    if (samples.isEmpty() || std::isnan(t) || t < samples.firstKey())
+        return 0;
+    if (t >= samples.lastKey())
+        return static_cast<std::size_t>(samples.size());
+    update(samples);
+    return static_cast<std::size_t>(firstAfter(t) - entries_.data());
 }
 
 void SampleIndex::clear() {
@@ -31,7 +31,9 @@ void SampleIndex::clear() {
     entries_.clear();
 }
 
-void SampleIndex::build(const Samples& samples) {
+void SampleIndex::update(const Samples& samples) {
+    if (indexed_.isSharedWith(samples))
+        return;
     indexed_ = samples;
     entries_.clear();
     entries_.reserve(static_cast<std::size_t>(samples.size()));

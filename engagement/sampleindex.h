@@ -8,7 +8,7 @@
 
 #include "keyframe.h"
 
-// Searching a map of many samples misses the processor's caches at almost every step. So for a long engagement the
+// Searching a map of many samples misses the processor's caches at almost every step, and a map doesn't count. So the
 // times are kept side by side, each with its place in the map.
 class SampleIndex {
 public:
@@ -18,6 +18,9 @@ public:
     // The last sample not after t and the first one after t. Before the first sample both are the first one, from the
     // last one on both are the last one; for NaN the first one. There must be a sample.
     std::pair<Place, Place> around(const Samples& samples, double t);
+
+    // How many samples are not after t; none for NaN.
+    std::size_t countNotAfter(const Samples& samples, double t);
 
     // Lets go of the map, for a caller that is about to change it: it is shared while there is an index of it, and so
     // would be copied.
@@ -29,7 +32,7 @@ private:
         Place place;
     };
 
-    void build(const Samples& samples);
+    void update(const Samples& samples);
     const Entry* firstAfter(double t) const;
 
     // Shares the data of the map that is indexed: its places stay valid, and a map that was changed or replaced since

@@ -83,6 +83,10 @@ keyframe etxyz::InterpolatedFrame(double t) const {
     return frame;
 }
 
+std::size_t etxyz::sampleCountAt(double t) const {
+    return sampleIndex_.countNotAfter(keyframes, t);
+}
+
 const keyframe& etxyz::keyframeAtZero() {
     if (const auto found = std::as_const(keyframes).find(0.0); found != keyframes.cend())
         return *found;

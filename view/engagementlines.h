@@ -1,9 +1,7 @@
 // The line sets of one engagement, built from its samples once and kept until they change.
 #pragma once
 
-#include <cstddef>
 #include <optional>
-#include <vector>
 
 #include "etxyz.h"
 #include "flaretrails.h"
@@ -16,9 +14,6 @@ public:
     // Whether the line sets still fit the engagement's samples.
     bool matches(const etxyz& engagement) const;
 
-    // How many samples are not after `time` (seconds).
-    std::size_t sampleCountAt(double time) const;
-
     // The line sets, built on first use. Drawing them needs a current GL context.
     HistoryLine& history(PathOf body, bool withDropLines);
     FlareTrails& trails();
@@ -27,7 +22,7 @@ private:
     const QMap<double, keyframe>& samples() const { return engagement_->keyframes; }
 
     const etxyz* engagement_;
-    std::vector<double> times_;
+    qsizetype sampleCount_;                      // when the line sets began to be built
     std::optional<HistoryLine> histories_[2][2]; // by body, by drop lines
     std::optional<FlareTrails> trails_;
 };

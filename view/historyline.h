@@ -12,8 +12,8 @@ enum class PathOf { Target, Threat };
 // The vertices of one line strip through a body's position at every sample in time order. With drop lines the strip
 // goes down to z = 0 and back up at each sample that lies in a later half second than the one before it.
 struct HistoryPath {
-    std::vector<Vertex> vertices;
-    std::vector<std::size_t> vertexEnds; // per sample: the number of vertices up to and including it
+    std::vector<Vertex> vertices;       // one per sample, and two more per drop line
+    std::vector<std::size_t> dropLines; // the numbers of the samples that have one, from 0, ascending
 };
 HistoryPath historyPath(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines);
 
@@ -26,6 +26,6 @@ public:
     void draw(std::size_t sampleCount);
 
 private:
-    std::vector<std::size_t> vertexEnds_;
+    std::vector<std::size_t> dropLines_;
     VertexBuffer buffer_;
 };

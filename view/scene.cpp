@@ -89,7 +89,7 @@ void Scene::drawEngagement(etxyz& engagement, const Camera& camera, const SceneO
     const PushedMatrix matrix;
     const keyframe frame = engagement.InterpolatedFrame(options.time);
     EngagementLines& lines = linesOf(engagement);
-    const std::size_t sampleCount = lines.sampleCountAt(options.time);
+    const std::size_t sampleCount = engagement.sampleCountAt(options.time);
 
     if (options.showHistoryLines)
         drawHistory(lines.history(PathOf::Target, options.showDropLines), sampleCount, cyl_front_mat);

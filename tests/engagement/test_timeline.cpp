@@ -31,6 +31,20 @@ void addSamples(etxyz& engagement, std::initializer_list<double> times) {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 } // namespace
 
+TEST(Timeline, CountsTheSamplesThatAreNotAfterATime) {
+    etxyz engagement;
+    EXPECT_EQ(engagement.sampleCountAt(1.0), 0U);
+    addSamples(engagement, {0.0, 0.5, 1.0, 1.5});
+    const struct {
+        double t;
+        std::size_t count;
+    } cases[] = {{-0.1, 0}, {0.0, 1}, {0.49, 1}, {0.5, 2}, {1.2, 3}, {1.5, 4}, {99.0, 4}, {std::nan(""), 0}};
+    for (const auto& [t, count] : cases)
+        EXPECT_EQ(engagement.sampleCountAt(t), count) << t;
+    engagement.keyframes.insert(0.25, sampleAt(0.25));
+    EXPECT_EQ(engagement.sampleCountAt(0.49), 2U);
+}
+
 TEST(Timeline, GivesTheStoredSampleAroundATime) {
     etxyz engagement;
     addSamples(engagement, {0.0, 1.0, 2.0});

@@ -71,19 +71,7 @@ TEST(HistoryPath, ADropLineGoesDownAndBackUpAtItsSample) {
     const HistoryPath path = historyPath(samples, PathOf::Target, true);
     const float x = 0.6F;
     EXPECT_EQ(path.vertices, (std::vector<Vertex>{{0.4F, 0, -1000}, {x, 0, -1000}, {x, 0, 0}, {x, 0, -1000}}));
-    EXPECT_EQ(path.vertexEnds, (std::vector<std::size_t>{1, 4}));
-}
-
-TEST(EngagementLines, CountsTheSamplesThatAreNotAfterATime) {
-    etxyz engagement;
-    engagement.keyframes = samplesEvery(0.5, 4);
-    const EngagementLines lines(engagement);
-    struct Row {
-        double time;
-        std::size_t count;
-    };
-    for (const Row& row : {Row{-0.1, 0}, Row{0.0, 1}, Row{0.49, 1}, Row{0.5, 2}, Row{1.5, 4}, Row{99.0, 4}})
-        EXPECT_EQ(lines.sampleCountAt(row.time), row.count) << row.time;
+    EXPECT_EQ(path.dropLines, std::vector<std::size_t>{1});
 }
 
 TEST(EngagementLines, NoticesASampleThatWasAdded) {
