@@ -10,9 +10,14 @@
 #include <QApplication>
 #include <QDir>
 #include <QDoubleSpinBox>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QSurfaceFormat>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QWheelEvent>
 
 #include "aircraftwidget.h"
@@ -57,6 +62,19 @@ public:
         QTest::mouseRelease(view_, Qt::LeftButton, {}, to.toPoint());
     }
 
+    // Presses Record, answers its dialog with a file in the temporary folder, and lets the clock make some frames.
+    void recordFor(int milliseconds) {
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        QTimer::singleShot(500, &window_, [this] {
+            auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            dialog->findChild<QLineEdit*>("fileNameEdit")->setText(movies_.filePath("engagement.avi"));
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        window_.findChild<QPushButton*>("recordButton")->click();
+        QTest::qWait(milliseconds);
+        window_.findChild<QPushButton*>("playButton")->click();
+    }
+
     bool take(const QString& name) {
         QTest::qWait(200); // lets the window settle
         const QString path = pictures_.filePath(name);
@@ -72,6 +90,7 @@ private:
     }
 
     QDir pictures_;
+    QTemporaryDir movies_;
     new_sorvane window_;
     AircraftWidget* view_ = window_.findChild<AircraftWidget*>("glWidget");
 };
@@ -105,5 +124,12 @@ int main(int argc, char** argv) {
     photographer.choose(0, "View Gyro");
     photographer.goTo(8.2);
     isWritten = photographer.take("gyro-view.png") && isWritten;
+
+    photographer.choose(0, "View Target");
+    photographer.goTo(9.0);
+    photographer.drag(300, 100);
+    photographer.scroll(-30);
+    photographer.recordFor(1500);
+    isWritten = photographer.take("recording.png") && isWritten;
     return isWritten ? 0 : 1;
 }
