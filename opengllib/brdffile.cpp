@@ -170,6 +170,8 @@ bool BrdfFile::Parser::addRange(int lineNumber) {
         printError(__FILE__, "Load", __LINE__, kBadRange, 1, lineNumber);
         return false;
     }
+    if (!file_.elements_.empty() && file_.elements_.back().end >= first - 1)
+        file_.isAscending_ = false;
     file_.elements_.push_back({first - 1, last - 1, brdfClass - 1});
     file_.blocks_[static_cast<std::size_t>(brdfClass - 1)].facetCount_ += static_cast<int>(count);
     facets_ += count;
@@ -220,6 +222,8 @@ void BrdfFile::clear() {
     classes_.clear();
     elements_.clear();
     blocks_.clear();
+    isAscending_ = true;
+    lastRange_ = -1;
 }
 
 bool BrdfFile::InCache(const std::string& name) {
@@ -231,9 +235,9 @@ bool BrdfFile::InCache(const std::string& name) {
     return false;
 }
 
-int BrdfFile::FacetIndxToBrdfClass(int facet) const {
+int BrdfFile::findRange(int facet) const {
     if (elements_.size() == 1)
-        return elements_.front().brdfClass;
+        return 0;
     int low = 0;
     int high = static_cast<int>(elements_.size()) - 1;
     while (low <= high) {
@@ -242,15 +246,27 @@ int BrdfFile::FacetIndxToBrdfClass(int facet) const {
         if (range.start > facet)
             high = middle - 1;
         else if (range.end >= facet)
-            return range.brdfClass;
+            return middle;
         else
             low = middle + 1;
     }
     return -1;
 }
 
+int BrdfFile::FacetIndxToBrdfClass(int facet) const {
+    const int range = findRange(facet);
+    return range < 0 ? -1 : elements_[static_cast<std::size_t>(range)].brdfClass;
+}
+
 int BrdfFile::SortedFacetIndex(int facet) {
-    const int brdfClass = FacetIndxToBrdfClass(facet);
+    // Facets are asked for in file order: most are in the range of the one before.
+    const auto contains = [this, facet](int range) {
+        const BrdfElement& element = elements_[static_cast<std::size_t>(range)];
+        return element.start <= facet && facet <= element.end;
+    };
+    if (lastRange_ < 0 || !isAscending_ || !contains(lastRange_))
+        lastRange_ = findRange(facet);
+    const int brdfClass = lastRange_ < 0 ? -1 : elements_[static_cast<std::size_t>(lastRange_)].brdfClass;
     if (brdfClass < 0 || brdfClass >= numBrdfClasses()) {
         printError(
             __FILE__, "SortedFacetIndex", __LINE__,

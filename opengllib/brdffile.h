@@ -67,6 +67,8 @@ private:
     class Parser;
 
     void clear();
+    // The index of the range that FacetIndxToBrdfClass finds, or -1.
+    int findRange(int facet) const;
 
     std::string fileName_ = "brdf::filename";
     int numFacets_ = 0;
@@ -74,4 +76,6 @@ private:
     std::vector<BrdfClass> classes_;
     std::vector<BrdfElement> elements_;
     std::vector<FacetBlock> blocks_; // one for each class
+    bool isAscending_ = true;        // whether the ranges ascend without overlap, as they should
+    int lastRange_ = -1;             // where SortedFacetIndex found the last facet, or -1
 };
