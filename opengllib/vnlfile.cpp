@@ -12,63 +12,35 @@
 #include "brdffile.h"
 #include "cnumericlocale.h"
 #include "endprocess.h"
-#include "filetracker.h"
 #include "plainfields.h"
 #include "printerror.h"
 #include "radfile.h"
+#include "trackedline.h"
 
 namespace {
-constexpr int kLineLength = 256;
 constexpr float kThird = 0.3333333F; // bit pattern 0x3EAAAAAA, the float below the one nearest to 1/3
 
-using Line = char[kLineLength];
+using Word = char[TrackedLine::kLineLength];
 using Triple = Tuple3<float>;
 
-// One line as the tracker holds it. The fields are read in place where they are plain; sscanf and the messages want a
-// copy that ends in a zero.
-class CurrentLine {
-public:
-    bool next(FileTracker& lines) {
-        isCopied_ = false;
-        if (lines.AtEnd())
-            return false;
-        view_ = lines.nextLine();
-        return true;
-    }
-    std::string_view view() const { return view_; }
-    const char* text() {
-        if (!isCopied_) {
-            const std::size_t length = view_.copy(copy_, sizeof copy_ - 1);
-            copy_[length] = '\0';
-            isCopied_ = true;
-        }
-        return copy_;
-    }
-
-private:
-    std::string_view view_;
-    Line copy_ = {};
-    bool isCopied_ = false;
-};
-
-bool readVertex(CurrentLine& line, Triple& position, Triple& normal) {
+bool readVertex(TrackedLine& line, Triple& position, Triple& normal) {
     PlainFields fields(line.view());
     if (fields.readFloat(position.x) && fields.readFloat(position.y) && fields.readFloat(position.z) &&
         fields.readFloat(normal.x) && fields.readFloat(normal.y) && fields.readFloat(normal.z) && fields.skipWord())
         return true;
-    Line word;
+    Word word;
     return std::sscanf(
                line.text(), "%f %f %f %f %f %f %s", &position.x, &position.y, &position.z, &normal.x, &normal.y,
                &normal.z, word) == 7;
 }
 
-bool readFacet(CurrentLine& line, std::array<int, 3>& vertices) {
+bool readFacet(TrackedLine& line, std::array<int, 3>& vertices) {
     int number = 0;
     PlainFields fields(line.view());
     if (fields.readInt(number) && fields.readInt(vertices[0]) && fields.readInt(vertices[1]) &&
         fields.readInt(vertices[2]) && fields.skipWord())
         return true;
-    Line word;
+    Word word;
     return std::sscanf(line.text(), "%d %d %d %d %s", &number, &vertices[0], &vertices[1], &vertices[2], word) == 5;
 }
 
@@ -139,7 +111,7 @@ bool VertexTable::read(FileTracker& lines, int numVerts) {
             __FILE__, "Load", __LINE__, "Could not allocate %d Vertex objects for array vnlNormals.", 1, numVerts);
         return false;
     }
-    CurrentLine line;
+    TrackedLine line;
     for (int i = 0; i < numVerts; ++i) {
         if (!line.next(lines)) {
             printError(__FILE__, "Load", __LINE__, "Unexpected EOF when reading vertex %d.", 1, i + 1);
@@ -157,7 +129,7 @@ bool VertexTable::read(FileTracker& lines, int numVerts) {
 bool readFacets(
     FileTracker& lines, int numFacets, const VertexTable& vertices, BrdfFile& brdf, const RadFile& rad,
     const VnlArrays& arrays) {
-    CurrentLine line;
+    TrackedLine line;
     for (int k = 0; k < numFacets; ++k) {
         if (!line.next(lines)) {
             printError(__FILE__, "Load", __LINE__, "Unexpected EOF when trying to read facet %d.", 1, k + 1);
@@ -207,7 +179,7 @@ bool VnlFile::Load(
     Tuple3<float>* cornerPositions, Tuple3<float>* cornerNormals, Tuple3<float>* cornerRadiance,
     Tuple3<float>* cornerEmittance, Vector<float>* facetCentroids, Vector<float>* facetNormals, int* sortedIndex) {
     setName(name);
-    const FileTrackerHandle lines(fTrackerOpen(name.c_str(), "r", kLineLength));
+    const FileTrackerHandle lines(fTrackerOpen(name.c_str(), "r", TrackedLine::kLineLength));
     if (lines == nullptr) {
         printError(__FILE__, "Load", __LINE__, "Unable to open \"%s\" for reading.", 1, name.c_str());
         return false;
@@ -220,7 +192,7 @@ bool VnlFile::Load(
 
 bool VnlFile::parse(FileTracker& lines, BrdfFile& brdf, const RadFile& rad, const VnlArrays& arrays) {
     const CNumericLocale decimalPoint;
-    CurrentLine line;
+    TrackedLine line;
 
     if (!line.next(lines)) {
         printError(

@@ -2,10 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,12 +17,17 @@ template <class Action> std::string reportOf(Action&& action) {
     testing::internal::CaptureStderr();
     action();
     const std::string printed = testing::internal::GetCapturedStderr();
-    static const std::regex form(
-        "Error in function \"(\\w+)\" of file \"opengllib/(\\w+)\\.cpp\" \\(line #\\d+\\): ([^]*)\n");
-    std::smatch parts;
-    if (!std::regex_match(printed, parts, form))
+    char function[64];
+    char file[64];
+    int length = 0;
+    if (std::sscanf(
+            printed.c_str(), "Error in function \"%63[^\"]\" of file \"opengllib/%63[^\".].cpp\" (line #%*u): %n",
+            function, file, &length) < 2 ||
+        length == 0 || !printed.ends_with('\n'))
         return printed;
-    return parts[2].str() + " " + parts[1].str() + ": " + parts[3].str();
+    // The blank before the message takes white space that belongs to it along; none of the messages begins with any.
+    const auto start = static_cast<std::size_t>(length);
+    return std::string(file) + " " + function + ": " + printed.substr(start, printed.size() - start - 1);
 }
 
 // A file that exists as long as this does.
