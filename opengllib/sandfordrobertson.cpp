@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "brdffile.h"
 #include "endprocess.h"
 #include "printerror.h"
 
@@ -14,7 +15,7 @@ constexpr int kSpecularReflectanceOnly = 3;
 constexpr float kPi = 3.1415927F;
 constexpr float kOneOverPi = 0.31830987F;
 constexpr float kOneOverFourPi = 0.07957747F;
-constexpr float kThreshold = 1e-5F;  // bit pattern 0x3727C5AC
+constexpr float kThreshold = kSrHorizon;
 constexpr float kCos80 = 0.1736481F; // a viewer further off the normal sees the lobe corrected by the next
 constexpr float kTan2Of80 = 32.163437F;
 constexpr float kLargestLobe = 1.7e38F; // bit pattern 0x7EFFC99E
@@ -91,4 +92,29 @@ float sr_brdf_internal(
     if (cosViewer < kCos80 && b > 0.0F)
         specular = specular * viewerFactor * (b * b * kTan2Of80 + 1.0F);
     return diffuse + specular;
+}
+
+SourceTerms sr_source_terms(const BrdfClass& surface, float cosSource) {
+    if (!(cosSource > kThreshold))
+        return {0.0F, 0.0F, 0.0F};
+    const bool isDirectional = surface.b > 0.0F;
+    const float q = isDirectional ? directional(surface.b, cosSource) / surface.G : 1.0F;
+    float specularAlbedo = 1.0F - surface.epsilon * q - surface.rho_d * q;
+    if (specularAlbedo < kThreshold)
+        specularAlbedo = 0.0F;
+    if (surface.mode == kSpecularReflectanceOnly)
+        return {specularAlbedo, 0.0F, 0.0F};
+    const float diffuse = isDirectional ? surface.rho_d * q / (surface.G * kPi) : surface.rho_d * kOneOverPi;
+    if (surface.mode == kDiffuseOnly)
+        return {0.0F, diffuse, 0.0F};
+    const float s = specularAlbedo * kOneOverFourPi;
+    if (!(s > kThreshold))
+        return {s, diffuse, 0.0F};
+    return {0.0F, diffuse, s / sr_big_h(surface.e * surface.e, cosSource, cosSource * cosSource)};
+}
+
+ViewerTerms sr_viewer_terms(float b, float cosViewer) {
+    const float factor = b > 0.0F ? directional(b, cosViewer) : 1.0F;
+    const float correction = cosViewer < kCos80 && b > 0.0F ? factor * (b * b * kTan2Of80 + 1.0F) : 1.0F;
+    return {factor, correction / cosViewer};
 }

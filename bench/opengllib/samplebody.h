@@ -13,9 +13,9 @@ struct SampleBody {
     std::string rad;
 };
 
-// About `facets` facets between meridians and circles of latitude; `classes` reflectance classes, assigned in bands of
-// latitude; the numbers have the digits of measured data.
-inline SampleBody sampleBody(int facets, int classes) {
+// About `facets` facets between meridians and circles of latitude, facing outwards or inwards; `classes` reflectance
+// classes, assigned in bands of latitude; the numbers have the digits of measured data.
+inline SampleBody sampleBody(int facets, int classes, bool facesInwards = false) {
     const int columns = static_cast<int>(std::sqrt(facets));
     const int rows = facets / (2 * columns);
     const int total = 2 * columns * rows;
@@ -33,9 +33,10 @@ inline SampleBody sampleBody(int facets, int classes) {
             const double x = std::sin(latitude) * std::cos(longitude);
             const double y = std::sin(latitude) * std::sin(longitude);
             const double z = std::cos(latitude);
-            add(body.vnl,
-                std::snprintf(
-                    line, sizeof line, "%.6f %.6f %.6f %.6f %.6f %.6f vertex\n", 5.0 * x, 5.0 * y, 5.0 * z, x, y, z));
+            const double side = facesInwards ? -1.0 : 1.0;
+            add(body.vnl, std::snprintf(
+                              line, sizeof line, "%.6f %.6f %.6f %.6f %.6f %.6f vertex\n", 5.0 * x, 5.0 * y, 5.0 * z,
+                              side * x, side * y, side * z));
         }
     int number = 0;
     for (int row = 0; row < rows; ++row)
@@ -45,8 +46,13 @@ inline SampleBody sampleBody(int facets, int classes) {
             const int b = row * columns + next + 1;
             const int c = a + columns;
             const int d = b + columns;
-            add(body.vnl, std::snprintf(line, sizeof line, "%d %d %d %d facet\n", ++number, a, c, d));
-            add(body.vnl, std::snprintf(line, sizeof line, "%d %d %d %d facet\n", ++number, a, d, b));
+            const auto addFacet = [&](int second, int third) {
+                add(body.vnl, std::snprintf(
+                                  line, sizeof line, "%d %d %d %d facet\n", ++number, a, facesInwards ? third : second,
+                                  facesInwards ? second : third));
+            };
+            addFacet(c, d);
+            addFacet(d, b);
         }
 
     add(body.brdf, std::snprintf(line, sizeof line, "BRDF\n%d\n", classes));
