@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "brdffile.h"
@@ -11,6 +12,9 @@
 #include "subfacetfile.h"
 
 namespace {
+// Small enough for the lobe to reach its largest value, as it does for a divisor of 0 or below.
+constexpr float kSmallestDivisor = std::numeric_limits<float>::min();
+
 float dot(const Vector<float>& u, const Vector<float>& v) {
     return u.ElementAt(0) * v.ElementAt(0) + u.ElementAt(1) * v.ElementAt(1) + u.ElementAt(2) * v.ElementAt(2);
 }
@@ -96,8 +100,7 @@ float MultiFacet::specular(const Facet& facet, const Vector<float>& toViewer, fl
             const float c = cosine[lane] + cosViewer;
             const float c2 = std::min(c * c, b2);
             const float divisor = facet.e2 * c2 + (b2 - c2);
-            const float root = divisor > 0.0F ? b2 / divisor : kSrLargestLobeRoot;
-            const float lobe = std::min(root, kSrLargestLobeRoot);
+            const float lobe = std::min(b2 / std::max(divisor, kSmallestDivisor), kSrLargestLobeRoot);
             sums[lane] += strength[lane] * (lobe * lobe);
         }
     }

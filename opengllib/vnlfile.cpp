@@ -30,7 +30,7 @@ bool readVertex(TrackedLine& line, Triple& position, Triple& normal) {
         return true;
     Word word;
     return std::sscanf(
-               line.text(), "%f %f %f %f %f %f %s", &position.x, &position.y, &position.z, &normal.x, &normal.y,
+               line.text(), "%f %f %f %f %f %f %255s", &position.x, &position.y, &position.z, &normal.x, &normal.y,
                &normal.z, word) == 7;
 }
 
@@ -41,7 +41,7 @@ bool readFacet(TrackedLine& line, std::array<int, 3>& vertices) {
         fields.readInt(vertices[2]) && fields.skipWord())
         return true;
     Word word;
-    return std::sscanf(line.text(), "%d %d %d %d %s", &number, &vertices[0], &vertices[1], &vertices[2], word) == 5;
+    return std::sscanf(line.text(), "%d %d %d %d %255s", &number, &vertices[0], &vertices[1], &vertices[2], word) == 5;
 }
 
 // The 0-based index of the 1-based vertex that is a facet's corner 0, 1 or 2. Truncating to 16 bits is deliberate:

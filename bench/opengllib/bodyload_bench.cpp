@@ -110,7 +110,7 @@ struct Classes {
         char word[256];
         int count = 0;
         std::fgets(line, sizeof line, stream.get());
-        std::sscanf(line, "%s", word);
+        std::sscanf(line, "%255s", word);
         std::fgets(line, sizeof line, stream.get());
         std::sscanf(line, "%d", &count);
         for (int i = 0; i < count; ++i) {
@@ -181,14 +181,14 @@ void fgetsAndSscanf(benchmark::State& state) {
         for (std::size_t i = 0; i < vertex.size(); ++i) {
             lines.next(line);
             std::sscanf(
-                line, "%f %f %f %f %f %f %s", &vertex[i].x, &vertex[i].y, &vertex[i].z, &normal[i].x, &normal[i].y,
+                line, "%f %f %f %f %f %f %255s", &vertex[i].x, &vertex[i].y, &vertex[i].z, &normal[i].x, &normal[i].y,
                 &normal[i].z, word);
         }
         for (std::size_t k = 0; k < static_cast<std::size_t>(facets); ++k) {
             int number = 0;
             int named[3];
             lines.next(line);
-            std::sscanf(line, "%d %d %d %d %s", &number, &named[0], &named[1], &named[2], word);
+            std::sscanf(line, "%d %d %d %d %255s", &number, &named[0], &named[1], &named[2], word);
             const int slot = brdf.slot(static_cast<int>(k));
             const std::size_t corner = 3 * static_cast<std::size_t>(slot);
             Vector<float> p[3];
