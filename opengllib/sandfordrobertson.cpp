@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "brdffile.h"
 #include "endprocess.h"
@@ -20,8 +21,27 @@ constexpr float kCos80 = 0.1736481F; // a viewer further off the normal sees the
 constexpr float kTan2Of80 = 32.163437F;
 constexpr float kLargestLobe = 1.7e38F; // bit pattern 0x7EFFC99E
 
-float dot(const Vector<float>& u, const Vector<float>& v) {
-    return u.ElementAt(0) * v.ElementAt(0) + u.ElementAt(1) * v.ElementAt(1) + u.ElementAt(2) * v.ElementAt(2);
+// Four floats that are worked on at once; each is rounded as it would be by itself.
+using Quad = float __attribute__((vector_size(16)));
+
+Quad load(const Vector<float>& v) {
+    static_assert(sizeof(Quad) == sizeof v);
+    Quad components;
+    std::memcpy(&components, &v, sizeof components);
+    return components;
+}
+
+// The scalar products, x + y + z in this order, of u with three vectors; the last component is of no use.
+Quad products(const Vector<float>& u, const Vector<float>& a, const Vector<float>& b, const Vector<float>& c) {
+    const Quad ua = load(u) * load(a);
+    const Quad ub = load(u) * load(b);
+    const Quad uc = load(u) * load(c);
+    const Quad xxyy = __builtin_shufflevector(ua, ub, 0, 4, 1, 5);
+    const Quad zz = __builtin_shufflevector(ua, ub, 2, 6, 2, 6);
+    const Quad x = __builtin_shufflevector(xxyy, uc, 0, 1, 4, 4);
+    const Quad y = __builtin_shufflevector(xxyy, uc, 2, 3, 5, 5);
+    const Quad z = __builtin_shufflevector(zz, uc, 0, 1, 6, 6);
+    return x + y + z;
 }
 
 // How the emissivity falls towards grazing angles, relative to the normal direction.
@@ -65,19 +85,24 @@ float sr_brdf_internal(
     checkDirection("normal", normal);
     checkDirection("glint_vec", glint_vec);
 
-    const float cosSource = dot(normal, toSource);
-    const float cosViewer = dot(normal, toViewer);
+    const Quad cosines = products(normal, toSource, toViewer, glint_vec);
+    const float cosSource = cosines[0];
+    const float cosViewer = cosines[1];
     if (cosSource <= kThreshold || cosViewer <= kThreshold)
         return 0.0F;
 
-    const float q = b > 0.0F ? directional(b, cosSource) / G : 1.0F;
+    // Source and viewer at once; 1 where the emissivity has no direction.
+    const Quad squares = cosines * cosines;
+    const float b2 = b * b;
+    const Quad factors = b > 0.0F ? 1.0F / ((1.0F - squares) * b2 / squares + 1.0F) : Quad{1.0F, 1.0F, 1.0F, 1.0F};
+    const float q = b > 0.0F ? factors[0] / G : 1.0F;
+    const float viewerFactor = factors[1];
     float specularAlbedo = 1.0F - epsilon * q - rho_d * q;
     if (specularAlbedo < kThreshold)
         specularAlbedo = 0.0F;
     if (mode == kSpecularReflectanceOnly)
         return specularAlbedo;
 
-    const float viewerFactor = b > 0.0F ? directional(b, cosViewer) : 1.0F;
     const float diffuse = b > 0.0F ? rho_d * q / (G * kPi) * viewerFactor : rho_d * kOneOverPi;
     if (mode == kDiffuseOnly)
         return diffuse;
@@ -86,11 +111,10 @@ float sr_brdf_internal(
     if (!(s > kThreshold))
         return diffuse + s;
     const float e2 = e * e;
-    const float cosGlint = dot(normal, glint_vec);
-    const float cos2Glint = std::min(cosGlint * cosGlint, 1.0F);
-    float specular = s / (sr_big_h(e2, cosSource, cosSource * cosSource) * cosViewer) * small_hcal(cos2Glint, e2);
+    const float cos2Glint = std::min(squares[2], 1.0F);
+    float specular = s / (sr_big_h(e2, cosSource, squares[0]) * cosViewer) * small_hcal(cos2Glint, e2);
     if (cosViewer < kCos80 && b > 0.0F)
-        specular = specular * viewerFactor * (b * b * kTan2Of80 + 1.0F);
+        specular = specular * viewerFactor * (b2 * kTan2Of80 + 1.0F);
     return diffuse + specular;
 }
 

@@ -1,11 +1,14 @@
 // The reflectance model against values worked out separately in double precision, and the properties that it promises.
 #include "sandfordrobertson.h"
 
+#include <bit>
 #include <cmath>
 #include <numbers>
+#include <random>
 
 #include "bodyfiles.h"
 #include "brdffile.h"
+#include "plainbrdf.h"
 
 namespace {
 constexpr double kRadians = std::numbers::pi / 180.0;
@@ -65,6 +68,31 @@ TEST(SandfordRobertson, GivesTheValuesOfTheFormula) {
             row.mode, row.surface, row.surface.G(), direction(row.source, 0), direction(row.viewer, row.azimuth));
         EXPECT_NEAR(value, row.expected, 1e-4F * row.expected)
             << row.mode << ": " << row.source << ", " << row.viewer << ", " << row.azimuth;
+    }
+}
+
+TEST(SandfordRobertson, RoundsEveryStepAsTheFormulasDo) {
+    std::mt19937 random(11);
+    std::uniform_real_distribution<float> unit(0.0F, 1.0F);
+    const auto randomDirection = [&] {
+        return direction(static_cast<double>(100.0F * unit(random)), static_cast<double>(360.0F * unit(random)));
+    };
+    for (int i = 0; i < 20000; ++i) {
+        const Vector<float> normal = randomDirection();
+        const Vector<float> toSource = randomDirection();
+        const Vector<float> toViewer = randomDirection();
+        const Vector<float> glint = (toSource + toViewer) / Length(toSource + toViewer);
+        const float b = i % 3 == 0 ? 0.0F : 1.5F * unit(random);
+        const float e = i % 17 == 0 ? 0.0F : unit(random);
+        const float rho_d = 0.6F * unit(random);
+        const float epsilon = 0.6F * unit(random);
+        const float G = 0.2F + unit(random);
+        const int mode = i % 5;
+        ASSERT_EQ(
+            std::bit_cast<std::uint32_t>(
+                sr_brdf_internal(mode, normal, toSource, toViewer, b, e, rho_d, epsilon, G, glint)),
+            std::bit_cast<std::uint32_t>(plainBrdf(mode, normal, toSource, toViewer, b, e, rho_d, epsilon, G, glint)))
+            << i;
     }
 }
 
