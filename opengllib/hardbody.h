@@ -1,4 +1,108 @@
 // A faceted body shaded from infrared signature data: target or threat.
 #pragma once
 
-class Hardbody {};
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "bodyshader.h"
+#include "brdffile.h"
+#include "facetarrays.h"
+#include "facetbuffers.h"
+#include "multifacet.h"
+#include "radfile.h"
+#include "rotor.h"
+#include "shape.h"
+#include "subfacetfile.h"
+
+// Construction needs no GL context. Init, Render and the destructor of an initialised body need the same one current.
+class Hardbody : public Shape {
+public:
+    // Loads the reflectance, geometry and radiance files, the form factors beside the geometry file (its name with
+    // "sff-txt" for the last three letters) if there are any, and the rotors if asked for and `rotorPath` isn't empty;
+    // builds the shader program from `shaderDir`, a path with its closing slash; fills the vertex buffers.
+    //   doBrdf, antialias          kept
+    //   multiFacet                 whether facets reflect each other; without form factors they don't
+    //   rotors                     whether to read `rotorPath`
+    //   perFrameUpload             vertices are sent every frame, with the rotors turned, and drawn without a program
+    //   p0 … p5                    kept
+    //   range                      the factor that makes greys of radiances
+    //   earthRadiance, skyRadiance, solarBeam    of the atmosphere, W/cm²/sr
+    // On failure the loader that failed prints a message, Init returns false, and the body is unusable: drawing it and
+    // asking for its boxes does nothing.
+    bool Init(
+        const std::string& brdfPath, const std::string& vnlPath, const std::string& radPath,
+        const std::string& shaderDir, const std::string& rotorPath, bool doBrdf, bool antialias, bool multiFacet,
+        bool rotors, bool perFrameUpload, float p0, float p1, float p2, float p3, float p4, float p5, float range,
+        const float& earthRadiance, const float& skyRadiance, const float& solarBeam);
+    bool isUsable() const { return isUsable_; }
+
+    ShapeKind ShapeType() const override { return ShapeKind::Hardbody; }
+    bool DoBRDF() const override { return true; }
+    bool DoAntialias() const override { return true; }
+    bool DoHardbody() const override { return true; }
+    bool DoPlume() const override { return false; }
+
+    void SetWorldPos(float x, float y, float z) override;
+    void SetOrientation(float a, float b, float c) override;
+    void SetWorldPosAndOrientation(float x, float y, float z, float a, float b, float c) override;
+    const Matrix<float>& modelMatrix() const { return modelMatrix_; }
+
+    // Works out what the facets reflect of each other towards an eye in world coordinates, for the next Render. Does
+    // nothing when neither the eye nor the pose changed.
+    void UpdateMultiFacet(const Vector<float>& eye);
+    // Per facet in file order, W/cm²/sr; null for an unusable body.
+    const float* multiFacetRadiances() const { return isUsable_ ? arrays_.multiFacetRadiances_.get() : nullptr; }
+
+    void Render(Dynamic_Data* data) override;
+
+    // For an unusable body all corners are the origin.
+    BoxCorners BBox() const override { return isUsable_ ? box_ : emptyBox(); }
+    BoxCorners GetTransformedBBox() const override;
+    Vector<float> Centroid(const Matrix<float>& view) const override;
+    bool NearPlaneProjection(Rect<float>& rect, const Matrix<float>& view, const float& near) const override;
+
+private:
+    struct Flags {
+        bool doBrdf = false;
+        bool antialias = false;
+        bool multiFacet = false;
+        bool rotors = false;
+        bool perFrameUpload = false;
+    };
+
+    bool loadFiles(const std::string& brdfPath, const std::string& vnlPath, const std::string& radPath);
+    bool loadSubfacets(const std::string& vnlPath);
+    bool AllocateBuffers();
+    void ComputeTransforms();
+    void turnRotors(float time);
+    void drawBlocks(const BodyShader* shader) const;
+
+    static BoxCorners emptyBox();
+
+    Flags flags_;
+    std::array<float, 6> parameters_{};
+    float range_ = 0.0F;
+    bool isUsable_ = false;
+
+    int facets_ = 0;
+    int vertexCount_ = 0;
+    int brdfClasses_ = 0;
+    BrdfFile brdf_;
+    RadFile rad_;
+    std::unique_ptr<Rotor> rotor_;
+    SubfacetFile subfacets_;
+    MultiFacet multiFacet_;
+    FacetArrays arrays_;
+    std::vector<Tuple3<float>> turnedVertices_; // empty without rotors
+    FacetBuffers buffers_;
+    std::unique_ptr<BodyShader> shader_; // null with per-frame upload
+    BoxCorners box_ = emptyBox();
+
+    std::array<float, 3> position_{};    // world
+    std::array<float, 3> orientation_{}; // degrees
+    Matrix<float> modelMatrix_ = Matrix<float>::identity();
+    std::optional<Vector<float>> multiFacetEye_; // in model coordinates, for which the radiances were worked out
+};

@@ -1,0 +1,24 @@
+#version 120
+// Hands a corner of a facet on to the fragments: where it is and what it emits and receives.
+// Radiances lie far below 1 and would be clamped in the fixed colours, so they travel in varyings of their own.
+
+attribute float facet_radiance_multi; // radiance reflected from the other facets, W/cm2/sr
+attribute float earthFormFactor;      // form factor from the facet to the earth
+attribute float skyFormFactor;        // form factor from the facet to the sky
+
+varying vec3 eyePosition;    // eye coordinates
+varying vec3 eyeNormal;      // eye coordinates, not of unit length
+varying float ownRadiance;   // the facet's own radiance, W/cm2/sr
+varying float multiRadiance; // W/cm2/sr
+varying vec2 formFactors;    // to the earth, to the sky
+
+void main() {
+    eyePosition = vec3(gl_ModelViewMatrix * gl_Vertex);
+    eyeNormal = gl_NormalMatrix * gl_Normal;
+    ownRadiance = gl_Color.r;
+    multiRadiance = facet_radiance_multi;
+    formFactors = vec2(earthFormFactor, skyFormFactor);
+    // The emittance goes through unused: the facet's own radiance holds its emission already.
+    gl_FrontSecondaryColor = gl_SecondaryColor;
+    gl_Position = ftransform();
+}

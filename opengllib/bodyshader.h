@@ -1,0 +1,39 @@
+// The shader program of a body and its inputs.
+#pragma once
+
+#include <string>
+
+#include "facetbuffers.h"
+#include "glshaderprogram.h"
+#include "vector.h"
+
+struct BrdfClass;
+
+// Needs the GL context current in which Init ran.
+class BodyShader {
+public:
+    // Builds the program from "SandfordRobertson_simple.vert" and ".frag" in `shaderDir`, a path with its closing
+    // slash, and sets what stays: the radiances that reach the body (W/cm²/sr) and the factor that makes greys of
+    // radiances. Looks up every input once; one that the program doesn't have is reported then, and is ignored.
+    bool Init(const std::string& shaderDir, float earthRadiance, float skyRadiance, float solarBeam, float brightness);
+
+    void Activate() const { program_.Activate(); }
+    static void Deactivate() { GLShaderProgram::Deactivate(); }
+
+    // While active: the direction to the sun in eye coordinates, and the reflectance of what is drawn next.
+    void setSolarDirection(const Vector<float>& eyeCoordinates) const;
+    void setClass(const BrdfClass& brdfClass) const;
+
+    const FacetBuffers::Attributes& attributes() const { return attributes_; }
+
+private:
+    GLShaderProgram program_;
+    FacetBuffers::Attributes attributes_;
+    int solarDirEyeCoords_ = -1;
+    int eps_ = -1;
+    int rho_ = -1;
+    int b_ = -1;
+    int e_ = -1;
+    int G_ = -1;
+    int mode_ = -1;
+};
