@@ -107,7 +107,3 @@ void etxyz::chooseTargetFiles() {
     targetSignatureBase = stockPath("tgt4004/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003");
     atm->Load(QFile::encodeName(targetSignatureBase + QStringLiteral(".atm")).toStdString());
 }
-
-void etxyz::InitHardbodies() {
-    hardbodiesInitialized = true;
-}

@@ -1,6 +1,7 @@
 // The drawing of a frame, as a function of engagements, camera and options.
 #include "scene.h"
 
+#include "bodies.h"
 #include "flares.h"
 #include "glapi.h"
 #include "glstate.h"
@@ -21,6 +22,12 @@ void drawTrails(FlareTrails& trails, std::size_t sampleCount) {
     flare_front_mat.apply();
     glNormal3f(0.0F, 0.0F, -1.0F);
     trails.draw(sampleCount);
+}
+
+Matrix<float> currentModelView() {
+    Matrix<float> modelView;
+    glGetFloatv(GL_MODELVIEW_MATRIX, modelView.data());
+    return modelView;
 }
 
 const Material& threatMaterial(const etxyz& engagement) {
@@ -88,6 +95,12 @@ void Scene::drawEngagement(etxyz& engagement, const Camera& camera, const SceneO
 
     const PushedMatrix matrix;
     const keyframe frame = engagement.InterpolatedFrame(options.time);
+    const Vector<float> sunInEye =
+        engagement.atm == nullptr ? Vector<float>() : sunDirectionInEye(*engagement.atm, currentModelView().data());
+    const bool hasBodies = engagement.areHardbodiesInitialized();
+    if (hasBodies && engagement.target != nullptr)
+        drawBody(*engagement.target, {frame.targetPos, frame.targetAtt}, camera.eye(), sunInEye, options.time);
+
     EngagementLines& lines = linesOf(engagement);
     const std::size_t sampleCount = engagement.sampleCountAt(options.time);
 
@@ -102,6 +115,8 @@ void Scene::drawEngagement(etxyz& engagement, const Camera& camera, const SceneO
         drawReticle(reticleFor(camera.eye(), camera.centre(), engagement.fieldOfView));
         return;
     }
+    if (hasBodies && engagement.threat != nullptr)
+        drawBody(*engagement.threat, {frame.threatPos, frame.threatAtt}, camera.eye(), sunInEye, options.time);
     if (options.showHistoryLines)
         drawHistory(lines.history(PathOf::Threat, options.showDropLines), sampleCount, threatMaterial(engagement));
 }

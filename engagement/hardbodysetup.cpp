@@ -1,0 +1,41 @@
+// One loaded engagement: the initialisation of its bodies and its terrain.
+#include "etxyz.h"
+
+#include <QFile>
+
+#include "dataroot.h"
+
+namespace {
+std::string pathBytes(const QString& path) {
+    return QFile::encodeName(path).toStdString();
+}
+
+// A body that can't be loaded has printed why and stays unusable: the engagement then plays without it.
+void initBody(
+    Hardbody& body, const QString& brdfPath, const QString& geometryPath, const QString& radiancePath,
+    const AtmFile& atmosphere) {
+    constexpr float kRange = 3000.0F; // makes visible greys of radiances in W/cm²/sr
+    constexpr bool kDoBrdf = true;
+    constexpr bool kAntialias = true;
+    constexpr bool kMultiFacet = true;
+    constexpr bool kRotors = false;
+    constexpr bool kPerFrameUpload = false;
+    const std::string noRotors;
+    body.Init(
+        pathBytes(brdfPath), pathBytes(geometryPath), pathBytes(radiancePath), dataPath("openglshaders/"), noRotors,
+        kDoBrdf, kAntialias, kMultiFacet, kRotors, kPerFrameUpload, 0.0F, 0.0F, 0.0F, 0.0F, 0.0F, 0.0F, kRange,
+        atmosphere.diffuseEarthRadiance(), atmosphere.diffuseSkyRadiance(), atmosphere.directSolarRadiance());
+}
+} // namespace
+
+void etxyz::InitHardbodies() {
+    const QString geometry = QStringLiteral(".vnl");
+    const QString radiance = QStringLiteral(".rad");
+    if (atm != nullptr && target != nullptr)
+        initBody(*target, targetBrdfPath, targetGeometryBase + geometry, targetSignatureBase + radiance, *atm);
+    if (atm != nullptr && threat != nullptr)
+        initBody(
+            *threat, threatSignatureBase + QStringLiteral(".brdf"), threatModelBase + geometry,
+            threatSignatureBase + radiance, *atm);
+    hardbodiesInitialized = true;
+}

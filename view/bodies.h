@@ -1,0 +1,17 @@
+// Target and threat as shaded bodies.
+#pragma once
+
+#include "hardbody.h"
+#include "vector.h"
+
+// Where a body is in a frame.
+struct BodyPose {
+    const float (&position)[3]; // world
+    const float (&attitude)[3]; // degrees, as the trajectory has them
+};
+
+// Poses the body (180° is added to the first angle: models have z up, the world has it down), works out what its facets
+// reflect of each other towards the eye (world), and draws it, lit from `sunInEye`, a unit direction in eye
+// coordinates. `time` in seconds. Needs a current GL context with the model-view matrix of the world.
+void drawBody(
+    Hardbody& body, const BodyPose& pose, const Vector<float>& eye, const Vector<float>& sunInEye, double time);
