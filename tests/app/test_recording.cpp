@@ -3,6 +3,9 @@
 
 #include <QLabel>
 
+#include <csignal>
+#include <sys/resource.h>
+
 #include "moviereader.h"
 
 namespace {
@@ -120,6 +123,44 @@ TEST_F(RecordingTest, ARefusedMovieIsNoticedAndTheClockRuns) {
                                        "resize the window until it is 824 × %1.")
                             .arg(view->height()));
     tick(2);
+}
+
+// Files of this process can't grow beyond a size: what a full disk looks like to the movie writer.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        ::getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit limit = {bytes, old_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        ::setrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, oldHandler_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit old_{};
+    void (*oldHandler_)(int);
+};
+
+TEST_F(RecordingTest, AWriteErrorIsNoticedAndTheClockGoesOn) {
+    showWindow();
+    loadUntil(20.0);
+    const QString path = folder.filePath("a.avi");
+    const FileSizeLimit fullDisk(20000);
+    record(path);
+    for (int i = 0; i < 60; ++i) {
+        action("actionShow_Grid")->toggle(); // pictures that differ take room
+        tick(1);
+    }
+    EXPECT_EQ(
+        notice->text(),
+        QStringLiteral("The recording is damaged: %1 could not be written. Is the disk full?").arg(path));
+    const double before = box->value();
+    tick(1);
+    EXPECT_GT(box->value(), before);
 }
 
 TEST_F(RecordingTest, NoticesNeverGetIntoFrames) {
