@@ -24,7 +24,7 @@ std::array<unsigned char, 18> header(int width, int height) {
         0,
         0,
         0,
-        0, // colour-map specification
+        0, // colour-map description
         0,
         0, // x origin
         0,

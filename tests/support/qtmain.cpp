@@ -11,8 +11,8 @@
 #include "surfaceformat.h"
 
 #ifdef __SANITIZE_ADDRESS__
-// Keeps drivers and plug-ins loaded to the end, so that the leak checker can name them and tests/lsan.supp can tell what
-// they keep from leaks of our own.
+// Keeps drivers and plug-ins loaded to the end, so that the leak checker can name them and tests/lsan.supp can tell
+// what they keep from leaks of our own.
 extern "C" int dlclose(void* /*handle*/) {
     return 0;
 }
