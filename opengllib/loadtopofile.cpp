@@ -1,0 +1,170 @@
+// Loads topography.
+#include "loadtopofile.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+
+#include "endprocess.h"
+#include "filechecks.h"
+#include "headerconversion.h"
+#include "printerror.h"
+#include "rasterlayout.h"
+
+namespace {
+constexpr int kItemBytes = 2;
+
+struct Range {
+    float minimum = 100000000.0F;
+    float maximum = -100000000.0F;
+
+    void include(float value) {
+        if (value < minimum)
+            minimum = value;
+        if (value > maximum)
+            maximum = value;
+    }
+};
+
+int asInt(std::int64_t value) {
+    return static_cast<int>(value);
+}
+
+void reportShortRow(const ShortRow& row, int columns) {
+    printError(
+        __FILE__, "loadTopoFile", __LINE__,
+        "When reading row %d, expected %d items of size %d bytes, but only received %d.", 4, row.number, columns,
+        kItemBytes, row.received);
+}
+
+// Scaling keeps or reverses the order of the samples, so that a row's extremes are those of its stored values, scaled.
+void scaleRow(const std::uint16_t* row, std::size_t columns, float scale, float* out, Range& range) {
+    std::uint16_t least = 65535;
+    std::uint16_t greatest = 0;
+    for (std::size_t column = 0; column < columns; ++column) {
+        least = std::min(least, row[column]);
+        greatest = std::max(greatest, row[column]);
+        out[column] = static_cast<float>(row[column]) * scale;
+    }
+    range.include(static_cast<float>(least) * scale);
+    range.include(static_cast<float>(greatest) * scale);
+}
+} // namespace
+
+float* loadTopoFile(const std::string& path, GHead& header) {
+    const FileHandle stream = ReadHeader(path, header);
+    const int sampleSize = stream == nullptr ? 0 : sampleSizeOf(header);
+    if (sampleSize == 0)
+        return nullptr;
+    // Reads two bytes a sample whatever the packing says, but pads by the packing: deliberate, files rely on it.
+    const RowLayout layout{header.nrows, header.ncols, kItemBytes, recordPadding(sampleSize, header.ncols)};
+    if (const auto row = findShortRow(stream.get(), layout)) {
+        reportShortRow(*row, header.ncols);
+        return nullptr;
+    }
+    auto pData = allocateSamples<float>(layout.rows, layout.columns);
+    if (pData == nullptr) {
+        const std::int64_t count = layout.rows * layout.columns;
+        printError(
+            __FILE__, "loadTopoFile", __LINE__, "Unable to allocate %d * %d = %d floats (%d bytes) for array pData.", 4,
+            header.nrows, header.ncols, asInt(count), asInt(count * 4));
+        return nullptr;
+    }
+    const auto row = allocateSamples<std::uint16_t>(1, layout.columns);
+    if (row == nullptr) {
+        printError(
+            __FILE__, "loadTopoFile", __LINE__, "Unable to allocate %d unsigned shorts (%d bytes).", 2, header.ncols,
+            asInt(layout.columns * 2));
+        return nullptr;
+    }
+    Range range;
+    const auto columns = static_cast<std::size_t>(layout.columns);
+    for (std::int64_t i = 0; i < layout.rows && columns > 0; ++i) {
+        const std::int64_t received = readRow(stream.get(), layout, i, row.get());
+        if (received < layout.columns) {
+            reportShortRow({asInt(i + 1), asInt(received)}, header.ncols);
+            return nullptr;
+        }
+        scaleRow(row.get(), columns, header.zscale, pData.get() + static_cast<std::size_t>(i) * columns, range);
+    }
+    header.MinVals[0] = range.minimum;
+    header.MaxVals[0] = range.maximum;
+    return pData.release();
+}
+
+float* loadFTopFile(const std::string& path, BKG_header& header) {
+    const FileHandle stream = ReadHeader(path, header);
+    if (stream == nullptr) {
+        printError(__FILE__, "loadFTopFile", __LINE__, "Unable to open and read header of \"%s\".", 1, path.c_str());
+        return nullptr;
+    }
+    const auto count = sampleCount(header.sizeY, header.sizeX, sizeof(float));
+    const std::int64_t available = dataBytes(stream.get()) / std::int64_t{sizeof(float)};
+    const bool isShort = count && available < static_cast<std::int64_t>(*count);
+    auto out = isShort ? nullptr : allocateSamples<float>(header.sizeY, header.sizeX);
+    if (!isShort && out == nullptr) {
+        const std::int64_t wanted = std::int64_t{header.sizeX} * header.sizeY;
+        printError(
+            __FILE__, "loadFTopFile", __LINE__, "Could not allocate %d * %d = %d floats (%d bytes) for array out.", 4,
+            header.sizeX, header.sizeY, asInt(wanted), asInt(wanted * 4));
+        endProcess();
+    }
+    const std::size_t received = isShort ? static_cast<std::size_t>(available)
+                                         : readData(stream.get(), out.get(), *count * sizeof(float)) / sizeof(float);
+    if (received < *count) {
+        printError(
+            __FILE__, "loadFTopFile", __LINE__,
+            "Unexpected EOF found when loading TOP file. Expected %d floats but only read %d.", 2,
+            static_cast<int>(*count), static_cast<int>(received));
+        endProcess();
+    }
+    return out.release();
+}
+
+float* loadTopoFile(const std::string& path, BKG_header& header) {
+    if (checkExtension(path, FTOP_EXT))
+        return loadFTopFile(path, header);
+    if (checkExtension(path, TOPO_EXT)) {
+        GHead torvale{};
+        float* const samples = loadTopoFile(path, torvale);
+        if (samples != nullptr)
+            ghead2bkg_header(torvale, header);
+        return samples;
+    }
+    std::puts("LoadTopoFile::loadTopoFile( string, bkgheader): unrecognized file extension");
+    return nullptr;
+}
+
+float* loadTopoFile(const std::string& path) {
+    BKG_header discarded{};
+    return loadTopoFile(path, discarded);
+}
+
+float* loadTopoFile(const std::string& path, int& cols, int& rows, float& min, float& max, float& xCell, float& yCell) {
+    GHead header{};
+    float* const samples = loadTopoFile(path, header);
+    if (samples != nullptr) {
+        cols = header.ncols;
+        rows = header.nrows;
+        min = header.MinVals[0];
+        max = header.MaxVals[0];
+        xCell = header.xCellSize;
+        yCell = header.yCellSize;
+    }
+    return samples;
+}
+
+float* loadFTopFile(const std::string& path, int& cols, int& rows, float& min, float& max, float& xStep, float& yStep) {
+    BKG_header header{};
+    float* const samples = loadFTopFile(path, header);
+    if (samples != nullptr) {
+        cols = header.sizeX;
+        rows = header.sizeY;
+        min = header.databaseMinimum;
+        max = header.databaseMaximum;
+        xStep = header.xStepSize;
+        yStep = header.yStepSize;
+    }
+    return samples;
+}
