@@ -54,7 +54,7 @@ unsigned char* loadCLSFileTORVALE(const std::string& path, GHead& header) {
     }
     auto pSamples = allocateSamples<unsigned char>(layout.rows, layout.columns);
     if (pSamples == nullptr) {
-        const int count = static_cast<int>(layout.rows * layout.columns);
+        const int count = shownProduct(layout.rows, layout.columns);
         printError(
             __FILE__, "loadCLSFileTORVALE", __LINE__,
             "Could not allocate %d unsigned chars (%d bytes) for the array pSamples.", 2, count, count);

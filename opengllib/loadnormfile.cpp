@@ -18,7 +18,7 @@ Vertex3* loadNormals(std::FILE* stream, const char* function, int firstSize, int
     if (normals.values == nullptr)
         printError(
             __FILE__, function, __LINE__, "Could not allocate %d *  %d = %d objects of type Vertex3 for array pData.",
-            3, firstSize, secondSize, static_cast<int>(std::int64_t{firstSize} * secondSize));
+            3, firstSize, secondSize, shownProduct(firstSize, secondSize));
     return normals.values.release();
 }
 } // namespace

@@ -77,10 +77,10 @@ float* loadRADFile(
     }
     auto pSamples = allocateSamples<float>(layout.rows, layout.columns);
     if (pSamples == nullptr) {
-        const std::int64_t count = layout.rows * layout.columns;
         printError(
             __FILE__, "loadRADFile", __LINE__, "Could not allocate %d * %d = %d floats (%d bytes) for array pSamples.",
-            4, header.ncols, header.nrows, static_cast<int>(count), static_cast<int>(count * 4));
+            4, header.ncols, header.nrows, shownProduct(layout.rows, layout.columns),
+            shownProduct(layout.rows, layout.columns, sizeof(float)));
         return nullptr;
     }
     if (const auto row = readRows(stream.get(), layout, pSamples.get())) {

@@ -27,10 +27,6 @@ struct Range {
     }
 };
 
-int asInt(std::int64_t value) {
-    return static_cast<int>(value);
-}
-
 void reportShortRow(const ShortRow& row, int columns) {
     printError(
         __FILE__, "loadTopoFile", __LINE__,
@@ -65,17 +61,17 @@ float* loadTopoFile(const std::string& path, GHead& header) {
     }
     auto pData = allocateSamples<float>(layout.rows, layout.columns);
     if (pData == nullptr) {
-        const std::int64_t count = layout.rows * layout.columns;
         printError(
             __FILE__, "loadTopoFile", __LINE__, "Unable to allocate %d * %d = %d floats (%d bytes) for array pData.", 4,
-            header.nrows, header.ncols, asInt(count), asInt(count * 4));
+            header.nrows, header.ncols, shownProduct(layout.rows, layout.columns),
+            shownProduct(layout.rows, layout.columns, sizeof(float)));
         return nullptr;
     }
     const auto row = allocateSamples<std::uint16_t>(1, layout.columns);
     if (row == nullptr) {
         printError(
             __FILE__, "loadTopoFile", __LINE__, "Unable to allocate %d unsigned shorts (%d bytes).", 2, header.ncols,
-            asInt(layout.columns * 2));
+            shownProduct(1, layout.columns, 2));
         return nullptr;
     }
     Range range;
@@ -83,7 +79,7 @@ float* loadTopoFile(const std::string& path, GHead& header) {
     for (std::int64_t i = 0; i < layout.rows && columns > 0; ++i) {
         const std::int64_t received = readRow(stream.get(), layout, i, row.get());
         if (received < layout.columns) {
-            reportShortRow({asInt(i + 1), asInt(received)}, header.ncols);
+            reportShortRow({static_cast<int>(i + 1), static_cast<int>(received)}, header.ncols);
             return nullptr;
         }
         scaleRow(row.get(), columns, header.zscale, pData.get() + static_cast<std::size_t>(i) * columns, range);
@@ -104,10 +100,10 @@ float* loadFTopFile(const std::string& path, BKG_header& header) {
     const bool isShort = count && available < static_cast<std::int64_t>(*count);
     auto out = isShort ? nullptr : allocateSamples<float>(header.sizeY, header.sizeX);
     if (!isShort && out == nullptr) {
-        const std::int64_t wanted = std::int64_t{header.sizeX} * header.sizeY;
         printError(
             __FILE__, "loadFTopFile", __LINE__, "Could not allocate %d * %d = %d floats (%d bytes) for array out.", 4,
-            header.sizeX, header.sizeY, asInt(wanted), asInt(wanted * 4));
+            header.sizeX, header.sizeY, shownProduct(header.sizeX, header.sizeY),
+            shownProduct(header.sizeX, header.sizeY, sizeof(float)));
         endProcess();
     }
     const std::size_t received = isShort ? static_cast<std::size_t>(available)

@@ -77,6 +77,10 @@ std::optional<std::size_t> sampleCount(std::int64_t rows, std::int64_t columns, 
     return static_cast<std::size_t>(rows * columns);
 }
 
+int shownProduct(std::int64_t rows, std::int64_t columns, std::uint64_t valueBytes) {
+    return static_cast<int>(static_cast<std::uint64_t>(rows) * static_cast<std::uint64_t>(columns) * valueBytes);
+}
+
 std::optional<ShortRow> findShortRow(std::FILE* stream, const RowLayout& layout) {
     const std::int64_t bytes = rowBytes(layout);
     if (layout.rows <= 0 || bytes <= 0)

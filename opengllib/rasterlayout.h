@@ -37,6 +37,9 @@ std::int64_t readRow(std::FILE* stream, const RowLayout& layout, std::int64_t ro
 // rows · columns, or nothing when either is negative or so many values of this size can't be addressed.
 std::optional<std::size_t> sampleCount(std::int64_t rows, std::int64_t columns, std::size_t valueBytes);
 
+// The product as an int, as the messages about impossible sizes print it: its low 32 bits.
+int shownProduct(std::int64_t rows, std::int64_t columns, std::uint64_t valueBytes = 1);
+
 // An uninitialised array of rows · columns values; null when there can't be one.
 template <class T> std::unique_ptr<T[]> allocateSamples(std::int64_t rows, std::int64_t columns) {
     const auto count = sampleCount(rows, columns, sizeof(T));

@@ -132,6 +132,8 @@ TEST(BkgTopography, EndsTheProcessWhenTheSamplesCanNotBeRead) {
         {0x10000, 0x4000, "",
          "Unexpected EOF found when loading TOP file. Expected 1073741824 floats but only read 0."},
         {3, -2, "", "Could not allocate 3 * -2 = -6 floats (-24 bytes) for array out."},
+        {0x7fffffff, 0x46000000, "",
+         "Could not allocate 2147483647 * 1174405120 = -1174405120 floats (-402653184 bytes) for array out."},
         {0x7fffffff, 0x7fffffff, "", "Could not allocate 2147483647 * 2147483647 = 1 floats (4 bytes) for array out."},
     };
     for (const Row& row : rows) {
