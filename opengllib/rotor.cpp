@@ -1,0 +1,87 @@
+// The rotor file: the spinning parts of a body.
+#include "rotor.h"
+
+#include <iostream>
+
+#include "cnumericlocale.h"
+#include "endprocess.h"
+#include "inputfile.h"
+#include "matrix.h"
+
+namespace {
+// Skips lines that begin with '#'. Returns whether a character other than that follows; it is left in the stream.
+bool skipComments(std::FILE* stream) {
+    int c = std::getc(stream);
+    while (c == '#') {
+        while (c != '\n' && c != EOF)
+            c = std::getc(stream);
+        if (c != EOF)
+            c = std::getc(stream);
+    }
+    if (c == EOF)
+        return false;
+    std::ungetc(c, stream);
+    return true;
+}
+} // namespace
+
+Rotor::Rotor(const char* path) {
+    const FileHandle stream = openInputFile(path);
+    if (stream == nullptr) {
+        std::cerr << "Error: Rotor::Rotor: Unable to open rotor file \"" << path << "\" for reading." << std::endl;
+        endProcess();
+    }
+    read(stream.get());
+}
+
+void Rotor::read(std::FILE* stream) {
+    const CNumericLocale decimalPoint;
+    while (std::feof(stream) == 0 && skipComments(stream)) {
+        const auto i = static_cast<std::size_t>(rotorCount_);
+        if (i >= kMaximumRotors) {
+            std::cerr << "Error: Rotor::Rotor: Too many rotor entries (" << rotorCount_ << ")." << std::endl;
+            endProcess();
+        }
+        // Not tested: the range is, and a line that can't be read leaves it 0 to 0. The line feed in the format takes
+        // the white space up to the next entry along, so that the end of the file is seen after the last one.
+        static_cast<void>(std::fscanf(
+            stream, "%d %d %f %f %f %f %f %f %f\n", &startFacet_[i], &endFacet_[i], &hub_[i][0], &hub_[i][1],
+            &hub_[i][2], &axis_[i][0], &axis_[i][1], &axis_[i][2], &rate_[i]));
+        if (startFacet_[i] > endFacet_[i] || startFacet_[i] < 1) {
+            std::cerr << "error: Rotor::Rotor: Invalid facet range " << startFacet_[i] << " to " << endFacet_[i]
+                      << " for rotor #" << rotorCount_ + 1 << "." << std::endl;
+            endProcess();
+        }
+        ++rotorCount_;
+    }
+}
+
+bool Rotor::isValid(int rotor) const {
+    if (rotor >= 1 && rotor <= rotorCount_)
+        return true;
+    std::cerr << "Invalid rotor number \"" << rotor << "\" (rotorCount = " << rotorCount_ << ")." << std::endl;
+    return false;
+}
+
+int Rotor::getRotorStart(int rotor) const {
+    return isValid(rotor) ? startFacet_[static_cast<std::size_t>(rotor - 1)] : -1;
+}
+
+int Rotor::getRotorEnd(int rotor) const {
+    return isValid(rotor) ? endFacet_[static_cast<std::size_t>(rotor - 1)] : -1;
+}
+
+void Rotor::getRotorMatrix(int rotor, float time, float* matrix) const {
+    if (!isValid(rotor))
+        return;
+    const auto i = static_cast<std::size_t>(rotor - 1);
+    const auto& [x, y, z] = hub_[i];
+    const float minusX = -x;
+    const float minusY = -y;
+    const float minusZ = -z;
+    const float angle = 360.0F * rate_[i] * time;
+    mat_identity_(matrix);
+    mat_translate_(matrix, &minusX, &minusY, &minusZ);
+    mat_rotate_d_(matrix, axis_[i].data(), &angle);
+    mat_translate_(matrix, &x, &y, &z);
+}

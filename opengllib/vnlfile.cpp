@@ -1,0 +1,261 @@
+// The geometry file (".vnl"): the facets of a body, spread out into the arrays that are drawn.
+#include "vnlfile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <new>
+
+#include "brdffile.h"
+#include "cnumericlocale.h"
+#include "endprocess.h"
+#include "filetracker.h"
+#include "plainfields.h"
+#include "printerror.h"
+#include "radfile.h"
+
+namespace {
+constexpr int kLineLength = 256;
+constexpr float kThird = 0.3333333F; // bit pattern 0x3EAAAAAA, the float below the one nearest to 1/3
+
+using Line = char[kLineLength];
+using Triple = Tuple3<float>;
+
+// One line as the tracker holds it. The fields are read in place where they are plain; sscanf and the messages want a
+// copy that ends in a zero.
+class CurrentLine {
+public:
+    bool next(FileTracker& lines) {
+        isCopied_ = false;
+        if (lines.AtEnd())
+            return false;
+        view_ = lines.nextLine();
+        return true;
+    }
+    std::string_view view() const { return view_; }
+    const char* text() {
+        if (!isCopied_) {
+            const std::size_t length = view_.copy(copy_, sizeof copy_ - 1);
+            copy_[length] = '\0';
+            isCopied_ = true;
+        }
+        return copy_;
+    }
+
+private:
+    std::string_view view_;
+    Line copy_ = {};
+    bool isCopied_ = false;
+};
+
+bool readVertex(CurrentLine& line, Triple& position, Triple& normal) {
+    PlainFields fields(line.view());
+    if (fields.readFloat(position.x) && fields.readFloat(position.y) && fields.readFloat(position.z) &&
+        fields.readFloat(normal.x) && fields.readFloat(normal.y) && fields.readFloat(normal.z) && fields.skipWord())
+        return true;
+    Line word;
+    return std::sscanf(
+               line.text(), "%f %f %f %f %f %f %s", &position.x, &position.y, &position.z, &normal.x, &normal.y,
+               &normal.z, word) == 7;
+}
+
+bool readFacet(CurrentLine& line, std::array<int, 3>& vertices) {
+    int number = 0;
+    PlainFields fields(line.view());
+    if (fields.readInt(number) && fields.readInt(vertices[0]) && fields.readInt(vertices[1]) &&
+        fields.readInt(vertices[2]) && fields.skipWord())
+        return true;
+    Line word;
+    return std::sscanf(line.text(), "%d %d %d %d %s", &number, &vertices[0], &vertices[1], &vertices[2], word) == 5;
+}
+
+// The 0-based index of the 1-based vertex that is a facet's corner 0, 1 or 2. Truncating to 16 bits is deliberate:
+// vertex 0 is reported as 65535.
+unsigned short vertexIndex(int oneBased, int corner, int numVerts) {
+    const auto index = static_cast<unsigned short>(static_cast<unsigned int>(oneBased) - 1U);
+    if (index >= numVerts) {
+        printError(
+            __FILE__, "Load", __LINE__, "us%d should be less than numVerts = %d, but is %d.", 3, corner, numVerts,
+            index);
+        endProcess();
+    }
+    return index;
+}
+
+Triple operator-(const Triple& a, const Triple& b) {
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+
+Vector<float> centroid(const Triple& p0, const Triple& p1, const Triple& p2) {
+    return {(p0.x + p1.x + p2.x) * kThird, (p0.y + p1.y + p2.y) * kThird, (p0.z + p1.z + p2.z) * kThird, 1.0F};
+}
+
+// Divides by the length itself, and not with Vector's operator/, which would hide that a facet has no area.
+Vector<float> unitNormal(const Triple& p0, const Triple& p1, const Triple& p2) {
+    const Triple u = p1 - p0;
+    const Triple v = p2 - p0;
+    const Triple n{u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
+    const float length = std::sqrt(n.x * n.x + n.y * n.y + n.z * n.z);
+    return {n.x / length, n.y / length, n.z / length, 0.0F};
+}
+
+std::array<Vector<float>, 8> boxCorners(const std::array<float, 6>& box) {
+    const auto [x1, x2, y1, y2, z1, z2] = box;
+    return {
+        {{x1, y1, z1, 1.0F},
+         {x2, y1, z1, 1.0F},
+         {x2, y2, z1, 1.0F},
+         {x1, y2, z1, 1.0F},
+         {x1, y1, z2, 1.0F},
+         {x2, y1, z2, 1.0F},
+         {x2, y2, z2, 1.0F},
+         {x1, y2, z2, 1.0F}}};
+}
+
+struct VertexTable {
+    int count = 0;
+    std::unique_ptr<Triple[]> positions;
+    std::unique_ptr<Triple[]> normals;
+
+    bool read(FileTracker& lines, int numVerts);
+};
+
+bool VertexTable::read(FileTracker& lines, int numVerts) {
+    count = numVerts;
+    // Every vertex has a line of its own: more of them than lines left can't all be read, whatever line 1 says.
+    const auto readable = static_cast<std::size_t>(std::clamp<std::int64_t>(numVerts, 0, lines.remaining()));
+    positions.reset(numVerts < 0 ? nullptr : new (std::nothrow) Triple[readable]);
+    if (positions == nullptr) {
+        printError(
+            __FILE__, "Load", __LINE__, "Could not allocate %d Vertex objects for array vnlVertex.", 1, numVerts);
+        return false;
+    }
+    normals.reset(new (std::nothrow) Triple[readable]);
+    if (normals == nullptr) {
+        printError(
+            __FILE__, "Load", __LINE__, "Could not allocate %d Vertex objects for array vnlNormals.", 1, numVerts);
+        return false;
+    }
+    CurrentLine line;
+    for (int i = 0; i < numVerts; ++i) {
+        if (!line.next(lines)) {
+            printError(__FILE__, "Load", __LINE__, "Unexpected EOF when reading vertex %d.", 1, i + 1);
+            return false;
+        }
+        const auto vertex = static_cast<std::size_t>(i);
+        if (!readVertex(line, positions[vertex], normals[vertex])) {
+            printError(__FILE__, "Load", __LINE__, "Malformed line %d. Received \"%s\".", 2, i + 3, line.text());
+            return false;
+        }
+    }
+    return true;
+}
+
+bool readFacets(
+    FileTracker& lines, int numFacets, const VertexTable& vertices, BrdfFile& brdf, const RadFile& rad,
+    const VnlArrays& arrays) {
+    CurrentLine line;
+    for (int k = 0; k < numFacets; ++k) {
+        if (!line.next(lines)) {
+            printError(__FILE__, "Load", __LINE__, "Unexpected EOF when trying to read facet %d.", 1, k + 1);
+            return false;
+        }
+        std::array<int, 3> named{};
+        if (!readFacet(line, named)) {
+            printError(
+                __FILE__, "Load", __LINE__, "Malformed line %d when reading facet %d. Received \"%s\".", 3,
+                vertices.count + k + 3, k + 1, line.text());
+            return false;
+        }
+        const std::array<unsigned short, 3> indices = {
+            vertexIndex(named[0], 0, vertices.count), vertexIndex(named[1], 1, vertices.count),
+            vertexIndex(named[2], 2, vertices.count)};
+
+        const int slot = brdf.SortedFacetIndex(k);
+        if (slot < 0)
+            return false; // reported
+        const auto s = static_cast<std::size_t>(slot);
+        const auto file = static_cast<std::size_t>(k);
+        const std::size_t corner = 3 * s; // its 16 bits wrap in bodies too large to be drawn by index
+        arrays.facets[s] = {
+            static_cast<unsigned short>(corner), static_cast<unsigned short>(corner + 1),
+            static_cast<unsigned short>(corner + 2)};
+        const float radiance = rad.rad()[file];
+        const float emittance = rad.bbe()[file];
+        for (std::size_t c = 0; c < 3; ++c) {
+            arrays.cornerPositions[corner + c] = vertices.positions[indices[c]];
+            arrays.cornerNormals[corner + c] = vertices.normals[indices[c]];
+            arrays.cornerRadiance[corner + c] = {radiance, radiance, radiance};
+            arrays.cornerEmittance[corner + c] = {emittance, emittance, emittance};
+        }
+        const Triple& p0 = vertices.positions[indices[0]];
+        const Triple& p1 = vertices.positions[indices[1]];
+        const Triple& p2 = vertices.positions[indices[2]];
+        arrays.facetCentroids[file] = centroid(p0, p1, p2);
+        arrays.facetNormals[file] = unitNormal(p0, p1, p2);
+        arrays.sortedIndex[file] = slot;
+    }
+    return true;
+}
+} // namespace
+
+bool VnlFile::Load(
+    const std::string& name, BrdfFile& brdf, RadFile& rad, Tuple3<unsigned short>* facets,
+    Tuple3<float>* cornerPositions, Tuple3<float>* cornerNormals, Tuple3<float>* cornerRadiance,
+    Tuple3<float>* cornerEmittance, Vector<float>* facetCentroids, Vector<float>* facetNormals, int* sortedIndex) {
+    setName(name);
+    const FileTrackerHandle lines(fTrackerOpen(name.c_str(), "r", kLineLength));
+    if (lines == nullptr) {
+        printError(__FILE__, "Load", __LINE__, "Unable to open \"%s\" for reading.", 1, name.c_str());
+        return false;
+    }
+    return parse(
+        *lines, brdf, rad,
+        {facets, cornerPositions, cornerNormals, cornerRadiance, cornerEmittance, facetCentroids, facetNormals,
+         sortedIndex});
+}
+
+bool VnlFile::parse(FileTracker& lines, BrdfFile& brdf, const RadFile& rad, const VnlArrays& arrays) {
+    const CNumericLocale decimalPoint;
+    CurrentLine line;
+
+    if (!line.next(lines)) {
+        printError(
+            __FILE__, "Load", __LINE__, "Unexpected EOF when trying to read number of vertices and subfacets.", 0);
+        std::cout << "VnlFile::Load: unexpected EOF found." << std::endl;
+        return false;
+    }
+    int numVerts = 0;
+    int numFacets = 0;
+    if (std::sscanf(line.text(), "%d %d", &numVerts, &numFacets) < 2) {
+        printError(
+            __FILE__, "Load", __LINE__, "Malformed line 1. Expected 2 ints, but received \"%s\".", 1, line.text());
+        return false;
+    }
+    if (numFacets != brdf.numFacets()) {
+        printError(
+            __FILE__, "Load", __LINE__,
+            "Number of facets in VNL file, %d, does not match the number of facets in the BRDF file, %d.", 2, numFacets,
+            brdf.numFacets());
+        return false;
+    }
+
+    if (!line.next(lines)) {
+        printError(__FILE__, "Load", __LINE__, "Unexpected EOF when trying to read bounding box.", 0);
+        return false;
+    }
+    std::array<float, 6> box{}; // x1 x2 y1 y2 z1 z2
+    if (std::sscanf(line.text(), "%f %f %f %f %f %f", &box[0], &box[1], &box[2], &box[3], &box[4], &box[5]) < 6) {
+        // No comma after "floats": the texts of the two lines differ.
+        printError(
+            __FILE__, "Load", __LINE__, "Malformed line 2. Expected 6 floats but received \"%s\".", 1, line.text());
+        return false;
+    }
+    boundingBox_ = boxCorners(box);
+
+    VertexTable vertices;
+    return vertices.read(lines, numVerts) && readFacets(lines, numFacets, vertices, brdf, rad, arrays);
+}

@@ -1,0 +1,51 @@
+// The geometry file (".vnl"): the facets of a body, spread out into the arrays that are drawn.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "file.h"
+#include "tuple3.h"
+#include "vector.h"
+
+class BrdfFile;
+class FileTracker;
+class RadFile;
+
+// Where the facets go: arrays of F facets, the corner arrays of 3 · F corners, all supplied by the caller.
+// There are two index spaces, and that is deliberate. k numbers facets as the file does; the slot s, given by
+// BrdfFile::SortedFacetIndex, brings the facets of one reflectance class together, so that a class is one draw call.
+struct VnlArrays {
+    Tuple3<unsigned short>* facets; // [s]: the numbers of the facet's three corners
+    Tuple3<float>* cornerPositions; // [3s + 0, 1, 2]
+    Tuple3<float>* cornerNormals;   // [3s + 0, 1, 2], as the file gives them
+    Tuple3<float>* cornerRadiance;  // [3s + 0, 1, 2], W/cm²/sr, three times the same
+    Tuple3<float>* cornerEmittance; // [3s + 0, 1, 2], W/cm²/sr, three times the same
+    Vector<float>* facetCentroids;  // [k]
+    Vector<float>* facetNormals;    // [k], unit length, w = 0; not finite for a facet without area
+    int* sortedIndex;               // [k]: s
+};
+
+class VnlFile : public File {
+public:
+    // Reads the file `name` into the arrays. `brdf` must be loaded and not have been asked for slots, `rad` must hold
+    // as many facets as `brdf`. On failure prints a message and returns false; the arrays may then be partly filled. A
+    // facet that names a vertex that isn't there ends the process: deliberate, unlike every other fault.
+    bool Load(
+        const std::string& name, BrdfFile& brdf, RadFile& rad, Tuple3<unsigned short>* facets,
+        Tuple3<float>* cornerPositions, Tuple3<float>* cornerNormals, Tuple3<float>* cornerRadiance,
+        Tuple3<float>* cornerEmittance, Vector<float>* facetCentroids, Vector<float>* facetNormals, int* sortedIndex);
+
+    // Reads the lines of a geometry file; otherwise as Load.
+    bool parse(FileTracker& lines, BrdfFile& brdf, const RadFile& rad, const VnlArrays& arrays);
+
+    // The corners of the bounding box, w = 1: around the low-z face, then in the same order around the high-z face.
+    const std::array<Vector<float>, 8>& boundingBox() const { return boundingBox_; }
+
+private:
+    std::array<Vector<float>, 8> boundingBox_ = [] {
+        std::array<Vector<float>, 8> corners;
+        corners.fill({0.0F, 0.0F, 0.0F, 1.0F});
+        return corners;
+    }();
+};

@@ -1,0 +1,67 @@
+// Small files of a body, made in memory or on disk, and what the loaders print about them.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+// What `action` reports through printError, as "file function: message"; anything else on standard error as it stands.
+template <class Action> std::string reportOf(Action&& action) {
+    testing::internal::CaptureStderr();
+    action();
+    const std::string printed = testing::internal::GetCapturedStderr();
+    static const std::regex form(
+        "Error in function \"(\\w+)\" of file \"opengllib/(\\w+)\\.cpp\" \\(line #\\d+\\): ([^]*)\n");
+    std::smatch parts;
+    if (!std::regex_match(printed, parts, form))
+        return printed;
+    return parts[2].str() + " " + parts[1].str() + ": " + parts[3].str();
+}
+
+// A file that exists as long as this does.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(std::string_view contents, std::string_view suffix = "")
+        : path_(
+              testing::TempDir() + "sorvane." + std::to_string(::getpid()) + "." + std::to_string(++made_) +
+              std::string(suffix)) {
+        write(contents);
+    }
+    ~TemporaryFile() { std::filesystem::remove(path_); }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    void write(std::string_view contents) const { std::ofstream(path_, std::ios::binary) << contents; }
+    const std::string& path() const { return path_; }
+
+private:
+    static inline int made_ = 0;
+    std::string path_;
+};
+
+inline void appendWord(std::string& bytes, const void* word) {
+    bytes.append(static_cast<const char*>(word), 4);
+}
+
+// The bytes of a radiance file.
+inline std::string radBytes(const std::vector<float>& radiances, const std::vector<float>& emittances) {
+    std::string bytes;
+    for (std::int32_t word = 0; word < 19; ++word) {
+        const std::int32_t value = word == 10 ? static_cast<std::int32_t>(radiances.size()) : -1 - word;
+        appendWord(bytes, &value);
+    }
+    for (const float& radiance : radiances)
+        appendWord(bytes, &radiance);
+    bytes += "padding.";
+    for (const float& emittance : emittances)
+        appendWord(bytes, &emittance);
+    return bytes;
+}

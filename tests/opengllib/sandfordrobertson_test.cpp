@@ -1,0 +1,124 @@
+// The reflectance model against values worked out separately in double precision, and the properties that it promises.
+#include "sandfordrobertson.h"
+
+#include <cmath>
+#include <numbers>
+
+#include "bodyfiles.h"
+#include "brdffile.h"
+
+namespace {
+constexpr double kRadians = std::numbers::pi / 180.0;
+
+// A unit direction at an angle from the z axis, which is the surface normal, and an azimuth; in degrees.
+Vector<float> direction(double angle, double azimuth) {
+    const double a = angle * kRadians;
+    const double p = azimuth * kRadians;
+    return {
+        static_cast<float>(std::sin(a) * std::cos(p)), static_cast<float>(std::sin(a) * std::sin(p)),
+        static_cast<float>(std::cos(a)), 0.0F};
+}
+
+struct Surface {
+    float b, e, rho_d, epsilon;
+
+    float G() const {
+        BrdfFile file;
+        EXPECT_TRUE(file.parse("BRDF\n1\n0 0 " + std::to_string(b) + " 0 0 x\n"));
+        return file.classes()[0].G;
+    }
+};
+
+float reflectance(
+    int mode, const Surface& surface, float G, const Vector<float>& toSource, const Vector<float>& toViewer) {
+    const Vector<float> sum = toSource + toViewer;
+    return sr_brdf_internal(
+        mode, {0, 0, 1, 0}, toSource, toViewer, surface.b, surface.e, surface.rho_d, surface.epsilon, G,
+        sum / Length(sum));
+}
+} // namespace
+
+TEST(SandfordRobertson, GivesTheValuesOfTheFormula) {
+    const struct {
+        int mode;
+        double source, viewer, azimuth;
+        Surface surface;
+        float expected;
+    } rows[] = {
+        {0, 0, 0, 0, {0.0F, 0.3F, 0.2F, 0.5F}, 0.35279346F},
+        {0, 30, 30, 180, {0.25F, 0.2F, 0.1F, 0.6F}, 0.62286998F},
+        {0, 30, 31, 180, {0.25F, 0.05F, 0.1F, 0.6F}, 8.5986506F},
+        {0, 60, 20, 45, {0.5F, 0.4F, 0.3F, 0.3F}, 0.1655918F},
+        {0, 75, 85, 180, {0.5F, 0.3F, 0.2F, 0.4F}, 6.3629111F},
+        {0, 75, 85, 180, {0.0F, 0.3F, 0.2F, 0.4F}, 11.713168F},
+        {1, 10, 79.5, 90, {2.0F, 0.3F, 0.2F, 0.1F}, 0.016936511F},
+        {2, 40, 50, 10, {0.7F, 0.3F, 0.25F, 0.4F}, 0.091666874F},
+        {2, 40, 50, 10, {0.0F, 0.3F, 0.25F, 0.4F}, 0.079577472F},
+        {3, 40, 50, 10, {0.7F, 0.3F, 0.25F, 0.4F}, 0.21662896F},
+        {3, 40, 50, 10, {0.0F, 0.3F, 0.25F, 0.4F}, 0.35F},
+        {0, 20, 20, 180, {0.3F, 0.1F, 0.9F, 0.3F}, 0.39915361F}, // nothing left for the specular term
+        {0, 90, 10, 0, {0.3F, 0.1F, 0.1F, 0.1F}, 0.0F},
+        {0, 10, 95, 0, {0.3F, 0.1F, 0.1F, 0.1F}, 0.0F},
+    };
+    for (const auto& row : rows) {
+        const float value = reflectance(
+            row.mode, row.surface, row.surface.G(), direction(row.source, 0), direction(row.viewer, row.azimuth));
+        EXPECT_NEAR(value, row.expected, 1e-4F * row.expected)
+            << row.mode << ": " << row.source << ", " << row.viewer << ", " << row.azimuth;
+    }
+}
+
+TEST(SandfordRobertson, ComponentTermsStayFinite) {
+    EXPECT_EQ(sr_big_h(0.0F, 0.5F, 0.25F), 1.0F);
+    EXPECT_EQ(sr_big_h(-1.0F, 1.0F, 0.0F), 1.0F);
+    // At normal incidence m = 1 + a², X = (1 + a)², H = (1 − a + (1 + a²) / (1 + a)) / 2a = 1 / (a (1 + a)).
+    EXPECT_NEAR(sr_big_h(0.25F, 1.0F, 1.0F), 3.2F, 1e-5F);
+    EXPECT_EQ(small_hcal(1.0F, 0.0F), 1.7e38F);
+    EXPECT_EQ(small_hcal(1.0F, -1.0F), 1.7e38F);
+    EXPECT_EQ(small_hcal(1.0F, 1e-20F), 1.7e38F);
+    EXPECT_NEAR(small_hcal(0.5F, 0.5F), 16.0F / 9.0F, 1e-5F);
+}
+
+TEST(SandfordRobertson, TheDiffuseTermIsReciprocal) {
+    const Surface surface{0.6F, 0.3F, 0.3F, 0.4F};
+    const float G = surface.G();
+    for (int source = 0; source < 90; source += 11)
+        for (int viewer = 0; viewer < 90; viewer += 7) {
+            const auto from = direction(source, 20);
+            const auto to = direction(viewer, 200);
+            const float forth = reflectance(2, surface, G, from, to);
+            EXPECT_NEAR(forth, reflectance(2, surface, G, to, from), 1e-6F * forth);
+        }
+}
+
+TEST(SandfordRobertson, ReflectsWhatItDoesNotAbsorb) {
+    const Surface surfaces[] = {{0.0F, 0.3F, 0.2F, 0.5F}, {0.2F, 0.2F, 0.2F, 0.5F}, {0.5F, 0.5F, 0.1F, 0.6F}};
+    for (const Surface& surface : surfaces) {
+        const float G = surface.G();
+        for (const double incidence : {0.0, 30.0, 60.0}) {
+            const Vector<float> toSource = direction(incidence, 0);
+            double reflected = 0.0;
+            const double step = 0.5;
+            for (double viewer = step / 2; viewer < 90; viewer += step)
+                for (double azimuth = 1; azimuth < 360; azimuth += 2)
+                    reflected += static_cast<double>(reflectance(0, surface, G, toSource, direction(viewer, azimuth))) *
+                                 std::cos(viewer * kRadians) * std::sin(viewer * kRadians) * step * kRadians * 2 *
+                                 kRadians;
+            const double tangent = std::tan(incidence * kRadians) * static_cast<double>(surface.b);
+            const double absorbed = static_cast<double>(surface.epsilon / G) / (1.0 + tangent * tangent);
+            EXPECT_NEAR(reflected, 1.0 - absorbed, surface.b == 0.0F ? 1e-3 : 0.035) << surface.b << ", " << incidence;
+            EXPECT_LE(reflected, 1.0 - absorbed + 1e-3);
+        }
+    }
+}
+
+TEST(SandfordRobertson, DirectionsWithAPositionsWEndTheProcess) {
+    const Vector<float> up(0, 0, 1, 0);
+    const Vector<float> position(0, 0, 1, 0.5F);
+    EXPECT_EXIT(
+        sr_brdf_internal(0, position, up, up, 0, 0, 0, 0, 1, position), testing::ExitedWithCode(1),
+        "\"sr_brdf_internal\" .*: normal\\[3\\] should be 0 but is 0.500000\\.\n$");
+    EXPECT_EXIT(
+        sr_brdf_internal(0, up, up, up, 0, 0, 0, 0, 1, position), testing::ExitedWithCode(1),
+        "\"sr_brdf_internal\" .*: glint_vec\\[3\\] should be 0 but is 0.500000\\.\n$");
+}

@@ -1,0 +1,35 @@
+// An OpenGL context without a window, for tests and benchmarks of what is drawn.
+#pragma once
+
+#include <vector>
+
+#include <GL/glew.h>
+
+// Current from construction to destruction, in the compatibility profile, with GLEW initialised and a picture of 32-bit
+// floats and a depth buffer to draw into. Values of the picture are not clamped.
+class GlContext {
+public:
+    GlContext(int width, int height);
+    ~GlContext();
+    GlContext(const GlContext&) = delete;
+    GlContext& operator=(const GlContext&) = delete;
+
+    // Whether this machine gave a context; nothing may be drawn otherwise.
+    bool isUsable() const { return isUsable_; }
+
+    // Red, green, blue and alpha of every pixel, row by row from the bottom.
+    std::vector<float> pixels() const;
+
+private:
+    bool createContext();
+    bool createPicture();
+
+    int width_;
+    int height_;
+    void* display_ = nullptr;
+    void* context_ = nullptr;
+    GLuint framebuffer_ = 0;
+    GLuint colour_ = 0;
+    GLuint depth_ = 0;
+    bool isUsable_ = false;
+};
