@@ -1,6 +1,8 @@
 // A tile's mesh in OpenGL buffers.
 #include "terrainmesh.h"
 
+#include <bit>
+
 #include <GL/glew.h>
 
 namespace {
@@ -33,7 +35,7 @@ void TerrainMesh::upload(
     indexCounts_.assign(strips, 2 * columns);
     firstIndices_.resize(strips);
     for (std::size_t strip = 0; strip < strips; ++strip)
-        firstIndices_[strip] = static_cast<const std::byte*>(nullptr) + strip * stripBytes;
+        firstIndices_[strip] = std::bit_cast<const void*>(strip * stripBytes); // an offset
 }
 
 void TerrainMesh::drawPositions() const {
