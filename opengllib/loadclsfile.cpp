@@ -60,7 +60,7 @@ unsigned char* loadCLSFileTORVALE(const std::string& path, GHead& header) {
             "Could not allocate %d unsigned chars (%d bytes) for the array pSamples.", 2, count, count);
         return nullptr;
     }
-    const auto row = sampleSize == 1 ? readRows(stream.get(), layout, pSamples.get())
+    const auto row = sampleSize == 1 ? readRows(stream.get(), layout, 0, layout.rows, pSamples.get())
                                      : readLowBytes(stream.get(), layout, pSamples.get());
     if (row) {
         reportShortRow(*row, layout);

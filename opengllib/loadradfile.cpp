@@ -83,7 +83,7 @@ float* loadRADFile(
             shownProduct(layout.rows, layout.columns, sizeof(float)));
         return nullptr;
     }
-    if (const auto row = readRows(stream.get(), layout, pSamples.get())) {
+    if (const auto row = readRows(stream.get(), layout, 0, layout.rows, pSamples.get())) {
         reportShortRow(*row, header.ncols);
         return nullptr;
     }

@@ -14,6 +14,7 @@
 
 namespace {
 constexpr int kItemBytes = 2;
+constexpr std::int64_t kStagedSamples = 32768;
 
 struct Range {
     float minimum = 100000000.0F;
@@ -34,14 +35,14 @@ void reportShortRow(const ShortRow& row, int columns) {
         kItemBytes, row.received);
 }
 
-// Scaling keeps or reverses the order of the samples, so that a row's extremes are those of its stored values, scaled.
-void scaleRow(const std::uint16_t* row, std::size_t columns, float scale, float* out, Range& range) {
+// Scaling keeps or reverses the order of the samples, so that the extremes are those of the stored values, scaled.
+void scaleRows(const std::uint16_t* samples, std::size_t count, float scale, float* out, Range& range) {
     std::uint16_t least = 65535;
     std::uint16_t greatest = 0;
-    for (std::size_t column = 0; column < columns; ++column) {
-        least = std::min(least, row[column]);
-        greatest = std::max(greatest, row[column]);
-        out[column] = static_cast<float>(row[column]) * scale;
+    for (std::size_t i = 0; i < count; ++i) {
+        least = std::min(least, samples[i]);
+        greatest = std::max(greatest, samples[i]);
+        out[i] = static_cast<float>(samples[i]) * scale;
     }
     range.include(static_cast<float>(least) * scale);
     range.include(static_cast<float>(greatest) * scale);
@@ -67,8 +68,11 @@ float* loadTopoFile(const std::string& path, GHead& header) {
             shownProduct(layout.rows, layout.columns, sizeof(float)));
         return nullptr;
     }
-    const auto row = allocateSamples<std::uint16_t>(1, layout.columns);
-    if (row == nullptr) {
+    // Some rows at a time, so that they stay in the processor's cache until they are scaled.
+    const std::int64_t rowsAtATime =
+        std::clamp<std::int64_t>(kStagedSamples / std::max<std::int64_t>(layout.columns, 1), 1, layout.rows + 1);
+    const auto staged = allocateSamples<std::uint16_t>(rowsAtATime, layout.columns);
+    if (staged == nullptr) {
         printError(
             __FILE__, "loadTopoFile", __LINE__, "Unable to allocate %d unsigned shorts (%d bytes).", 2, header.ncols,
             shownProduct(1, layout.columns, 2));
@@ -76,13 +80,15 @@ float* loadTopoFile(const std::string& path, GHead& header) {
     }
     Range range;
     const auto columns = static_cast<std::size_t>(layout.columns);
-    for (std::int64_t i = 0; i < layout.rows && columns > 0; ++i) {
-        const std::int64_t received = readRow(stream.get(), layout, i, row.get());
-        if (received < layout.columns) {
-            reportShortRow({static_cast<int>(i + 1), static_cast<int>(received)}, header.ncols);
+    for (std::int64_t first = 0; first < layout.rows && columns > 0; first += rowsAtATime) {
+        const std::int64_t count = std::min(rowsAtATime, layout.rows - first);
+        if (const auto row = readRows(stream.get(), layout, first, count, staged.get())) {
+            reportShortRow(*row, header.ncols);
             return nullptr;
         }
-        scaleRow(row.get(), columns, header.zscale, pData.get() + static_cast<std::size_t>(i) * columns, range);
+        scaleRows(
+            staged.get(), static_cast<std::size_t>(count) * columns, header.zscale,
+            pData.get() + static_cast<std::size_t>(first) * columns, range);
     }
     header.MinVals[0] = range.minimum;
     header.MaxVals[0] = range.maximum;

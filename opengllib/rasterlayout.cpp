@@ -100,22 +100,27 @@ std::int64_t readRow(std::FILE* stream, const RowLayout& layout, std::int64_t ro
            std::max<std::int64_t>(layout.itemBytes, 1);
 }
 
-std::optional<ShortRow> readRows(std::FILE* stream, const RowLayout& layout, void* samples) {
+std::optional<ShortRow>
+readRows(std::FILE* stream, const RowLayout& layout, std::int64_t first, std::int64_t count, void* samples) {
     const std::int64_t bytes = rowBytes(layout);
-    if (layout.rows <= 0 || bytes <= 0)
+    if (bytes <= 0)
         return std::nullopt;
-    auto* const out = static_cast<std::byte*>(samples);
+    auto* place = static_cast<std::byte*>(samples);
     const std::int64_t rowsPerRead = std::clamp<std::int64_t>(kBytesPerRead / bytes, 1, kRowsPerRead);
     std::vector<::iovec> pieces;
-    for (std::int64_t first = 0; first < layout.rows; first += rowsPerRead) {
-        const std::int64_t count = std::min(rowsPerRead, layout.rows - first);
-        std::byte* const place = out + first * bytes;
-        if (readBatch(stream, layout, first, count, place, pieces))
+    const std::int64_t end = first + count;
+    for (std::int64_t row = first; row < end;) {
+        const std::int64_t batch = std::min(rowsPerRead, end - row);
+        if (readBatch(stream, layout, row, batch, place, pieces)) {
+            row += batch;
+            place += batch * bytes;
             continue;
-        for (std::int64_t i = 0; i < count; ++i) {
-            const std::int64_t received = readRow(stream, layout, first + i, place + i * bytes);
+        }
+        // Row by row, to find the short one.
+        for (const std::int64_t batchEnd = row + batch; row < batchEnd; ++row, place += bytes) {
+            const std::int64_t received = readRow(stream, layout, row, place);
             if (received < layout.columns)
-                return ShortRow{static_cast<int>(first + i + 1), static_cast<int>(received)};
+                return ShortRow{static_cast<int>(row + 1), static_cast<int>(received)};
         }
     }
     return std::nullopt;

@@ -8,6 +8,8 @@
 #include <new>
 #include <optional>
 
+#include "largepages.h"
+
 // Rows of samples behind the header, each followed by bytes that are skipped.
 struct RowLayout {
     std::int64_t rows = 0;
@@ -28,8 +30,10 @@ struct ShortRow {
 // Answers from the file's length; nothing when every row is there or the layout's sizes are negative.
 std::optional<ShortRow> findShortRow(std::FILE* stream, const RowLayout& layout);
 
-// Reads all rows straight into `samples`, which has room for rows · columns · itemBytes.
-std::optional<ShortRow> readRows(std::FILE* stream, const RowLayout& layout, void* samples);
+// Reads `count` rows from row `first`, counted from 0, straight into `samples`, which has room for them without what is
+// skipped. The answer counts rows from the file's first.
+std::optional<ShortRow>
+readRows(std::FILE* stream, const RowLayout& layout, std::int64_t first, std::int64_t count, void* samples);
 
 // Reads row `row`, counted from 0, into `samples`; returns how many whole samples there were.
 std::int64_t readRow(std::FILE* stream, const RowLayout& layout, std::int64_t row, void* samples);
@@ -43,7 +47,10 @@ int shownProduct(std::int64_t rows, std::int64_t columns, std::uint64_t valueByt
 // An uninitialised array of rows · columns values; null when there can't be one.
 template <class T> std::unique_ptr<T[]> allocateSamples(std::int64_t rows, std::int64_t columns) {
     const auto count = sampleCount(rows, columns, sizeof(T));
-    return std::unique_ptr<T[]>(count ? new (std::nothrow) T[*count] : nullptr);
+    std::unique_ptr<T[]> samples(count ? new (std::nothrow) T[*count] : nullptr);
+    if (samples != nullptr)
+        useLargePages(samples.get(), *count * sizeof(T));
+    return samples;
 }
 
 // Bytes of a file behind its header.
@@ -64,7 +71,7 @@ template <class T> ContiguousSamples<T> readContiguous(std::FILE* stream, std::i
     const auto count = sampleCount(rows, columns, sizeof(T));
     if (!count || static_cast<std::int64_t>(*count * sizeof(T)) - dataBytes(stream) > kMaximumMissingBytes)
         return samples;
-    samples.values.reset(new (std::nothrow) T[*count]);
+    samples.values = allocateSamples<T>(rows, columns);
     if (samples.values == nullptr)
         return samples;
     const std::size_t received = readData(stream, samples.values.get(), *count * sizeof(T)) / sizeof(T);

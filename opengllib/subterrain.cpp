@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <new>
 #include <span>
 
 #include "atmfile.h"
@@ -153,9 +152,9 @@ bool SubTerrain::allocateArrays() {
     for (float& height : std::span(heights_.get(), posts()))
         height *= scale_[2];
     if (loadNormals()) {
-        colours_.reset(new (std::nothrow) float[3 * posts()]);
-        vertices_.reset(new (std::nothrow) float[3 * posts()]);
-        indices_.reset(new (std::nothrow) std::uint32_t[2 * (posts() - static_cast<std::size_t>(width_))]);
+        colours_ = allocateSamples<float>(height_, 3 * std::int64_t{width_});
+        vertices_ = allocateSamples<float>(height_, 3 * std::int64_t{width_});
+        indices_ = allocateSamples<std::uint32_t>(height_ - 1, 2 * std::int64_t{width_});
         if (colours_ != nullptr && vertices_ != nullptr && indices_ != nullptr)
             return true;
     }
@@ -167,7 +166,7 @@ bool SubTerrain::loadNormals() {
     if (sunlit_ || reflective_) {
         normals_.reset(loadNormFile(paths_.normals));
     } else {
-        normals_.reset(new (std::nothrow) Vertex3[posts()]);
+        normals_ = allocateSamples<Vertex3>(height_, width_);
         if (normals_ != nullptr)
             std::fill_n(normals_.get(), posts(), Vertex3{0.0F, 0.0F, 1.0F});
     }
