@@ -1,4 +1,92 @@
-// The terrain under an engagement: a set of raster tiles.
+// The terrain under an engagement: a set of raster tiles, with the files that they share.
 #pragma once
 
-class Terrain {};
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "lights.h"
+#include "subterrain.h"
+
+// Construction needs no GL context; drawing, loadAll, CleanUp and the destructor of a terrain whose tiles are loaded
+// need the same one current.
+class Terrain {
+public:
+    Terrain();
+    ~Terrain();
+    Terrain(const Terrain&) = delete;
+    Terrain& operator=(const Terrain&) = delete;
+
+    // Files that all tiles share, for load. One that is not set, or does not exist, is looked for beside the tiles
+    // under the set's base name.
+    void setAtmFile(const std::string& path) { shared_.atmosphere = path; }
+    void setVertShader(const std::string& path) { shared_.vertexShader = path; }
+    void setFragShader(const std::string& path) { shared_.fragmentShader = path; }
+    void setBandFilePath(const std::string& path) { shared_.band = path; }
+    void setAsterDbFilePath(const std::string& path) { shared_.asterDirectory = path; }
+    void setCls2AsterFilePath(const std::string& path) { shared_.classToAster = path; }
+    void setCls2MatFilePath(const std::string& path) { shared_.classToMaterial = path; }
+    void setTempFilePath(const std::string& path) { shared_.temperature = path; }
+    // Where the shaders are that are not set; the data root's "openglshaders/" without.
+    void setShaderDir(const std::string& directory) { shaderDirectory_ = directory; }
+
+    // Takes the terrain of a trajectory: the described set when `topo` is a description (".xml") or one of its stem
+    // stands beside it, else one tile from the header of the raster `topo`, the raster `rad` and their companions of
+    // the same stem. Every tile is scaled and moved by an offset; `range` is what radiances are multiplied by for the
+    // picture. `lowest` becomes the least height. False after a line on standard output when there are no tiles.
+    bool Init(
+        const std::string& topo, const std::string& rad, const std::string& shaderDir, float& lowest, float range,
+        float scaleX, float scaleY, float scaleZ, float offsetX, float offsetY, float offsetZ);
+
+    // Reads a description; `directory` is where its files are, or empty for the described one. Says on standard output
+    // what will be lit. False when there are no tiles.
+    bool load(const std::string& description, const std::string& directory, float radianceScale);
+
+    // Loads every tile that is not loaded; whether all are then. Without it each loads when it is first drawn.
+    bool loadAll();
+
+    // Draws the tiles shaded, or as a bare grey mesh.
+    void Render(bool isShaded);
+    void Render(const Lights& lights);
+
+    // Of the first tile that has the point; 0 where none has.
+    float GetElevation(float x, float y) const;
+
+    // World box of all tiles.
+    SubTerrain::Bounds BBox() const;
+
+    // Sizes of the first tile's cells; 0 without tiles.
+    float xCellSize() const { return tiles_.empty() ? 0.0F : tiles_.front()->getXsize(); }
+    float yCellSize() const { return tiles_.empty() ? 0.0F : tiles_.front()->getYsize(); }
+
+    std::size_t tileCount() const { return tiles_.size(); }
+    SubTerrain& tile(std::size_t index) { return *tiles_.at(index); }
+
+    void print() const;
+
+    // Back to a new terrain's state.
+    void CleanUp();
+
+private:
+    // Until one is set it has a name that no file has.
+    struct SharedFiles {
+        std::string atmosphere = "atmFile";
+        std::string vertexShader = "vertShader";
+        std::string fragmentShader = "fragShader";
+        std::string band = "bandFP";
+        std::string classToAster = "cls2asterFP";
+        std::string classToMaterial = "cls2matFP";
+        std::string temperature = "tempFP";
+        std::string asterDirectory;
+    };
+
+    bool initSet(const std::string& description, float range);
+    void initTile(const std::string& topo, const std::string& rad, float range);
+    SharedFiles filesBeside(const std::string& stem) const;
+    void share(const SharedFiles& files, float radianceScale);
+
+    std::vector<std::unique_ptr<SubTerrain>> tiles_;
+    SharedFiles shared_;
+    std::string shaderDirectory_;
+};

@@ -1,0 +1,372 @@
+// Loading rasters and tiles of terrain, and drawing a set of tiles.
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "glcontext.h"
+
+#include "bkgheader.h"
+#include "ghead.h"
+#include "glshaderprogram.h"
+#include "loadradfile.h"
+#include "loadtopofile.h"
+#include "terrain.h"
+
+namespace {
+const std::string kShaders = SORVANE_SHADERS;
+
+struct Folder {
+    Folder() : path(std::filesystem::temp_directory_path() / ("sorvane.bench." + std::to_string(::getpid()))) {
+        std::filesystem::create_directories(path);
+    }
+    ~Folder() { std::filesystem::remove_all(path); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    std::string file(const std::string& name) const { return (path / name).string(); }
+
+    std::filesystem::path path;
+};
+
+// While one is alive, what the loaders print goes nowhere.
+class SilentOutput {
+public:
+    SilentOutput() : output_((std::fflush(stdout), ::dup(STDOUT_FILENO))) {
+        const int nowhere = ::open("/dev/null", O_WRONLY);
+        ::dup2(nowhere, STDOUT_FILENO);
+        ::close(nowhere);
+    }
+    ~SilentOutput() {
+        std::fflush(stdout);
+        ::dup2(output_, STDOUT_FILENO);
+        ::close(output_);
+    }
+    SilentOutput(const SilentOutput&) = delete;
+    SilentOutput& operator=(const SilentOutput&) = delete;
+
+private:
+    int output_;
+};
+
+template <class T>
+void writeRaster(const std::string& path, int size, const char* signature, const std::vector<T>& values) {
+    BKG_header header{};
+    std::memcpy(header.headerSignature, signature, std::strlen(signature));
+    header.sizeX = header.sizeY = size;
+    const FileHandle stream = BeginBKGFile(path, header);
+    std::fwrite(values.data(), sizeof(T), values.size(), stream.get());
+}
+
+// A tile of size × size posts with every companion of the material route.
+void writeTile(const Folder& folder, const std::string& stem, int size) {
+    const std::size_t posts = static_cast<std::size_t>(size) * static_cast<std::size_t>(size);
+    std::vector<float> heights(posts);
+    std::vector<unsigned char> classes(posts);
+    std::vector<float> normals(3 * posts);
+    for (std::size_t i = 0; i < posts; ++i) {
+        heights[i] = static_cast<float>((i * 37) % 97) * 0.01F;
+        classes[i] = static_cast<unsigned char>(1 + i % 3);
+        normals[3 * i + 2] = 1.0F;
+    }
+    writeRaster(folder.file(stem + ".le-ftop"), size, "TOP", heights);
+    writeRaster(folder.file(stem + ".rad"), size, "RAD", heights);
+    writeRaster(folder.file(stem + ".norm"), size, "NORM", normals);
+    writeRaster(folder.file(stem + ".cls"), size, "CLS", classes);
+}
+
+void writeShared(const Folder& folder) {
+    std::ofstream(folder.file("set.cls2mat")) << "1 1\n2 2\n3 3\n";
+    std::ofstream(folder.file("set.temp")) << "290 0.9\n291 0.8\n292 0.7\n";
+    std::ofstream(folder.file("set.atm")) << "1 2 3\n1 2 3 4 5 6 7 8 130 40\n1 2500 5000 0\n";
+}
+
+std::string writeSet(const Folder& folder, int tilesPerSide, int size) {
+    writeShared(folder);
+    std::string xml = "<t><base>set</base><subs>";
+    for (int n = 0; n < tilesPerSide * tilesPerSide; ++n) {
+        char stem[32];
+        std::snprintf(stem, sizeof stem, "set_n%04d", n);
+        writeTile(folder, stem, size);
+        const std::string number = std::to_string(n);
+        const std::string count = std::to_string(size);
+        xml += "<subterrain n='" + number + "'><origin_x>" + std::to_string(n % tilesPerSide * (size - 1)) +
+               "</origin_x><origin_y>" + std::to_string(n / tilesPerSide * (size - 1)) + "</origin_y><width>" + count +
+               "</width><height>" + count + "</height></subterrain>";
+    }
+    std::ofstream(folder.file("set.xml")) << xml << "</subs></t>";
+    return folder.file("set.xml");
+}
+
+// The same uploads as a tile's, from arrays that are there already.
+struct BareTile {
+    void upload(int size) {
+        const std::size_t posts = static_cast<std::size_t>(size) * static_cast<std::size_t>(size);
+        if (values.size() != 3 * posts) {
+            values.assign(3 * posts, 0.5F);
+            indices.clear();
+            for (std::uint32_t row = 0; row + 1 < static_cast<std::uint32_t>(size); ++row)
+                for (std::uint32_t column = 0; column < static_cast<std::uint32_t>(size); ++column) {
+                    indices.push_back((row + 1) * static_cast<std::uint32_t>(size) + column);
+                    indices.push_back(row * static_cast<std::uint32_t>(size) + column);
+                }
+        }
+        glGenBuffers(4, buffers.data());
+        for (int i = 0; i < 3; ++i) {
+            glBindBuffer(GL_ARRAY_BUFFER, buffers[static_cast<std::size_t>(i)]);
+            glBufferData(
+                GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(values.size() * sizeof(float)), values.data(), GL_STATIC_DRAW);
+        }
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, buffers[3]);
+        glBufferData(
+            GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(indices.size() * sizeof(std::uint32_t)), indices.data(),
+            GL_STATIC_DRAW);
+        glGenTextures(1, &texture);
+        glBindTexture(GL_TEXTURE_2D, texture);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+        glTexParameteri(GL_TEXTURE_2D, GL_GENERATE_MIPMAP, GL_TRUE);
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_LUMINANCE32F_ARB, size, size, 0, GL_LUMINANCE, GL_FLOAT, values.data());
+        glFinish();
+    }
+    void release() {
+        glDeleteBuffers(4, buffers.data());
+        glDeleteTextures(1, &texture);
+    }
+
+    std::vector<float> values;
+    std::vector<std::uint32_t> indices;
+    std::array<GLuint, 4> buffers{};
+    GLuint texture = 0;
+};
+
+constexpr int kTile = 2048;
+
+void loadTile(benchmark::State& state) {
+    const GlContext context(64, 64);
+    const Folder folder;
+    const std::string description = writeSet(folder, 1, kTile);
+    const SilentOutput silent;
+    for (auto _ : state) {
+        Terrain terrain;
+        terrain.setShaderDir(kShaders);
+        if (!terrain.load(description, folder.path.string(), 1) || !terrain.loadAll() ||
+            !terrain.tile(0).isReflective())
+            state.SkipWithError("not loaded");
+        glFinish();
+        state.PauseTiming();
+        terrain.CleanUp();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(loadTile)->Name("load a tile of 2048 x 2048/ours")->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void catAndUpload(benchmark::State& state) {
+    const GlContext context(64, 64);
+    const Folder folder;
+    writeSet(folder, 1, kTile);
+    const std::string command = "cat " + folder.path.string() + "/* >/dev/null";
+    BareTile tile;
+    tile.upload(kTile);
+    tile.release();
+    for (auto _ : state) {
+        if (std::system(command.c_str()) != 0)
+            state.SkipWithError("not read");
+        tile.upload(kTile);
+        state.PauseTiming();
+        tile.release();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(catAndUpload)
+    ->Name("load a tile of 2048 x 2048/cat and uploads")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+// Rows of 2,040 samples, so that every one is padded.
+constexpr int kColumns = 2040;
+constexpr int kRows = 2048;
+
+std::string writePadded(const Folder& folder, const char* name, int packtype, std::size_t sampleBytes) {
+    GHead header{};
+    header.ncols = kColumns;
+    header.nrows = kRows;
+    header.packtype = packtype;
+    header.zscale = 0.5F;
+    const std::size_t stride = (sampleBytes * kColumns + 511) / 512 * 512;
+    std::ofstream stream(folder.file(name), std::ios::binary);
+    stream.write(reinterpret_cast<const char*>(&header), sizeof header);
+    stream << std::string(stride * kRows, '\1');
+    return folder.file(name);
+}
+
+// One fread of the whole file, and a copy of every row.
+void readAndCopyRows(benchmark::State& state, int packtype, std::size_t sampleBytes) {
+    const Folder folder;
+    const std::string path = writePadded(folder, "a.top", packtype, sampleBytes);
+    const std::size_t size = std::filesystem::file_size(path);
+    const std::size_t rowBytes = sampleBytes * kColumns;
+    const std::size_t stride = (rowBytes + 511) / 512 * 512;
+    for (auto _ : state) {
+        const std::unique_ptr<char[]> whole(new char[size]);
+        const FileHandle stream = openInputFile(path);
+        if (std::fread(whole.get(), 1, size, stream.get()) != size)
+            state.SkipWithError("not read");
+        const std::unique_ptr<char[]> rows(new char[rowBytes * kRows]);
+        for (std::size_t row = 0; row < kRows; ++row)
+            std::memcpy(rows.get() + row * rowBytes, whole.get() + 512 + row * stride, rowBytes);
+        benchmark::DoNotOptimize(rows.get());
+    }
+}
+
+void padRadiance(benchmark::State& state) {
+    const Folder folder;
+    const std::string path = writePadded(folder, "a.rad", 2, 4);
+    const SilentOutput silent;
+    for (auto _ : state) {
+        const std::unique_ptr<float[]> samples(loadRadFile(path));
+        if (samples == nullptr)
+            state.SkipWithError("not loaded");
+        benchmark::DoNotOptimize(samples.get());
+    }
+}
+BENCHMARK(padRadiance)->Name("load padded radiance/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readAndCopyRows, radiance, 2, std::size_t{4})
+    ->Name("load padded radiance/fread and row copy")
+    ->Unit(benchmark::kMillisecond);
+
+void padTopography(benchmark::State& state) {
+    const Folder folder;
+    const std::string path = writePadded(folder, "a.top", 1, 2);
+    for (auto _ : state) {
+        GHead header{};
+        const std::unique_ptr<float[]> samples(loadTopoFile(path, header));
+        if (samples == nullptr)
+            state.SkipWithError("not loaded");
+        benchmark::DoNotOptimize(samples.get());
+    }
+}
+BENCHMARK(padTopography)->Name("load padded topography/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readAndCopyRows, topography, 1, std::size_t{2})
+    ->Name("load padded topography/fread and row copy")
+    ->Unit(benchmark::kMillisecond);
+
+constexpr int kSide = 3;
+constexpr int kSmall = 512;
+
+void lookDown() {
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(0, kSide * kSmall, 0, kSide * kSmall, -1000, 1000);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glEnable(GL_DEPTH_TEST);
+}
+
+void drawSet(benchmark::State& state) {
+    const GlContext context(824, 480);
+    const Folder folder;
+    const std::string description = writeSet(folder, kSide, kSmall);
+    Terrain terrain;
+    terrain.setShaderDir(kShaders);
+    {
+        const SilentOutput silent;
+        if (!terrain.load(description, folder.path.string(), 1) || !terrain.loadAll())
+            state.SkipWithError("not loaded");
+    }
+    lookDown();
+    for (auto _ : state) {
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        terrain.Render(true);
+        glFinish();
+    }
+}
+BENCHMARK(drawSet)->Name("draw 3 x 3 tiles of 512 x 512/ours")->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// The same arrays and program, bound and drawn without anything around it.
+void drawBare(benchmark::State& state) {
+    const GlContext context(824, 480);
+    const Folder folder;
+    const std::string description = writeSet(folder, kSide, kSmall);
+    Terrain terrain;
+    terrain.setShaderDir(kShaders);
+    {
+        const SilentOutput silent;
+        if (!terrain.load(description, folder.path.string(), 1) || !terrain.loadAll())
+            state.SkipWithError("not loaded");
+    }
+    struct Bare {
+        GLuint buffers[4];
+        GLuint texture;
+        GLShaderProgram program;
+    };
+    std::vector<std::unique_ptr<Bare>> tiles;
+    const GLsizeiptr bytes = GLsizeiptr{kSmall} * kSmall * 12;
+    for (std::size_t i = 0; i < terrain.tileCount(); ++i) {
+        const SubTerrain& tile = terrain.tile(i);
+        auto& bare = *tiles.emplace_back(std::make_unique<Bare>());
+        glGenBuffers(4, bare.buffers);
+        const void* const arrays[] = {tile.vertices(), tile.normals(), tile.colours()};
+        for (int a = 0; a < 3; ++a) {
+            glBindBuffer(GL_ARRAY_BUFFER, bare.buffers[a]);
+            glBufferData(GL_ARRAY_BUFFER, bytes, arrays[a], GL_STATIC_DRAW);
+        }
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, bare.buffers[3]);
+        glBufferData(GL_ELEMENT_ARRAY_BUFFER, GLsizeiptr{kSmall} * (kSmall - 1) * 8, tile.indices(), GL_STATIC_DRAW);
+        const std::vector<float> radiances(std::size_t{kSmall} * kSmall, 0.5F);
+        glGenTextures(1, &bare.texture);
+        glBindTexture(GL_TEXTURE_2D, bare.texture);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+        glTexParameteri(GL_TEXTURE_2D, GL_GENERATE_MIPMAP, GL_TRUE);
+        glTexImage2D(
+            GL_TEXTURE_2D, 0, GL_LUMINANCE32F_ARB, kSmall, kSmall, 0, GL_LUMINANCE, GL_FLOAT, radiances.data());
+        bare.program.Init(kShaders + "TerrainRefl.vert", kShaders + "TerrainRefl.frag");
+        bare.program.Activate();
+        const std::pair<const char*, float> values[] = {{"LightBrightness", 1.0F}, {"Brightness", 1.0F},
+                                                        {"SolarZ", 1.0F},          {"sunVisible", 1.0F},
+                                                        {"SolarBeam", 0.5F},       {"DiffuseSkyRadiance", 0.25F},
+                                                        {"a0", tile.getOriginX()}, {"a1", 1.0F},
+                                                        {"b0", tile.getOriginY()}, {"b2", 1.0F},
+                                                        {"width", float{kSmall}},  {"height", float{kSmall}}};
+        for (const auto& [name, value] : values)
+            glUniform1f(bare.program.GetUniformVariable(name), value);
+    }
+    const std::vector<GLsizei> counts(kSmall - 1, 2 * kSmall);
+    std::vector<const void*> firsts;
+    for (std::uintptr_t strip = 0; strip + 1 < kSmall; ++strip)
+        firsts.push_back(std::bit_cast<const void*>(strip * kSmall * 8));
+    lookDown();
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glEnableClientState(GL_NORMAL_ARRAY);
+    glEnableClientState(GL_COLOR_ARRAY);
+    for (auto _ : state) {
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        for (const auto& tile : tiles) {
+            tile->program.Activate();
+            glBindTexture(GL_TEXTURE_2D, tile->texture);
+            glBindBuffer(GL_ARRAY_BUFFER, tile->buffers[0]);
+            glVertexPointer(3, GL_FLOAT, 0, nullptr);
+            glBindBuffer(GL_ARRAY_BUFFER, tile->buffers[1]);
+            glNormalPointer(GL_FLOAT, 0, nullptr);
+            glBindBuffer(GL_ARRAY_BUFFER, tile->buffers[2]);
+            glColorPointer(3, GL_FLOAT, 0, nullptr);
+            glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, tile->buffers[3]);
+            glMultiDrawElements(
+                GL_TRIANGLE_STRIP, counts.data(), GL_UNSIGNED_INT, firsts.data(), static_cast<GLsizei>(counts.size()));
+        }
+        glFinish();
+    }
+}
+BENCHMARK(drawBare)->Name("draw 3 x 3 tiles of 512 x 512/bare calls")->Unit(benchmark::kMillisecond)->UseRealTime();
+} // namespace

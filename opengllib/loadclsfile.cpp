@@ -1,0 +1,86 @@
+// Loads material classes.
+#include "loadclsfile.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+
+#include "printerror.h"
+#include "rasterlayout.h"
+
+namespace {
+void reportShortRow(const ShortRow& row, const RowLayout& layout) {
+    printError(
+        __FILE__, "loadCLSFileTORVALE", __LINE__,
+        "Error when reading samples. When trying to read row %d of samples, expected to receive %d samples each of "
+        "size %d bytes but only receieved %d.",
+        4, row.number, static_cast<int>(layout.columns), static_cast<int>(layout.itemBytes), row.received);
+}
+
+// Reads samples of several bytes row by row and keeps the low byte of each.
+std::optional<ShortRow> readLowBytes(std::FILE* stream, const RowLayout& layout, unsigned char* samples) {
+    const auto row = allocateSamples<unsigned char>(layout.columns, layout.itemBytes);
+    if (row == nullptr)
+        return ShortRow{1, 0};
+    for (std::int64_t r = 0; r < layout.rows && layout.columns > 0; ++r) {
+        const std::int64_t received = readRow(stream, layout, r, row.get());
+        if (received < layout.columns)
+            return ShortRow{static_cast<int>(r + 1), static_cast<int>(received)};
+        for (std::int64_t column = 0; column < layout.columns; ++column)
+            samples[r * layout.columns + column] = row[static_cast<std::size_t>(column * layout.itemBytes)];
+    }
+    return std::nullopt;
+}
+} // namespace
+
+unsigned char* loadCLSFileTORVALE(const std::string& path, GHead& header) {
+    const FileHandle stream = openInputFile(path);
+    if (stream == nullptr) {
+        printError(
+            __FILE__, "loadCLSFileTORVALE", __LINE__, "Unable to open file \"%s\" for reading.", 1, path.c_str());
+        return nullptr;
+    }
+    if (std::fread(&header, sizeof header, 1, stream.get()) != 1) {
+        printError(__FILE__, "loadCLSFileTORVALE", __LINE__, "Unable to read header from CLS file.", 0);
+        return nullptr;
+    }
+    const int sampleSize = sampleSizeOf(header);
+    if (sampleSize == 0)
+        return nullptr;
+    const RowLayout layout{header.nrows, header.ncols, sampleSize, recordPadding(sampleSize, header.ncols)};
+    if (const auto row = findShortRow(stream.get(), layout)) {
+        reportShortRow(*row, layout);
+        return nullptr;
+    }
+    auto pSamples = allocateSamples<unsigned char>(layout.rows, layout.columns);
+    if (pSamples == nullptr) {
+        const int count = shownProduct(layout.rows, layout.columns);
+        printError(
+            __FILE__, "loadCLSFileTORVALE", __LINE__,
+            "Could not allocate %d unsigned chars (%d bytes) for the array pSamples.", 2, count, count);
+        return nullptr;
+    }
+    const auto row = sampleSize == 1 ? readRows(stream.get(), layout, 0, layout.rows, pSamples.get())
+                                     : readLowBytes(stream.get(), layout, pSamples.get());
+    if (row) {
+        reportShortRow(*row, layout);
+        return nullptr;
+    }
+    return pSamples.release();
+}
+
+unsigned char* loadCLSFileMorlan(const std::string& path, BKG_header& header) {
+    const FileHandle stream = ReadHeader(path, header);
+    if (stream == nullptr)
+        return nullptr;
+    return readContiguous<unsigned char>(stream.get(), header.sizeY, header.sizeX).values.release();
+}
+
+unsigned char* loadCLSFile(const std::string& path) {
+    if (!CheckMORLAN(path)) {
+        GHead discarded{};
+        return loadCLSFileTORVALE(path, discarded);
+    }
+    BKG_header discarded{};
+    return loadCLSFileMorlan(path, discarded);
+}

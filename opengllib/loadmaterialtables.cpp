@@ -1,0 +1,81 @@
+// Text tables of two numbers per material.
+#include "loadmaterialtables.h"
+
+#include <cstdio>
+
+#include "cnumericlocale.h"
+#include "inputfile.h"
+#include "printerror.h"
+#include "textlines.h"
+
+namespace {
+constexpr std::size_t kLineLength = 256;
+} // namespace
+
+bool loadRefsFile(const std::string& path, unsigned count, float* out) {
+    const auto text = readInputFile(path, count * kLineLength);
+    if (!text) {
+        printError(__FILE__, "loadRefsFile", __LINE__, "Unable to open file \"%s\" for reading.", 1, path.c_str());
+        return false;
+    }
+    return parseRefs(*text, count, out);
+}
+
+// The numbers in both messages are off by one, the second one the other way: deliberate, as users know them.
+bool parseRefs(std::string_view text, unsigned count, float* out) {
+    const CNumericLocale decimalPoint;
+    TextLines lines(text);
+    char line[kLineLength];
+    for (unsigned i = 0; i < count; ++i) {
+        if (!lines.getLine(line, sizeof line)) {
+            printError(
+                __FILE__, "loadRefsFile", __LINE__,
+                "Unexpected EOF when trying to read material data. Expected %d materials but only read %d.", 2,
+                static_cast<int>(count), static_cast<int>(i) - 1);
+            return false;
+        }
+        float* const pair = out + 2 * std::size_t{i};
+        if (std::sscanf(line, "%f %f", pair, pair + 1) < 2) {
+            printError(
+                __FILE__, "loadRefsFile", __LINE__, "Malformed line %d. Expected 2 floats, but received \"%s\".", 2,
+                static_cast<int>(i + 2), line);
+            return false;
+        }
+    }
+    return true;
+}
+
+bool loadTempFile(const std::string& path, unsigned char count, float* out) {
+    const auto text = readInputFile(path, count * kLineLength);
+    if (!text) {
+        printError(__FILE__, "loadTempFile", __LINE__, "Unable to open \"%s\" for reading.", 1, path.c_str());
+        return false;
+    }
+    return parseTemp(*text, count, out);
+}
+
+bool parseTemp(std::string_view text, unsigned char count, float* out) {
+    const CNumericLocale decimalPoint;
+    TextLines lines(text);
+    char line[kLineLength];
+    for (int i = 0; i < count; ++i) {
+        if (!lines.getLine(line, sizeof line)) {
+            printError(
+                __FILE__, "loadTempFile", __LINE__,
+                "Unexpected EOF when trying to read temp file. Expected %d lines but only found %d.", 2, int{count},
+                i + 1);
+            return false;
+        }
+        float* const pair = out + std::ptrdiff_t{2} * i;
+        if (std::sscanf(line, "%f %f", pair, pair + 1) < 2) {
+            printError(
+                __FILE__, "loadTempFile", __LINE__, "Malformed line %d: \"%s\". Expected 2 floats.", 2, i + 1, line);
+            std::printf("LoadTempFile::loadTempFile: unexpected line format: %s\n", line);
+            return false;
+        }
+    }
+    std::puts("output result");
+    for (int i = 0; i < count; ++i)
+        std::printf("%f %f\n", double{out[2 * i]}, double{out[2 * i + 1]});
+    return true;
+}

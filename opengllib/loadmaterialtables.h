@@ -1,0 +1,14 @@
+// Text tables of two numbers per material: reflectances and temperatures.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// Fill `out`, which has room for two floats for each of `count` materials, from as many lines. False after a message
+// when the file can't be opened or a line is missing or malformed; the pairs before it are kept.
+bool loadRefsFile(const std::string& path, unsigned count, float* out);
+bool parseRefs(std::string_view text, unsigned count, float* out);
+
+// The same, and prints the pairs on standard output.
+bool loadTempFile(const std::string& path, unsigned char count, float* out);
+bool parseTemp(std::string_view text, unsigned char count, float* out);

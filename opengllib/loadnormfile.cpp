@@ -1,0 +1,61 @@
+// Loads surface normals.
+#include "loadnormfile.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+#include "bkgheader.h"
+#include "ghead.h"
+#include "printerror.h"
+#include "rasterlayout.h"
+
+namespace {
+constexpr char kSignature[] = "NORM";
+
+Vertex3* loadNormals(std::FILE* stream, const char* function, int firstSize, int secondSize) {
+    auto normals = readContiguous<Vertex3>(stream, firstSize, secondSize);
+    if (normals.values == nullptr)
+        printError(
+            __FILE__, function, __LINE__, "Could not allocate %d *  %d = %d objects of type Vertex3 for array pData.",
+            3, firstSize, secondSize, shownProduct(firstSize, secondSize));
+    return normals.values.release();
+}
+} // namespace
+
+Vertex3* loadNormFileTORVAL(const std::string& path) {
+    const FileHandle stream = openInputFile(path);
+    if (stream == nullptr) {
+        printError(__FILE__, "loadNormFileTORVAL", __LINE__, "Unable to open \"%s\" for reading.", 1, path.c_str());
+        return nullptr;
+    }
+    GHead header{};
+    if (std::fread(&header, sizeof header, 1, stream.get()) != 1) {
+        printError(__FILE__, "loadNormFileTORVAL", __LINE__, "Unable to read header from norm file.", 0);
+        return nullptr;
+    }
+    if (header.packtype >= 4)
+        return nullptr;
+    return loadNormals(stream.get(), "loadNormFileTORVAL", header.nrows, header.ncols);
+}
+
+Vertex3* loadNormFileMORLAN(const std::string& path) {
+    BKG_header header{};
+    const FileHandle stream = ReadHeader(path, header);
+    if (stream == nullptr) {
+        printError(__FILE__, "loadNormFileMORLAN", __LINE__, "Unable to open \"%s\" for reading.", 1, path.c_str());
+        return nullptr;
+    }
+    if (std::memcmp(header.headerSignature, kSignature, sizeof kSignature) != 0) {
+        printError(
+            __FILE__, "loadNormFileMORLAN", __LINE__,
+            "\"%s\" is not a norm file (header signature says \"%.*s\" not \"NORM\").", 2, path.c_str(),
+            static_cast<int>(sizeof header.headerSignature), header.headerSignature);
+        return nullptr;
+    }
+    return loadNormals(stream.get(), "loadNormFileMORLAN", header.sizeX, header.sizeY);
+}
+
+Vertex3* loadNormFile(const std::string& path) {
+    return CheckMORLAN(path) ? loadNormFileMORLAN(path) : loadNormFileTORVAL(path);
+}

@@ -1,0 +1,127 @@
+// Loads radiance maps.
+#include "loadradfile.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <limits>
+#include <span>
+
+#include "printerror.h"
+#include "rasterlayout.h"
+
+namespace {
+// Names of OpenGL, whose headers this file can do without.
+constexpr int kLuminance32F = 34840;
+constexpr unsigned kRed = 6403;
+constexpr unsigned kFloat = 5126;
+
+void reportShortRow(const ShortRow& row, int columns) {
+    printError(
+        __FILE__, "loadRADFile", __LINE__, "When reading row %d of samples, expected %d floats but only received %d.",
+        3, row.number, columns, row.received);
+}
+
+// An all-negative raster keeps the smallest positive number as its maximum: deliberate, as is that number.
+void mapToUnitRange(std::span<float> values) {
+    float min = std::numeric_limits<float>::max();
+    float max = std::numeric_limits<float>::min();
+    for (const float value : values) {
+        if (value < min)
+            min = value;
+        if (value > max)
+            max = value;
+    }
+    const float scale = 1.0F / (max - min);
+    const float offset = -min / (max - min);
+    for (float& value : values)
+        value = value * scale + offset;
+}
+} // namespace
+
+bool isOldRadMap(const std::string& path) {
+    GHead header{};
+    const FileHandle stream = ReadHeader(path, header);
+    if (stream == nullptr || dataBytes(stream.get()) <= std::int64_t{header.nrows} * header.ncols)
+        return false;
+    std::puts("LoadRadMap::isOldRadMap: using old fortran style");
+    return true;
+}
+
+float* loadRADFile(
+    const std::string& path, int& internalFormat, int& width, int& height, int& border, unsigned& format,
+    unsigned& type, int& bytesPerSample, bool normalise) {
+    internalFormat = kLuminance32F;
+    border = 0;
+    format = kRed;
+    type = kFloat;
+    const FileHandle stream = openInputFile(path);
+    if (stream == nullptr) {
+        printError(__FILE__, "loadRADFile", __LINE__, "Unable to open \"%s\" for reading.", 1, path.c_str());
+        return nullptr;
+    }
+    GHead header{};
+    if (std::fread(&header, sizeof header, 1, stream.get()) != 1) {
+        printError(__FILE__, "loadRADFile", __LINE__, "Unable to read header from rad file.", 0);
+        return nullptr;
+    }
+    width = header.ncols;
+    height = header.nrows;
+    bytesPerSample = sampleSizeOf(header);
+    if (bytesPerSample == 0)
+        return nullptr;
+    // Reads floats whatever the packing says, but pads by the packing.
+    const RowLayout layout{header.nrows, header.ncols, sizeof(float), recordPadding(bytesPerSample, header.ncols)};
+    if (const auto row = findShortRow(stream.get(), layout)) {
+        reportShortRow(*row, header.ncols);
+        return nullptr;
+    }
+    auto pSamples = allocateSamples<float>(layout.rows, layout.columns);
+    if (pSamples == nullptr) {
+        printError(
+            __FILE__, "loadRADFile", __LINE__, "Could not allocate %d * %d = %d floats (%d bytes) for array pSamples.",
+            4, header.ncols, header.nrows, shownProduct(layout.rows, layout.columns),
+            shownProduct(layout.rows, layout.columns, sizeof(float)));
+        return nullptr;
+    }
+    if (const auto row = readRows(stream.get(), layout, 0, layout.rows, pSamples.get())) {
+        reportShortRow(*row, header.ncols);
+        return nullptr;
+    }
+    const auto count = static_cast<std::size_t>(layout.rows * layout.columns);
+    if (normalise && count > 0)
+        mapToUnitRange({pSamples.get(), count});
+    return pSamples.release();
+}
+
+float* loadRadFile(const std::string& path, GHead& header) {
+    const FileHandle stream = ReadHeader(path, header);
+    if (stream == nullptr)
+        return nullptr;
+    auto samples = readContiguous<float>(stream.get(), header.nrows, header.ncols);
+    if (!samples.isComplete)
+        std::puts("LoadRadFile::loadRadFile didn't find enough elements.  Crying :'(");
+    return samples.values.release();
+}
+
+float* loadRadFileMORLAN(const std::string& path, BKG_header& header) {
+    const FileHandle stream = ReadHeader(path, header);
+    if (stream == nullptr)
+        return nullptr;
+    return readContiguous<float>(stream.get(), header.sizeY, header.sizeX).values.release();
+}
+
+float* loadRadFile(const std::string& path) {
+    if (CheckMORLAN(path)) {
+        BKG_header discarded{};
+        return loadRadFileMORLAN(path, discarded);
+    }
+    if (isOldRadMap(path)) {
+        int discarded[5];
+        unsigned alsoDiscarded[2];
+        return loadRADFile(
+            path, discarded[0], discarded[1], discarded[2], discarded[3], alsoDiscarded[0], alsoDiscarded[1],
+            discarded[4], false);
+    }
+    GHead discarded{};
+    return loadRadFile(path, discarded);
+}

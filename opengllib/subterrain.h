@@ -1,0 +1,180 @@
+// One rectangular tile of terrain: a grid of elevation posts, drawn as a shaded mesh under the tile's radiance map.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "lights.h"
+#include "loadnormfile.h"
+#include "rastersize.h"
+
+class AtmFile;
+class TerrainMesh;
+class TerrainShader;
+
+// Post (column c, row r) lies in the world at
+//     x = (a1 · c + a2 · r) · scale x + a0     y = (b1 · c + b2 · r) · scale y + b0     z = h · scale z + originZ
+// where h is the stored height, which was multiplied by scale z once while loading: it is in z twice and in elevations
+// once. Deliberate, existing sets rely on it.
+//
+// Construction needs no GL context; everything that loads or draws, and the destructor of a loaded tile, needs the same
+// one current.
+class SubTerrain {
+public:
+    SubTerrain();
+    ~SubTerrain();
+    SubTerrain(const SubTerrain&) = delete;
+    SubTerrain& operator=(const SubTerrain&) = delete;
+
+    // Placement. World position of post (0, 0).
+    void setOriginX(float a0);
+    void setOriginY(float b0);
+    // World x, and world y, per column and per row. Only grids whose columns run east (a1 > 0) load.
+    void setXvec(float a1, float a2);
+    void setYvec(float b1, float b2);
+    void setWidth(int postsPerRow);
+    void setHeight(int rows);
+    void setMinZ(float z);
+    void setMaxZ(float z);
+    // These do not make the bounds new: deliberate, they are set before the tile is first asked for them.
+    void setOriginZ(float z) { originZ_ = z; }
+    void setScale(float x, float y, float z) { scale_ = {x, y, z}; }
+    // What radiances are multiplied by for the picture.
+    void setRadScale(float scale) { radScale_ = scale; }
+
+    float getOriginX() const { return originX_; }
+    float getOriginY() const { return originY_; }
+    float getOriginZ() const { return originZ_; }
+    int getWidth() const { return width_; }
+    int getHeight() const { return height_; }
+    float getMinZ() const { return minZ_; }
+    float getMaxZ() const { return maxZ_; }
+    void getScale(float& x, float& y, float& z) const;
+    void getRadScale(float& scale) const { scale = radScale_; }
+    // Sizes of a cell along world x and y.
+    float getXsize() const { return xvec_[0] * scale_[0]; }
+    float getYsize() const { return yvec_[1] * scale_[1]; }
+
+    // Files. Until one is set it has a name that no file has.
+    void setTopoFilePath(const std::string& path) { paths_.topography = path; }
+    void setNormFilePath(const std::string& path) { paths_.normals = path; }
+    void setClassFilePath(const std::string& path) { paths_.classes = path; }
+    void setRadFilePath(const std::string& path) { paths_.radiance = path; }
+    void setFragShader(const std::string& path) { paths_.fragmentShader = path; }
+    void setVertShader(const std::string& path) { paths_.vertexShader = path; }
+    void setAtmFile(const std::string& path) { paths_.atmosphere = path; }
+    void setTempFilePath(const std::string& path) { paths_.temperature = path; }
+    void setCls2MatFilePath(const std::string& path) { paths_.classToMaterial = path; }
+    void setCls2AsterFilePath(const std::string& path) { paths_.classToAster = path; }
+    void setAsterDbFilePath(const std::string& path) { paths_.asterDirectory = path; }
+    void setBandFilePath(const std::string& path) { paths_.band = path; }
+    const std::string& getTopoFilePath() const { return paths_.topography; }
+    const std::string& getNormFilePath() const { return paths_.normals; }
+    const std::string& getClassFilePath() const { return paths_.classes; }
+    const std::string& getRadFilePath() const { return paths_.radiance; }
+    const std::string& getAsterDbFilePath() const { return paths_.asterDirectory; }
+    const std::string& getCls2AsterFilePath() const { return paths_.classToAster; }
+
+    // Reads the files and fills the buffers. False after a line on standard output; nothing of the try is then kept.
+    bool load();
+    bool isLoaded() const { return loaded_; }
+    bool isSunlit() const { return sunlit_; }
+    bool isReflective() const { return reflective_; }
+    const std::array<float, 3>& solarDirection() const { return solarDir_; }
+
+    // The steps of load, in its order.
+    bool allocateArrays();
+    bool loadNormals();
+    bool loadReflectances();
+    bool loadShader();
+    bool loadTextures();
+    bool setupBuffers();
+    void unallocateArrays();
+
+    // The height of the post at or before a point, scaled once and without originZ; false, and 0, outside or not
+    // loaded.
+    bool getElevation(float x, float y, float& z) const;
+
+    // World box between minZ and maxZ; the corners count the far column and row.
+    struct Bounds {
+        std::array<float, 3> minimum{};
+        std::array<float, 3> maximum{};
+    };
+    const Bounds& bounds();
+    void recalculateBounds();
+    // Whether the tile is in sight. Always true so far.
+    bool isVisible(float, float, float, float, float, float, float, float, float);
+
+    // Which passes render draws; the first is drawn again unless it is skipped each time.
+    void setSkipFirstPass(bool skip) { skipFirstPass_ = skip; }
+    void setDrawSecondPass(bool draw) { drawSecondPass_ = draw; }
+    // The first pass unless skipped, then the shaded one if asked for, for which a tile that is not loaded loads.
+    void render(const Lights& lights);
+    // The bare mesh in grey. Draws nothing when the tile is not loaded.
+    void renderFirstPass() const;
+
+    void print() const;
+
+    // For tests: three floats per post.
+    const float* vertices() const { return vertices_.get(); }
+    const float* colours() const { return colours_.get(); }
+    const Vertex3* normals() const { return normals_.get(); }
+    const std::uint32_t* indices() const { return indices_.get(); }
+
+private:
+    struct Paths {
+        std::string topography = "subTerrain::topoFP";
+        std::string normals = "subTerrain::normFP";
+        std::string classes = "subTerrain::clsFP";
+        std::string radiance = "subTerrain::radFP";
+        std::string fragmentShader = "subTerrain::fragFP";
+        std::string vertexShader = "subTerrain::vertFP";
+        std::string atmosphere = "subTerrain::atmFP";
+        std::string temperature = "subTerrain::termFP";
+        std::string classToMaterial;
+        std::string classToAster;
+        std::string asterDirectory;
+        std::string band;
+    };
+
+    std::size_t posts() const;
+    bool hasRequiredFiles() const;
+    bool hasSize(const std::string& path, const std::optional<RasterSize>& size) const;
+    bool chooseLighting();
+    bool loadSteps();
+    void fillVertices();
+    void fillIndices();
+    void renderSecondPass(const Lights& lights) const;
+
+    bool loaded_ = false;
+    float originX_ = 0.0F;
+    float originY_ = 0.0F;
+    std::array<float, 2> xvec_{1.0F, 0.0F};
+    std::array<float, 2> yvec_{0.0F, 1.0F};
+    float originZ_ = 0.0F;
+    float minZ_ = 0.0F;
+    float maxZ_ = 0.0F;
+    Bounds bounds_;
+    float radScale_ = 1.0F;
+    bool boundsDirty_ = true;
+    int width_ = 0;
+    int height_ = 0;
+    std::array<float, 3> solarDir_{0.0F, 0.0F, 1.0F};
+    bool sunlit_ = false;
+    bool reflective_ = false;
+    std::unique_ptr<float[]> heights_;
+    std::unique_ptr<float[]> colours_;
+    std::unique_ptr<float[]> vertices_;
+    std::unique_ptr<Vertex3[]> normals_;
+    std::unique_ptr<std::uint32_t[]> indices_;
+    Paths paths_;
+    std::unique_ptr<AtmFile> atmosphere_; // null unless sunlit
+    std::unique_ptr<TerrainShader> shader_;
+    std::unique_ptr<TerrainMesh> mesh_;
+    unsigned texture_ = 0;
+    std::array<float, 3> scale_{1.0F, 1.0F, 1.0F};
+    bool skipFirstPass_ = false;
+    bool drawSecondPass_ = false;
+};

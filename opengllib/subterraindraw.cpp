@@ -1,0 +1,134 @@
+// One rectangular tile of terrain: its OpenGL objects and its drawing.
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <span>
+
+#include <GL/glew.h>
+
+#include "atmfile.h"
+#include "cnumericlocale.h"
+#include "loadradfile.h"
+#include "subterrain.h"
+#include "terrainmesh.h"
+#include "terrainshader.h"
+
+namespace {
+// Everything that drawing a tile changes, given back at the end.
+class SavedState {
+public:
+    SavedState() {
+        glPushAttrib(GL_CURRENT_BIT | GL_ENABLE_BIT | GL_POLYGON_BIT | GL_TEXTURE_BIT | GL_TRANSFORM_BIT);
+        glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+        glMatrixMode(GL_MODELVIEW);
+        glPushMatrix();
+    }
+    ~SavedState() {
+        glPopMatrix();
+        glPopClientAttrib();
+        glPopAttrib();
+    }
+    SavedState(const SavedState&) = delete;
+    SavedState& operator=(const SavedState&) = delete;
+};
+
+void printRange(std::span<const float> radiances) {
+    const CNumericLocale decimalPoint;
+    float least = radiances[0];
+    float greatest = radiances[0];
+    double sum = 0.0;
+    for (const float radiance : radiances) {
+        least = std::min(least, radiance);
+        greatest = std::max(greatest, radiance);
+        sum += double{radiance};
+    }
+    std::printf(
+        "SubTerran::loadTextures: min: %f max: %f avg: %f\n", double{least}, double{greatest},
+        sum / static_cast<double>(radiances.size()));
+}
+} // namespace
+
+bool SubTerrain::loadShader() {
+    TerrainUniforms uniforms;
+    uniforms.lightBrightness = reflective_ ? 1.0F : 0.0F;
+    uniforms.brightness = radScale_;
+    uniforms.solarDirection = solarDir_;
+    if (sunlit_ && atmosphere_ != nullptr) {
+        uniforms.sunVisible = 1.0F;
+        uniforms.diffuseSkyRadiance = atmosphere_->diffuseSkyRadiance();
+        uniforms.solarBeam = atmosphere_->directSolarRadiance();
+    }
+    uniforms.a = {originX_, xvec_[0] * scale_[0], xvec_[1] * scale_[0]};
+    uniforms.b = {originY_, yvec_[0] * scale_[1], yvec_[1] * scale_[1]};
+    uniforms.width = static_cast<float>(width_);
+    uniforms.height = static_cast<float>(height_);
+    shader_ = std::make_unique<TerrainShader>();
+    if (shader_->init(paths_.vertexShader, paths_.fragmentShader, uniforms))
+        return true;
+    std::puts("SubTerrain::loadShader: could not init shader");
+    return false;
+}
+
+bool SubTerrain::loadTextures() {
+    const std::unique_ptr<float[]> radiances(loadRadFile(paths_.radiance));
+    if (radiances == nullptr) {
+        std::puts("SubTerrain::loadTextures: error reading rad file");
+        return false;
+    }
+    printRange({radiances.get(), posts()});
+    if (texture_ == 0)
+        glGenTextures(1, &texture_);
+    glBindTexture(GL_TEXTURE_2D, texture_);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_BASE_LEVEL, 0);
+    glTexParameteri(GL_TEXTURE_2D, GL_GENERATE_MIPMAP, GL_TRUE);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_LUMINANCE32F_ARB, width_, height_, 0, GL_LUMINANCE, GL_FLOAT, radiances.get());
+    glBindTexture(GL_TEXTURE_2D, 0);
+    return true;
+}
+
+void SubTerrain::unallocateArrays() {
+    loaded_ = false;
+    heights_.reset();
+    colours_.reset();
+    vertices_.reset();
+    normals_.reset();
+    indices_.reset();
+    shader_.reset();
+    mesh_.reset();
+    if (texture_ != 0)
+        glDeleteTextures(1, &texture_);
+    texture_ = 0;
+}
+
+void SubTerrain::render(const Lights& lights) {
+    if (!skipFirstPass_)
+        renderFirstPass();
+    skipFirstPass_ = false;
+    if (drawSecondPass_ && (loaded_ || load()))
+        renderSecondPass(lights);
+}
+
+void SubTerrain::renderFirstPass() const {
+    if (!loaded_)
+        return;
+    const SavedState saved;
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+    glColor3f(0.5F, 0.5F, 0.5F);
+    mesh_->drawPositions();
+}
+
+void SubTerrain::renderSecondPass(const Lights& lights) const {
+    const SavedState saved;
+    shader_->activate(lights);
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, texture_);
+    glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+    mesh_->drawAll();
+    TerrainShader::deactivate();
+}

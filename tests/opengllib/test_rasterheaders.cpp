@@ -1,0 +1,353 @@
+// Raster headers of both families: layout in the file, print-outs, and the conversions.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "decimalcommalocale.h"
+#include "headerconversion.h"
+#include "rasterfiles.h"
+#include "temporarydirectory.h"
+
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStdout;
+
+namespace {
+template <std::size_t N> std::string text(const char (&field)[N]) {
+    return {field, N};
+}
+template <std::size_t N> void put(char (&field)[N], std::string value) {
+    value.resize(N);
+    std::memcpy(field, value.data(), N);
+}
+
+// Every field different from zero and from its neighbours.
+BKG_header fullBkgHeader() {
+    BKG_header b{};
+    put(b.headerSignature, "SIGNATUR_ABC");
+    put(b.geodeticProjection, "PROJECTION");
+    put(b.geodeticSpheroid, "SPHEROID");
+    put(b.geodeticDatum, "DATUM");
+    put(b.hemisphere, "SOUTHERN");
+    b.geodeticZone = 33;
+    for (int i = 0; i < 6; ++i)
+        b.transform[i] = 100.125 + i;
+    put(b.dimensions, "3x2");
+    put(b.originatingAgency, "AGENCY");
+    put(b.fileCreationDate, "991231");
+    b.validBand = 425;
+    put(b.weatherSetDate, "010203");
+    put(b.weatherSetTime, "12:34:56");
+    float* const weather[] = {&b.relativeHumidity,   &b.windSpeed,  &b.windDirection, &b.ambientAirTemperature,
+                              &b.barometricPressure, &b.visibility, &b.pyranometer};
+    for (int i = 0; i < 7; ++i)
+        *weather[i] = 0.5F + static_cast<float>(i);
+    b.sizeX = 3;
+    b.sizeY = 2;
+    b.xStepSize = 6.5F;
+    b.yStepSize = 7.5F;
+    b.baseX = -11;
+    b.baseY = 12;
+    b.databaseReference = 1.25F;
+    b.reserved2 = 99;
+    b.databaseMean = 2.25F;
+    b.databaseStdDev = 3.25F;
+    b.databaseMinimum = 4.25F;
+    b.databaseMaximum = 5.25F;
+    put(b.associatedBlock, std::string(60, 'a') + std::string(60, 'b') + std::string(16, 'c'));
+    return b;
+}
+
+template <class T> void expectAt(const std::string& file, std::size_t offset, const T& value, const char* what) {
+    EXPECT_EQ(file.substr(offset, sizeof value), bytesOf(value)) << what;
+}
+} // namespace
+
+TEST(BkgHeader, LiesInTheFileWithoutGaps) {
+    const TemporaryDirectory directory;
+    BKG_header header = fullBkgHeader();
+    writeBkg(directory.file("a.rad"), header, "samples");
+    const std::string file = readWholeFile(directory.file("a.rad"));
+    ASSERT_EQ(file.size(), 512U + 7U);
+    EXPECT_EQ(file.substr(0, 8), std::string("MORLAN\0\0", 8));
+    EXPECT_EQ(file.substr(68, 12), "SIGNATUR_ABC");
+    EXPECT_EQ(file.substr(180, 8), "SOUTHERN");
+    expectAt(file, 188, std::int32_t{33}, "zone");
+    expectAt(file, 192, 100.125, "t0");
+    expectAt(file, 232, 105.125, "t5");
+    EXPECT_EQ(file.substr(276, 6), "991231");
+    expectAt(file, 282, std::int32_t{425}, "band"); // not aligned
+    EXPECT_EQ(file.substr(286, 14), "01020312:34:56");
+    expectAt(file, 300, 0.5F, "humidity");
+    expectAt(file, 324, 6.5F, "pyranometer");
+    expectAt(file, 328, std::int32_t{3}, "columns");
+    expectAt(file, 348, std::int32_t{12}, "base y");
+    expectAt(file, 352, 1.25F, "reference");
+    expectAt(file, 372, 5.25F, "maximum");
+    EXPECT_EQ(file.substr(490, 22 + 7), std::string(6, 'b') + std::string(16, 'c') + "samples");
+}
+
+TEST(BkgHeader, IsReadBackAsItWasWritten) {
+    const TemporaryDirectory directory;
+    BKG_header header = fullBkgHeader();
+    BeginBKGFile(directory.file("a.rad"), header);
+    EXPECT_EQ(text(header.fileId).substr(0, 6), "MORLAN") << "the caller's record is signed as well";
+    BKG_header read{};
+    const FileHandle stream = ReadHeader(directory.file("a.rad"), read);
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(std::ftell(stream.get()), 512);
+    BeginBKGFile(directory.file("b.rad"), read);
+    EXPECT_EQ(readWholeFile(directory.file("b.rad")), readWholeFile(directory.file("a.rad")));
+}
+
+TEST(BkgHeader, OfAShortFileIsFilledAsFarAsItGoes) {
+    const TemporaryDirectory directory;
+    BKG_header header = fullBkgHeader();
+    BeginBKGFile(directory.file("a.rad"), header);
+    const std::string whole = readWholeFile(directory.file("a.rad"));
+    BKG_header read = fullBkgHeader();
+    EXPECT_NE(ReadHeader(directory.write("short.rad", whole.substr(0, 332)), read), nullptr);
+    EXPECT_EQ(read.sizeX, 3);
+    EXPECT_EQ(read.sizeY, 0);
+    EXPECT_EQ(read.associatedBlock[0], 0);
+}
+
+TEST(RasterHeaders, OfAFileThatIsNoneAreNull) {
+    const TemporaryDirectory directory;
+    const std::string short511 = directory.write("short", std::string(511, 'x'));
+    const std::string whole = directory.write("whole", std::string(512, 'x'));
+    GHead ghead{};
+    BKG_header bkg{};
+    CaptureStdout();
+    EXPECT_EQ(ReadHeader(short511, ghead), nullptr);
+    EXPECT_NE(ReadHeader(whole, ghead), nullptr);
+    for (const std::string& path : {directory.file("missing"), directory.path().string()}) {
+        EXPECT_EQ(ReadHeader(path, ghead), nullptr);
+        EXPECT_EQ(ReadHeader(path, bkg), nullptr);
+        ReadHeaderOnly(path, ghead);
+        ReadHeaderOnly(path, bkg);
+        EXPECT_FALSE(CheckMORLAN(path));
+    }
+    EXPECT_EQ(BeginBKGFile(directory.file("no/such/folder"), bkg), nullptr);
+    EXPECT_EQ(GetCapturedStdout(), "");
+}
+
+TEST(RasterHeaders, AreToldApartByTheFirstSixBytes) {
+    const TemporaryDirectory directory;
+    const std::pair<const char*, bool> rows[] = {{"MORLAN", true},  {"MORLANxyz", true}, {"MORLA", false},
+                                                 {"morlan", false}, {"XMORLAN", false},  {"", false}};
+    for (const auto& [contents, isMorlan] : rows)
+        EXPECT_EQ(CheckMORLAN(directory.write("file", contents)), isMorlan) << contents;
+}
+
+TEST(TorvaleHeader, LiesInTheFileAsInMemory) {
+    const TemporaryDirectory directory;
+    std::string file(512, '\0');
+    file.replace(0, 4, "KEY1");
+    file.replace(4, 4, bytesOf(std::int32_t{7}));
+    file.replace(32, 4, bytesOf(0.25F));
+    file.replace(304, 4, bytesOf(std::int32_t{5}));
+    file.replace(484, 4, bytesOf(290.5F));
+    GHead header{};
+    const FileHandle stream = ReadHeader(directory.write("a.top", file + "samples"), header);
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(std::ftell(stream.get()), 512);
+    EXPECT_EQ(text(header.headkey), "KEY1");
+    EXPECT_EQ(header.nrows, 7);
+    EXPECT_EQ(header.zscale, 0.25F);
+    EXPECT_EQ(header.wldUnits, 5);
+    EXPECT_EQ(header.ambienttemp, 290.5F);
+}
+
+TEST(TorvaleHeader, PrintsItsFields) {
+    const DecimalCommaLocale locale;
+    GHead g = torvaleHeader(3, 2, 1);
+    put(g.headkey, "$$L1");
+    put(g.fileType, "TOPO");
+    g.nbands = 4;
+    g.cellUnits = 5;
+    g.xCellSize = 6.5F;
+    g.yCellSize = 7.5F;
+    g.MinVals[9] = -1.0F;
+    g.MaxVals[0] = 2.0F;
+    put(g.iassocf1, std::string(60, '1'));
+    put(g.iassocf2, std::string(60, '2'));
+    g.airrad = 0.125F;
+    g.lambda1 = 3.0F;
+    g.lambda2 = 5.0F;
+    g.xStart = 1;
+    g.yStart = 2;
+    g.xorg = 3;
+    g.yorg = 4;
+    g.nsources = 6;
+    g.source[1] = 1.5F;
+    g.intens[2] = 2.5F;
+    g.wldUnits = 8;
+    g.world[0] = 3.5F;
+    g.mean[0] = 4.5F;
+    g.stddev[0] = 5.5F;
+    put(g.idescript, "0123456789not printed");
+    g.trailer = 9;
+    g.ambienttemp = 300.0F;
+    put(g.filler, std::string(24, 'f'));
+    const std::string nineZeros = "0.000000 0.000000 0.000000 0.000000 0.000000 0.000000 0.000000 0.000000 0.000000 ";
+    CaptureStdout();
+    PrintHeader(g);
+    EXPECT_EQ(
+        GetCapturedStdout(),
+        "headkey $$L1\nnrows: 2, ncols: 3\nnbands 4\npacktype: 1\ncell units: 5\n"
+        "xCellSize: 6.500000\tyCellSize: 7.500000\tzscale: 1.000000\n" +
+            std::string("fileType: TOPO\0\0\0\0\n", 19) + "MinVals: " + nineZeros + "-1.000000 \nMaxVals: 2.000000 " +
+            nineZeros + "\niassocf1: " + std::string(60, '1') + "\niassocf2: " + std::string(60, '2') +
+            "\nairrad: 0.125000\nlambda1: 3.000000\tlambda2: 5.000000\n"
+            "xStart: 1\tyStart: 2\nxorg: 3\tyorg: 4\nnsources: 6\n"
+            "source\tx: 0.000000\ty: 1.500000\tz: 0.000000\n"
+            "intens: 0.000000 0.000000 2.500000\nwld units 8\n"
+            "world x: 3.500000\ty: 0.000000\tz: 0.000000\n"
+            "mean: 4.500000 " +
+            nineZeros + "\nstddev: 5.500000 " + nineZeros +
+            "\nidescript: 0123456789\ntrailer: 9\nambienttemp: 300.000000\nfiller: " + std::string(24, 'f') + "\n");
+}
+
+TEST(BkgHeader, PrintsItsFields) {
+    const DecimalCommaLocale locale;
+    CaptureStdout();
+    PrintHeader(fullBkgHeader());
+    const auto padded = [](std::string value, std::size_t width) {
+        value.resize(width);
+        return value + "\n";
+    };
+    EXPECT_EQ(
+        GetCapturedStdout(),
+        "ORIGINATING AGENCY: " + padded("AGENCY", 20) +
+            "FILE CREATION DATE: 991231\nVALID BAND: 425\nWEATHER SET DATE: 010203\nWEATHER SET TIME: 12:34:56\n"
+            "RELATIVE HUMIDITY: 0.500000\nWIND SPEED: 1.500000\nWIND DIRECTION: 2.500000\n"
+            "AMBIENT AIR TEMPERATURE: 3.500000\nBAROMETRIC PRESSURE: 4.500000\nVISIBILITY: 5.500000\n"
+            "PYRANOMETER: 6.500000\nSIZE X: 3\nSIZE Y: 2\nX STEP SIZE: 6.500000\nY STEP SIZE: 7.500000\n"
+            "BASE: X COORDINATE: -11\nBASE: Y COORDINATE: 12\n"
+            "Transform Matrix:\n[ 1e+02\t1e+02\t100.12\n 1e+02\t1.1e+02\t103.12\n 0\t0\t1]\n"
+            "DATABASE REFERENCE: 1.25\nDATABASE MEAN: 2.25\nDATABASE STANDARD DEVIATION: 3.25\n"
+            "DATABASE MINIMUM: 4.25\nDATABASE MAXIMUM: 5.25\nHEADER SIGNATURE: SIGNATUR_ABC\n"
+            "GEODETIC PROJECTION: " +
+            padded("PROJECTION", 40) + "GEODETIC SPHEROID: " + padded("SPHEROID", 40) +
+            "GEODETIC DATUM: " + padded("DATUM", 20) + "GEODETIC ZONE: 33\nHEMISPHERE: SOUTHERN\n");
+}
+
+TEST(HeaderConversion, OfABkgHeaderKeepsWhatATorvaleHeaderKnows) {
+    GHead g;
+    std::memset(&g, 0x55, sizeof g);
+    bkg_header2ghead(fullBkgHeader(), g);
+    GHead expected{};
+    put(expected.headkey, "$$L1");
+    expected.nrows = 2;
+    expected.ncols = 3;
+    expected.nbands = expected.packtype = expected.cellUnits = 1;
+    expected.xCellSize = 6.5F;
+    expected.yCellSize = 7.5F;
+    expected.zscale = 1.0F;
+    put(expected.fileType, "SIGNATUR");
+    expected.MinVals[0] = 4.25F;
+    expected.MaxVals[0] = 5.25F;
+    put(expected.iassocf1, std::string(60, 'a'));
+    put(expected.iassocf2, std::string(60, 'b'));
+    expected.lambda1 = expected.lambda2 = 4.25F;
+    expected.mean[0] = 2.25F;
+    expected.stddev[0] = 3.25F;
+    expected.ambienttemp = 3.5F;
+    EXPECT_EQ(bytesOf(g), bytesOf(expected));
+}
+
+TEST(HeaderConversion, ThereAndBackKeepsSizesValuesAndTextsButReplacesTheGeodesy) {
+    const BKG_header before = fullBkgHeader();
+    GHead g{};
+    bkg_header2ghead(before, g);
+    BKG_header after = before;
+    put(after.fileId, "kept");
+    ghead2bkg_header(g, after);
+
+    EXPECT_EQ(text(after.headerSignature), std::string("SIGNATURG\0\0\0", 12));
+    EXPECT_EQ(text(after.originatingAgency), std::string("TORVALE").append(13, '\0'));
+    EXPECT_EQ(text(after.geodeticProjection), std::string("UTM").append(37, '\0'));
+    EXPECT_EQ(text(after.geodeticSpheroid), std::string("WGS-84").append(34, '\0'));
+    EXPECT_EQ(text(after.geodeticDatum), std::string("WGS-84").append(14, '\0'));
+    EXPECT_EQ(text(after.hemisphere), std::string("NORTH\0\0\0", 8));
+    EXPECT_EQ(after.geodeticZone, 10);
+    const double transform[] = {659083.0, 6.5, 0.0, 3986277.0, 0.0, 7.5};
+    EXPECT_TRUE(std::ranges::equal(after.transform, transform));
+    EXPECT_EQ(text(after.dimensions), std::string("3x2").append(13, '\0'));
+    EXPECT_EQ(text(after.weatherSetDate) + text(after.weatherSetTime), "00000000:00:00");
+    EXPECT_EQ(after.sizeX, 3);
+    EXPECT_EQ(after.sizeY, 2);
+    EXPECT_EQ(after.xStepSize, 6.5F);
+    EXPECT_EQ(after.yStepSize, 7.5F);
+    EXPECT_EQ(after.baseX + after.baseY + after.reserved2, 0);
+    EXPECT_EQ(after.databaseMinimum, 4.25F);
+    EXPECT_EQ(after.databaseMaximum, 5.25F);
+    EXPECT_EQ(after.databaseMean, 2.25F);
+    EXPECT_EQ(after.databaseStdDev, 3.25F);
+    EXPECT_EQ(after.ambientAirTemperature, 3.5F);
+    EXPECT_EQ(after.validBand, 425);
+    for (const float value :
+         {after.relativeHumidity, after.windSpeed, after.windDirection, after.barometricPressure, after.visibility,
+          after.pyranometer, after.databaseReference})
+        EXPECT_EQ(value, 0.0F);
+    EXPECT_EQ(text(after.associatedBlock), text(before.associatedBlock)) << "its last 16 bytes are left alone";
+    EXPECT_EQ(text(after.fileId).substr(0, 4), "kept");
+}
+
+TEST(HeaderConversion, TruncatesTheBandAndPadsAShortFileType) {
+    GHead g = torvaleHeader(1, 1, 0);
+    put(g.fileType, "ABC");
+    struct Row {
+        float lambda1, lambda2;
+        int validBand;
+    };
+    // 2.3 and 4.579 in single precision: 115 + 228.95001 = 343.95001
+    const Row rows[] = {{2.3F, 4.579F, 343}, {-2.3F, -4.579F, -343}, {1e30F, 1e30F, 0}, {-1e30F, 0, 0}, {NAN, 1, 0}};
+    for (const Row& row : rows) {
+        g.lambda1 = row.lambda1;
+        g.lambda2 = row.lambda2;
+        BKG_header b{};
+        ghead2bkg_header(g, b);
+        EXPECT_EQ(b.validBand, row.validBand);
+        EXPECT_EQ(text(b.headerSignature), std::string("ABC\0\0\0\0\0G\0\0\0", 12));
+    }
+}
+
+TEST(HeaderConversion, DatesAFileInThisCentury) {
+    struct Row {
+        int year, month, day;
+        const char* date;
+        const char* printed;
+    };
+    const Row rows[] = {
+        {2026, 3, 9, "260309", ""},
+        {2000, 1, 1, "000101", ""},
+        {2099, 12, 31, "991231", ""},
+        {2100, 1, 2, "000102", "yearsSince2000: 100\n"},
+        {1999, 12, 31, "001231", "yearsSince2000: -1\n"}};
+    for (const Row& row : rows) {
+        std::tm date{};
+        date.tm_year = row.year - 1900;
+        date.tm_mon = row.month - 1;
+        date.tm_mday = row.day;
+        BKG_header b{};
+        CaptureStdout();
+        setFileCreationDate(b, date);
+        EXPECT_EQ(GetCapturedStdout(), row.printed);
+        EXPECT_EQ(text(b.fileCreationDate), row.date);
+    }
+}
+
+TEST(HeaderConversion, CopiesTextIntoAFieldOfFixedWidth) {
+    char field[13] = "############";
+    strcpyFillZeros(field, "abc", 5);
+    EXPECT_EQ(std::string(field, 12), std::string("abc\0\0#######", 12));
+    strcpyFillZeros(field, "12345678901234567890", 12);
+    EXPECT_EQ(std::string(field, 13), std::string("123456789012", 13));
+    strcpyFillZeros(field, "x", 0);
+    EXPECT_EQ(field[0], '1');
+}

@@ -1,0 +1,153 @@
+// The set of tiles: described sets, single rasters, shared files, messages. Nothing here draws.
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "capturedoutput.h"
+#include "temporarydirectory.h"
+#include "terrain.h"
+#include "terrainfiles.h"
+
+namespace {
+bool init(Terrain& terrain, const std::string& topo, const std::string& rad, float& lowest) {
+    return terrain.Init(topo, rad, "/shaders", lowest, 3000, 2, 3, 4, 10, 20, 30);
+}
+const std::string kNoLight = "terrain::load: dynamic sunlight reflections: OFF\n";
+const std::string kSun = "terrain::load: dynamic sunlight reflections: ON\n";
+const std::string kOff = "terrain::load: dynamic light reflections: OFF\n";
+const std::string kOn = "terrain::load: dynamic light reflections: ON\n";
+const std::string kPart = "Terrain::load: missing some class to material data\n";
+} // namespace
+
+TEST(Terrain, WithoutTilesAnswersNothing) {
+    Terrain terrain;
+    EXPECT_EQ(
+        outputOf([&] { EXPECT_EQ(terrain.GetElevation(1, 2), 0.0F); }), "Terrain::GetElevation: No terrains loaded\n");
+    EXPECT_EQ(outputOf([&] { terrain.print(); }), "Terrain::print:\n");
+    EXPECT_EQ(terrain.xCellSize() + terrain.yCellSize() + terrain.BBox().maximum[0], 0.0F);
+    terrain.Render(true);
+    EXPECT_TRUE(terrain.loadAll());
+}
+
+TEST(Terrain, SaysWhatWillBeLit) {
+    const TemporaryDirectory directory;
+    struct Row {
+        std::vector<std::string> files;
+        std::string printed;
+    };
+    const Row rows[] = {
+        {{}, kNoLight + kOff},
+        {{"set.atm"}, kSun + kOff},
+        {{"set.cls2mat", "set.temp"}, kNoLight + kOn},
+        {{"set.cls2mat"}, kNoLight + kPart + kOff},
+        {{"set.temp", "set.atm"}, kSun + kPart + kOff},
+        {{"set.band"}, kNoLight + kPart + kOff},
+        {{"set.cls2aster", "set.band"}, kNoLight + kPart + kOff},
+        {{"set.cls2aster", "set.band", "aster/a.txt"}, kNoLight + kOn},
+        {{"set.cls2mat", "set.temp", "set.band"}, kNoLight + kOn},
+    };
+    int number = 0;
+    for (const Row& row : rows) {
+        const TemporaryDirectory own; // file checks remember what they saw
+        const TerrainFiles files(own);
+        for (const std::string& name : row.files)
+            own.write(name, "x");
+        Terrain terrain;
+        const std::string description = files.writeDescription();
+        EXPECT_EQ(
+            outputOf([&] { EXPECT_TRUE(terrain.load(description, files.folder(), 1)); }),
+            "total of 1 subterrains\n" + row.printed)
+            << number++;
+    }
+}
+
+TEST(Terrain, WithoutADescriptionHasNoTiles) {
+    const TemporaryDirectory directory;
+    Terrain terrain;
+    const std::string missing = directory.file("missing.xml");
+    EXPECT_EQ(
+        outputOf([&] { EXPECT_FALSE(terrain.load(missing, "", 1)); }),
+        "Unable to open " + missing + "\nterrainXmlParser::readTerrainXML: Unable to open " + missing + "\n");
+    EXPECT_FALSE(terrain.load(directory.write("empty.xml", "<t/>"), "", 1));
+}
+
+TEST(Terrain, InitTakesADescriptionByNameOrBesideTheRaster) {
+    const TemporaryDirectory directory;
+    const TerrainFiles files(directory);
+    const std::string description = files.writeDescription();
+    const std::string beside = directory.write("set.top", "x");
+    const std::string rad = directory.write("any.rad", "x");
+    for (const std::string& topo : {description, beside}) {
+        Terrain terrain;
+        float lowest = 0;
+        ASSERT_TRUE(init(terrain, topo, rad, lowest));
+        ASSERT_EQ(terrain.tileCount(), 1U);
+        SubTerrain& tile = terrain.tile(0);
+        EXPECT_EQ(tile.getTopoFilePath(), directory.file("set_n0001.le-ftop"));
+        EXPECT_EQ(tile.getOriginX(), 110.0F);
+        EXPECT_EQ(tile.getOriginY(), 220.0F);
+        EXPECT_EQ(tile.getOriginZ(), 30.0F);
+        float range = 0;
+        tile.getRadScale(range);
+        EXPECT_EQ(range, 3000.0F);
+        EXPECT_EQ(lowest, 10.0F);
+        EXPECT_EQ(terrain.xCellSize(), 10.0F);
+        EXPECT_EQ(terrain.yCellSize(), 21.0F);
+        // 3 columns of 5 scaled by 2, 2 rows of 7 scaled by 3, heights scaled by 4.
+        const SubTerrain::Bounds box = terrain.BBox();
+        EXPECT_THAT(box.minimum, testing::ElementsAre(110, 220, 70));
+        EXPECT_THAT(box.maximum, testing::ElementsAre(140, 262, 270));
+        EXPECT_EQ(outputOf([&] { terrain.print(); }), "Terrain::print:\nTerrain::print: 0 not loaded\n");
+        EXPECT_EQ(
+            outputOf([&] { EXPECT_EQ(terrain.GetElevation(115, 225), 0.0F); }),
+            "SubTerrain::getElevation: not loaded\n");
+        terrain.CleanUp();
+        EXPECT_EQ(terrain.tileCount(), 0U);
+    }
+}
+
+TEST(Terrain, InitTakesASingleRasterOfEitherFamily) {
+    const TemporaryDirectory directory;
+    GHead torvale = torvaleHeader(5, 4, 1);
+    torvale.xCellSize = 6.5F;
+    torvale.yCellSize = 7.5F;
+    torvale.MinVals[0] = -3.0F;
+    torvale.MaxVals[0] = 9.0F;
+    BKG_header bkg = bkgHeader(5, 4);
+    bkg.xStepSize = 6.5F;
+    bkg.yStepSize = 7.5F;
+    bkg.databaseMinimum = -3.0F;
+    bkg.databaseMaximum = 9.0F;
+    const std::string rad = directory.write("other.rad", "x");
+    for (const std::string& topo :
+         {directory.write("old.top", bytesOf(torvale)), writeBkg(directory.file("new.le-ftop"), bkg, "")}) {
+        Terrain terrain;
+        float lowest = 99;
+        EXPECT_EQ(outputOf([&] { EXPECT_TRUE(init(terrain, topo, rad, lowest)); }), "");
+        ASSERT_EQ(terrain.tileCount(), 1U);
+        const SubTerrain& tile = terrain.tile(0);
+        EXPECT_EQ(lowest, -3.0F);
+        EXPECT_EQ(tile.getMaxZ(), 9.0F);
+        EXPECT_EQ(tile.getWidth() * 10 + tile.getHeight(), 54);
+        EXPECT_EQ(terrain.xCellSize(), 13.0F);
+        EXPECT_EQ(terrain.yCellSize(), 22.5F);
+        EXPECT_EQ(tile.getTopoFilePath(), topo);
+        EXPECT_EQ(tile.getRadFilePath(), rad);
+        EXPECT_EQ(tile.getNormFilePath(), topo.substr(0, topo.rfind('.')) + ".norm");
+    }
+}
+
+TEST(Terrain, InitReportsMissingRasters) {
+    const TemporaryDirectory directory;
+    const std::string there = directory.write("a.top", "x");
+    Terrain terrain;
+    float lowest = 5;
+    EXPECT_EQ(
+        outputOf([&] { EXPECT_FALSE(init(terrain, directory.file("missing.top"), there, lowest)); }),
+        "Terrain::Init: Cant find old topo file\n");
+    EXPECT_EQ(
+        outputOf([&] { EXPECT_FALSE(init(terrain, there, directory.file("missing.rad"), lowest)); }),
+        "Terrain::Init: Cant find rad map\n");
+    EXPECT_EQ(lowest, 5.0F);
+}
