@@ -6,6 +6,8 @@
 #include "dataroot.h"
 
 namespace {
+constexpr float kRange = 3000.0F; // makes visible greys of radiances in W/cm²/sr
+
 std::string pathBytes(const QString& path) {
     return QFile::encodeName(path).toStdString();
 }
@@ -14,7 +16,6 @@ std::string pathBytes(const QString& path) {
 void initBody(
     Hardbody& body, const QString& brdfPath, const QString& geometryPath, const QString& radiancePath,
     const AtmFile& atmosphere) {
-    constexpr float kRange = 3000.0F; // makes visible greys of radiances in W/cm²/sr
     constexpr bool kDoBrdf = true;
     constexpr bool kAntialias = true;
     constexpr bool kMultiFacet = true;
@@ -25,6 +26,14 @@ void initBody(
         pathBytes(brdfPath), pathBytes(geometryPath), pathBytes(radiancePath), dataPath("openglshaders/"), noRotors,
         kDoBrdf, kAntialias, kMultiFacet, kRotors, kPerFrameUpload, 0.0F, 0.0F, 0.0F, 0.0F, 0.0F, 0.0F, kRange,
         atmosphere.diffuseEarthRadiance(), atmosphere.diffuseSkyRadiance(), atmosphere.directSolarRadiance());
+}
+
+// A terrain without tiles has said so and draws nothing.
+void initTerrain(Terrain& terrain, const QString& topographyPath, const QString& radiancePath) {
+    float lowest = 0.0F; // not used
+    terrain.Init(
+        pathBytes(topographyPath), pathBytes(radiancePath), dataPath("openglshaders/"), lowest, kRange, 1.0F, 1.0F,
+        1.0F, 0.0F, 0.0F, 0.0F);
 }
 } // namespace
 
@@ -37,5 +46,7 @@ void etxyz::InitHardbodies() {
         initBody(
             *threat, threatSignatureBase + QStringLiteral(".brdf"), threatModelBase + geometry,
             threatSignatureBase + radiance, *atm);
+    if (atm != nullptr && terrain != nullptr)
+        initTerrain(*terrain, terrainTopoPath, terrainRadPath);
     hardbodiesInitialized = true;
 }

@@ -40,6 +40,8 @@ void drawTerrain(etxyz& engagement) {
     const float firstThreatHeight = engagement.keyframeAtZero().threatPos[2];
     glRotatef(180.0F, 1.0F, 0.0F, 0.0F);
     glTranslatef(0.0F, 0.0F, -firstThreatHeight);
+    if (engagement.terrain != nullptr)
+        engagement.terrain->Render(true);
 }
 } // namespace
 
