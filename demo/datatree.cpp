@@ -1,23 +1,13 @@
 // The data tree that the engagements use.
 #include "datatree.h"
 
-#include "atmosphere.h"
+#include <utility>
 
-namespace {
-// A clear summer afternoon in the mid-wave infrared, with the sun in the south-west.
-constexpr AtmosphereValues kAfternoon = {
-    .solarZenith = 50.0,
-    .solarAzimuth = 235.0,
-    .diffuseEarthRadiance = 1.9,
-    .diffuseSkyRadiance = 0.65,
-    .directSolarRadiance = 5.4,
-    .signatureBearing = 0.0,
-};
-} // namespace
+#include "bodyfolders.h"
 
 std::vector<DemonstrationFile> dataTreeFiles() {
-    const std::string root = "data/";
-    return {
-        {root + kAtmosphere, atmosphereText(kAfternoon)},
-    };
+    std::vector<DemonstrationFile> files = bodyFiles();
+    for (DemonstrationFile& file : files)
+        file.name.insert(0, "data/");
+    return files;
 }

@@ -1,0 +1,60 @@
+// Surfaces of triangular facets, for the bodies of the demonstration.
+#include "mesh.h"
+
+#include <utility>
+
+Triple areaVector(const Mesh& mesh, const MeshFacet& facet) {
+    const Triple& first = mesh.points[facet.corners[0]];
+    return 0.5 * cross(mesh.points[facet.corners[1]] - first, mesh.points[facet.corners[2]] - first);
+}
+
+Triple centroid(const Mesh& mesh, const MeshFacet& facet) {
+    return 1.0 / 3.0 * (mesh.points[facet.corners[0]] + mesh.points[facet.corners[1]] + mesh.points[facet.corners[2]]);
+}
+
+double signedVolume(const Mesh& mesh) {
+    double volume = 0.0;
+    for (const MeshFacet& facet : mesh.facets)
+        volume += dot(mesh.points[facet.corners[0]], areaVector(mesh, facet)) / 3.0;
+    return volume;
+}
+
+void append(Mesh& mesh, const Mesh& other) {
+    const std::size_t before = mesh.points.size();
+    mesh.points.insert(mesh.points.end(), other.points.begin(), other.points.end());
+    for (MeshFacet facet : other.facets) {
+        for (std::size_t& corner : facet.corners)
+            corner += before;
+        mesh.facets.push_back(facet);
+    }
+}
+
+Mesh mirrored(const Mesh& mesh) {
+    Mesh result = mesh;
+    for (Triple& point : result.points)
+        point.y = -point.y;
+    for (MeshFacet& facet : result.facets)
+        std::swap(facet.corners[1], facet.corners[2]);
+    return result;
+}
+
+std::vector<std::array<Triple, 3>> cornerNormals(const Mesh& mesh) {
+    constexpr double kCosineOfCrease = 0.766;
+    std::vector<Triple> areas;
+    std::vector<std::vector<std::size_t>> facetsAt(mesh.points.size());
+    for (const MeshFacet& facet : mesh.facets) {
+        for (const std::size_t corner : facet.corners)
+            facetsAt[corner].push_back(areas.size());
+        areas.push_back(areaVector(mesh, facet));
+    }
+    std::vector<std::array<Triple, 3>> normals(mesh.facets.size());
+    for (std::size_t i = 0; i < mesh.facets.size(); ++i)
+        for (std::size_t corner = 0; corner < 3; ++corner) {
+            Triple sum;
+            for (const std::size_t other : facetsAt[mesh.facets[i].corners[corner]])
+                if (dot(areas[i], areas[other]) >= kCosineOfCrease * length(areas[i]) * length(areas[other]))
+                    sum = sum + areas[other];
+            normals[i][corner] = unit(sum);
+        }
+    return normals;
+}

@@ -1,0 +1,154 @@
+// The bodies of the demonstration, through the readers that the viewer loads them with.
+#include <algorithm>
+#include <set>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "body.h"
+#include "brdffile.h"
+#include "datatree.h"
+#include "facetarrays.h"
+#include "loft.h"
+#include "makedemonstration.h"
+#include "meshchecks.h"
+#include "radfile.h"
+#include "temporarydirectory.h"
+#include "vnlfile.h"
+
+namespace {
+// The files of one body in one band, below the data root, and what is expected of it.
+struct Expectation {
+    const char* name;
+    std::string geometry;
+    std::string reflectance;
+    std::string radiance;
+    int minimumFacets;
+    int maximumFacets;
+    float length; // metres
+    std::size_t classes;
+};
+
+std::vector<Expectation> expectations() {
+    std::vector<Expectation> all = {
+        {"Jet", kTargetGeometry, kTargetReflectance, kTargetSignature, 3000, 8000, 18.4F, 4},
+    };
+    for (const std::string band : {"1", "4", "6"}) {
+        const std::string missile = "tgt0450/tgt0450_b000" + band;
+        const std::string bullet = "tgt0451/tgt0451_b000" + band;
+        all.push_back({"Missile", "tgt0450/tgt0450.vnl", missile + ".brdf", missile + ".rad", 500, 2000, 2.785F, 4});
+        all.push_back({"Bullet", "tgt0451/tgt0451.vnl", bullet + ".brdf", bullet + ".rad", 100, 500, 0.195F, 3});
+    }
+    return all;
+}
+
+// For the names of the tests.
+void PrintTo(const Expectation& expectation, std::ostream* out) {
+    *out << expectation.radiance;
+}
+
+// The demonstration, made once for all tests.
+const TemporaryDirectory& demonstration() {
+    static const TemporaryDirectory directory;
+    static const Failure failure = makeDemonstration(directory.path());
+    EXPECT_EQ(failure, std::nullopt);
+    return directory;
+}
+
+class LoadedBody : public testing::TestWithParam<Expectation> {
+protected:
+    void SetUp() override {
+        const std::string root = demonstration().file("data/");
+        testing::internal::CaptureStderr();
+        const bool isLoaded = load(root);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        ASSERT_TRUE(isLoaded);
+    }
+
+    bool load(const std::string& root) {
+        if (!brdf_.Load(root + GetParam().reflectance) || !arrays_.allocate(brdf_.numFacets()) ||
+            !rad_.Load(root + GetParam().radiance, brdf_.numFacets()))
+            return false;
+        return vnl_.Load(
+            root + GetParam().geometry, brdf_, rad_, arrays_.indices_.get(), arrays_.vertices_.get(),
+            arrays_.normals_.get(), arrays_.primaryColors_.get(), arrays_.secondaryColors_.get(),
+            arrays_.facetCentroids_.get(), arrays_.facetNormals_.get(), arrays_.facetMap_.get());
+    }
+
+    BrdfFile brdf_;
+    RadFile rad_;
+    VnlFile vnl_;
+    FacetArrays arrays_;
+};
+INSTANTIATE_TEST_SUITE_P(All, LoadedBody, testing::ValuesIn(expectations()), [](const auto& expectation) {
+    const std::string& radiance = expectation.param.radiance;
+    return expectation.param.name + radiance.substr(radiance.find("_b") + 1, 5);
+});
+} // namespace
+
+TEST_P(LoadedBody, HasThePlausibleSizeAndTheClassesOfItsKind) {
+    EXPECT_GE(brdf_.numFacets(), GetParam().minimumFacets);
+    EXPECT_LE(brdf_.numFacets(), GetParam().maximumFacets);
+    const auto& box = vnl_.boundingBox();
+    EXPECT_NEAR(box[6].ElementAt(0) - box[0].ElementAt(0), GetParam().length, 0.01F);
+    EXPECT_NEAR(box[6].ElementAt(1), -box[0].ElementAt(1), 1e-4F) << "the left is as wide as the right";
+    const auto used = std::count_if(
+        brdf_.blocks().begin(), brdf_.blocks().end(), [](const FacetBlock& block) { return block.facetCount_ > 0; });
+    EXPECT_GE(static_cast<std::size_t>(used), GetParam().classes);
+    for (const BrdfClass& brdfClass : brdf_.classes())
+        EXPECT_LT(brdfClass.rho_d + brdfClass.epsilon, brdfClass.G) << "something is left to reflect specularly";
+}
+
+TEST_P(LoadedBody, FacesOutwardsWithCornersCounterClockwise) {
+    double volume = 0.0;
+    for (std::size_t slot = 0; slot < static_cast<std::size_t>(brdf_.numFacets()); ++slot) {
+        const auto corner = [&](const auto& array, std::size_t i) {
+            const Tuple3<float>& value = array[3 * slot + i];
+            return Triple{value.x, value.y, value.z};
+        };
+        const Triple a = corner(arrays_.vertices_, 0);
+        const Triple area = cross(corner(arrays_.vertices_, 1) - a, corner(arrays_.vertices_, 2) - a);
+        ASSERT_GT(length(area), 0.0) << slot;
+        volume += dot(a, area);
+        for (std::size_t i = 0; i < 3; ++i)
+            ASSERT_GT(dot(corner(arrays_.normals_, i), area), 0.0) << "vertex normal of slot " << slot;
+    }
+    EXPECT_GT(volume, 0.0);
+}
+
+TEST_P(LoadedBody, ShowsInGreysAndHasHotParts) {
+    const float* const end = rad_.rad() + brdf_.numFacets();
+    EXPECT_GE(*std::min_element(rad_.rad(), end), 1e-5F);
+    EXPECT_LE(*std::max_element(rad_.rad(), end), 1e-3F);
+    EXPECT_GT(*std::max_element(rad_.rad(), end), 5.0F * *std::min_element(rad_.rad(), end));
+    for (int facet = 0; facet < brdf_.numFacets(); ++facet)
+        ASSERT_LT(rad_.rad()[facet], rad_.bbe()[facet]) << "no more than a blackbody";
+}
+
+TEST(Bodies, AreClosedSurfaces) {
+    for (const Body& body : {jet(), missile(), bullet()})
+        EXPECT_TRUE(isClosed(body.mesh));
+}
+
+TEST(Loft, SpansACylinderWhicheverWayItsRingsRun) {
+    // An approximated circle of 64 points encloses 32 sin(pi / 32) of the squared radius.
+    for (const double length : {2.0, -2.0}) {
+        const std::vector<Oval> ovals = {{0.0, 0.5, 0.5, {}, 2.0, {}}, {length, 0.5, 0.5, {}, 2.0, {}}};
+        const Mesh mesh = loft({}, {}, ovalSections(ovals, 64), {length, 0.0, 0.0});
+        EXPECT_TRUE(isClosed(mesh));
+        EXPECT_EQ(mesh.facets.size(), 256U);
+        EXPECT_NEAR(signedVolume(mesh), 2.0 * 0.25 * 3.1365484905, 1e-9);
+        EXPECT_NEAR(signedVolume(mirrored(mesh)), signedVolume(mesh), 1e-12);
+    }
+}
+
+TEST(Loft, MakesAWingAsThickAsItsEndsSay) {
+    const Mesh mesh = wing(
+        {{0.0, 0.0, 0.0}, 2.0, 0.1}, {{-1.0, 3.0, 0.0}, 1.0, 0.05}, 6, 40, {0.0, 0.0, 1.0}, {Material::Metal, 1.0});
+    EXPECT_TRUE(isClosed(mesh));
+    EXPECT_GT(signedVolume(mesh), 0.0);
+    const auto highest = std::max_element(
+        mesh.points.begin(), mesh.points.end(), [](const Triple& a, const Triple& b) { return a.z < b.z; });
+    EXPECT_NEAR(highest->z, 0.1, 2e-4) << "half of 10 per cent of a chord of 2";
+    EXPECT_NEAR(highest->x, -0.6, 0.05) << "at 30 per cent of the chord";
+}
