@@ -1,4 +1,4 @@
-// Draws the scene into a picture without a window.
+// Draws the scene into pictures without a window.
 #include "scenepicture.h"
 
 #include <QOffscreenSurface>
@@ -8,29 +8,32 @@
 #include "glentrypoints.h"
 #include "projection.h"
 
-namespace {
-struct OffscreenContext {
+struct OffscreenScene::Context {
     QOffscreenSurface surface;
     QOpenGLContext context;
+    std::unique_ptr<QOpenGLFramebufferObject> target;
 
-    OffscreenContext() {
+    Context(int width, int height) {
         surface.create();
         if (!context.create() || !context.makeCurrent(&surface) || !loadGlEntryPoints())
             qFatal("no OpenGL");
+        target = std::make_unique<QOpenGLFramebufferObject>(width, height, QOpenGLFramebufferObject::Depth);
     }
 };
-} // namespace
 
-QImage drawScene(
-    const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options, int width,
-    int height, double fieldOfViewDegrees) {
-    const OffscreenContext offscreen;
-    QOpenGLFramebufferObject target(width, height, QOpenGLFramebufferObject::Depth);
+OffscreenScene::OffscreenScene(int width, int height)
+    : context_(std::make_unique<Context>(width, height)), scene_(std::make_unique<Scene>()) {}
+
+OffscreenScene::~OffscreenScene() = default;
+
+QImage OffscreenScene::draw(
+    const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options,
+    double fieldOfViewDegrees) {
+    QOpenGLFramebufferObject& target = *context_->target;
     target.bind();
     setUpScene();
-    applyProjection(fieldOfViewDegrees, width, height);
+    applyProjection(fieldOfViewDegrees, target.width(), target.height());
     clearFrame();
-    Scene scene;
-    scene.draw(engagements, camera, options);
+    scene_->draw(engagements, camera, options);
     return target.toImage().convertToFormat(QImage::Format_RGB32);
 }

@@ -1,12 +1,28 @@
-// Draws the scene into a picture without a window.
+// Draws the scene into pictures without a window.
 #pragma once
+
+#include <memory>
 
 #include <QImage>
 
 #include "scene.h"
 
-// The framebuffer's pixels, top row first, after drawing the engagements with the scene's own code in an offscreen GL
-// context. Sizes in pixels.
-QImage drawScene(
-    const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options, int width = 200,
-    int height = 150, double fieldOfViewDegrees = 30.0);
+// An offscreen GL context with a scene in it. What needs the context, initialised bodies for one, must end before it.
+class OffscreenScene {
+public:
+    OffscreenScene(int width = 200, int height = 150);
+    ~OffscreenScene();
+    OffscreenScene(const OffscreenScene&) = delete;
+    OffscreenScene& operator=(const OffscreenScene&) = delete;
+
+    // Draws the engagements with the scene's own code; the framebuffer's pixels, top row first. The context is current
+    // from the construction on.
+    QImage draw(
+        const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options,
+        double fieldOfViewDegrees = 30.0);
+
+private:
+    struct Context;
+    std::unique_ptr<Context> context_;
+    std::unique_ptr<Scene> scene_;
+};

@@ -2,23 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 
+#include "pixels.h"
 #include "scene.h"
 #include "scenepicture.h"
 
 namespace {
-// How many pixels of a picture fit a description.
-int countPixels(const QImage& picture, const std::function<bool(int r, int g, int b)>& fits) {
-    int count = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x) {
-            const QRgb pixel = picture.pixel(x, y);
-            count += fits(qRed(pixel), qGreen(pixel), qBlue(pixel)) ? 1 : 0;
-        }
-    return count;
-}
-
 int greenPixels(const QImage& picture) {
     return countPixels(picture, [](int r, int g, int b) { return r == 0 && g == 255 && b == 0; });
 }
@@ -34,12 +23,9 @@ int gridPixels(const QImage& picture) {
 int reticlePixels(const QImage& picture) {
     return countPixels(picture, [](int r, int g, int b) { return (r == 178 || r == 179) && g == r && b == r; });
 }
-int litPixels(const QImage& picture) {
-    return countPixels(picture, [](int r, int g, int b) { return r + g + b > 0; });
-}
-
 // The target flies along +y 100 units up, the threat along +y 50 units up, a sample every 0.1 s for 2 s.
 struct SceneTest : testing::Test {
+    OffscreenScene scene;
     etxyz engagement;
     Camera camera;
     SceneOptions options;
@@ -59,7 +45,7 @@ struct SceneTest : testing::Test {
         options.showGrid = false;
         options.time = 2.0;
     }
-    QImage draw(bool isHidden = false) { return drawScene({{&engagement, isHidden}}, camera, options); }
+    QImage draw(bool isHidden = false) { return scene.draw({{&engagement, isHidden}}, camera, options); }
 };
 
 TEST_F(SceneTest, ShowsTargetPathAboveThreatPathInTheirColours) {

@@ -1,0 +1,113 @@
+// The shaded bodies in the scene, from the demonstration's own files.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "environmentvariable.h"
+#include "makedemonstration.h"
+#include "pixels.h"
+#include "scene.h"
+#include "scenepicture.h"
+#include "temporarydirectory.h"
+
+namespace {
+// The demonstration's turning engagement at its start, seen from 50 units beside the target.
+struct BodiesTest : testing::Test {
+    TemporaryDirectory folder;
+    EnvironmentVariable dataRoot{"PELSAR_DATA", (folder.path() / "data/").string()};
+    OffscreenScene scene;
+    etxyz engagement;
+    Camera camera;
+    SceneOptions options;
+
+    BodiesTest() {
+        EXPECT_FALSE(makeDemonstration(folder.path()).has_value());
+        options.showGrid = options.showHistoryLines = options.showDropLines = false;
+        camera.setMode(ViewFree);
+    }
+    void load() {
+        engagement.LoadETXYZ(QString::fromStdString((folder.path() / "ETXYZ.OUT.turn").string()));
+        ASSERT_FALSE(engagement.keyframes.isEmpty());
+    }
+    // Looks at a body from an offset.
+    void lookAt(const float (&position)[3], float dx, float dy, float dz) {
+        const Vector<float> centre(position[0], position[1], position[2], 1.0F);
+        camera.place(centre + Vector<float>(dx, dy, dz, 0.0F), centre);
+    }
+    QImage draw() { return scene.draw({{&engagement, false}}, camera, options); }
+    static double meanGrey(const QImage& picture) {
+        double sum = 0.0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                sum += qRed(picture.pixel(x, y));
+        return sum / std::max(litPixels(picture), 1);
+    }
+};
+
+TEST_F(BodiesTest, TargetAndThreatStandWhereTheyFlyOnceInitialised) {
+    load();
+    const keyframe start = engagement.InterpolatedFrame(0.0);
+    lookAt(start.targetPos, 50.0F, 0.0F, 0.0F);
+    EXPECT_EQ(litPixels(draw()), 0) << "nothing before the initialisation";
+    engagement.InitHardbodies();
+    ASSERT_TRUE(engagement.target->isUsable());
+    ASSERT_TRUE(engagement.threat->isUsable());
+    EXPECT_GT(litPixels(draw()), 150);
+    lookAt(start.threatPos, 10.0F, 0.0F, 0.0F);
+    EXPECT_GT(litPixels(draw()), 150);
+    options.time = 5.0; // they have gone
+    EXPECT_EQ(litPixels(draw()), 0);
+}
+
+TEST_F(BodiesTest, BodiesAreGreyAndShaded) {
+    load();
+    engagement.InitHardbodies();
+    lookAt(engagement.InterpolatedFrame(0.0).targetPos, 30.0F, 20.0F, -10.0F);
+    const QImage picture = draw();
+    EXPECT_EQ(countPixels(picture, [](int r, int g, int b) { return r != g || g != b; }), 0);
+    std::set<int> greys;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            greys.insert(qRed(picture.pixel(x, y)));
+    EXPECT_GT(greys.size(), 20U);
+}
+
+TEST_F(BodiesTest, TheSunShinesFromAbove) {
+    load();
+    engagement.InitHardbodies();
+    const keyframe start = engagement.InterpolatedFrame(0.0);
+    lookAt(start.targetPos, 5.0F, 0.0F, -50.0F);
+    const double fromAbove = meanGrey(draw());
+    lookAt(start.targetPos, 5.0F, 0.0F, 50.0F);
+    EXPECT_GT(fromAbove, meanGrey(draw()));
+}
+
+TEST_F(BodiesTest, GyroViewShowsTheTargetAndNotTheThreat) {
+    load();
+    engagement.InitHardbodies();
+    const keyframe start = engagement.InterpolatedFrame(0.0);
+    lookAt(start.threatPos, 10.0F, 0.0F, 0.0F);
+    camera.setMode(ViewGyro);
+    const auto isNoReticle = [](int r, int, int) {
+        return r > 0 && r != 178 && r != 179;
+    };
+    EXPECT_EQ(countPixels(draw(), isNoReticle), 0);
+    lookAt(start.targetPos, 50.0F, 0.0F, 0.0F);
+    EXPECT_GT(countPixels(draw(), isNoReticle), 100);
+}
+
+TEST_F(BodiesTest, AnEngagementWithABrokenModelStillPlaysWithItsLines) {
+    std::filesystem::resize_file(folder.path() / "data/tgt4004/tgt4004.vnl", 1000);
+    load();
+    testing::internal::CaptureStderr();
+    engagement.InitHardbodies();
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+    EXPECT_FALSE(engagement.target->isUsable());
+    EXPECT_TRUE(engagement.threat->isUsable());
+    EXPECT_TRUE(engagement.areHardbodiesInitialized());
+    options.showHistoryLines = true;
+    options.time = 3.0;
+    lookAt(engagement.InterpolatedFrame(3.0).targetPos, 500.0F, 0.0F, 0.0F);
+    EXPECT_GT(litPixels(draw()), 20);
+}
+} // namespace
