@@ -11,9 +11,9 @@ public:
     // One entry of the process-wide cache, which only grows.
     struct asterdata {
         std::string name;
-        float reflectance;
-        float lambda1;
-        float lambda2;
+        float reflectance = -1.0F;
+        float lambda1 = 0.0F;
+        float lambda2 = 0.0F;
     };
 
     // A class without a material.

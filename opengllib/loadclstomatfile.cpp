@@ -33,15 +33,15 @@ bool parseCLStoMat(std::string_view text, unsigned char* table, unsigned& count)
             return false;
         }
         [[maybe_unused]] const int numbers = std::sscanf(line, "%d %d", &cls, &material);
-        table[2 * count] = static_cast<unsigned char>(cls);
-        table[2 * count + 1] = static_cast<unsigned char>(material);
+        table[2 * std::size_t{count}] = static_cast<unsigned char>(cls);
+        table[2 * std::size_t{count} + 1] = static_cast<unsigned char>(material);
     }
     return true;
 }
 
 unsigned char numMats(const unsigned char* table, unsigned count) {
     unsigned char most = 0;
-    for (unsigned pair = 0; pair < count; ++pair)
+    for (std::size_t pair = 0; pair < count; ++pair)
         most = std::max(most, table[2 * pair + 1]);
     return most;
 }
@@ -51,7 +51,7 @@ unsigned char* cls2mat(const unsigned char* cls, unsigned size, const unsigned c
     if (materials == nullptr)
         return nullptr;
     const unsigned char* pairs[256]{}; // by class
-    for (unsigned pair = count; pair-- > 0;)
+    for (std::size_t pair = count; pair-- > 0;)
         pairs[table[2 * pair]] = table + 2 * pair;
     for (unsigned i = 0; i < size; ++i) {
         const unsigned char* const pair = pairs[cls[i]];

@@ -75,7 +75,7 @@ bool parseTemp(std::string_view text, unsigned char count, float* out) {
         }
     }
     std::puts("output result");
-    for (int i = 0; i < count; ++i)
+    for (std::size_t i = 0; i < count; ++i)
         std::printf("%f %f\n", double{out[2 * i]}, double{out[2 * i + 1]});
     return true;
 }

@@ -262,6 +262,29 @@ BENCHMARK_CAPTURE(readAndCopyRows, topography, 1, std::size_t{2})
     ->Name("load padded topography/fread and row copy")
     ->Unit(benchmark::kMillisecond);
 
+// The same file with one fread, and rows turned into scaled floats.
+void readAndScaleRows(benchmark::State& state) {
+    const Folder folder;
+    const std::string path = writePadded(folder, "a.top", 1, 2);
+    const std::size_t size = std::filesystem::file_size(path);
+    constexpr std::size_t kStride = (2 * kColumns + 511) / 512 * 512;
+    for (auto _ : state) {
+        const std::unique_ptr<char[]> whole(new char[size]);
+        const FileHandle stream = openInputFile(path);
+        if (std::fread(whole.get(), 1, size, stream.get()) != size)
+            state.SkipWithError("not read");
+        const std::unique_ptr<float[]> samples(new float[std::size_t{kColumns} * kRows]);
+        for (std::size_t row = 0; row < kRows; ++row) {
+            std::uint16_t stored[kColumns];
+            std::memcpy(stored, whole.get() + 512 + row * kStride, sizeof stored);
+            for (std::size_t column = 0; column < kColumns; ++column)
+                samples[row * kColumns + column] = static_cast<float>(stored[column]) * 0.5F;
+        }
+        benchmark::DoNotOptimize(samples.get());
+    }
+}
+BENCHMARK(readAndScaleRows)->Name("load padded topography/fread and scaled rows")->Unit(benchmark::kMillisecond);
+
 constexpr int kSide = 3;
 constexpr int kSmall = 512;
 

@@ -1,111 +1,17 @@
-// A tile of terrain: what loading prints and keeps, elevations, and the picture.
-#include <array>
+// A tile of terrain: what loading prints and keeps, and elevations.
 #include <cmath>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include <gmock/gmock.h>
-
-#include "glcontext.h"
-
-#include "capturedoutput.h"
-#include "subterrain.h"
-#include "temporarydirectory.h"
+#include "subterraintest.h"
 #include "terrain.h"
-#include "terrainfiles.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {
-const std::string kShaders = SORVANE_SHADERS;
-const std::string kRange = "SubTerran::loadTextures: min: 1.000000 max: 6.000000 avg: 3.500000\n";
 const std::string kNoArrays = "SubTerrain::load: could not allocate arrays\n";
 constexpr int kPosts = TerrainFiles::kColumns * TerrainFiles::kRows;
-
-// A context, a directory of files and a tile over them with the posts 5 apart in x and 7 in y from (100, 200).
-class SubTerrainTest : public testing::Test {
-protected:
-    SubTerrainTest() {
-        tile.setOriginX(100);
-        tile.setOriginY(200);
-        tile.setXvec(5, 0);
-        tile.setYvec(0, 7);
-        tile.setWidth(TerrainFiles::kColumns);
-        tile.setHeight(TerrainFiles::kRows);
-        const std::string stem = files.file("set_n0001");
-        tile.setTopoFilePath(stem + ".le-ftop");
-        tile.setRadFilePath(stem + ".rad");
-        tile.setNormFilePath(stem + ".norm");
-        tile.setClassFilePath(stem + ".cls");
-        tile.setVertShader(kShaders + "TerrainRefl.vert");
-        tile.setFragShader(kShaders + "TerrainRefl.frag");
-        tile.setAtmFile(files.file("set.atm"));
-        tile.setCls2MatFilePath(files.file("set.cls2mat"));
-        tile.setTempFilePath(files.file("set.temp"));
-        tile.setCls2AsterFilePath(files.file("set.cls2aster"));
-        tile.setBandFilePath(files.file("set.band"));
-        tile.setAsterDbFilePath(files.file("aster"));
-    }
-    void SetUp() override { ASSERT_TRUE(context.isUsable()); }
-    void TearDown() override { EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)); }
-
-    std::string outputOfLoad(bool result) {
-        return outputOf([&] { EXPECT_EQ(tile.load(), result); });
-    }
-    std::vector<float> reds() const {
-        std::vector<float> values;
-        for (int post = 0; post < kPosts; ++post) {
-            values.push_back(tile.colours()[3 * post]);
-            EXPECT_EQ(tile.colours()[3 * post + 1] + tile.colours()[3 * post + 2], 0.0F);
-        }
-        return values;
-    }
-
-    static constexpr int kSize = 20; // pixels
-    GlContext context{kSize, kSize};
-    TemporaryDirectory directory;
-    TerrainFiles files{directory};
-    SubTerrain tile;
-};
-
-// Pixel (i, j) of the picture shows the world at worldX(i), worldY(j).
-float worldX(int i) {
-    return 100.0F + 10.0F * (static_cast<float>(i) + 0.5F) / 20.0F;
-}
-float worldY(int j) {
-    return 200.0F + 7.0F * (static_cast<float>(j) + 0.5F) / 20.0F;
-}
-
-void lookAtTheTile() {
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glOrtho(100, 110, 200, 207, -1000, 1000);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-    glEnable(GL_CULL_FACE); // the tile faces up
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-}
-
-template <class Expected> void expectPicture(const GlContext& context, Expected expected) {
-    const std::vector<float> pixels = context.pixels();
-    for (int j = 0; j < 20; ++j)
-        for (int i = 0; i < 20; ++i) {
-            const auto at = static_cast<std::size_t>(4 * (20 * j + i));
-            const float value = expected(worldX(i), worldY(j));
-            ASSERT_NEAR(pixels[at], value, 0.01F * std::abs(value) + 1e-4F) << i << ", " << j;
-            ASSERT_EQ(pixels[at], pixels[at + 2]);
-        }
-}
-
-// The radiances 1 to 6 lie on a plane, and so do the heights 10 to 60.
-float radianceAt(float x, float y) {
-    return 1.0F + (x - 100.0F) / 5.0F + 3.0F * (y - 200.0F) / 7.0F;
-}
-float heightAt(float x, float y) {
-    return 10.0F * radianceAt(x, y);
-}
 } // namespace
 
 TEST_F(SubTerrainTest, NeedsFourFilesInThisOrder) {
@@ -343,117 +249,8 @@ TEST_F(SubTerrainTest, KeepsItsBoundsUntilItIsMoved) {
     EXPECT_THAT(tile.bounds().maximum, ElementsAre(130, 200, 120));
 }
 
-TEST_F(SubTerrainTest, DrawsItsRadiances) {
-    files.writeRequired();
-    tile.setRadScale(2);
-    tile.setDrawSecondPass(true);
-    lookAtTheTile();
-    outputOf([&] { tile.render(Lights()); });
-    expectPicture(context, [](float x, float y) { return 2 * radianceAt(x, y); });
-}
-
-TEST_F(SubTerrainTest, DrawsTheLightOfSunSkyAndLights) {
-    files.writeRequired();
-    files.writeClasses();
-    files.writeNormals();
-    files.writeAtmosphere();
-    files.writeMaterialRoute();
-    tile.setRadScale(2);
-    tile.setDrawSecondPass(true);
-    lookAtTheTile();
-    outputOf([&] { tile.render(Lights()); });
-    // Only the first column's material reflects; beam and sky together are 0.75.
-    const auto reflectance = [](float x) {
-        return std::max(0.0F, 0.25F * (1 - (x - 100) / 5));
-    };
-    expectPicture(context, [&](float x, float y) { return 2 * (radianceAt(x, y) + 0.75F * reflectance(x)); });
-
-    Lights lights;
-    lights.intensity[5] = 1e5F; // the ones before it are off
-    const std::array<float, 3> position = {101, 203, 150};
-    std::copy(position.begin(), position.end(), lights.lightPosObj.begin() + 20);
-    lookAtTheTile();
-    outputOf([&] { tile.render(lights); });
-    expectPicture(context, [&](float x, float y) {
-        const float dx = position[0] - x;
-        const float dy = position[1] - y;
-        const float dz = position[2] - heightAt(x, y);
-        const float squared = dx * dx + dy * dy + dz * dz;
-        const float fromLight = 1e5F * (dz / std::sqrt(squared)) / squared;
-        return 2 * (radianceAt(x, y) + (0.75F + fromLight) * reflectance(x));
-    });
-}
-
-TEST_F(SubTerrainTest, DoesNotReflectWithoutAMaterial) {
-    files.writeRequired();
-    files.writeClasses();
-    files.writeNormals();
-    files.writeAtmosphere();
-    files.writeAsterRoute();
-    directory.write("set.cls2aster", "1 aster::alpha\n2 aster::alpha\n3 aster::alpha\n");
-    tile.setDrawSecondPass(true);
-    lookAtTheTile();
-    outputOf([&] { tile.render(Lights()); });
-    EXPECT_THAT(reds(), testing::Each(-1.0F));
-    expectPicture(context, radianceAt);
-}
-
-TEST_F(SubTerrainTest, DrawsTheFirstPassInGreyOnceLoaded) {
-    files.writeRequired();
-    lookAtTheTile();
-    EXPECT_EQ(outputOf([&] { tile.render(Lights()); }), "") << "nothing is loaded for it";
-    expectPicture(context, [](float, float) { return 0.0F; });
-    outputOfLoad(true);
-    tile.setSkipFirstPass(true);
-    tile.render(Lights());
-    expectPicture(context, [](float, float) { return 0.0F; });
-    tile.render(Lights());
-    expectPicture(context, [](float, float) { return 0.5F; });
-}
-
-TEST_F(SubTerrainTest, GivesTheStateOfOpenGlBack) {
-    files.writeRequired();
-    outputOfLoad(true);
-    const auto state = [] {
-        std::vector<int> values;
-        for (const GLenum name :
-             {GL_ATTRIB_STACK_DEPTH, GL_CLIENT_ATTRIB_STACK_DEPTH, GL_MODELVIEW_STACK_DEPTH, GL_MATRIX_MODE,
-              GL_CURRENT_PROGRAM, GL_ARRAY_BUFFER_BINDING, GL_ELEMENT_ARRAY_BUFFER_BINDING, GL_TEXTURE_BINDING_2D,
-              GL_VERTEX_ARRAY, GL_COLOR_ARRAY, GL_NORMAL_ARRAY}) {
-            GLint value = 0;
-            glGetIntegerv(name, &value);
-            values.push_back(value);
-        }
-        return values;
-    };
-    glMatrixMode(GL_PROJECTION);
-    const auto before = state();
-    tile.setDrawSecondPass(true);
-    tile.render(Lights());
-    EXPECT_EQ(state(), before);
-}
-
 TEST_F(SubTerrainTest, ATileThatFailsIsTriedAgainAndNothingOfItIsKept) {
     tile.setDrawSecondPass(true);
     EXPECT_THAT(outputOf([&] { tile.render(Lights()); }), HasSubstr("Topo File is missing"));
     EXPECT_THAT(outputOf([&] { tile.render(Lights()); }), HasSubstr("Topo File is missing"));
-}
-
-TEST_F(SubTerrainTest, ASetDrawsItsTilesInEitherPass) {
-    files.writeRequired();
-    Terrain terrain;
-    terrain.setShaderDir(kShaders);
-    outputOf([&] { ASSERT_TRUE(terrain.load(files.writeDescription(), files.folder(), 3)); });
-    lookAtTheTile();
-    EXPECT_EQ(outputOf([&] { terrain.Render(false); }), "");
-    expectPicture(context, [](float, float) { return 0.0F; });
-    EXPECT_EQ(outputOf([&] { terrain.Render(true); }), "SubTerrain::load\n" + kRange);
-    expectPicture(context, [](float x, float y) { return 3 * radianceAt(x, y); });
-    terrain.Render(false);
-    expectPicture(context, [](float, float) { return 0.5F; });
-    EXPECT_EQ(terrain.GetElevation(112, 208), 60.0F);
-    EXPECT_EQ(terrain.GetElevation(99, 208), 0.0F);
-    EXPECT_THAT(
-        outputOf([&] { terrain.print(); }), testing::StartsWith("Terrain::print:\nSubterrain:\n\tOrigin: (100."));
-    terrain.CleanUp();
 }

@@ -1,0 +1,157 @@
+// The picture of a tile of terrain.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "subterraintest.h"
+#include "terrain.h"
+
+namespace {
+// Pixel (i, j) of the picture shows the world at worldX(i), worldY(j).
+float worldX(int i) {
+    return 100.0F + 10.0F * (static_cast<float>(i) + 0.5F) / 20.0F;
+}
+float worldY(int j) {
+    return 200.0F + 7.0F * (static_cast<float>(j) + 0.5F) / 20.0F;
+}
+
+void lookAtTheTile() {
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(100, 110, 200, 207, -1000, 1000);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glEnable(GL_CULL_FACE); // the tile faces up
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+}
+
+template <class Expected> void expectPicture(const GlContext& context, Expected expected) {
+    const std::vector<float> pixels = context.pixels();
+    for (int j = 0; j < 20; ++j)
+        for (int i = 0; i < 20; ++i) {
+            const auto at = static_cast<std::size_t>(4 * (20 * j + i));
+            const float value = expected(worldX(i), worldY(j));
+            ASSERT_NEAR(pixels[at], value, 0.01F * std::abs(value) + 1e-4F) << i << ", " << j;
+            ASSERT_EQ(pixels[at], pixels[at + 2]);
+        }
+}
+
+// The radiances 1 to 6 lie on a plane, and so do the heights 10 to 60.
+float radianceAt(float x, float y) {
+    return 1.0F + (x - 100.0F) / 5.0F + 3.0F * (y - 200.0F) / 7.0F;
+}
+float heightAt(float x, float y) {
+    return 10.0F * radianceAt(x, y);
+}
+} // namespace
+
+TEST_F(SubTerrainTest, DrawsItsRadiances) {
+    files.writeRequired();
+    tile.setRadScale(2);
+    tile.setDrawSecondPass(true);
+    lookAtTheTile();
+    outputOf([&] { tile.render(Lights()); });
+    expectPicture(context, [](float x, float y) { return 2 * radianceAt(x, y); });
+}
+
+TEST_F(SubTerrainTest, DrawsTheLightOfSunSkyAndLights) {
+    files.writeRequired();
+    files.writeClasses();
+    files.writeNormals();
+    files.writeAtmosphere();
+    files.writeMaterialRoute();
+    tile.setRadScale(2);
+    tile.setDrawSecondPass(true);
+    lookAtTheTile();
+    outputOf([&] { tile.render(Lights()); });
+    // Only the first column's material reflects; beam and sky together are 0.75.
+    const auto reflectance = [](float x) {
+        return std::max(0.0F, 0.25F * (1 - (x - 100) / 5));
+    };
+    expectPicture(context, [&](float x, float y) { return 2 * (radianceAt(x, y) + 0.75F * reflectance(x)); });
+
+    Lights lights;
+    lights.intensity[5] = 1e5F; // the ones before it are off
+    const std::array<float, 3> position = {101, 203, 150};
+    std::copy(position.begin(), position.end(), lights.lightPosObj.begin() + 20);
+    lookAtTheTile();
+    outputOf([&] { tile.render(lights); });
+    expectPicture(context, [&](float x, float y) {
+        const float dx = position[0] - x;
+        const float dy = position[1] - y;
+        const float dz = position[2] - heightAt(x, y);
+        const float squared = dx * dx + dy * dy + dz * dz;
+        const float fromLight = 1e5F * (dz / std::sqrt(squared)) / squared;
+        return 2 * (radianceAt(x, y) + (0.75F + fromLight) * reflectance(x));
+    });
+}
+
+TEST_F(SubTerrainTest, DoesNotReflectWithoutAMaterial) {
+    files.writeRequired();
+    files.writeClasses();
+    files.writeNormals();
+    files.writeAtmosphere();
+    files.writeAsterRoute();
+    directory.write("set.cls2aster", "1 aster::alpha\n2 aster::alpha\n3 aster::alpha\n");
+    tile.setDrawSecondPass(true);
+    lookAtTheTile();
+    outputOf([&] { tile.render(Lights()); });
+    EXPECT_THAT(reds(), testing::Each(-1.0F));
+    expectPicture(context, radianceAt);
+}
+
+TEST_F(SubTerrainTest, DrawsTheFirstPassInGreyOnceLoaded) {
+    files.writeRequired();
+    lookAtTheTile();
+    EXPECT_EQ(outputOf([&] { tile.render(Lights()); }), "") << "nothing is loaded for it";
+    expectPicture(context, [](float, float) { return 0.0F; });
+    outputOfLoad(true);
+    tile.setSkipFirstPass(true);
+    tile.render(Lights());
+    expectPicture(context, [](float, float) { return 0.0F; });
+    tile.render(Lights());
+    expectPicture(context, [](float, float) { return 0.5F; });
+}
+
+TEST_F(SubTerrainTest, GivesTheStateOfOpenGlBack) {
+    files.writeRequired();
+    outputOfLoad(true);
+    const auto state = [] {
+        std::vector<int> values;
+        for (const GLenum name :
+             {GL_ATTRIB_STACK_DEPTH, GL_CLIENT_ATTRIB_STACK_DEPTH, GL_MODELVIEW_STACK_DEPTH, GL_MATRIX_MODE,
+              GL_CURRENT_PROGRAM, GL_ARRAY_BUFFER_BINDING, GL_ELEMENT_ARRAY_BUFFER_BINDING, GL_TEXTURE_BINDING_2D,
+              GL_VERTEX_ARRAY, GL_COLOR_ARRAY, GL_NORMAL_ARRAY}) {
+            GLint value = 0;
+            glGetIntegerv(name, &value);
+            values.push_back(value);
+        }
+        return values;
+    };
+    glMatrixMode(GL_PROJECTION);
+    const auto before = state();
+    tile.setDrawSecondPass(true);
+    tile.render(Lights());
+    EXPECT_EQ(state(), before);
+}
+
+TEST_F(SubTerrainTest, ASetDrawsItsTilesInEitherPass) {
+    files.writeRequired();
+    Terrain terrain;
+    terrain.setShaderDir(kShaders);
+    outputOf([&] { ASSERT_TRUE(terrain.load(files.writeDescription(), files.folder(), 3)); });
+    lookAtTheTile();
+    EXPECT_EQ(outputOf([&] { terrain.Render(false); }), "");
+    expectPicture(context, [](float, float) { return 0.0F; });
+    EXPECT_EQ(outputOf([&] { terrain.Render(true); }), "SubTerrain::load\n" + kRange);
+    expectPicture(context, [](float x, float y) { return 3 * radianceAt(x, y); });
+    terrain.Render(false);
+    expectPicture(context, [](float, float) { return 0.5F; });
+    EXPECT_EQ(terrain.GetElevation(112, 208), 60.0F);
+    EXPECT_EQ(terrain.GetElevation(99, 208), 0.0F);
+    EXPECT_THAT(
+        outputOf([&] { terrain.print(); }), testing::StartsWith("Terrain::print:\nSubterrain:\n\tOrigin: (100."));
+    terrain.CleanUp();
+}
