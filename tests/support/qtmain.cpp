@@ -10,14 +10,6 @@
 
 #include "surfaceformat.h"
 
-#ifdef __SANITIZE_ADDRESS__
-// Keeps drivers and plug-ins loaded to the end, so that the leak checker can name them and tests/lsan.supp can tell
-// what they keep from leaks of our own.
-extern "C" int dlclose(void* /*handle*/) {
-    return 0;
-}
-#endif
-
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     if (testing::GTEST_FLAG(list_tests))
