@@ -25,6 +25,7 @@ struct Body {
 Body jet();
 Body missile();
 Body bullet();
+Body helicopter();
 
 // The geometry file (".vnl").
 std::string geometryText(const Body& body);
@@ -32,3 +33,5 @@ std::string geometryText(const Body& body);
 std::string reflectanceText(const Body& body);
 // The radiance file (".rad"). `gain` is how strongly the band shows what the facets emit: 1 for the mid-wave infrared.
 std::string radianceBytes(const Body& body, double gain);
+// The rotor file.
+std::string rotorText(const Body& body);

@@ -171,3 +171,15 @@ std::string radianceBytes(const Body& body, double gain) {
     appendWords(bytes, emittances);
     return bytes;
 }
+
+std::string rotorText(const Body& body) {
+    std::string text = "# first facet, last facet, hub x y z, axis x y z, turns per second\n";
+    for (const SpinningPart& part : body.spinningParts) {
+        text += std::to_string(part.firstFacet + 1) + ' ' + std::to_string(part.firstFacet + part.facetCount) + ' ';
+        appendPoint(text, part.hub);
+        appendPoint(text, part.axis);
+        appendFixed(text, part.rate);
+        text += '\n';
+    }
+    return text;
+}

@@ -4,6 +4,7 @@
 #include "atmosphere.h"
 #include "body.h"
 #include "datatree.h"
+#include "formfactors.h"
 
 namespace {
 // A clear summer afternoon in the mid-wave infrared, with the sun 40 degrees high in the south-west. The zenith angle
@@ -38,13 +39,22 @@ void addThreat(std::vector<DemonstrationFile>& files, const std::string& base, c
 
 std::vector<DemonstrationFile> bodyFiles() {
     const Body target = jet();
+    const Body rotorcraft = helicopter();
+    const Body threat = missile();
     std::vector<DemonstrationFile> files = {
         {kTargetGeometry, geometryText(target)},
+        {kTargetFormFactors, formFactorText(formFactors(target.mesh, 48))},
         {kTargetReflectance, reflectanceText(target)},
         {kTargetSignature, radianceBytes(target, 1.0)},
         {kAtmosphere, atmosphereText(kAfternoon)},
+        {kHelicopterGeometry, geometryText(rotorcraft)},
+        {kHelicopterReflectance, reflectanceText(rotorcraft)},
+        {kHelicopterSignature, radianceBytes(rotorcraft, 1.0)},
+        {kHelicopterAtmosphere, atmosphereText(kAfternoon)},
+        {kHelicopterRotors, rotorText(rotorcraft)},
     };
-    addThreat(files, "tgt0450/tgt0450", missile());
+    addThreat(files, "tgt0450/tgt0450", threat);
+    files.push_back({kMissileFormFactors, formFactorText(formFactors(threat.mesh, 128))});
     addThreat(files, "tgt0451/tgt0451", bullet());
     return files;
 }

@@ -3,11 +3,11 @@
 #include "loft.h"
 
 namespace {
-constexpr Part kSkin = {Material::Paint, 268.0};
-constexpr Part kCanopy = {Material::Canopy, 270.0};
-constexpr Part kRadome = {Material::Radome, 272.0};
-constexpr Part kIntake = {Material::Duct, 276.0};
-constexpr Part kEngineBay = {Material::Paint, 286.0};
+constexpr Part kSkin = {Material::Paint, 277.0};
+constexpr Part kCanopy = {Material::Canopy, 275.0};
+constexpr Part kRadome = {Material::Radome, 281.0};
+constexpr Part kIntake = {Material::Duct, 278.0};
+constexpr Part kEngineBay = {Material::Paint, 291.0};
 constexpr Part kTailPipe = {Material::Metal, 294.0};
 constexpr Part kPetals = {Material::Nozzle, 305.0};
 constexpr Part kCavity = {Material::Nozzle, 338.0};
@@ -61,17 +61,17 @@ Mesh leftEngine() {
 
 Mesh leftHalf() {
     Mesh half = leftEngine();
-    append(half, wing({{2.40, 0.80, -0.05}, 6.20, 0.05}, {{-2.60, 6.60, -0.20}, 1.50, 0.04}, 8, 12, kUp, kSkin));
-    append(half, wing({{-5.20, 1.30, -0.15}, 3.10, 0.05}, {{-7.60, 4.10, -0.25}, 1.20, 0.04}, 5, 10, kUp, kSkin));
+    append(half, wing({{1.75, 1.56, -0.05}, 5.40, 0.05}, {{-2.60, 6.60, -0.20}, 1.50, 0.04}, 8, 12, kUp, kSkin));
+    append(half, wing({{-4.40, 1.62, -0.15}, 3.00, 0.05}, {{-7.20, 4.10, -0.25}, 1.20, 0.04}, 5, 10, kUp, kSkin));
     const Triple across = unit(Triple{0.0, 2.75, -0.60});
-    append(half, wing({{-4.20, 1.35, 0.25}, 3.20, 0.06}, {{-6.90, 1.95, 3.00}, 1.20, 0.05}, 5, 10, across, kSkin));
+    append(half, wing({{-4.20, 1.35, 0.29}, 3.20, 0.06}, {{-6.90, 1.95, 3.00}, 1.20, 0.05}, 5, 10, across, kSkin));
     return half;
 }
 } // namespace
 
 Body jet() {
     Body body;
-    body.stagnationHeating = 34.0;
+    body.stagnationHeating = 26.0;
     append(body.mesh, fuselage());
     append(body.mesh, canopy());
     const Mesh left = leftHalf();

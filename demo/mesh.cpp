@@ -1,6 +1,8 @@
 // Surfaces of triangular facets, for the bodies of the demonstration.
 #include "mesh.h"
 
+#include <cmath>
+#include <numbers>
 #include <utility>
 
 Triple areaVector(const Mesh& mesh, const MeshFacet& facet) {
@@ -35,6 +37,18 @@ Mesh mirrored(const Mesh& mesh) {
         point.y = -point.y;
     for (MeshFacet& facet : result.facets)
         std::swap(facet.corners[1], facet.corners[2]);
+    return result;
+}
+
+// Rodrigues' formula.
+Mesh turned(const Mesh& mesh, const Triple& hub, const Triple& axis, double degrees) {
+    const double angle = degrees * std::numbers::pi / 180.0;
+    Mesh result = mesh;
+    for (Triple& point : result.points) {
+        const Triple arm = point - hub;
+        point = hub + std::cos(angle) * arm + std::sin(angle) * cross(axis, arm) +
+                (1.0 - std::cos(angle)) * dot(axis, arm) * axis;
+    }
     return result;
 }
 

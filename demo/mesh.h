@@ -41,6 +41,9 @@ void append(Mesh& mesh, const Mesh& other);
 // The same at the other side of the plane y = 0.
 Mesh mirrored(const Mesh& mesh);
 
+// The same turned about a unit axis through `hub`, right-handed.
+Mesh turned(const Mesh& mesh, const Triple& hub, const Triple& axis, double degrees);
+
 // For each facet the normals of its corners: the mean over the facets that meet in the point without an edge sharper
 // than about 40 degrees.
 std::vector<std::array<Triple, 3>> cornerNormals(const Mesh& mesh);

@@ -6,7 +6,7 @@
 #include "loft.h"
 
 namespace {
-constexpr Part kCase = {Material::Paint, 276.0};
+constexpr Part kCase = {Material::Paint, 281.0};
 constexpr Part kMotorCase = {Material::Paint, 296.0};
 constexpr Part kFin = {Material::Metal, 282.0};
 constexpr Part kDome = {Material::Canopy, 282.0};

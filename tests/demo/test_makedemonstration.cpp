@@ -82,6 +82,24 @@ TEST(MakeDemonstration, MakesAnAtmosphereThatLightsBodiesFromAbove) {
     EXPECT_FLOAT_EQ(atm.directSolarRadiance(), 5.4e-4F);
 }
 
+TEST(MakeDemonstration, BringsTheShadersAsTheyAre) {
+    const TemporaryDirectory directory;
+    ASSERT_EQ(makeDemonstration(directory.path()), std::nullopt);
+    const auto shaders = filesBelow(SORVANE_SHADERS);
+    EXPECT_GE(shaders.size(), 2U);
+    EXPECT_TRUE(filesBelow(directory.path() / "data/openglshaders") == shaders);
+}
+
+TEST(MakeDemonstration, NamesFilesThatAreThereUnlessItMeansNotTo) {
+    const TemporaryDirectory directory;
+    ASSERT_EQ(makeDemonstration(directory.path()), std::nullopt);
+    const std::string text = readWholeFile(directory.path() / "ETXYZ.OUT.turn");
+    for (const char* const name : {kTargetGeometry, kTargetReflectance, kTargetSignature, kAtmosphere}) {
+        EXPECT_TRUE(std::filesystem::is_regular_file(directory.path() / "data" / name)) << name;
+        EXPECT_TRUE(name == kAtmosphere || text.find(name) != std::string::npos) << name;
+    }
+}
+
 TEST(MakeDemonstration, SaysWhatIsInTheWay) {
     const TemporaryDirectory directory;
     directory.write("file", "");

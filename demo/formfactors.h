@@ -1,0 +1,28 @@
+// Form factors between the facets of a body, by ray casting.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "mesh.h"
+
+// What share of the radiation that leaves a facet, as diffusely as Lambert's law has it, goes where.
+struct FormFactors {
+    struct Visible {
+        std::size_t facet; // counted from 0
+        double factor;
+    };
+    double earth = 0.0;
+    double sky = 0.0;
+    std::vector<Visible> visible; // ascending, none of 0
+};
+
+// For each facet, from `rays` rays that leave it all over its outer side. What meets no facet goes to the sky when it
+// points upwards, else to the earth: the body is level and far from the ground. What meets the back of a facet left a
+// place inside another part of the body and doesn't count: the factors are those of the part of the facet that shows,
+// all 0 when none does. The same mesh always gets the same factors.
+std::vector<FormFactors> formFactors(const Mesh& mesh, int rays);
+
+// The form-factor file (".sff-txt").
+std::string formFactorText(const std::vector<FormFactors>& factors);

@@ -1,0 +1,9 @@
+// The shaders that the viewer draws with.
+#pragma once
+
+#include <vector>
+
+#include "demonstrationfile.h"
+
+// Their sources; the names are below the data root.
+std::vector<DemonstrationFile> shaderSources();
