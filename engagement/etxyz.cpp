@@ -69,7 +69,7 @@ void etxyz::load(const QString& path) {
     threatSignatureBase = threatModelBase + QStringLiteral("_b000") + band;
 }
 
-void etxyz::takeHeader(const TrajectoryHeader& header) {
+void etxyz::takeHeader(const TrajectoryFileHeader& header) {
     terrain = std::make_unique<Terrain>();
     if (QFile::exists(header.terrainTopoPath) && QFile::exists(header.terrainRadPath)) {
         terrainTopoPath = header.terrainTopoPath;

@@ -13,7 +13,7 @@
 #include "terrain.h"
 
 class QMenu;
-struct TrajectoryHeader;
+struct TrajectoryFileHeader;
 
 class etxyz {
 public:
@@ -75,7 +75,7 @@ public:
 private:
     void load(const QString& path);
     // Takes the header's values, with the stock terrain in place of one that is not there.
-    void takeHeader(const TrajectoryHeader& header);
+    void takeHeader(const TrajectoryFileHeader& header);
     // Loads the atmosphere and sets `band`; puts the stock target in place of one of which a file is missing.
     void chooseTargetFiles();
 

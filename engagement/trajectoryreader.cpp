@@ -88,7 +88,7 @@ template <class LineSource> QMap<double, keyframe> readRecordsFrom(LineSource li
 }
 } // namespace
 
-TrajectoryHeader readTrajectoryHeader(QIODevice* device, bool isProcess) {
+TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess) {
     const auto line = [=] {
         return readUncommented(device, isProcess);
     };
@@ -96,7 +96,7 @@ TrajectoryHeader readTrajectoryHeader(QIODevice* device, bool isProcess) {
         TextWords words(line());
         readFloats(words, triple);
     };
-    TrajectoryHeader header;
+    TrajectoryFileHeader header;
     header.terrainTopoPath = line();
     header.terrainRadPath = line();
     header.targetSignaturePath = line();

@@ -9,7 +9,7 @@
 class QIODevice;
 
 // The header as the file gives it, before any fallback.
-struct TrajectoryHeader {
+struct TrajectoryFileHeader {
     QString terrainTopoPath;
     QString terrainRadPath;
     QString targetSignaturePath;
@@ -24,7 +24,7 @@ struct TrajectoryHeader {
 };
 
 // Takes twelve logical lines. Those that the data lack count as blank.
-TrajectoryHeader readTrajectoryHeader(QIODevice* device, bool isProcess);
+TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess);
 
 // The records from where the device stands to the end of the data or the first blank line in a record's first place. A
 // truncated last record is kept, with zeros for what is missing. A later record replaces an earlier one of its time.

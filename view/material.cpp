@@ -5,7 +5,7 @@
 
 namespace {
 // A set that shows exactly its colour under lighting: it emits the colour and reflects nothing.
-constexpr Material emitting(Rgb colour, float shininess) {
+constexpr LineMaterial emitting(Rgb colour, float shininess) {
     return {.colour = colour, .emission = colour, .shininess = shininess};
 }
 
@@ -15,20 +15,20 @@ void setArray(GLenum name, const Rgb& rgb) {
 }
 } // namespace
 
-const Material cyl_front_mat = emitting({0.0F, 1.0F, 0.0F}, 15.0F);
-const Material threat_yellow = emitting({1.0F, 1.0F, 0.0F}, 15.0F);
-const Material threat_cyan = emitting({0.0F, 1.0F, 1.0F}, 15.0F);
-const Material flare_front_mat = {
+const LineMaterial cyl_front_mat = emitting({0.0F, 1.0F, 0.0F}, 15.0F);
+const LineMaterial threat_yellow = emitting({1.0F, 1.0F, 0.0F}, 15.0F);
+const LineMaterial threat_cyan = emitting({0.0F, 1.0F, 1.0F}, 15.0F);
+const LineMaterial flare_front_mat = {
     .colour = {0.8F, 0.1F, 0.1F},
     .emission = {0.4F, 0.0F, 0.0F},
     .ambient = {0.8F, 0.1F, 0.1F},
     .specular = {0.2F, 0.2F, 0.2F},
     .diffuse = {0.8F, 0.1F, 0.1F},
     .shininess = 15.0F};
-const Material ret_front_mat = emitting({0.7F, 0.7F, 0.7F}, 15.0F);
-const Material grid_mat = emitting({0.4F, 0.4F, 0.5F}, 0.0F);
+const LineMaterial ret_front_mat = emitting({0.7F, 0.7F, 0.7F}, 15.0F);
+const LineMaterial grid_mat = emitting({0.4F, 0.4F, 0.5F}, 0.0F);
 
-void Material::apply() const {
+void LineMaterial::apply() const {
     setArray(GL_EMISSION, emission);
     setArray(GL_AMBIENT, ambient);
     setArray(GL_SPECULAR, specular);

@@ -6,7 +6,7 @@
 using Rgb = std::array<float, 3>;
 
 // GL front-face material arrays and a current colour, set together before a line set is drawn.
-struct Material {
+struct LineMaterial {
     Rgb colour{};
     Rgb emission{};
     Rgb ambient{};
@@ -17,9 +17,9 @@ struct Material {
     void apply() const;
 };
 
-extern const Material cyl_front_mat;   // target history: green
-extern const Material threat_yellow;   // threat history
-extern const Material threat_cyan;     // threat history of an engagement whose colour name is "cyan"
-extern const Material flare_front_mat; // flare trails: red
-extern const Material ret_front_mat;   // gyro reticle: grey
-extern const Material grid_mat;        // reference grid: grey-blue
+extern const LineMaterial cyl_front_mat;   // target history: green
+extern const LineMaterial threat_yellow;   // threat history
+extern const LineMaterial threat_cyan;     // threat history of an engagement whose colour name is "cyan"
+extern const LineMaterial flare_front_mat; // flare trails: red
+extern const LineMaterial ret_front_mat;   // gyro reticle: grey
+extern const LineMaterial grid_mat;        // reference grid: grey-blue

@@ -10,7 +10,7 @@
 #include "reticle.h"
 
 namespace {
-void drawHistory(HistoryLine& line, std::size_t sampleCount, const Material& material) {
+void drawHistory(HistoryLine& line, std::size_t sampleCount, const LineMaterial& material) {
     const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
     glLineWidth(2.0F);
     material.apply();
@@ -30,7 +30,7 @@ Matrix<float> currentModelView() {
     return modelView;
 }
 
-const Material& threatMaterial(const etxyz& engagement) {
+const LineMaterial& threatMaterial(const etxyz& engagement) {
     return engagement.headerText9 == QLatin1String("cyan") ? threat_cyan : threat_yellow;
 }
 

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <set>
 
 #include "environmentvariable.h"
 #include "makedemonstration.h"
@@ -75,11 +77,22 @@ TEST_F(BodiesTest, BodiesAreGreyAndShaded) {
 TEST_F(BodiesTest, TheSunShinesFromAbove) {
     load();
     engagement.InitHardbodies();
-    const keyframe start = engagement.InterpolatedFrame(0.0);
-    lookAt(start.targetPos, 5.0F, 0.0F, -50.0F);
-    const double fromAbove = meanGrey(draw());
-    lookAt(start.targetPos, 5.0F, 0.0F, 50.0F);
-    EXPECT_GT(fromAbove, meanGrey(draw()));
+    lookAt(engagement.InterpolatedFrame(0.0).targetPos, 5.0F, 0.0F, -50.0F);
+    const double lit = meanGrey(draw());
+
+    // The same engagement with the sun below the ground.
+    const TemporaryDirectory nightFolder;
+    const EnvironmentVariable nightRoot("PELSAR_DATA", (nightFolder.path() / "data/").string());
+    ASSERT_FALSE(makeDemonstration(nightFolder.path()).has_value());
+    const auto atmosphere = nightFolder.path() / "data/tgt4004/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.atm";
+    std::string text = readWholeFile(atmosphere);
+    const std::size_t angle = text.find(" 50.000 ");
+    ASSERT_NE(angle, std::string::npos);
+    std::ofstream(atmosphere) << text.replace(angle, 8, " 130.000 ");
+    etxyz night;
+    night.LoadETXYZ(QString::fromStdString((nightFolder.path() / "ETXYZ.OUT.turn").string()));
+    night.InitHardbodies();
+    EXPECT_GT(lit, meanGrey(scene.draw({{&night, false}}, camera, options)) + 0.5);
 }
 
 TEST_F(BodiesTest, GyroViewShowsTheTargetAndNotTheThreat) {
