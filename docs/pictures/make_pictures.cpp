@@ -42,6 +42,8 @@ public:
                 action->trigger();
     }
 
+    void check(const QString& action, bool isChecked) { window_.findChild<QAction*>(action)->setChecked(isChecked); }
+
     void hide(int engagement) { subMenu(engagement)->actions().first()->trigger(); }
 
     void scroll(int notches) {
@@ -124,6 +126,26 @@ int main(int argc, char** argv) {
     photographer.choose(0, "View Gyro");
     photographer.goTo(8.2);
     isWritten = photographer.take("gyro-view.png") && isWritten;
+
+    photographer.choose(0, "View Target");
+    photographer.goTo(2.5);
+    photographer.drag(-150, 250);
+    photographer.scroll(5);
+    isWritten = photographer.take("target.png") && isWritten;
+
+    photographer.choose(0, "View Threat");
+    photographer.goTo(4.0);
+    photographer.drag(-900, 200);
+    photographer.scroll(6);
+    isWritten = photographer.take("threat.png") && isWritten;
+
+    photographer.check("actionShow_Terrain", true);
+    photographer.choose(0, "View Target");
+    photographer.goTo(9.0);
+    photographer.drag(700, 250);
+    photographer.scroll(-36);
+    isWritten = photographer.take("terrain.png") && isWritten;
+    photographer.check("actionShow_Terrain", false);
 
     photographer.choose(0, "View Target");
     photographer.goTo(9.0);
