@@ -19,7 +19,7 @@ struct GroundCover {
 inline constexpr std::array<GroundCover, 8> kGroundCovers = {{
     {GroundClass::Water, "water", 3.2e-5, 291.0, 2.0},
     {GroundClass::Meadow, "meadow", 8.6e-5, 300.0, 5.0},
-    {GroundClass::Forest, "forest", 5.6e-5, 296.0, 3.0},
+    {GroundClass::Forest, "forest", 6.2e-5, 296.0, 3.0},
     {GroundClass::Wheat, "wheat", 1.12e-4, 303.0, 8.0},
     {GroundClass::Soil, "soil", 1.36e-4, 308.0, 12.0},
     {GroundClass::Rock, "rock", 1.25e-4, 306.0, 14.0},

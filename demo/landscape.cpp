@@ -67,17 +67,20 @@ double crossRoadY(double x) {
 
 // Of the tops, 1, over the valley floor, 0.
 double relief(double x, double y) {
+    // Wider and narrower by turns, which makes spurs and hollows.
+    const double spurs = 0.45 + 1.1 * fractal(x, y, 640.0, 91);
     const double crestX = 560.0 + 40.0 * std::cos(kFullTurn * (y - 600.0) / 6000.0);
-    const double crest = 1.0 - 0.12 * (1.0 - std::cos(kFullTurn * (y - 600.0) / 3000.0));
-    const double ridge = crest * bell(x - crestX, x < crestX ? 900.0 : 560.0);
-    const double hill = std::exp(-std::pow((x - 3900.0) / 780.0, 2.0) - std::pow((y - 4300.0) / 620.0, 2.0));
+    const double crest = 1.0 - 0.16 * (1.0 - std::cos(kFullTurn * (y - 600.0) / 3000.0));
+    const double ridge = crest * bell(x - crestX, (x < crestX ? 800.0 : 620.0) * spurs);
+    const double hill = bell(std::hypot((x - 3900.0) / 1.15, y - 4300.0), 680.0 * spurs);
     const double fromRange = ((x - 5000.0) * 3500.0 - y * 1500.0) / std::hypot(3500.0, 1500.0);
-    const double range = (0.5 + 0.45 * noise(x, y, 1100.0, 11)) * bell(fromRange, fromRange < 0.0 ? 560.0 : 1100.0);
-    const double rolling = 0.22 * fractal(x, y, 900.0, 21);
+    const double range =
+        (0.4 + 0.55 * noise(x, y, 900.0, 11)) * bell(fromRange, (fromRange < 0.0 ? 620.0 : 1000.0) * spurs);
+    const double rolling = 0.2 * fractal(x, y, 900.0, 21);
     const double raised = 1.0 - (1.0 - ridge) * (1.0 - hill) * (1.0 - range) * (1.0 - rolling);
     // Gullies on the slopes, none on the tops and on the floor.
-    const double gully = 1.0 - std::abs(2.0 * fractal(x, y, 520.0, 31) - 1.0);
-    const double carved = raised - 0.62 * raised * (1.0 - raised) * gully * gully;
+    const double gully = std::max(0.0, 1.0 - 4.0 * std::abs(fractal(x, y, 480.0, 31) - 0.5));
+    const double carved = raised - 0.9 * raised * raised * (1.0 - raised) * gully;
     return carved * (1.0 - bell(riverDistance(x, y), 620.0));
 }
 
@@ -127,9 +130,9 @@ GroundClass Landscape::groundClass(double x, double y, const Triple& normal, dou
         return GroundClass::Roof;
     const double height = relief(x, y);
     const double patch = fractal(x, y, 420.0, 61);
-    if (normal.z < 0.88 - 0.06 * patch || (height > 0.84 && patch > 0.5))
+    if (normal.z < 0.9 - 0.08 * patch || (height > 0.9 && patch > 0.5))
         return GroundClass::Rock;
-    if (height > 0.17 && patch > 0.62 - 0.35 * smooth((height - 0.17) / 0.3) * smooth((0.95 - height) / 0.2))
+    if (height > 0.17 && patch > 0.6 - 0.22 * smooth((height - 0.17) / 0.3) * smooth((0.95 - height) / 0.2))
         return GroundClass::Forest;
     const double fromRiver = riverDistance(x, y);
     if (height < 0.3 && fromRiver > 90.0 + 60.0 * patch && normal.z > 0.975)
@@ -140,7 +143,7 @@ GroundClass Landscape::groundClass(double x, double y, const Triple& normal, dou
 double
 Landscape::radiance(double x, double y, GroundClass ground, const Triple& normal, const Triple& towardsSun) const {
     const double sunlight = std::max(0.0, dot(normal, towardsSun)) - towardsSun.z;
-    const double heated = ground == GroundClass::Water ? 1.0 : 1.0 + 1.1 * sunlight;
+    const double heated = ground == GroundClass::Water ? 1.0 : 1.0 + 1.5 * sunlight;
     const Field field = fieldAt(x, y);
     const bool isField = ground == GroundClass::Wheat || ground == GroundClass::Soil;
     const double ownField = isField ? 0.88 + 0.24 * hashed(field.column, field.row, 71) : 1.0;
