@@ -8,6 +8,7 @@
 #include "datatree.h"
 #include "kinematics.h"
 #include "lzw.h"
+#include "terrainset.h"
 #include "trajectory.h"
 
 namespace {
@@ -85,6 +86,8 @@ std::string crossing(const std::string& directory) {
     plan.threatSpeed = boosted(120.0, 600.0, 3.5);
 
     TrajectoryHeader header = headerIn(directory);
+    header.terrainTopography = directory + "/data/" + kTerrainSetDescription;
+    header.terrainRadiance = directory + "/data/" + kTerrainSetRadiance;
     header.remark = "Crossing target";
     header.colourName = "cyan";
     header.runNumber = 2;

@@ -7,6 +7,7 @@
 
 #include "datatree.h"
 #include "engagements.h"
+#include "landscapefiles.h"
 
 namespace {
 // Whether a reader that collapses white space gets the path back as it is.
@@ -30,7 +31,7 @@ Failure make(const std::filesystem::path& directory) {
     if (!survivesInAHeader(absolute.string()))
         return "the path " + absolute.string() + " has white space that trajectory files can not hold";
 
-    for (const auto& files : {engagementFiles(absolute.string()), dataTreeFiles()})
+    for (const auto& files : {engagementFiles(absolute.string()), dataTreeFiles(), landscapeFiles(absolute.string())})
         for (const DemonstrationFile& file : files)
             if (Failure failure = writeOutputFile(absolute / file.name, file.contents))
                 return failure;

@@ -198,7 +198,9 @@ TEST(Engagements, NameTheirDataByPathsInTheirDirectory) {
     EXPECT_EQ(trajectory("ETXYZ.OUT.turn").header, turn);
 
     const auto& crossing = trajectory("ETXYZ.OUT.crossing.Z").header;
-    EXPECT_TRUE(std::equal(turn.begin(), turn.begin() + 7, crossing.begin()));
+    EXPECT_EQ(crossing.at(0), data + "ter0020/ter0020.xml");
+    EXPECT_EQ(crossing.at(1), data + "ter0020/ter0020_w0001_t1500_b0001_n0001.rad");
+    EXPECT_TRUE(std::equal(turn.begin() + 2, turn.begin() + 7, crossing.begin() + 2));
     EXPECT_EQ(crossing.at(8), "cyan");
     EXPECT_EQ(crossing.at(10), "Bullet");
 

@@ -1,0 +1,27 @@
+// The demonstration's country: a river valley between a ridge in the west, a hill and a range in the east.
+#pragma once
+
+#include "groundclass.h"
+#include "triple.h"
+
+// A square of 6.5 km, x east and y north in metres from its south-west corner. Everything is a smooth or hashed
+// function of the place, so that a map can sample it with any cell size.
+class Landscape {
+public:
+    // `reliefMetres`: the tops above the valley floor.
+    explicit Landscape(double reliefMetres) : reliefMetres_(reliefMetres) {}
+
+    // Above the valley floor. The tops, from which the threats are launched, are at (600, 600), (520, 3600) and
+    // (3900, 4300).
+    double elevation(double x, double y) const;
+
+    // What covers the ground where its upward normal is `normal`. Roads and the river are at least about one cell of
+    // `cellMetres` wide, so that they stay unbroken on a coarse map.
+    GroundClass groundClass(double x, double y, const Triple& normal, double cellMetres) const;
+
+    // In-band radiance in W/cm²/sr: what the class emits, more where the ground leans to the sun.
+    double radiance(double x, double y, GroundClass ground, const Triple& normal, const Triple& towardsSun) const;
+
+private:
+    double reliefMetres_;
+};

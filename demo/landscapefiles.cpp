@@ -1,0 +1,28 @@
+// All files of the demonstration's landscape.
+#include "landscapefiles.h"
+
+#include "oldstyletile.h"
+#include "terrainset.h"
+
+namespace {
+// A clear summer afternoon in the mid-wave infrared. Terrain has z up and y north, the bodies above it have z down and
+// y the other way: the sun's azimuth is 180 degrees minus that in the bodies' atmosphere, so that both are lit from the
+// same side.
+constexpr AtmosphereValues kAfternoon = {
+    .solarZenith = 50.0,
+    .solarAzimuth = 305.0,
+    .diffuseEarthRadiance = 1.9,
+    .diffuseSkyRadiance = 0.65,
+    .directSolarRadiance = 5.4,
+    .signatureBearing = 0.0,
+};
+} // namespace
+
+std::vector<DemonstrationFile> landscapeFiles(const std::string& directory) {
+    std::vector<DemonstrationFile> files = oldStyleTileFiles(kAfternoon);
+    for (DemonstrationFile& file : terrainSetFiles(directory + "/data", kAfternoon))
+        files.push_back(std::move(file));
+    for (DemonstrationFile& file : files)
+        file.name.insert(0, "data/");
+    return files;
+}

@@ -1,0 +1,26 @@
+// The demonstration's landscape sampled at the posts of a grid, as the rasters hold it.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "atmosphere.h"
+#include "landscape.h"
+#include "tuple3.h"
+
+// Row by row from the south, each row from the west. All arrays have columns × rows entries.
+struct LandscapeMap {
+    int columns = 0;
+    int rows = 0;
+    double cellMetres = 0.0;
+    std::vector<float> heights; // metres above the launch: negative
+    std::vector<Tuple3<float>> normals;
+    std::vector<GroundClass> classes;
+    std::vector<float> radiances; // W/cm²/sr
+};
+
+// Posts from (0, 0) on. The valley floor lies `launchHeight` metres below height 0, the tops a little below it.
+LandscapeMap mapOf(int columns, int rows, double cellMetres, double launchHeight, const AtmosphereValues& sun);
+
+// The part of a map with its south-west post at (firstColumn, firstRow).
+LandscapeMap partOf(const LandscapeMap& map, int firstColumn, int firstRow, int columns, int rows);

@@ -1,0 +1,253 @@
+// The demonstration's terrain, as the viewer takes it: what is loaded, printed and seen, and what flies over it.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <GL/glew.h>
+
+#include <gtest/gtest.h>
+
+#include "aster.h"
+#include "bkgheader.h"
+#include "glcontext.h"
+#include "groundclass.h"
+#include "landscapefiles.h"
+#include "makedemonstration.h"
+#include "rasterfile.h"
+#include "rastersize.h"
+#include "readtrajectory.h"
+#include "spectrum.h"
+#include "temporarydirectory.h"
+#include "terrain.h"
+#include "uncompressed.h"
+
+namespace {
+struct Kind {
+    const char* name;
+    std::vector<const char*> engagements;
+    std::size_t tiles;
+    float launchHeight;
+    float extent;
+    std::string printedFirst;
+    std::string printedPerTile; // without the range of its radiances
+};
+const Kind kKinds[] = {
+    {"old style",
+     {"ETXYZ.OUT.turn", "ETXYZ.OUT.sparse"},
+     1,
+     300.0F,
+     128 * 51.2F,
+     "",
+     "SubTerrain::load\noutput result\n291.000000 0.980000\n300.000000 0.950000\n296.000000 0.970000\n303.000000 "
+     "0.920000\n308.000000 0.880000\n306.000000 0.860000\n315.000000 0.940000\nLoadRadMap::isOldRadMap: using old "
+     "fortran style\n"},
+    {"described set",
+     {"ETXYZ.OUT.crossing.Z"},
+     9,
+     350.0F,
+     (2 * 96 + 97) * 22.5F,
+     "total of 9 subterrains\nterrain::load: dynamic sunlight reflections: ON\n"
+     "terrain::load: dynamic light reflections: ON\n",
+     "SubTerrain::load\n"},
+};
+
+// The demonstration in a folder whose name XML would take for markup.
+class DemonstrationTerrain : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_EQ(makeDemonstration(root()), std::nullopt); }
+
+    std::filesystem::path root() const { return directory_.path() / "a & <b>"; }
+
+    ReadTrajectory trajectory(const std::string& name) const {
+        const std::string path = (root() / name).string();
+        return ReadTrajectory(name.ends_with(".Z") ? uncompressed("uncompress", path) : readWholeFile(path));
+    }
+
+    // As the first of the kind's engagements names it; the other ones fall back to it.
+    void init(const Kind& kind, Terrain& terrain) const {
+        const std::vector<std::string> header = trajectory(kind.engagements.front()).header;
+        float lowest = 1.0F;
+        ASSERT_TRUE(
+            terrain.Init(header.at(0), header.at(1), SORVANE_SHADERS, lowest, 3000.0F, 1.0F, 1.0F, 1.0F, 0, 0, 0));
+        EXPECT_NEAR(lowest, -kind.launchHeight, 0.02F);
+    }
+
+private:
+    TemporaryDirectory directory_;
+};
+
+// Standard output without the lines that hold the range of the radiances.
+std::string withoutRanges(const std::string& printed) {
+    std::istringstream lines(printed);
+    std::string result;
+    for (std::string line; std::getline(lines, line);)
+        if (!line.starts_with("SubTerran::loadTextures: min: "))
+            result += line + '\n';
+    return result;
+}
+
+std::string repeated(const std::string& text, std::size_t times) {
+    std::string result;
+    for (std::size_t i = 0; i < times; ++i)
+        result += text;
+    return result;
+}
+} // namespace
+
+TEST_F(DemonstrationTerrain, LoadsWholeLitAndWithoutAComplaint) {
+    const GlContext context(4, 4);
+    ASSERT_TRUE(context.isUsable());
+    for (const Kind& kind : kKinds) {
+        SCOPED_TRACE(kind.name);
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        Terrain terrain;
+        init(kind, terrain);
+        EXPECT_TRUE(terrain.loadAll());
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        EXPECT_EQ(
+            withoutRanges(testing::internal::GetCapturedStdout()),
+            kind.printedFirst + repeated(kind.printedPerTile, kind.tiles));
+
+        ASSERT_EQ(terrain.tileCount(), kind.tiles);
+        for (std::size_t i = 0; i < kind.tiles; ++i) {
+            const SubTerrain& tile = terrain.tile(i);
+            const RasterSize size{tile.getWidth(), tile.getHeight()};
+            EXPECT_LE(std::max(size.columns, size.rows), 128);
+            EXPECT_EQ(readTopographySize(tile.getTopoFilePath()), size);
+            for (const std::string& path : {tile.getRadFilePath(), tile.getNormFilePath(), tile.getClassFilePath()})
+                EXPECT_EQ(readRasterSize(path), size) << path;
+            EXPECT_TRUE(tile.isSunlit() && tile.isReflective());
+            EXPECT_GT(tile.solarDirection()[2], 0.5F) << "the sun is up";
+        }
+        const SubTerrain::Bounds box = terrain.BBox();
+        for (const std::size_t axis : {0U, 1U}) {
+            EXPECT_EQ(box.minimum[axis], 0.0F);
+            EXPECT_NEAR(box.maximum[axis], kind.extent, 0.01F);
+        }
+        EXPECT_NEAR(box.minimum[2], -kind.launchHeight, 0.02F);
+        EXPECT_TRUE(box.maximum[2] <= 0.0F && box.maximum[2] > -20.0F) << box.maximum[2];
+    }
+}
+
+TEST_F(DemonstrationTerrain, LiesUnderTheEngagementsAndNearTheirLaunches) {
+    const GlContext context(4, 4);
+    ASSERT_TRUE(context.isUsable());
+    for (const Kind& kind : kKinds) {
+        Terrain terrain;
+        init(kind, terrain);
+        ASSERT_TRUE(terrain.loadAll());
+        for (const char* const name : kind.engagements) {
+            SCOPED_TRACE(name);
+            const std::vector<ReadSample> samples = trajectory(name).samples;
+            const double firstZ = samples.front().threatPosition().at(2);
+            // Half a turn about x, and height 0 at the first z.
+            const auto heightAbove = [&](const Numbers& position) {
+                const float ground =
+                    terrain.GetElevation(static_cast<float>(position.at(0)), static_cast<float>(-position.at(1)));
+                EXPECT_LT(ground, 0.0F);
+                return firstZ - double{ground} - position.at(2);
+            };
+            EXPECT_LT(heightAbove(samples.front().threatPosition()), 60.0) << "launched from a top";
+            for (const ReadSample& sample : samples) {
+                ASSERT_GT(heightAbove(sample.targetPosition()), 100.0);
+                ASSERT_GT(heightAbove(sample.threatPosition()), 0.0);
+            }
+        }
+    }
+}
+
+TEST_F(DemonstrationTerrain, TilesShareTheirEdges) {
+    const GlContext context(4, 4);
+    ASSERT_TRUE(context.isUsable());
+    Terrain terrain;
+    init(kKinds[1], terrain);
+    ASSERT_TRUE(terrain.loadAll());
+    constexpr std::size_t kPosts = 97;
+    const auto post = [&terrain](std::size_t tile, std::size_t column, std::size_t row) {
+        return terrain.tile(tile).vertices() + 3 * (row * kPosts + column);
+    };
+    for (std::size_t i = 0; i < kPosts; ++i) {
+        EXPECT_TRUE(std::equal(post(3, 96, i), post(3, 96, i) + 3, post(4, 0, i))) << "west and east, row " << i;
+        EXPECT_TRUE(std::equal(post(4, i, 96), post(4, i, 96) + 3, post(7, i, 0))) << "south and north, column " << i;
+    }
+}
+
+TEST_F(DemonstrationTerrain, ShowsGreysThatAreNeitherBlackNorSaturated) {
+    constexpr int kSize = 200;
+    const GlContext context(kSize, kSize);
+    ASSERT_TRUE(context.isUsable());
+    for (const Kind& kind : kKinds) {
+        SCOPED_TRACE(kind.name);
+        Terrain terrain;
+        init(kind, terrain);
+        // From above in the terrain's own axes; what does not face up is culled.
+        glEnable(GL_CULL_FACE);
+        glEnable(GL_DEPTH_TEST);
+        glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
+        glViewport(0, 0, kSize, kSize);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        glMatrixMode(GL_PROJECTION);
+        glLoadIdentity();
+        glOrtho(0.0, 6400.0, 0.0, 6400.0, -1000.0, 1000.0);
+        glMatrixMode(GL_MODELVIEW);
+        glLoadIdentity();
+        terrain.Render(true);
+        std::vector<float> reds;
+        const std::vector<float> pixels = context.pixels();
+        for (std::size_t i = 0; i < pixels.size(); i += 4)
+            reds.push_back(pixels[i]);
+        std::ranges::sort(reds);
+        EXPECT_GT(reds.front(), 0.04F);
+        EXPECT_LT(reds.back(), 1.0F);
+        const auto percentile = [&reds](std::size_t percent) {
+            return reds[reds.size() * percent / 100];
+        };
+        EXPECT_GT(percentile(95) - percentile(5), 0.25F) << "contrast";
+        // The river is dark; the map's row 0 is in the south.
+        const std::size_t column = 61;
+        EXPECT_LT(pixels[4 * (kSize / 2 * std::size_t{kSize} + column)], 0.2F);
+    }
+}
+
+TEST(Spectrum, HasItsMeanInTheBandInBothOrders) {
+    const TemporaryDirectory directory;
+    for (const GroundCover& cover : kGroundCovers) {
+        const std::string path = directory.write(std::string(cover.name) + ".txt", spectrumText(cover));
+        EXPECT_NEAR(Aster(path, 3.0F, 5.0F).getReflectance(), cover.percentReflectance / 100.0, 1e-4) << cover.name;
+    }
+}
+
+TEST(RasterFile, OfTheBkgFamilyHasAHeaderThatNeverChanges) {
+    const TemporaryDirectory directory;
+    const std::vector<float> values = {1.0F, 2.0F, 6.0F, 7.0F, 3.0F, 5.0F};
+    const GHead torvale = rasterHeader(3, 2, 22.5, "NORM", values);
+    const std::string path = directory.write("a.norm", bkgFile(torvale, std::as_bytes(std::span(values))));
+    EXPECT_EQ(std::filesystem::file_size(path), 512U + 24U);
+    EXPECT_TRUE(CheckMORLAN(path));
+    BKG_header header{};
+    ReadHeaderOnly(path, header);
+    EXPECT_EQ(std::string(header.fileCreationDate, 6), "010621");
+    EXPECT_STREQ(header.headerSignature, "NORM");
+    EXPECT_STREQ(header.dimensions, "3x2");
+    EXPECT_EQ(header.xStepSize, 22.5F);
+    EXPECT_EQ(header.databaseMinimum, 1.0F);
+    EXPECT_EQ(header.databaseMaximum, 7.0F);
+    EXPECT_EQ(header.databaseMean, 4.0F);
+    EXPECT_EQ(header.validBand, 400);
+}
+
+TEST(RasterFile, OfTheTorvaleFamilyFillsItsRowsUpToRecords) {
+    const std::vector<float> values(std::size_t{130} * 2, 1.0F);
+    const GHead header = rasterHeader(130, 2, 1.0, "RADIANCE", values);
+    const auto bytes = std::as_bytes(std::span(values));
+    EXPECT_EQ(torvaleFile(header, bytes, Rows::Contiguous).size(), 512U + 2 * 520U);
+    const std::string padded = torvaleFile(header, bytes, Rows::Records);
+    ASSERT_EQ(padded.size(), 512U + 2 * 1024U);
+    EXPECT_EQ(std::memcmp(padded.data() + 512 + 1024, values.data(), 520), 0);
+    EXPECT_EQ(padded.back(), '\0');
+}
