@@ -40,10 +40,8 @@ void addThreat(std::vector<DemonstrationFile>& files, const std::string& base, c
 std::vector<DemonstrationFile> bodyFiles() {
     const Body target = jet();
     const Body rotorcraft = helicopter();
-    const Body threat = missile();
     std::vector<DemonstrationFile> files = {
         {kTargetGeometry, geometryText(target)},
-        {kTargetFormFactors, formFactorText(formFactors(target.mesh, 48))},
         {kTargetReflectance, reflectanceText(target)},
         {kTargetSignature, radianceBytes(target, 1.0)},
         {kAtmosphere, atmosphereText(kAfternoon)},
@@ -53,8 +51,14 @@ std::vector<DemonstrationFile> bodyFiles() {
         {kHelicopterAtmosphere, atmosphereText(kAfternoon)},
         {kHelicopterRotors, rotorText(rotorcraft)},
     };
-    addThreat(files, "tgt0450/tgt0450", threat);
-    files.push_back({kMissileFormFactors, formFactorText(formFactors(threat.mesh, 128))});
+    addThreat(files, "tgt0450/tgt0450", missile());
     addThreat(files, "tgt0451/tgt0451", bullet());
     return files;
+}
+
+std::vector<DemonstrationFile> formFactorFiles() {
+    return {
+        {kTargetFormFactors, formFactorText(formFactors(jet().mesh, 48))},
+        {kMissileFormFactors, formFactorText(formFactors(missile().mesh, 128))},
+    };
 }

@@ -5,5 +5,9 @@
 
 #include "demonstrationfile.h"
 
-// Every file of every body; the names are below the data root.
+// The names are below the data root.
+
+// Every file of every body but the form factors.
 std::vector<DemonstrationFile> bodyFiles();
+// The form factors of the jet and the missile, which take most of the time.
+std::vector<DemonstrationFile> formFactorFiles();

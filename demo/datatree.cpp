@@ -1,17 +1,15 @@
 // The data tree that the engagements use.
 #include "datatree.h"
 
-#include <algorithm>
-#include <iterator>
+#include <utility>
 
 #include "bodyfolders.h"
 #include "shadersources.h"
 
 std::vector<DemonstrationFile> dataTreeFiles() {
-    std::vector<DemonstrationFile> files = bodyFiles();
-    std::vector<DemonstrationFile> shaders = shaderSources();
-    std::move(shaders.begin(), shaders.end(), std::back_inserter(files));
-    for (DemonstrationFile& file : files)
-        file.name.insert(0, "data/");
+    std::vector<DemonstrationFile> files;
+    for (auto makeFiles : {bodyFiles, formFactorFiles, shaderSources})
+        for (DemonstrationFile& file : makeFiles())
+            files.push_back({"data/" + file.name, std::move(file.contents)});
     return files;
 }

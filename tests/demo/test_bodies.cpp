@@ -6,13 +6,14 @@
 #include <gtest/gtest.h>
 
 #include "body.h"
+#include "bodyfolders.h"
 #include "brdffile.h"
 #include "datatree.h"
 #include "facetarrays.h"
 #include "loft.h"
-#include "makedemonstration.h"
 #include "matrix.h"
 #include "meshchecks.h"
+#include "outputfile.h"
 #include "radfile.h"
 #include "rotor.h"
 #include "temporarydirectory.h"
@@ -50,20 +51,23 @@ void PrintTo(const Expectation& expectation, std::ostream* out) {
     *out << expectation.radiance;
 }
 
-// The demonstration, made once for all tests.
-const TemporaryDirectory& demonstration() {
+// The files of all bodies, written once for all tests.
+const TemporaryDirectory& dataRoot() {
     static const TemporaryDirectory directory;
-    static const Failure failure = makeDemonstration(directory.path());
-    EXPECT_EQ(failure, std::nullopt);
+    static const bool isWritten = [] {
+        return std::ranges::all_of(bodyFiles(), [](const DemonstrationFile& file) {
+            return writeOutputFile(directory.path() / file.name, file.contents) == std::nullopt;
+        });
+    }();
+    EXPECT_TRUE(isWritten);
     return directory;
 }
 
 class LoadedBody : public testing::TestWithParam<Expectation> {
 protected:
     void SetUp() override {
-        const std::string root = demonstration().file("data/");
         testing::internal::CaptureStderr();
-        const bool isLoaded = load(root);
+        const bool isLoaded = load(dataRoot().file(""));
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
         ASSERT_TRUE(isLoaded);
     }
@@ -134,7 +138,7 @@ TEST(Bodies, AreClosedSurfaces) {
 }
 
 TEST(Bodies, SpinTheHelicoptersRotorsAboutTheirHubs) {
-    const Rotor rotor(demonstration().file(std::string("data/") + kHelicopterRotors).c_str());
+    const Rotor rotor(dataRoot().file(kHelicopterRotors).c_str());
     const Body body = helicopter();
     ASSERT_EQ(rotor.getRotorCount(), 2);
     EXPECT_EQ(rotor.getRotorEnd(1) + 1, rotor.getRotorStart(2));
