@@ -41,7 +41,7 @@ LandscapeMap mapOf(int columns, int rows, double cellMetres, double launchHeight
     LandscapeMap map{columns, rows, cellMetres, {}, {}, {}, {}};
     for (int row = 0; row < rows; ++row)
         for (int column = 0; column < columns; ++column) {
-            const double* const here = &elevations[static_cast<std::size_t>((row + 1) * stride + column + 1)];
+            const double* const here = elevations.data() + std::ptrdiff_t{row + 1} * stride + column + 1;
             const Triple normal = unit({here[-1] - here[1], here[-stride] - here[stride], 2.0 * cellMetres});
             const double x = column * cellMetres;
             const double y = row * cellMetres;
