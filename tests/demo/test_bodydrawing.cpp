@@ -21,7 +21,7 @@ constexpr int kSize = 64;
 std::vector<float> picture(const GlContext& context, Hardbody& body, const AtmFile& atm, float time) {
     const BoxCorners box = body.BBox();
     const float reach = 0.5F * Length(box[6] - box[0]);
-    // Half a turn about x, as the scene turns bodies; then the eye's axes: right, up, backwards.
+    // The eye's axes in world coordinates are its rows: right, up, backwards.
     const float third = 0.57735027F;
     const float half = 0.70710678F;
     const float sixth = 0.40824829F;
