@@ -44,7 +44,8 @@ public:
 
     void check(const QString& action, bool isChecked) { window_.findChild<QAction*>(action)->setChecked(isChecked); }
 
-    void hide(int engagement) { subMenu(engagement)->actions().first()->trigger(); }
+    // Hides an engagement, or shows a hidden one.
+    void toggle(int engagement) { subMenu(engagement)->actions().first()->trigger(); }
 
     void scroll(int notches) {
         const QPointF middle(view_->width() / 2.0, view_->height() / 2.0);
@@ -109,8 +110,8 @@ int main(int argc, char** argv) {
     glutInit(&argc, argv);
     Photographer photographer{QDir(QFile::decodeName(argv[1])), QDir(QFile::decodeName(argv[2]))};
 
-    photographer.hide(1);
-    photographer.hide(2);
+    photographer.toggle(1);
+    photographer.toggle(2);
     photographer.choose(0, "View Threat");
     photographer.goTo(9.0);
     photographer.drag(1500, 100);
@@ -139,13 +140,27 @@ int main(int argc, char** argv) {
     photographer.scroll(6);
     isWritten = photographer.take("threat.png") && isWritten;
 
+    photographer.choose(0, "View Free");
+    photographer.goTo(4.15);
+    isWritten = photographer.take("free-view.png") && isWritten;
+
     photographer.check("actionShow_Terrain", true);
     photographer.choose(0, "View Target");
     photographer.goTo(9.0);
     photographer.drag(700, 250);
     photographer.scroll(-36);
     isWritten = photographer.take("terrain.png") && isWritten;
+
+    photographer.toggle(0);
+    photographer.toggle(1);
+    photographer.choose(1, "View Target");
+    photographer.goTo(5.0);
+    photographer.drag(-500, 300);
+    photographer.scroll(-38);
+    isWritten = photographer.take("terrain-set.png") && isWritten;
     photographer.check("actionShow_Terrain", false);
+    photographer.toggle(1);
+    photographer.toggle(0);
 
     photographer.choose(0, "View Target");
     photographer.goTo(9.0);
