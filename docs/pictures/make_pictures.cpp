@@ -141,7 +141,7 @@ int main(int argc, char** argv) {
     isWritten = photographer.take("threat.png") && isWritten;
 
     photographer.choose(0, "View Free");
-    photographer.goTo(4.15);
+    photographer.goTo(4.01);
     isWritten = photographer.take("free-view.png") && isWritten;
 
     photographer.check("actionShow_Terrain", true);
@@ -155,7 +155,7 @@ int main(int argc, char** argv) {
     photographer.toggle(1);
     photographer.choose(1, "View Target");
     photographer.goTo(5.0);
-    photographer.drag(-500, 300);
+    photographer.drag(1300, 300);
     photographer.scroll(-38);
     isWritten = photographer.take("terrain-set.png") && isWritten;
     photographer.check("actionShow_Terrain", false);
