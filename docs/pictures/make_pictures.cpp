@@ -25,6 +25,18 @@
 #include "surfaceformat.h"
 
 namespace {
+struct Shot {
+    const char* file = "";
+    int engagement = 0; // the only one that is shown
+    const char* view = "";
+    double seconds = 0.0;
+    int right = 0; // a drag with the left button, pixels
+    int down = 0;
+    int notches = 0; // of the wheel
+    bool hasTerrain = false;
+    bool isRecording = false;
+};
+
 class Photographer {
 public:
     Photographer(const QDir& demonstration, const QDir& pictures) : pictures_(pictures) {
@@ -32,6 +44,22 @@ public:
         for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.crossing.Z", "ETXYZ.OUT.sparse"})
             window_.loadEtxyzFile(demonstration.filePath(QString::fromLatin1(name)));
     }
+
+    bool take(const Shot& shot) {
+        showOnly(shot.engagement);
+        check("actionShow_Terrain", shot.hasTerrain);
+        choose(shot.engagement, QString::fromLatin1(shot.view));
+        goTo(shot.seconds);
+        if (shot.right != 0 || shot.down != 0)
+            drag(shot.right, shot.down);
+        scroll(shot.notches);
+        if (shot.isRecording)
+            recordFor(1500);
+        return save(QString::fromLatin1(shot.file));
+    }
+
+private:
+    static constexpr int kEngagements = 3;
 
     void goTo(double seconds) { window_.findChild<QDoubleSpinBox*>("doubleSpinBox")->setValue(seconds); }
 
@@ -44,8 +72,13 @@ public:
 
     void check(const QString& action, bool isChecked) { window_.findChild<QAction*>(action)->setChecked(isChecked); }
 
-    // Hides an engagement, or shows a hidden one.
-    void toggle(int engagement) { subMenu(engagement)->actions().first()->trigger(); }
+    void showOnly(int shown) {
+        for (int i = 0; i < kEngagements; ++i) {
+            QAction* const toggle = subMenu(i)->actions().first();
+            if ((toggle->text() == QLatin1String("Disable")) != (i == shown))
+                toggle->trigger();
+        }
+    }
 
     void scroll(int notches) {
         const QPointF middle(view_->width() / 2.0, view_->height() / 2.0);
@@ -78,7 +111,7 @@ public:
         window_.findChild<QPushButton*>("playButton")->click();
     }
 
-    bool take(const QString& name) {
+    bool save(const QString& name) {
         QTest::qWait(200); // lets the window settle
         const QString path = pictures_.filePath(name);
         if (window_.grab().save(path))
@@ -87,7 +120,6 @@ public:
         return false;
     }
 
-private:
     QMenu* subMenu(int engagement) const {
         return window_.findChild<QMenu*>("menuETXYZ_Files")->actions().at(engagement + 1)->menu();
     }
@@ -110,63 +142,38 @@ int main(int argc, char** argv) {
     glutInit(&argc, argv);
     Photographer photographer{QDir(QFile::decodeName(argv[1])), QDir(QFile::decodeName(argv[2]))};
 
-    photographer.toggle(1);
-    photographer.toggle(2);
-    photographer.choose(0, "View Threat");
-    photographer.goTo(9.0);
-    photographer.drag(1500, 100);
-    photographer.scroll(-31);
-    bool isWritten = photographer.take("window.png");
-
-    photographer.choose(0, "View Target");
-    photographer.goTo(12.0);
-    photographer.drag(650, 200);
-    photographer.scroll(-34);
-    isWritten = photographer.take("target-view.png") && isWritten;
-
-    photographer.choose(0, "View Gyro");
-    photographer.goTo(8.2);
-    isWritten = photographer.take("gyro-view.png") && isWritten;
-
-    photographer.choose(0, "View Target");
-    photographer.goTo(2.5);
-    photographer.drag(-150, 250);
-    photographer.scroll(5);
-    isWritten = photographer.take("target.png") && isWritten;
-
-    photographer.choose(0, "View Threat");
-    photographer.goTo(4.0);
-    photographer.drag(-900, 200);
-    photographer.scroll(6);
-    isWritten = photographer.take("threat.png") && isWritten;
-
-    photographer.choose(0, "View Free");
-    photographer.goTo(4.01);
-    isWritten = photographer.take("free-view.png") && isWritten;
-
-    photographer.check("actionShow_Terrain", true);
-    photographer.choose(0, "View Target");
-    photographer.goTo(9.0);
-    photographer.drag(700, 250);
-    photographer.scroll(-36);
-    isWritten = photographer.take("terrain.png") && isWritten;
-
-    photographer.toggle(0);
-    photographer.toggle(1);
-    photographer.choose(1, "View Target");
-    photographer.goTo(5.0);
-    photographer.drag(1300, 300);
-    photographer.scroll(-38);
-    isWritten = photographer.take("terrain-set.png") && isWritten;
-    photographer.check("actionShow_Terrain", false);
-    photographer.toggle(1);
-    photographer.toggle(0);
-
-    photographer.choose(0, "View Target");
-    photographer.goTo(9.0);
-    photographer.drag(300, 100);
-    photographer.scroll(-30);
-    photographer.recordFor(1500);
-    isWritten = photographer.take("recording.png") && isWritten;
+    const Shot shots[] = {
+        {.file = "window.png", .view = "View Threat", .seconds = 9.0, .right = 1500, .down = 100, .notches = -31},
+        {.file = "target-view.png", .view = "View Target", .seconds = 12.0, .right = 650, .down = 200, .notches = -34},
+        {.file = "gyro-view.png", .view = "View Gyro", .seconds = 8.2},
+        {.file = "target.png", .view = "View Target", .seconds = 2.5, .right = -150, .down = 250, .notches = 5},
+        {.file = "threat.png", .view = "View Threat", .seconds = 4.0, .right = -900, .down = 200, .notches = 6},
+        {.file = "free-view.png", .view = "View Free", .seconds = 4.01}, // from where the last one was taken
+        {.file = "terrain.png",
+         .view = "View Target",
+         .seconds = 9.0,
+         .right = 700,
+         .down = 250,
+         .notches = -36,
+         .hasTerrain = true},
+        {.file = "terrain-set.png",
+         .engagement = 1,
+         .view = "View Target",
+         .seconds = 5.0,
+         .right = 1300,
+         .down = 300,
+         .notches = -38,
+         .hasTerrain = true},
+        {.file = "recording.png",
+         .view = "View Target",
+         .seconds = 9.0,
+         .right = 300,
+         .down = 100,
+         .notches = -30,
+         .isRecording = true},
+    };
+    bool isWritten = true;
+    for (const Shot& shot : shots)
+        isWritten = photographer.take(shot) && isWritten;
     return isWritten ? 0 : 1;
 }
