@@ -6,6 +6,8 @@
 namespace {
 constexpr int kNoticeMilliseconds = 6000;
 constexpr int kMargin = 8; // pixels
+constexpr QLatin1String kNoticeColour("#ffd54f");
+constexpr QLatin1String kMarkColour("#ff5252");
 } // namespace
 
 ViewNotice::ViewNotice(QWidget& view) : QLabel(&view), noticeTimer_(new QTimer(this)) {
@@ -22,7 +24,7 @@ ViewNotice::ViewNotice(QWidget& view) : QLabel(&view), noticeTimer_(new QTimer(t
 
 void ViewNotice::notify(const QString& text) {
     noticeTimer_->start(kNoticeMilliseconds);
-    place(text, "#ffd54f");
+    place(text, kNoticeColour);
 }
 
 void ViewNotice::mark(const QString& text) {
@@ -32,11 +34,15 @@ void ViewNotice::mark(const QString& text) {
 }
 
 void ViewNotice::showMark() {
-    place(mark_, "#ff5252");
+    place(mark_, kMarkColour);
 }
 
-void ViewNotice::place(const QString& text, const char* colour) {
-    setStyleSheet(QStringLiteral("color: %1; background: rgba(0, 0, 0, 190);").arg(QLatin1String(colour)));
+void ViewNotice::place(const QString& text, QLatin1String colour) {
+    // A recording changes its mark with every frame; a style sheet is too dear for that.
+    if (colour_ != colour) {
+        colour_ = colour;
+        setStyleSheet(QStringLiteral("color: %1; background: rgba(0, 0, 0, 190);").arg(colour_));
+    }
     setText(text);
     setMaximumWidth(parentWidget()->width() - 2 * kMargin);
     adjustSize();

@@ -19,8 +19,9 @@ public:
 
 private:
     void showMark();
-    void place(const QString& text, const char* colour);
+    void place(const QString& text, QLatin1String colour);
 
     QTimer* noticeTimer_;
     QString mark_;
+    QString colour_; // of the style sheet that is set
 };

@@ -49,10 +49,6 @@ void Camera::reset(const CameraSubject& subject) {
         centre_ = position(subject.targetPosition);
         eye_ = centre_ + alongX(kTargetDistance);
     }
-    forgetPress();
-}
-
-void Camera::forgetPress() {
     eyeAtPress_ = centreAtPress_ = Vector<float>(0.0F, 0.0F, 0.0F, 1.0F);
 }
 

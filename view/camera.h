@@ -33,7 +33,6 @@ public:
     // Places the eye for the mode: 10 units along +x from the threat, 50 units along +x from the target; elsewhere eye
     // and centre stay.
     void reset(const CameraSubject& subject);
-    void forgetPress();
 
     // Playback moved from one state to another: rides along with the body it is attached to, keeping what the user has
     // turned or zoomed; in gyro view sits on the threat and looks 100 units along the gyro's x axis.
