@@ -7,6 +7,7 @@
 
 #include "filechecks.h"
 #include "inputfile.h"
+#include "messages.h"
 #include "printerror.h"
 #include "textlines.h"
 
@@ -44,7 +45,7 @@ bool Cls2AsterFile::load(const std::string& path, std::string asterDir, float la
     if (!CheckFileExistance(path, ""))
         return false;
     if (asterDir.empty()) {
-        std::printf("%s:%d: no aster directory\n", __FILE__, __LINE__);
+        printMessage("%s:%d: no aster directory", __FILE__, __LINE__);
         return false;
     }
     path_ = path;

@@ -7,6 +7,7 @@
 
 #include "file.h"
 #include "inputfile.h"
+#include "messages.h"
 
 bool FileWritable(std::string name) {
     return FileHandle(std::fopen(name.c_str(), "w")) != nullptr;
@@ -15,7 +16,7 @@ bool FileWritable(std::string name) {
 bool CheckFileWritable(std::string name) {
     const bool isWritable = FileWritable(name);
     if (!isWritable)
-        std::printf("File %s can not be written to.\n", name.c_str());
+        printMessage("File %s can not be written to.", name.c_str());
     return isWritable;
 }
 
@@ -28,18 +29,18 @@ bool CheckFileExistance(std::string name, std::string message) {
         return true;
     if (name.find("::") == std::string::npos) {
         if (!message.empty())
-            std::printf("File %s was not found: %s\n", name.c_str(), message.c_str());
+            printMessage("File %s was not found: %s", name.c_str(), message.c_str());
         else
-            std::printf("File %s was not found.\n", name.c_str());
+            printMessage("File %s was not found.", name.c_str());
         return false;
     }
     if (!name.empty())
         return false;
     // Not reached, since an empty name holds no "::"; kept so that the list of messages stays whole.
     if (!message.empty())
-        std::printf("File name not provided: %s\n", message.c_str());
+        printMessage("File name not provided: %s", message.c_str());
     else
-        std::puts("File name and message was not provided.");
+        printMessage("File name and message was not provided.");
     return false;
 }
 

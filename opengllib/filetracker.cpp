@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "inputfile.h"
+#include "messages.h"
 
 std::list<FileTracker> cache;
 
@@ -127,7 +128,7 @@ char* fgets(char* buffer, int size, FileTracker* tracker) {
     const std::string_view line = tracker->nextLine();
     const int length = static_cast<int>(line.size());
     if (size <= length) {
-        std::printf("%s::%s:%d: not enough space to copy %d vs %d\n", __FILE__, "fgets", kReportedLine, size, length);
+        printMessage("%s::%s:%d: not enough space to copy %d vs %d", __FILE__, "fgets", kReportedLine, size, length);
         return nullptr;
     }
     line.copy(buffer, line.size());

@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "messages.h"
+
 namespace {
 constexpr std::size_t kAssociatedText = 60;
 
@@ -91,7 +93,7 @@ void ghead2bkg_header(const GHead& ghead, BKG_header& bkg) {
 void setFileCreationDate(BKG_header& bkg, const std::tm& date) {
     int yearsSince2000 = date.tm_year - 100;
     if (yearsSince2000 < 0 || yearsSince2000 > 99) {
-        std::printf("yearsSince2000: %d\n", yearsSince2000);
+        printMessage("yearsSince2000: %d", yearsSince2000);
         yearsSince2000 = 0;
     }
     char text[40];

@@ -5,6 +5,7 @@
 
 #include "cnumericlocale.h"
 #include "inputfile.h"
+#include "messages.h"
 #include "printerror.h"
 #include "textlines.h"
 
@@ -70,12 +71,12 @@ bool parseTemp(std::string_view text, unsigned char count, float* out) {
         if (std::sscanf(line, "%f %f", pair, pair + 1) < 2) {
             printError(
                 __FILE__, "loadTempFile", __LINE__, "Malformed line %d: \"%s\". Expected 2 floats.", 2, i + 1, line);
-            std::printf("LoadTempFile::loadTempFile: unexpected line format: %s\n", line);
+            printMessage("LoadTempFile::loadTempFile: unexpected line format: %s", line);
             return false;
         }
     }
-    std::puts("output result");
+    printMessage("output result");
     for (std::size_t i = 0; i < count; ++i)
-        std::printf("%f %f\n", double{out[2 * i]}, double{out[2 * i + 1]});
+        printMessage("%f %f", double{out[2 * i]}, double{out[2 * i + 1]});
     return true;
 }

@@ -6,6 +6,7 @@
 #include <limits>
 #include <span>
 
+#include "messages.h"
 #include "printerror.h"
 #include "rasterlayout.h"
 
@@ -43,7 +44,7 @@ bool isOldRadMap(const std::string& path) {
     const FileHandle stream = ReadHeader(path, header);
     if (stream == nullptr || dataBytes(stream.get()) <= std::int64_t{header.nrows} * header.ncols)
         return false;
-    std::puts("LoadRadMap::isOldRadMap: using old fortran style");
+    printMessage("LoadRadMap::isOldRadMap: using old fortran style");
     return true;
 }
 
@@ -99,7 +100,7 @@ float* loadRadFile(const std::string& path, GHead& header) {
         return nullptr;
     auto samples = readContiguous<float>(stream.get(), header.nrows, header.ncols);
     if (!samples.isComplete)
-        std::puts("LoadRadFile::loadRadFile didn't find enough elements.  Crying :'(");
+        printMessage("LoadRadFile::loadRadFile didn't find enough elements.  Crying :'(");
     return samples.values.release();
 }
 

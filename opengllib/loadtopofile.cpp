@@ -9,6 +9,7 @@
 #include "endprocess.h"
 #include "filechecks.h"
 #include "headerconversion.h"
+#include "messages.h"
 #include "printerror.h"
 #include "rasterlayout.h"
 
@@ -134,7 +135,7 @@ float* loadTopoFile(const std::string& path, BKG_header& header) {
             ghead2bkg_header(torvale, header);
         return samples;
     }
-    std::puts("LoadTopoFile::loadTopoFile( string, bkgheader): unrecognized file extension");
+    printMessage("LoadTopoFile::loadTopoFile( string, bkgheader): unrecognized file extension");
     return nullptr;
 }
 

@@ -11,6 +11,7 @@
 
 #include "cnumericlocale.h"
 #include "inputfile.h"
+#include "messages.h"
 #include "printerror.h"
 
 namespace {
@@ -156,7 +157,7 @@ bool RadFile::scale(int facets) {
     for (int i = 0; i < facets; ++i) {
         const auto facet = static_cast<std::size_t>(i);
         if (std::isnan(rad_[facet]) || std::isnan(bbe_[facet])) {
-            std::cout << "RadFile::Load: NaN radiance values detected! " << std::endl;
+            printMessage("RadFile::Load: NaN radiance values detected! ");
             Cleanup();
             return false;
         }

@@ -7,6 +7,7 @@
 #include "endprocess.h"
 #include "inputfile.h"
 #include "matrix.h"
+#include "messages.h"
 
 namespace {
 // Skips lines that begin with '#'. Returns whether a character other than that follows; it is left in the stream.
@@ -28,7 +29,7 @@ bool skipComments(std::FILE* stream) {
 Rotor::Rotor(const char* path) {
     const FileHandle stream = openInputFile(path);
     if (stream == nullptr) {
-        std::cerr << "Error: Rotor::Rotor: Unable to open rotor file \"" << path << "\" for reading." << std::endl;
+        printErrorMessage("Error: Rotor::Rotor: Unable to open rotor file \"%s\" for reading.", path);
         endProcess();
     }
     read(stream.get());
@@ -39,7 +40,7 @@ void Rotor::read(std::FILE* stream) {
     while (std::feof(stream) == 0 && skipComments(stream)) {
         const auto i = static_cast<std::size_t>(rotorCount_);
         if (i >= kMaximumRotors) {
-            std::cerr << "Error: Rotor::Rotor: Too many rotor entries (" << rotorCount_ << ")." << std::endl;
+            printErrorMessage("Error: Rotor::Rotor: Too many rotor entries (%d).", rotorCount_);
             endProcess();
         }
         // Not tested: the range is, and a line that can't be read leaves it 0 to 0. The line feed in the format takes
@@ -48,8 +49,9 @@ void Rotor::read(std::FILE* stream) {
             stream, "%d %d %f %f %f %f %f %f %f\n", &startFacet_[i], &endFacet_[i], &hub_[i][0], &hub_[i][1],
             &hub_[i][2], &axis_[i][0], &axis_[i][1], &axis_[i][2], &rate_[i]));
         if (startFacet_[i] > endFacet_[i] || startFacet_[i] < 1) {
-            std::cerr << "error: Rotor::Rotor: Invalid facet range " << startFacet_[i] << " to " << endFacet_[i]
-                      << " for rotor #" << rotorCount_ + 1 << "." << std::endl;
+            printErrorMessage(
+                "error: Rotor::Rotor: Invalid facet range %d to %d for rotor #%d.", startFacet_[i], endFacet_[i],
+                rotorCount_ + 1);
             endProcess();
         }
         ++rotorCount_;
@@ -59,7 +61,7 @@ void Rotor::read(std::FILE* stream) {
 bool Rotor::isValid(int rotor) const {
     if (rotor >= 1 && rotor <= rotorCount_)
         return true;
-    std::cerr << "Invalid rotor number \"" << rotor << "\" (rotorCount = " << rotorCount_ << ")." << std::endl;
+    printErrorMessage("Invalid rotor number \"%d\" (rotorCount = %d).", rotor, rotorCount_);
     return false;
 }
 

@@ -8,6 +8,7 @@
 #include "atmfile.h"
 #include "cnumericlocale.h"
 #include "loadtopofile.h"
+#include "messages.h"
 #include "rasterlayout.h"
 #include "terrainfileexists.h"
 #include "terrainmesh.h"
@@ -73,8 +74,8 @@ std::size_t SubTerrain::posts() const {
 bool SubTerrain::hasSize(const std::string& path, const std::optional<RasterSize>& size) const {
     if (!size || *size == RasterSize{width_, height_})
         return true; // a file without a header is its loader's to report
-    std::printf(
-        "SubTerrain::load: %s has %d x %d samples, the tile has %d x %d\n", path.c_str(), size->columns, size->rows,
+    printMessage(
+        "SubTerrain::load: %s has %d x %d samples, the tile has %d x %d", path.c_str(), size->columns, size->rows,
         width_, height_);
     return false;
 }
@@ -91,7 +92,7 @@ bool SubTerrain::hasRequiredFiles() const {
     };
     for (const auto& [path, message] : files)
         if (!FileExists(path)) {
-            std::puts(message);
+            printMessage("%s", message);
             return false;
         }
     return hasSize(paths_.topography, readTopographySize(paths_.topography)) &&
@@ -113,7 +114,7 @@ bool SubTerrain::chooseLighting() {
         return true;
     atmosphere_ = std::make_unique<AtmFile>();
     if (!atmosphere_->Load(paths_.atmosphere)) {
-        std::puts("SubTerrain::load: could not load atm file");
+        printMessage("SubTerrain::load: could not load atm file");
         return false;
     }
     const Vector<float> sun = atmosphere_->SolarDirWorld();
@@ -122,14 +123,14 @@ bool SubTerrain::chooseLighting() {
 }
 
 bool SubTerrain::load() {
-    std::puts("SubTerrain::load");
+    printMessage("SubTerrain::load");
     loaded_ = false;
     if (!hasRequiredFiles() || !chooseLighting())
         return false;
     loaded_ = loadSteps();
     if (!loaded_) {
         unallocateArrays();
-        std::puts("SubTerrain::load: could not allocate arrays");
+        printMessage("SubTerrain::load: could not allocate arrays");
     }
     return loaded_;
 }
@@ -215,8 +216,8 @@ void SubTerrain::fillIndices() {
 bool SubTerrain::setupBuffers() {
     fillVertices();
     if (!(xvec_[0] > 0.0F)) {
-        std::puts("SubTerrain::SetupBuffers: x-direction vector points west");
-        std::puts("\tThis logic needs to be added. Sorry :(");
+        printMessage("SubTerrain::SetupBuffers: x-direction vector points west");
+        printMessage("\tThis logic needs to be added. Sorry :(");
         return false;
     }
     fillIndices();
@@ -228,7 +229,7 @@ bool SubTerrain::setupBuffers() {
 bool SubTerrain::getElevation(float x, float y, float& z) const {
     z = 0.0F;
     if (!loaded_) {
-        std::puts("SubTerrain::getElevation: not loaded");
+        printMessage("SubTerrain::getElevation: not loaded");
         return false;
     }
     const auto [a1, a2] = xvec_;

@@ -1,6 +1,5 @@
 // One rectangular tile of terrain: its OpenGL objects and its drawing.
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 #include <span>
 
@@ -9,6 +8,7 @@
 #include "atmfile.h"
 #include "cnumericlocale.h"
 #include "loadradfile.h"
+#include "messages.h"
 #include "subterrain.h"
 #include "terrainmesh.h"
 #include "terrainshader.h"
@@ -42,8 +42,8 @@ void printRange(std::span<const float> radiances) {
         greatest = std::max(greatest, radiance);
         sum += double{radiance};
     }
-    std::printf(
-        "SubTerran::loadTextures: min: %f max: %f avg: %f\n", double{least}, double{greatest},
+    printMessage(
+        "SubTerran::loadTextures: min: %f max: %f avg: %f", double{least}, double{greatest},
         sum / static_cast<double>(radiances.size()));
 }
 } // namespace
@@ -65,14 +65,14 @@ bool SubTerrain::loadShader() {
     shader_ = std::make_unique<TerrainShader>();
     if (shader_->init(paths_.vertexShader, paths_.fragmentShader, uniforms))
         return true;
-    std::puts("SubTerrain::loadShader: could not init shader");
+    printMessage("SubTerrain::loadShader: could not init shader");
     return false;
 }
 
 bool SubTerrain::loadTextures() {
     const std::unique_ptr<float[]> radiances(loadRadFile(paths_.radiance));
     if (radiances == nullptr) {
-        std::puts("SubTerrain::loadTextures: error reading rad file");
+        printMessage("SubTerrain::loadTextures: error reading rad file");
         return false;
     }
     printRange({radiances.get(), posts()});

@@ -13,6 +13,7 @@
 #include "ghead.h"
 #include "loadclsfile.h"
 #include "loadtopofile.h"
+#include "messages.h"
 #include "terrainreflectance.h"
 #include "terrainxmlparser.h"
 
@@ -35,7 +36,7 @@ std::string firstExisting(const std::string& configured, const std::string& comp
 bool reportRoutes(const ReflectanceFiles& files) {
     const bool isComplete = reflectanceRoute(files) != ReflectanceRoute::None;
     if (!isComplete && hasReflectanceFile(files))
-        std::puts("Terrain::load: missing some class to material data");
+        printMessage("Terrain::load: missing some class to material data");
     return isComplete;
 }
 
@@ -70,11 +71,11 @@ bool Terrain::Init(
     const std::string& topo, const std::string& rad, const std::string& shaderDir, float& lowest, float range,
     float scaleX, float scaleY, float scaleZ, float offsetX, float offsetY, float offsetZ) {
     if (!FileExists(topo)) {
-        std::puts("Terrain::Init: Cant find old topo file");
+        printMessage("Terrain::Init: Cant find old topo file");
         return false;
     }
     if (!FileExists(rad)) {
-        std::puts("Terrain::Init: Cant find rad map");
+        printMessage("Terrain::Init: Cant find rad map");
         return false;
     }
     setShaderDir(shaderDir);
@@ -125,10 +126,10 @@ bool Terrain::load(const std::string& description, const std::string& directory,
     SharedFiles files = filesBeside(inDirectory(directory.empty() ? described.datadir : directory, described.base));
     if (files.asterDirectory.empty())
         files.asterDirectory = described.asterdb;
-    std::printf("terrain::load: dynamic sunlight reflections: %s\n", FileExists(files.atmosphere) ? "ON" : "OFF");
+    printMessage("terrain::load: dynamic sunlight reflections: %s", FileExists(files.atmosphere) ? "ON" : "OFF");
     const bool isReflective = reportRoutes(
         {"", files.classToAster, files.asterDirectory, files.band, files.classToMaterial, files.temperature});
-    std::printf("terrain::load: dynamic light reflections: %s\n", isReflective ? "ON" : "OFF");
+    printMessage("terrain::load: dynamic light reflections: %s", isReflective ? "ON" : "OFF");
     share(files, radianceScale);
     return true;
 }
@@ -197,7 +198,7 @@ void Terrain::Render(const Lights& lights) {
 
 float Terrain::GetElevation(float x, float y) const {
     if (tiles_.empty())
-        std::puts("Terrain::GetElevation: No terrains loaded");
+        printMessage("Terrain::GetElevation: No terrains loaded");
     float z = 0.0F;
     for (const auto& tile : tiles_)
         if (tile->getElevation(x, y, z))

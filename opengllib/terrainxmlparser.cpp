@@ -19,6 +19,7 @@
 #include "loadnormfile.h"
 #include "loadradfile.h"
 #include "loadtopofile.h"
+#include "messages.h"
 #include "subterrain.h"
 
 namespace {
@@ -166,7 +167,7 @@ void processVecNode(xmlTextReaderPtr reader, SubTerrain* tile, bool isX) {
         if (isStart(reader)) {
             element = nodeName(reader);
             if (element != "i" && element != "j")
-                std::puts("terrainXmlParser::processVecNode: don't know what's going on here");
+                printMessage("terrainXmlParser::processVecNode: don't know what's going on here");
         } else if (isText(reader)) {
             if (element == "i")
                 i = toFloat(nodeText(reader));
@@ -191,7 +192,7 @@ void processStart(xmlTextReaderPtr reader, State& state) {
     state.element = isEmpty ? std::string_view() : name;
     if (name == "subs") {
         if (state.isInList)
-            std::puts("terrainXmlParser::processNode: shouldn't have found a <subs>");
+            printMessage("terrainXmlParser::processNode: shouldn't have found a <subs>");
         state.isInList = state.isInList || !isEmpty;
     } else if (state.isInList && name == "subterrain") {
         openTile(reader, state);
@@ -230,7 +231,7 @@ void processNodeCount(xmlTextReaderPtr reader, int& count) {
 int countSubterrains(const std::string& path) {
     const Reader reader(path);
     if (reader.get() == nullptr) {
-        std::printf("Unable to open %s\n", path.c_str());
+        printMessage("Unable to open %s", path.c_str());
         return 0;
     }
     int count = 0;
@@ -238,10 +239,10 @@ int countSubterrains(const std::string& path) {
     for (; result == 1; result = xmlTextReaderRead(reader.get()))
         processNodeCount(reader.get(), count);
     if (result != 0) {
-        std::printf("%s : failed to parse\n", path.c_str());
+        printMessage("%s : failed to parse", path.c_str());
         return 0;
     }
-    std::printf("total of %d subterrains\n", count);
+    printMessage("total of %d subterrains", count);
     return count;
 }
 
@@ -254,7 +255,7 @@ SubTerrain** readTerrainXML(
     auto tiles = std::make_unique<SubTerrain*[]>(static_cast<std::size_t>(capacity)); // null until read
     const Reader reader(path);
     if (reader.get() == nullptr) {
-        std::printf("terrainXmlParser::readTerrainXML: Unable to open %s\n", path.c_str());
+        printMessage("terrainXmlParser::readTerrainXML: Unable to open %s", path.c_str());
         return tiles.release();
     }
     State state{description, dir, cls2Aster, tiles.get(), capacity};
@@ -264,7 +265,7 @@ SubTerrain** readTerrainXML(
     closeTile(state);
     count = state.index;
     if (result != 0) {
-        std::printf("terrainXmlParser::readTerrainXML: %s : failed to parse\n", path.c_str());
+        printMessage("terrainXmlParser::readTerrainXML: %s : failed to parse", path.c_str());
         for (int i = 0; i < capacity; ++i)
             delete std::exchange(tiles[static_cast<std::size_t>(i)], nullptr);
         count = 0;

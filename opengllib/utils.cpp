@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <new>
 
 #include "cnumericlocale.h"
 #include "endprocess.h"
+#include "messages.h"
 #include "printerror.h"
 #include "tgafile.h"
 
@@ -83,7 +83,7 @@ bool Snapshot(
     Float32ToRGB8(data, pBytes.get(), srcWidth, srcHeight, width, height);
     TgaFile file;
     if (!file.Write(path, static_cast<int>(width), static_cast<int>(height), pBytes.get()))
-        std::puts("FboTerrain::Snapshot: Error writing snapshot file.");
+        printMessage("FboTerrain::Snapshot: Error writing snapshot file.");
     return true;
 }
 

@@ -12,6 +12,7 @@
 #include "brdffile.h"
 #include "cnumericlocale.h"
 #include "endprocess.h"
+#include "messages.h"
 #include "plainfields.h"
 #include "printerror.h"
 #include "radfile.h"
@@ -197,7 +198,7 @@ bool VnlFile::parse(FileTracker& lines, BrdfFile& brdf, const RadFile& rad, cons
     if (!line.next(lines)) {
         printError(
             __FILE__, "Load", __LINE__, "Unexpected EOF when trying to read number of vertices and subfacets.", 0);
-        std::cout << "VnlFile::Load: unexpected EOF found." << std::endl;
+        printMessage("VnlFile::Load: unexpected EOF found.");
         return false;
     }
     int numVerts = 0;

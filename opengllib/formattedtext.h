@@ -1,0 +1,7 @@
+// The text of a printf call, as a string.
+#pragma once
+
+#include <cstdarg>
+#include <string>
+
+[[gnu::format(printf, 1, 0)]] std::string formattedText(const char* format, std::va_list arguments);

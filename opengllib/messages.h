@@ -1,0 +1,34 @@
+// Where the library's messages go: to the standard streams, or to whoever collects them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+// Write one line, without its closing newline in `format`, to standard output or to standard error. The first serves
+// the terrain code and others whose messages belong on standard output.
+[[gnu::format(printf, 1, 2)]] void printMessage(const char* format, ...);
+[[gnu::format(printf, 1, 2)]] void printErrorMessage(const char* format, ...);
+
+struct Message {
+    bool isError = false; // would have gone to standard error
+    std::string text;     // without a newline; of printError's lines only what follows function, file and line
+};
+
+// While one lives, this thread's messages are kept in it and nothing is printed. They nest: the latest one collects.
+class MessageCollection {
+public:
+    MessageCollection();
+    ~MessageCollection();
+    MessageCollection(const MessageCollection&) = delete;
+    MessageCollection& operator=(const MessageCollection&) = delete;
+
+    const std::vector<Message>& messages() const { return messages_; }
+    std::vector<Message> take();
+
+    // Hands a message to this thread's collection; false when nobody collects and the caller has to print it.
+    static bool collect(bool isError, const std::string& text);
+
+private:
+    std::vector<Message> messages_;
+    MessageCollection* outer_;
+};

@@ -1,0 +1,59 @@
+// The command line as a whole.
+#include <filesystem>
+
+#include <gmock/gmock.h>
+
+#include "commandline.h"
+#include "commandrun.h"
+#include "standardstreams.h"
+#include "temporarydirectory.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(CommandLine, TellsHelpAndVersionOnStandardOutput) {
+    EXPECT_THAT(runCommand({"--version"}).out, StartsWith("sorvane "));
+    EXPECT_EQ(runCommand({"--version"}).status, ExitStatus::Success);
+    const CommandLine commandLine;
+    for (const SubCommand& command : commandLine.subCommands) {
+        const CommandRun run = runCommand({command.parser->get_name(), "--help"});
+        EXPECT_EQ(run.status, ExitStatus::Success);
+        EXPECT_THAT(run.out, HasSubstr(command.parser->get_description()));
+    }
+}
+
+TEST(CommandLine, RefusesWrongUsageOnStandardError) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{}, {"nonsense"}, {"demo"}, {"demo", "a", "b"}, {"--nonsense"}}) {
+        const CommandRun run = runCommand(arguments);
+        EXPECT_EQ(run.status, ExitStatus::Failed);
+        EXPECT_EQ(run.out, "");
+        EXPECT_NE(run.err, "");
+    }
+}
+
+TEST(CommandLine, MakesTheDemonstration) {
+    const TemporaryDirectory directory;
+    EXPECT_EQ(runCommand({"demo", directory.file("demo")}).status, ExitStatus::Success);
+    EXPECT_TRUE(std::filesystem::exists(directory.file("demo/ETXYZ.OUT.turn")));
+    const CommandRun failed = runCommand({"demo", directory.file("demo/ETXYZ.OUT.turn") + "/below"});
+    EXPECT_EQ(failed.status, ExitStatus::Failed);
+    EXPECT_THAT(failed.err, StartsWith("sorvane demo: "));
+}
+
+TEST(StandardStreams, KeepStandardOutputForResults) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    {
+        StandardStreams standard;
+        std::puts("a library's line");
+        standard.streams().out << std::string(100000, 'r');
+    }
+    std::puts("after");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "a library's line\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(100000, 'r') + "after\n");
+}
+} // namespace

@@ -1,0 +1,6 @@
+// The companion command: looks into files, checks them and renders them, without a window.
+#include "sorvaneprocess.h"
+
+int main(int argc, char** argv) {
+    return runSorvane(argc, argv);
+}

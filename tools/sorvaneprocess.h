@@ -1,0 +1,6 @@
+// The life of the command's process, from command line to exit code.
+#pragma once
+
+// Runs the sub-command that the arguments name and returns the process's exit status. Results go to standard output;
+// whatever the libraries print there goes to standard error instead.
+int runSorvane(int argc, char** argv);
