@@ -19,6 +19,8 @@ void reportShortRow(const ShortRow& row, const RowLayout& layout) {
 
 // Reads samples of several bytes row by row and keeps the low byte of each.
 std::optional<ShortRow> readLowBytes(std::FILE* stream, const RowLayout& layout, unsigned char* samples) {
+    if (layout.rows <= 0)
+        return std::nullopt; // nothing vouches for the size of a row
     const auto row = allocateSamples<unsigned char>(layout.columns, layout.itemBytes);
     if (row == nullptr)
         return ShortRow{1, 0};

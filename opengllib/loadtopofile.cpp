@@ -72,7 +72,8 @@ float* loadTopoFile(const std::string& path, GHead& header) {
     // Some rows at a time, so that they stay in the processor's cache until they are scaled.
     const std::int64_t rowsAtATime =
         std::clamp<std::int64_t>(kStagedSamples / std::max<std::int64_t>(layout.columns, 1), 1, layout.rows + 1);
-    const auto staged = allocateSamples<std::uint16_t>(rowsAtATime, layout.columns);
+    // Without a row nothing vouches for the size of one.
+    const auto staged = allocateSamples<std::uint16_t>(std::min(rowsAtATime, layout.rows), layout.columns);
     if (staged == nullptr) {
         printError(
             __FILE__, "loadTopoFile", __LINE__, "Unable to allocate %d unsigned shorts (%d bytes).", 2, header.ncols,

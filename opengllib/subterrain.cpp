@@ -150,8 +150,9 @@ bool SubTerrain::allocateArrays() {
     heights_.reset(loadTopoFile(paths_.topography));
     if (heights_ == nullptr)
         return false;
-    for (float& height : std::span(heights_.get(), posts()))
-        height *= scale_[2];
+    if (scale_[2] != 1.0F)
+        for (float& height : std::span(heights_.get(), posts()))
+            height *= scale_[2];
     if (loadNormals()) {
         colours_ = allocateSamples<float>(height_, 3 * std::int64_t{width_});
         vertices_ = allocateSamples<float>(height_, 3 * std::int64_t{width_});

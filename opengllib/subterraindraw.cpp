@@ -1,6 +1,8 @@
 // One rectangular tile of terrain: its OpenGL objects and its drawing.
 #include <algorithm>
+#include <array>
 #include <memory>
+#include <numeric>
 #include <span>
 
 #include <GL/glew.h>
@@ -36,12 +38,14 @@ void printRange(std::span<const float> radiances) {
     const CNumericLocale decimalPoint;
     float least = radiances[0];
     float greatest = radiances[0];
-    double sum = 0.0;
-    for (const float radiance : radiances) {
-        least = std::min(least, radiance);
-        greatest = std::max(greatest, radiance);
-        sum += double{radiance};
+    // Several sums side by side: a single one would wait for each addition.
+    std::array<double, 8> sums{};
+    for (std::size_t i = 0; i < radiances.size(); ++i) {
+        least = std::min(least, radiances[i]);
+        greatest = std::max(greatest, radiances[i]);
+        sums[i % sums.size()] += double{radiances[i]};
     }
+    const double sum = std::accumulate(sums.begin(), sums.end(), 0.0);
     printMessage(
         "SubTerran::loadTextures: min: %f max: %f avg: %f", double{least}, double{greatest},
         sum / static_cast<double>(radiances.size()));

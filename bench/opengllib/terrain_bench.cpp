@@ -194,6 +194,29 @@ BENCHMARK(catAndUpload)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 
+// The peak of what our own code holds while it loads the tile, as a multiple of the arrays that a tile consists of
+// (heights, normals, colours and vertices per post, two indices per post and strip) and one raster.
+void peakMemory(benchmark::State& state) {
+    const Folder folder;
+    const std::string description = writeSet(folder, 1, kTile);
+    const std::string command =
+        std::string(SORVANE_TILEMEMORY) + " " + description + " " + kShaders + " 2>&1 >/dev/null";
+    for (auto _ : state) {
+        long long peak = 0;
+        std::FILE* const output = ::popen(command.c_str(), "r");
+        if (output == nullptr || std::fscanf(output, "%lld", &peak) != 1)
+            state.SkipWithError("the loading process failed");
+        if (output != nullptr)
+            ::pclose(output);
+        constexpr double kPosts = double{kTile} * kTile;
+        constexpr double kArrays = kPosts * (4 + 3 * 12) + kPosts / kTile * (kTile - 1) * 8;
+        constexpr double kRaster = kPosts * 4;
+        state.counters["peak_MB"] = static_cast<double>(peak) * 1.0e-6;
+        state.counters["peak/(arrays and a raster)"] = static_cast<double>(peak) / (kArrays + kRaster);
+    }
+}
+BENCHMARK(peakMemory)->Name("peak memory of a tile")->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
+
 // Rows of 2,040 samples, so that every one is padded.
 constexpr int kColumns = 2040;
 constexpr int kRows = 2048;
