@@ -1,0 +1,178 @@
+// Somebody who uses the main window in every way, at random.
+#include "randomuser.h"
+
+#include <utility>
+
+#include <QApplication>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QSlider>
+#include <QTest>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include "aircraftwidget.h"
+#include "new_sorvane.h"
+
+RandomUser::RandomUser(new_sorvane& window, QStringList trajectories, QString folder, unsigned seed)
+    : window_(window), view_(window.findChild<AircraftWidget*>("glWidget")),
+      filesMenu_(window.findChild<QMenu*>("menuETXYZ_Files")), trajectories_(std::move(trajectories)),
+      folder_(std::move(folder)), random_(seed) {
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    answerDialogs();
+}
+
+void RandomUser::answerDialogs() {
+    auto* const timer = new QTimer(&window_);
+    QObject::connect(timer, &QTimer::timeout, &window_, [this] {
+        QWidget* const modal = QApplication::activeModalWidget();
+        if (modal == nullptr)
+            return;
+        auto* const name = modal->findChild<QLineEdit*>("fileNameEdit");
+        if (name == nullptr || below(3) == 0) {
+            QTest::keyClick(modal, Qt::Key_Escape);
+            return;
+        }
+        const bool isPicture = qobject_cast<QFileDialog*>(modal)->windowTitle().contains("image", Qt::CaseInsensitive);
+        name->setText(folder_ + (isPicture ? "/picture.png" : "/movie.avi"));
+        QTest::keyClick(modal, Qt::Key_Return);
+    });
+    timer->start(50);
+}
+
+void RandomUser::act() {
+    constexpr std::pair<int, void (RandomUser::*)()> kWays[] = {
+        {40, &RandomUser::pressKey},   {15, &RandomUser::scrub},    {10, &RandomUser::toggle},
+        {10, &RandomUser::choose},     {20, &RandomUser::useMouse}, {2, &RandomUser::resizeWindow},
+        {2, &RandomUser::rewriteFile}, {1, &RandomUser::record},
+    };
+    int lot = below(100);
+    for (const auto& [weight, way] : kWays) {
+        lot -= weight;
+        if (lot < 0) {
+            (this->*way)();
+            break;
+        }
+    }
+    QTest::qWait(below(40));
+}
+
+void RandomUser::pressKey() {
+    constexpr Qt::Key kKeys[] = {
+        Qt::Key_Space,
+        Qt::Key_Left,
+        Qt::Key_Right,
+        Qt::Key_Home,
+        Qt::Key_End,
+        Qt::Key_J,
+        Qt::Key_K,
+        Qt::Key_L,
+        Qt::Key_I,
+        Qt::Key_O,
+        Qt::Key_C,
+        Qt::Key_BracketLeft,
+        Qt::Key_BracketRight,
+        Qt::Key_Backslash,
+        Qt::Key_1,
+        Qt::Key_2,
+        Qt::Key_3,
+        Qt::Key_4,
+        Qt::Key_F5,
+        Qt::Key_F11,
+        Qt::Key_H,
+        Qt::Key_F1,
+        Qt::Key_Question,
+        Qt::Key_Escape,
+        Qt::Key_Tab,
+        Qt::Key_F12,
+        Qt::Key_S,
+        Qt::Key_Up,
+        Qt::Key_PageDown};
+    constexpr Qt::KeyboardModifier kModifiers[] = {
+        Qt::NoModifier, Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
+    const Qt::Key key = kKeys[below(std::size(kKeys))];
+    const Qt::KeyboardModifier modifier = kModifiers[below(std::size(kModifiers))];
+    if (key == Qt::Key_C && modifier == Qt::ControlModifier)
+        return; // leaves the program
+    QWidget* const focused = window_.focusWidget();
+    QTest::keyClick(focused == nullptr ? &window_ : focused, key, modifier);
+}
+
+void RandomUser::scrub() {
+    auto* const slider = window_.findChild<QSlider*>("horizontalSlider");
+    if (below(2) == 0)
+        slider->setValue(below(slider->maximum() + 1));
+    else
+        window_.findChild<QDoubleSpinBox*>("doubleSpinBox")->setValue(below(30000) * 0.001);
+}
+
+void RandomUser::toggle() {
+    constexpr const char* kActions[] = {
+        "actionShow_Drop_Lines",
+        "actionShow_History_Lines",
+        "actionShow_Terrain",
+        "actionShow_Grid",
+        "action1_0",
+        "actionX2",
+        "actionX0_5"};
+    const int lot = below(static_cast<int>(std::size(kActions)) + 1);
+    if (lot == static_cast<int>(std::size(kActions)))
+        window_.findChild<QPushButton*>("playButton")->click();
+    else
+        window_.findChild<QAction*>(kActions[lot])->trigger();
+}
+
+void RandomUser::choose() {
+    const QList<QAction*> files = filesMenu_->actions().mid(1);
+    const QList<QAction*> entries = files.at(below(static_cast<int>(files.size())))->menu()->actions();
+    entries.at(below(static_cast<int>(entries.size())))->trigger();
+}
+
+void RandomUser::useMouse() {
+    const auto anywhere = [this] {
+        return QPoint(below(std::max(view_->width(), 1)), below(std::max(view_->height(), 1)));
+    };
+    const QPoint from = anywhere();
+    const int lot = below(4);
+    if (lot == 0) {
+        const QPoint turn(0, below(2) == 0 ? 120 : -120);
+        QWheelEvent event(
+            from, view_->mapToGlobal(QPointF(from)), {}, turn, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(view_, &event);
+    } else if (lot == 1) {
+        QTest::mouseDClick(view_, Qt::LeftButton, {}, from);
+    } else {
+        const Qt::MouseButton button = lot == 2 ? Qt::LeftButton : Qt::RightButton;
+        const QPoint to = anywhere();
+        QTest::mousePress(view_, button, {}, from);
+        QMouseEvent move(QEvent::MouseMove, to, view_->mapToGlobal(QPointF(to)), Qt::NoButton, button, Qt::NoModifier);
+        QCoreApplication::sendEvent(view_, &move);
+        QTest::mouseRelease(view_, button, {}, to);
+    }
+}
+
+void RandomUser::resizeWindow() {
+    window_.resize(300 + below(700), 250 + below(500));
+}
+
+// As a simulation does it that writes a run anew: sometimes the file is cut off, sometimes it is whole.
+void RandomUser::rewriteFile() {
+    const QString path = trajectories_.at(below(static_cast<int>(trajectories_.size())));
+    QFile original(path + ".original");
+    if (!original.exists())
+        QFile::copy(path, original.fileName());
+    if (!original.open(QIODevice::ReadOnly))
+        return;
+    const QByteArray text = original.readAll();
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(below(2) == 0 ? text : text.left(below(static_cast<int>(text.size()))));
+}
+
+void RandomUser::record() {
+    window_.findChild<QPushButton*>("recordButton")->click();
+}
