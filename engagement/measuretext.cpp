@@ -32,7 +32,8 @@ QString fixed(double value, int decimals, const QString& ending) {
 // Short times keep their digits, which three decimals would lose.
 QString shortTimeText(double seconds) {
     constexpr double kShort = 0.1;
-    return std::abs(seconds) < kShort ? QString::number(seconds, 'g', 4) + QStringLiteral(" s") : timeText(seconds);
+    return seconds != 0.0 && std::abs(seconds) < kShort ? QString::number(seconds, 'g', 4) + QStringLiteral(" s")
+                                                        : timeText(seconds);
 }
 
 struct Ending {
