@@ -1,8 +1,6 @@
 // Describes a trajectory: what its header says, which files the viewer takes, and the encounter in numbers.
 #include "trajectoryinfo.h"
 
-#include <future>
-
 #include <QFile>
 
 #include "encounter.h"
@@ -56,12 +54,12 @@ const char* choiceOf(bool isStock) {
     return isStock ? "stock" : "named";
 }
 
-InfoRecord timeRecord(const QMap<double, keyframe>& samples, const std::optional<TimeSteps>& steps) {
-    InfoRecord record{{"first_s", samples.firstKey()}, {"last_s", samples.lastKey()}};
-    if (steps) {
-        record["step_minimum_s"] = steps->minimum;
-        record["step_median_s"] = steps->median;
-        record["step_maximum_s"] = steps->maximum;
+InfoRecord timeRecord(const TrajectorySummary& summary) {
+    InfoRecord record{{"first_s", summary.first.time}, {"last_s", summary.last.time}};
+    if (summary.steps) {
+        record["step_minimum_s"] = summary.steps->minimum;
+        record["step_median_s"] = summary.steps->median;
+        record["step_maximum_s"] = summary.steps->maximum;
     }
     return record;
 }
@@ -92,21 +90,16 @@ InfoRecord encounterRecord(const keyframe& earlier, const keyframe& later, doubl
     };
 }
 
-void describeSamples(const QMap<double, keyframe>& samples, LengthUnit unit, InfoRecord& record) {
-    // Both passes read only, and each misses the caches all the way: side by side they take as long as one.
-    auto closestLater = std::async(std::launch::async, [&samples] { return closestApproach(samples); });
-    const TrajectorySummary summary = summarise(samples);
-    record["time"] = timeRecord(samples, summary.steps);
+void describeSamples(const TrajectorySummary& summary, LengthUnit unit, InfoRecord& record) {
+    record["time"] = timeRecord(summary);
     record["flares"] = flareRecord(summary.flares);
     record["target_extent"] = extentRecord(summary.target, unit);
     record["threat_extent"] = extentRecord(summary.threat, unit);
-    const auto last = std::prev(samples.cend());
-    const auto first = samples.cbegin();
-    const bool isSingle = first == last;
-    record["start"] = encounterRecord(*first, isSingle ? *first : *std::next(first), first.key(), unit);
-    record["end"] = encounterRecord(isSingle ? *last : *std::prev(last), *last, last.key(), unit);
-    if (const std::optional<ClosestApproach> closest = closestLater.get())
-        record["closest_approach"] = {{"time_s", closest->time}, {lengthName("range", unit), closest->range}};
+    record["start"] = encounterRecord(summary.first, summary.second, summary.first.time, unit);
+    record["end"] = encounterRecord(summary.secondLast, summary.last, summary.last.time, unit);
+    if (summary.closest)
+        record["closest_approach"] = {
+            {"time_s", summary.closest->time}, {lengthName("range", unit), summary.closest->range}};
 }
 } // namespace
 
@@ -122,16 +115,20 @@ InfoFault describeTrajectory(QIODevice* device, bool isProcess, LengthUnit unit,
     const TrajectoryFileHeader header = readTrajectoryHeader(device, isProcess);
     if (header.terrainTopoPath.isNull())
         return isProcess ? "can't be decompressed, or is empty" : "is empty";
-    const QMap<double, keyframe> samples = readRecords(device, isProcess);
+    SampleTable table;
+    readEachRecord(device, isProcess, [&table](const keyframe& sample, const std::vector<flareKeyframe>& flares) {
+        table.add(sample, flares);
+    });
+    const TrajectorySummary summary = table.summarise();
     const EngagementFiles files = chooseFiles(header);
     record["header"] = headerRecord(header);
     record["terrain"] = choiceOf(files.isStockTerrain);
     record["target"] = choiceOf(files.isStockTarget);
     record["band"] = files.band.toStdString();
     record["files"] = filesRecord(namedFiles(header), files);
-    record["samples"] = samples.size();
-    if (samples.isEmpty())
+    record["samples"] = summary.samples;
+    if (summary.samples == 0)
         return "holds no samples";
-    describeSamples(samples, unit, record);
+    describeSamples(summary, unit, record);
     return std::nullopt;
 }

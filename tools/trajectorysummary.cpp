@@ -1,40 +1,38 @@
-// The samples of a trajectory in numbers, gathered in one pass.
+// The samples of a trajectory in numbers, gathered without their flares.
 #include "trajectorysummary.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
+#include <span>
 #include <unordered_set>
 
 namespace {
 // Counts the identifiers. Most flares stand where they stood in the sample before: those are not looked up.
 class FlareCounter {
 public:
-    void include(const keyframe& sample) {
-        const QList<flareKeyframe>& flares = sample.flares;
-        if (flares.isEmpty())
+    void include(double time, std::span<const int> ids) {
+        if (ids.empty())
             return;
         if (summary_.samples++ == 0)
-            summary_.firstTime = sample.time;
-        summary_.lastTime = sample.time;
-        summary_.mostAtOnce = std::max(summary_.mostAtOnce, flares.size());
-        const std::size_t known = previous_.size();
-        previous_.resize(std::max(known, static_cast<std::size_t>(flares.size())));
-        std::size_t place = 0;
-        for (const flareKeyframe& flare : flares) {
-            if (place >= known || previous_[place] != flare.id)
-                seen_.insert(flare.id);
-            previous_[place++] = flare.id;
-        }
+            summary_.firstTime = time;
+        summary_.lastTime = time;
+        summary_.mostAtOnce = std::max(summary_.mostAtOnce, ids.size());
+        for (std::size_t place = 0; place < ids.size(); ++place)
+            if (place >= previous_.size() || previous_[place] != ids[place])
+                seen_.insert(ids[place]);
+        previous_ = ids;
     }
 
     FlareSummary result() const {
         FlareSummary summary = summary_;
-        summary.distinct = static_cast<qsizetype>(seen_.size());
+        summary.distinct = seen_.size();
         return summary;
     }
 
 private:
     FlareSummary summary_;
-    std::vector<int> previous_; // the identifier that was last seen at each place
+    std::span<const int> previous_;
     std::unordered_set<int> seen_;
 };
 
@@ -55,21 +53,52 @@ void PositionExtent::include(const float (&position)[3]) {
     }
 }
 
-TrajectorySummary summarise(const QMap<double, keyframe>& samples) {
+void SampleTable::add(const keyframe& sample, const std::vector<flareKeyframe>& flares) {
+    const std::size_t begin = flareIds_.size();
+    for (const flareKeyframe& flare : flares)
+        flareIds_.push_back(flare.id);
+    rows_.push_back({sample, begin, flareIds_.size()});
+}
+
+void SampleTable::putInOrder() {
+    const auto timeOf = [](const Row& row) {
+        return row.sample.time;
+    };
+    if (std::ranges::adjacent_find(rows_, std::ranges::greater_equal(), timeOf) == rows_.end())
+        return;
+    std::ranges::stable_sort(rows_, std::ranges::less(), timeOf);
+    // Of equal times the last one stays: reversed, the first one.
+    std::ranges::reverse(rows_);
+    const auto repeated = std::ranges::unique(rows_, std::ranges::equal_to(), timeOf);
+    rows_.erase(repeated.begin(), repeated.end());
+    std::ranges::reverse(rows_);
+}
+
+TrajectorySummary SampleTable::summarise() {
+    putInOrder();
     TrajectorySummary summary;
+    summary.samples = rows_.size();
+    if (rows_.empty())
+        return summary;
     FlareCounter flares;
+    ClosestApproachSearch search;
     std::vector<double> steps;
-    steps.reserve(static_cast<std::size_t>(samples.size()));
-    const keyframe* previous = nullptr;
-    for (const keyframe& sample : samples) {
-        summary.target.include(sample.targetPos);
-        summary.threat.include(sample.threatPos);
-        flares.include(sample);
-        if (previous != nullptr)
-            steps.push_back(sample.time - previous->time);
-        previous = &sample;
+    steps.reserve(rows_.size());
+    for (const Row& row : rows_) {
+        if (&row != &rows_.front())
+            steps.push_back(row.sample.time - std::prev(&row)->sample.time);
+        summary.target.include(row.sample.targetPos);
+        summary.threat.include(row.sample.threatPos);
+        flares.include(row.sample.time, std::span(flareIds_).subspan(row.flaresBegin, row.flaresEnd - row.flaresBegin));
+        search.include(row.sample);
     }
     summary.steps = stepsOf(std::move(steps));
     summary.flares = flares.result();
+    summary.closest = search.result();
+    const std::size_t last = rows_.size() - 1;
+    summary.first = rows_.front().sample;
+    summary.second = rows_[std::min<std::size_t>(1, last)].sample;
+    summary.secondLast = rows_[last > 0 ? last - 1 : 0].sample;
+    summary.last = rows_.back().sample;
     return summary;
 }

@@ -1,12 +1,12 @@
-// The samples of a trajectory in numbers, gathered in one pass.
+// The samples of a trajectory in numbers, gathered without their flares.
 #pragma once
 
+#include <cstddef>
 #include <limits>
 #include <optional>
 #include <vector>
 
-#include <QMap>
-
+#include "encounter.h"
 #include "keyframe.h"
 
 struct PositionExtent {
@@ -27,19 +27,44 @@ struct TimeSteps {
 };
 
 struct FlareSummary {
-    qsizetype samples = 0; // with flares
-    qsizetype mostAtOnce = 0;
-    qsizetype distinct = 0; // by identifier
-    double firstTime = 0.0; // seconds
+    std::size_t samples = 0; // that have flares
+    std::size_t mostAtOnce = 0;
+    std::size_t distinct = 0; // by identifier
+    double firstTime = 0.0;   // seconds
     double lastTime = 0.0;
 };
 
 struct TrajectorySummary {
+    std::size_t samples = 0;
     PositionExtent target;
     PositionExtent threat;
     std::optional<TimeSteps> steps; // of two samples or more
     FlareSummary flares;
+    std::optional<ClosestApproach> closest;
+    // The first two and the last two samples, the same one twice where there is just one; without flares.
+    keyframe first;
+    keyframe second;
+    keyframe secondLast;
+    keyframe last;
 };
 
-// O(n) for samples and flares whose identifiers mostly stay the same from sample to sample.
-TrajectorySummary summarise(const QMap<double, keyframe>& samples);
+// Gathers the samples as the file gives them, with the identifiers of their flares.
+class SampleTable {
+public:
+    void add(const keyframe& sample, const std::vector<flareKeyframe>& flares);
+
+    // By ascending time, with the later one of two of the same time: the samples that the viewer has.
+    TrajectorySummary summarise();
+
+private:
+    struct Row {
+        keyframe sample; // without flares
+        std::size_t flaresBegin;
+        std::size_t flaresEnd;
+    };
+
+    void putInOrder();
+
+    std::vector<Row> rows_;
+    std::vector<int> flareIds_;
+};
