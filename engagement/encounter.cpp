@@ -94,22 +94,25 @@ Encounter encounterAt(const etxyz& engagement, double t) {
                    : encounterBetween(earlier, engagement.NextKeyframe(earlier.time), earlier.time);
 }
 
-std::optional<ClosestApproach> closestApproach(const QMap<double, keyframe>& samples) {
-    std::optional<ClosestApproach> closest;
-    const auto consider = [&](double time, double range) {
-        if (std::isfinite(range) && (!closest || range < closest->range))
-            closest = ClosestApproach{time, range};
-    };
-    const keyframe* earlier = nullptr;
-    for (const keyframe& sample : samples) {
-        const Offset end = fromTargetToThreat(sample);
-        if (earlier != nullptr) {
-            const Offset start = fromTargetToThreat(*earlier);
-            const double part = nearestPart(start, end);
-            consider(std::lerp(earlier->time, sample.time, part), length(along(start, end, part)));
-        }
-        consider(sample.time, length(end));
-        earlier = &sample;
+void ClosestApproachSearch::include(const keyframe& sample) {
+    const Offset end = fromTargetToThreat(sample);
+    if (earlier_ != nullptr) {
+        const Offset start = fromTargetToThreat(*earlier_);
+        const double part = nearestPart(start, end);
+        consider(std::lerp(earlier_->time, sample.time, part), length(along(start, end, part)));
     }
-    return closest;
+    consider(sample.time, length(end));
+    earlier_ = &sample;
+}
+
+void ClosestApproachSearch::consider(double time, double range) {
+    if (std::isfinite(range) && (!closest_ || range < closest_->range))
+        closest_ = ClosestApproach{time, range};
+}
+
+std::optional<ClosestApproach> closestApproach(const QMap<double, keyframe>& samples) {
+    ClosestApproachSearch search;
+    for (const keyframe& sample : samples)
+        search.include(sample);
+    return search.result();
 }

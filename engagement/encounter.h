@@ -30,5 +30,19 @@ struct ClosestApproach {
 };
 
 // Where the two bodies come closest, exactly: each interval between samples is solved for the minimum of the distance
-// of two linearly moving points. The earliest of equal ones; nothing when no sample has finite positions. O(n).
+// of two linearly moving points. The earliest of equal ones; nothing when no sample has finite positions.
+class ClosestApproachSearch {
+public:
+    // Takes the samples by ascending time. Each must live until the next one is taken.
+    void include(const keyframe& sample);
+
+    const std::optional<ClosestApproach>& result() const { return closest_; }
+
+private:
+    void consider(double time, double range);
+
+    std::optional<ClosestApproach> closest_;
+    const keyframe* earlier_ = nullptr;
+};
+
 std::optional<ClosestApproach> closestApproach(const QMap<double, keyframe>& samples);

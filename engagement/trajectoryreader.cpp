@@ -65,9 +65,9 @@ private:
     bool isPlain_ = true;
 };
 
-template <class LineSource> QMap<double, keyframe> readRecordsFrom(LineSource lines) {
-    std::map<double, keyframe> samples;
-    std::vector<flareKeyframe> flares; // reused, so that each sample's list is allocated once, at its size
+// Hands each record to `take`, the sample without its flares.
+template <class LineSource, class Take> void forEachRecord(LineSource& lines, Take take) {
+    std::vector<flareKeyframe> flares; // reused, so that whoever keeps them allocates once, at their size
     while (lines.next() && !lines.withWords([](const auto& words) { return words.atEnd(); })) {
         keyframe sample;
         lines.withWords([&](const auto& words) { readTargetLine(words, sample); });
@@ -79,11 +79,18 @@ template <class LineSource> QMap<double, keyframe> readRecordsFrom(LineSource li
         flares.clear();
         for (int i = 0; i < sample.flareCount && lines.next(); ++i)
             flares.push_back(lines.withWords([](const auto& words) { return readFlareLine(words); }));
+        take(sample, std::as_const(flares));
+    }
+}
+
+template <class LineSource> QMap<double, keyframe> readRecordsFrom(LineSource lines) {
+    std::map<double, keyframe> samples;
+    forEachRecord(lines, [&](keyframe& sample, const std::vector<flareKeyframe>& flares) {
         sample.flares = QList<flareKeyframe>(flares.begin(), flares.end());
         // Times mostly ascend: with the hint that takes constant time.
         const double time = sample.time;
         samples.insert_or_assign(samples.end(), time, std::move(sample));
-    }
+    });
     return QMap<double, keyframe>(std::move(samples));
 }
 } // namespace
@@ -114,6 +121,11 @@ TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess) {
 
 QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess) {
     return readRecordsFrom(PieceLineSource(device, isProcess));
+}
+
+void readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take) {
+    PieceLineSource lines(device, isProcess);
+    forEachRecord(lines, take);
 }
 
 QMap<double, keyframe> readRecordsLineByLine(QIODevice* device, bool isProcess) {

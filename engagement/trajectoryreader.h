@@ -1,6 +1,9 @@
 // Reads a trajectory: twelve header lines, then a record of lines for each sample. Pure parsers over an open device.
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include <QMap>
 #include <QString>
 
@@ -30,6 +33,11 @@ TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess);
 // truncated last record is kept, with zeros for what is missing. A later record replaces an earlier one of its time.
 QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess);
 
-// The same in the plainest way: readUncommented for each line and QString's conversions for each number. readRecords is
-// checked against it.
+// Hands out the same records one after the other, those too that a later one of their time replaces: for who needs no
+// map, which costs as much as reading. The sample comes without its flares; both are valid during the call.
+using RecordSink = std::function<void(const keyframe& sample, const std::vector<flareKeyframe>& flares)>;
+void readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take);
+
+// The same as readRecords in the plainest way: readUncommented for each line and QString's conversions for each number.
+// readRecords is checked against it.
 QMap<double, keyframe> readRecordsLineByLine(QIODevice* device, bool isProcess);

@@ -19,6 +19,11 @@ public:
     int getRotorStart(int rotor) const;
     int getRotorEnd(int rotor) const;
 
+    // Hub and axis in model coordinates, and turns per second, of a rotor that is there.
+    const std::array<float, 3>& getRotorHub(int rotor) const { return hub_.at(static_cast<std::size_t>(rotor - 1)); }
+    const std::array<float, 3>& getRotorAxis(int rotor) const { return axis_.at(static_cast<std::size_t>(rotor - 1)); }
+    float getRotorRate(int rotor) const { return rate_.at(static_cast<std::size_t>(rotor - 1)); }
+
     // Fills `matrix`, 16 floats in OpenGL's order, with the turn of a rotor after `time` seconds: about the axis
     // through its hub by 360 · rate · time degrees. A rotor that isn't there prints the same message and changes
     // nothing.

@@ -1,0 +1,247 @@
+// `sorvane info` on good and on broken files.
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include "commandrun.h"
+#include "environmentvariable.h"
+#include "makedemonstration.h"
+#include "temporarydirectory.h"
+#include "trajectorytext.h"
+
+namespace {
+using Json = nlohmann::json;
+using testing::HasSubstr;
+
+// Describes files with --json; `err` gets what stands on standard error.
+class Info : public testing::Test {
+protected:
+    Json describe(std::vector<std::string> arguments, ExitStatus expected = ExitStatus::Success) {
+        arguments.insert(arguments.begin(), {"info", "--json"});
+        const CommandRun run = runCommand(arguments);
+        EXPECT_EQ(run.status, expected) << run.err;
+        err = run.err;
+        const Json all = Json::parse(run.out);
+        EXPECT_EQ(all.at("layout"), 1);
+        return all.at("files");
+    }
+
+    // Two bodies that pass each other: the threat goes from (0, 30, 40) to (200, 30, 40) in 2 s past a target that
+    // stays at (50, 0, 0). They come closest, 50 apart, at 0.5 s.
+    std::string writePassage(const char* name) const {
+        TestSample first{0.0, {50, 0, 0}, {0, 30, 40}, {}, {}};
+        TestSample middle{0.25, {50, 0, 0}, {25, 30, 40}, {}, {TestFlare{7}, TestFlare{8}}};
+        TestSample last{2.0, {50, 0, 0}, {200, 30, 40}, {}, {TestFlare{9}, TestFlare{7}}};
+        const std::string path = directory.file(name);
+        writeTrajectory(QString::fromStdString(path), {first, middle, last});
+        return path;
+    }
+
+    const TemporaryDirectory directory;
+    const EnvironmentVariable root{"PELSAR_DATA", directory.file("data/")};
+    std::string err;
+};
+
+TEST_F(Info, GivesTheNumbersOfAnEngagement) {
+    const Json file = describe({"--unit", "m", writePassage("ETXYZ.OUT.1")})[0];
+    EXPECT_EQ(file["kind"], "trajectory");
+    EXPECT_EQ(file["samples"], 3);
+    EXPECT_EQ(file["header"]["field_of_view_deg"], 1.5);
+    EXPECT_EQ(file["header"]["terrain_triple_b"], Json({4.0, 5.0, 6.0}));
+    EXPECT_EQ(
+        file["time"], Json(
+                          {{"first_s", 0.0},
+                           {"last_s", 2.0},
+                           {"step_minimum_s", 0.25},
+                           {"step_median_s", 1.75},
+                           {"step_maximum_s", 1.75}}));
+    EXPECT_EQ(
+        file["flares"],
+        Json({{"distinct", 3}, {"most_at_once", 2}, {"samples", 2}, {"first_s", 0.25}, {"last_s", 2.0}}));
+    EXPECT_EQ(file["target_extent"]["minimum_m"], Json({50.0, 0.0, 0.0}));
+    EXPECT_EQ(file["threat_extent"]["maximum_m"], Json({200.0, 30.0, 40.0}));
+    EXPECT_DOUBLE_EQ(file["closest_approach"]["time_s"], 0.5);
+    EXPECT_DOUBLE_EQ(file["closest_approach"]["range_m"], 50.0);
+    // At the start the threat is 50·√2 away and comes on at 100 m/s along x: 100 · 50 / (50·√2).
+    EXPECT_NEAR(file["start"]["range_m"], 70.7106781, 1e-6);
+    EXPECT_NEAR(file["start"]["closing_speed_m_per_s"], 70.7106781, 1e-6);
+    EXPECT_NEAR(file["end"]["range_m"], 158.1138830, 1e-6);
+    EXPECT_NEAR(file["end"]["closing_speed_m_per_s"], -94.8683298, 1e-6);
+}
+
+TEST_F(Info, TellsWhichFilesAreMissingAndWhatIsTakenInstead) {
+    directory.write("data/tgt4004/tgt4004.vnl", "x");
+    const Json file = describe({writePassage("ETXYZ.OUT.1")})[0];
+    EXPECT_EQ(file["terrain"], "stock");
+    EXPECT_EQ(file["target"], "stock");
+    EXPECT_EQ(file["band"], "1");
+    EXPECT_EQ(
+        file["files"][2], Json(
+                              {{"role", "target geometry"},
+                               {"path", "/nowhere/tgt.vnl"},
+                               {"exists", false},
+                               {"fallback", directory.file("data/tgt4004/tgt4004.vnl")},
+                               {"fallback_exists", true}}));
+    EXPECT_EQ(
+        file["files"][8], Json(
+                              {{"role", "threat radiance"},
+                               {"path", directory.file("data/tgt0450/tgt0450_b0001.rad")},
+                               {"exists", false},
+                               {"fallback", nullptr},
+                               {"fallback_exists", nullptr}}));
+}
+
+TEST_F(Info, ReadsStandardInput) {
+    const int file = ::open(writePassage("passage").c_str(), O_RDONLY);
+    const int saved = ::dup(STDIN_FILENO);
+    ::dup2(file, STDIN_FILENO);
+    const Json described = describe({"-"})[0];
+    ::dup2(saved, STDIN_FILENO);
+    ::close(saved);
+    ::close(file);
+    EXPECT_EQ(described["path"], "-");
+    EXPECT_EQ(described["samples"], 3);
+}
+
+TEST_F(Info, DescribesEveryFileOfTheDemonstration) {
+    ASSERT_FALSE(makeDemonstration(directory.path()));
+    std::vector<std::string> paths;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(directory.path()))
+        if (entry.is_regular_file() && !entry.path().string().ends_with("t") && !entry.path().string().ends_with("g"))
+            paths.push_back(entry.path().string());
+    const auto [turn, crossing] = std::pair{directory.file("ETXYZ.OUT.turn"), directory.file("ETXYZ.OUT.crossing.Z")};
+    paths.insert(paths.begin(), {turn, crossing, directory.file("data/ter0020/ter0020.xml")});
+    const Json files = describe(paths);
+    EXPECT_EQ(err, "");
+    for (const Json& file : files)
+        EXPECT_NE(file["kind"], "unknown") << file["path"];
+    EXPECT_EQ(files[1]["is_compressed"], true);
+    EXPECT_EQ(files[1]["target"], "named");
+    const Json& set = files[2];
+    EXPECT_EQ(set["tiles"].size(), 9U);
+    EXPECT_EQ(set["tiles"][0]["columns"], 97);
+    EXPECT_EQ(set["tiles"][0]["normals_exist"], true);
+    EXPECT_EQ(set["reflectance_by"], "spectra");
+    EXPECT_EQ(set["companions"][0]["exists"], true);
+    EXPECT_EQ(set["messages"], Json({"total of 9 subterrains"}));
+}
+
+TEST_F(Info, DescribesSmallFiles) {
+    std::string radiance(84 + 2 * 8, '\0');
+    const std::int32_t facets = 2;
+    const float values[] = {30.0F, 10.0F};
+    std::memcpy(radiance.data() + 40, &facets, sizeof facets);
+    std::memcpy(radiance.data() + 76, values, sizeof values);
+    const Json files = describe(
+        {"--unit", "ft",
+         directory.write("a.vnl", "3 1\n-1 2 -3 4 -5 6\n0 0 0 0 0 1 v\n1 0 0 0 0 1 v\n0 2 0 0 0 1 v\n1 1 2 3 p\n"),
+         directory.write("a.brdf", "BRDF\n2\n.1 .78 0 .3 0 x\n.2 .5 0 .3 2 y\n1 3 1 x\n4 4 2 y\n"),
+         directory.write("a.rad", radiance), directory.write("a.atm", "1 2 3\n1 2 3 4 5 6 7 8 60 90\n1 2 3 4\n"),
+         directory.write("rotors", "# parts\n1 4 0.5 0 2 0 0 1 4.9\n"), directory.write("a.band", "band\n3.0 5.0\n"),
+         directory.write("a.cls2mat", "1 2\n8 0\n"), directory.write("a.temp", "291 0.98\n")});
+    EXPECT_EQ(files[0]["bounding_box"]["maximum_ft"], Json({2.0, 4.0, 6.0}));
+    EXPECT_EQ(files[0]["extent"]["maximum_ft"], Json({1.0, 2.0, 0.0}));
+    EXPECT_EQ(files[0]["vertices"], 3);
+    EXPECT_EQ(files[1]["classes"][0]["emissivity"], 0.78);
+    EXPECT_EQ(files[1]["classes"][0]["facets"], 3);
+    EXPECT_EQ(files[1]["classes"][1]["mode"], 2);
+    EXPECT_EQ(files[2]["kind"], "body radiance");
+    EXPECT_EQ(files[2]["radiance"]["minimum_facet"], 2);
+    EXPECT_NEAR(files[2]["radiance"]["maximum_W_per_cm2_sr"], 3e-5, 1e-11);
+    EXPECT_EQ(files[3]["solar_zenith_deg"], 120.0);
+    EXPECT_NEAR(files[3]["direct_solar_W_per_cm2_sr"], 3e-4, 1e-10);
+    EXPECT_EQ(
+        files[4]["rotors"][0], Json(
+                                   {{"rotor", 1},
+                                    {"first_facet", 1},
+                                    {"last_facet", 4},
+                                    {"hub_ft", {0.5, 0.0, 2.0}},
+                                    {"axis", {0.0, 0.0, 1.0}},
+                                    {"turns_per_s", 4.9}}));
+    EXPECT_EQ(files[5]["upper_edge"], 5.0);
+    EXPECT_EQ(files[6]["classes"][0]["material"], 2);
+    EXPECT_EQ(files[7]["materials"][0]["emissivity"], 0.98);
+}
+
+// A raster header of 2 rows and 3 columns, and whatever samples.
+std::string torvale(std::int32_t packtype, std::size_t sampleBytes) {
+    const std::int32_t sizes[] = {2, 3, 1, packtype};
+    std::string file(512 + sampleBytes, '\0');
+    std::memcpy(file.data() + 4, sizes, sizeof sizes);
+    return file;
+}
+
+TEST_F(Info, GoesOnAfterBrokenFiles) {
+    ASSERT_EQ(::mkfifo(directory.file("fifo").c_str(), 0600), 0);
+    const std::string header = trajectoryHeader().toStdString();
+    const struct {
+        std::string path;
+        const char* error;
+    } rows[] = {
+        {directory.file("missing"), "there is no such file"},
+        {directory.file("fifo"), "is not a regular file"},
+        {directory.write("ETXYZ.OUT.0", header), "holds no samples"},
+        {directory.write("ETXYZ.OUT.2", ""), "is empty"},
+        {directory.write("broken.Z", "nothing compressed"), "can't be decompressed, or is empty"},
+        {directory.write("a.vnl", "1 1\n0 0 0 0 0 0\n0 0 0 0 0 1 v\n1 1 1 2 p\n"),
+         "ends the viewer: us2 should be less than numVerts = 1, but is 1."},
+        {directory.write("b.vnl", "3 2000000000\n"), "announces more or fewer facets than it can hold"},
+        {directory.write("c.vnl", "x\n"), "can't be read: Malformed line 1. Expected 2 ints, but received \"x\n\"."},
+        {directory.write("a.brdf", "BRDF\n0\n"),
+         "can't be read: Invalid number of BRDF classes on line 2. Should be positive but is 0."},
+        {directory.write("a.rad", "short"), "is shorter than its header"},
+        {directory.write("parts", "4 1 0 0 0 0 0 1 1\n"),
+         "ends the viewer: error: Rotor::Rotor: Invalid facet range 4 to 1 for rotor #1."},
+        {directory.write("a.top", torvale(1, 512 + 5)), "ends in row 2 of 2"},
+        {directory.write("b.top", torvale(3, 1024)), "has a packtype that is refused, 3"},
+        {directory.write("c.top", "short"), "is shorter than its header"},
+        {directory.write("m.norm", "MORLAN" + std::string(600, 'x')),
+         "is not a raster of normals: its header signature is not \"NORM\""},
+        {directory.write("a.xml", "<terrain><subs/></terrain>"), "describes no tiles: total of 0 subterrains"},
+        {directory.write("a.band", "no numbers\n"), "has no band edges above 0"},
+        {directory.write("notes", "of any kind\n"), "is none of the files that the viewer reads"},
+    };
+    std::vector<std::string> paths;
+    for (const auto& row : rows)
+        paths.push_back(row.path);
+    paths.push_back(writePassage("good"));
+    const Json files = describe(paths, ExitStatus::ProblemsFound);
+    std::string expected;
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        EXPECT_EQ(files[i].value("error", ""), rows[i].error) << rows[i].path;
+        expected += "sorvane info: " + rows[i].path + ": " + rows[i].error + "\n";
+    }
+    EXPECT_EQ(err, expected);
+    EXPECT_EQ(files.back()["samples"], 3);
+    EXPECT_EQ(files[2]["header"]["integer_10"], 7) << "what could be read is told";
+}
+
+TEST_F(Info, PrintsTextForPeople) {
+    const CommandRun run = runCommand(
+        {"info", "--unit", "m", writePassage("run"), directory.write("a.brdf", "BRDF\n1\n.1 .78 0 .3 0 x\n1 3 1 x\n")});
+    EXPECT_THAT(run.out, HasSubstr(directory.file("run") + "\n  kind           trajectory\n"));
+    EXPECT_THAT(run.out, HasSubstr("    step minimum  0.250 s\n"));
+    EXPECT_THAT(run.out, HasSubstr("    closing speed  70.7 m/s\n"));
+    EXPECT_THAT(run.out, HasSubstr("    maximum  200.0 m, 30.0 m, 40.0 m\n"));
+    EXPECT_THAT(
+        run.out, HasSubstr("    class  facets  diffuse reflectance  emissivity  b  e    G  mode\n"
+                           "    1      3       0.1                  0.78        0  0.3  1  0\n"));
+}
+
+TEST_F(Info, PrintsValidJsonForNamesThatAreNotText) {
+    const Json file = describe({directory.write("bad\xff.band", "x\n3 5\n")})[0];
+    EXPECT_THAT(file["path"].get<std::string>(), testing::EndsWith("bad\xEF\xBF\xBD.band"));
+    EXPECT_EQ(file["lower_edge"], 3.0);
+}
+
+TEST_F(Info, RefusesWrongUsage) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"info"}, {"info", "--unit", "yd", writePassage("run")}, {"info", "--nonsense"}})
+        EXPECT_EQ(runCommand(arguments).status, ExitStatus::Failed);
+}
+} // namespace

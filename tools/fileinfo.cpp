@@ -1,0 +1,108 @@
+// Describes any file that the viewer reads.
+#include "fileinfo.h"
+
+#include <filesystem>
+
+#include <unistd.h>
+
+#include <QBuffer>
+#include <QFile>
+
+#include "bodyinfo.h"
+#include "filekind.h"
+#include "inputfile.h"
+#include "loaderguard.h"
+#include "rasterinfo.h"
+#include "terraininfo.h"
+#include "trajectoryinfo.h"
+
+namespace {
+// A pipe gives its data in pieces of any size, which readers of files don't expect: so it is read whole.
+InfoFault describeStandardInput(LengthUnit unit, InfoRecord& record) {
+    QFile input;
+    if (!input.open(STDIN_FILENO, QIODevice::ReadOnly))
+        return "can't be read";
+    QByteArray contents = input.readAll();
+    QBuffer buffer(&contents);
+    buffer.open(QIODevice::ReadOnly);
+    return describeTrajectory(&buffer, false, unit, record);
+}
+
+// Why a file can't be opened.
+std::string openFault(const std::string& path) {
+    std::error_code ignored;
+    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    if (!std::filesystem::exists(status))
+        return "there is no such file";
+    return std::filesystem::is_regular_file(status) ? "can't be opened" : "is not a regular file";
+}
+
+InfoFault describe(FileKind kind, const std::string& path, LengthUnit unit, InfoRecord& record) {
+    switch (kind) {
+    case FileKind::Trajectory:
+        return describeTrajectory(QFile::decodeName(path.c_str()), unit, record);
+    case FileKind::Geometry:
+        return describeGeometry(path, unit, record);
+    case FileKind::Reflectance:
+        return describeReflectance(path, record);
+    case FileKind::BodyRadiance:
+        return describeBodyRadiance(path, record);
+    case FileKind::FormFactors:
+        return describeFormFactors(path, record);
+    case FileKind::Atmosphere:
+        return describeAtmosphere(path, record);
+    case FileKind::Rotor:
+        return describeRotors(path, unit, record);
+    case FileKind::Raster:
+        return describeRaster(path, unit, record);
+    case FileKind::TerrainDescription:
+        return describeTerrain(path, unit, record);
+    case FileKind::ClassToAster:
+        return describeClassToAster(path, record);
+    case FileKind::ClassToMaterial:
+        return describeClassToMaterial(path, record);
+    case FileKind::Temperature:
+        return describeTemperatures(path, record);
+    case FileKind::Band:
+        return describeBand(path, record);
+    case FileKind::SpectralSample:
+        return std::nullopt; // what it means depends on the band
+    case FileKind::Unknown:
+        break;
+    }
+    return "is none of the files that the viewer reads";
+}
+
+void takeOutcome(const LoaderOutcome& outcome, InfoFault fault, InfoRecord& record) {
+    const bool hasMessages = !outcome.messages.empty();
+    if (outcome.hasEndedProcess)
+        fault = "ends the viewer";
+    else if (!outcome.hasReturned())
+        fault = outcome.exceptionText;
+    if (fault)
+        record["error"] = hasMessages ? *fault + ": " + outcome.messages.back().text : *fault;
+    if (hasMessages) {
+        InfoRecord& messages = record["messages"] = InfoRecord::array();
+        for (const Message& message : outcome.messages)
+            messages.push_back(message.text);
+    }
+}
+} // namespace
+
+InfoRecord describeFile(const std::string& path, LengthUnit unit) {
+    const bool isStandardInput = path == "-";
+    const FileKind kind = isStandardInput ? FileKind::Trajectory : fileKindOf(path);
+    InfoRecord record{{"path", path}, {"kind", nameOf(kind)}};
+    if (!isStandardInput && openInputFile(path) == nullptr) {
+        record["error"] = openFault(path);
+        return record;
+    }
+    InfoFault fault;
+    const LoaderOutcome outcome = runLoader([&] {
+        if (!isStandardInput)
+            record["size_bytes"] = std::filesystem::file_size(path);
+        fault = isStandardInput ? describeStandardInput(unit, record) : describe(kind, path, unit, record);
+    });
+    takeOutcome(outcome, std::move(fault), record);
+    return record;
+}

@@ -1,0 +1,10 @@
+// Writes a description as text for people.
+#pragma once
+
+#include <ostream>
+
+#include "inforecord.h"
+
+// One member a line, the members of members indented; lists of records become tables. Names lose the ending that tells
+// their unit, values get it.
+void writeInfoText(const InfoRecord& record, std::ostream& out);

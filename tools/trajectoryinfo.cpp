@@ -1,0 +1,134 @@
+// Describes a trajectory: what its header says, which files the viewer takes, and the encounter in numbers.
+#include "trajectoryinfo.h"
+
+#include <QFile>
+
+#include "encounter.h"
+#include "engagementfiles.h"
+#include "trajectoryinput.h"
+#include "trajectoryreader.h"
+#include "trajectorysummary.h"
+
+namespace {
+InfoRecord headerRecord(const TrajectoryFileHeader& header) {
+    return {
+        {"terrain_topography", header.terrainTopoPath.toStdString()},
+        {"terrain_radiance", header.terrainRadPath.toStdString()},
+        {"target_signature", header.targetSignaturePath.toStdString()},
+        {"terrain_triple_a", numberList(header.terrainTripleA)},
+        {"terrain_triple_b", numberList(header.terrainTripleB)},
+        {"target_geometry", header.targetGeometryPath.toStdString()},
+        {"target_reflectance", header.targetBrdfPath.toStdString()},
+        {"text_9", header.text9.toStdString()},
+        {"integer_10", header.int10},
+        {"threat_id", header.threatId.toStdString()},
+        {"field_of_view_deg", shortestDouble(header.fieldOfView)},
+    };
+}
+
+// A file that the engagement goes by, and what the viewer takes in its place.
+InfoRecord fileRecord(const char* role, const QString& path, const QString& taken) {
+    InfoRecord record{{"role", role}, {"path", path.toStdString()}, {"exists", QFile::exists(path)}};
+    const bool isReplaced = path != taken;
+    record["fallback"] = isReplaced ? InfoRecord(taken.toStdString()) : InfoRecord();
+    record["fallback_exists"] = isReplaced ? InfoRecord(QFile::exists(taken)) : InfoRecord();
+    return record;
+}
+
+InfoRecord filesRecord(const EngagementFiles& named, const EngagementFiles& taken) {
+    // No line of the trajectory names the threat's files: they follow from its identifier and the band.
+    return InfoRecord::array({
+        fileRecord("terrain topography", named.terrainTopoPath, taken.terrainTopoPath),
+        fileRecord("terrain radiance", named.terrainRadPath, taken.terrainRadPath),
+        fileRecord("target geometry", named.targetGeometryPath(), taken.targetGeometryPath()),
+        fileRecord("target reflectance", named.targetBrdfPath, taken.targetBrdfPath),
+        fileRecord("target radiance", named.targetRadiancePath(), taken.targetRadiancePath()),
+        fileRecord("atmosphere", named.atmospherePath(), taken.atmospherePath()),
+        fileRecord("threat geometry", taken.threatGeometryPath(), taken.threatGeometryPath()),
+        fileRecord("threat reflectance", taken.threatBrdfPath(), taken.threatBrdfPath()),
+        fileRecord("threat radiance", taken.threatRadiancePath(), taken.threatRadiancePath()),
+    });
+}
+
+const char* choiceOf(bool isStock) {
+    return isStock ? "stock" : "named";
+}
+
+InfoRecord timeRecord(const TrajectorySummary& summary) {
+    InfoRecord record{{"first_s", summary.first.time}, {"last_s", summary.last.time}};
+    if (summary.steps) {
+        record["step_minimum_s"] = summary.steps->minimum;
+        record["step_median_s"] = summary.steps->median;
+        record["step_maximum_s"] = summary.steps->maximum;
+    }
+    return record;
+}
+
+InfoRecord flareRecord(const FlareSummary& flares) {
+    InfoRecord record{{"distinct", flares.distinct}, {"most_at_once", flares.mostAtOnce}, {"samples", flares.samples}};
+    if (flares.samples > 0) {
+        record["first_s"] = flares.firstTime;
+        record["last_s"] = flares.lastTime;
+    }
+    return record;
+}
+
+InfoRecord extentRecord(const PositionExtent& extent, LengthUnit unit) {
+    return {
+        {lengthName("minimum", unit), numberList(extent.minimum)},
+        {lengthName("maximum", unit), numberList(extent.maximum)},
+    };
+}
+
+InfoRecord encounterRecord(const keyframe& earlier, const keyframe& later, double time, LengthUnit unit) {
+    const Encounter encounter = encounterBetween(earlier, later, time);
+    return {
+        {"time_s", time},
+        {lengthName("range", unit), encounter.range},
+        {speedName("closing_speed", unit), encounter.closingSpeed},
+        {"aspect_deg", encounter.aspectDegrees},
+    };
+}
+
+void describeSamples(const TrajectorySummary& summary, LengthUnit unit, InfoRecord& record) {
+    record["time"] = timeRecord(summary);
+    record["flares"] = flareRecord(summary.flares);
+    record["target_extent"] = extentRecord(summary.target, unit);
+    record["threat_extent"] = extentRecord(summary.threat, unit);
+    record["start"] = encounterRecord(summary.first, summary.second, summary.first.time, unit);
+    record["end"] = encounterRecord(summary.secondLast, summary.last, summary.last.time, unit);
+    if (summary.closest)
+        record["closest_approach"] = {
+            {"time_s", summary.closest->time}, {lengthName("range", unit), summary.closest->range}};
+}
+} // namespace
+
+InfoFault describeTrajectory(const QString& path, LengthUnit unit, InfoRecord& record) {
+    const TrajectoryInput input = openTrajectory(path);
+    record["is_compressed"] = input.isProcess;
+    if (input.device == nullptr)
+        return input.isProcess ? "the program uncompress can't be started" : "can't be opened";
+    return describeTrajectory(input.device.get(), input.isProcess, unit, record);
+}
+
+InfoFault describeTrajectory(QIODevice* device, bool isProcess, LengthUnit unit, InfoRecord& record) {
+    const TrajectoryFileHeader header = readTrajectoryHeader(device, isProcess);
+    if (header.terrainTopoPath.isNull())
+        return isProcess ? "can't be decompressed, or is empty" : "is empty";
+    SampleTable table;
+    readEachRecord(device, isProcess, [&table](const keyframe& sample, const std::vector<flareKeyframe>& flares) {
+        table.add(sample, flares);
+    });
+    const TrajectorySummary summary = table.summarise();
+    const EngagementFiles files = chooseFiles(header);
+    record["header"] = headerRecord(header);
+    record["terrain"] = choiceOf(files.isStockTerrain);
+    record["target"] = choiceOf(files.isStockTarget);
+    record["band"] = files.band.toStdString();
+    record["files"] = filesRecord(namedFiles(header), files);
+    record["samples"] = summary.samples;
+    if (summary.samples == 0)
+        return "holds no samples";
+    describeSamples(summary, unit, record);
+    return std::nullopt;
+}
