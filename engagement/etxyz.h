@@ -13,6 +13,7 @@
 #include "terrain.h"
 
 class QMenu;
+struct EngagementFiles;
 struct TrajectoryFileHeader;
 
 class etxyz {
@@ -74,10 +75,9 @@ public:
 
 private:
     void load(const QString& path);
-    // Takes the header's values, with the stock terrain in place of one that is not there.
+    // Take what the header says besides files, and the files that are chosen by it.
     void takeHeader(const TrajectoryFileHeader& header);
-    // Loads the atmosphere and sets `band`; puts the stock target in place of one of which a file is missing.
-    void chooseTargetFiles();
+    void takeFiles(const EngagementFiles& files);
 
     mutable SampleIndex sampleIndex_;
 };
