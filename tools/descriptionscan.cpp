@@ -56,7 +56,8 @@ public:
         xmlFree(value);
         return found;
     }
-    FindingPlace place() const { return {std::max(xmlTextReaderGetParserLineNumber(reader_), 1)}; }
+    // Of the node; the parser itself is ahead of it.
+    FindingPlace place() const { return {std::max(xmlGetLineNo(xmlTextReaderCurrentNode(reader_)), 1L)}; }
 
 private:
     static std::string text(const xmlChar* chars) {
@@ -82,18 +83,20 @@ DescriptionScan scanDescription(const std::string& path, FindingList& findings) 
         return scan;
     }
     std::string element;
+    FindingPlace place;
     int result = document.read();
     for (; result == 1; result = document.read()) {
         if (document.isStart()) {
             element = document.name();
+            place = document.place();
             if (element == "subterrain") {
-                scan.tileLines.push_back(document.place().line);
-                checkNumber(document.attribute("n"), true, document.place(), findings);
+                scan.tileLines.push_back(place.line);
+                checkNumber(document.attribute("n"), true, place, findings);
             }
         } else if (document.isText()) {
             const bool isInteger = std::ranges::find(kIntegers, element) != std::end(kIntegers);
             if (isInteger || std::ranges::find(kReals, element) != std::end(kReals))
-                checkNumber(document.value(), isInteger, document.place(), findings);
+                checkNumber(document.value(), isInteger, place, findings);
             element.clear();
         }
     }

@@ -17,6 +17,7 @@ std::string findingLine(const Finding& finding) {
     line.append(":").append(std::to_string(finding.place.column));
     line.append(": ").append(nameOf(finding.severity)).append(": ").append(finding.text);
     std::erase_if(line, [](unsigned char c) { return c < 0x20 || c == 0x7F; });
+    line.erase(line.find_last_not_of(' ') + 1);
     return line;
 }
 

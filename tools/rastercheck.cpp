@@ -44,8 +44,6 @@ struct Layout {
     int rows = 0;
     int sampleSize = 0; // 0: a packing that is none
     int packing = 0;
-    float cellWidth = 0.0F;
-    float cellHeight = 0.0F;
     float scale = 1.0F;
     std::string dimensions{}; // as the header has them once more in letters
 };
@@ -59,8 +57,6 @@ Layout layoutOf(const std::string& path, Content content) {
         layout.columns = header.sizeX;
         layout.rows = header.sizeY;
         layout.sampleSize = 1;
-        layout.cellWidth = header.xStepSize;
-        layout.cellHeight = header.yStepSize;
         const std::string_view letters(header.dimensions, sizeof header.dimensions);
         layout.dimensions = letters.substr(0, letters.find('\0'));
     } else {
@@ -70,8 +66,6 @@ Layout layoutOf(const std::string& path, Content content) {
         layout.rows = header.nrows;
         layout.sampleSize = sampleSizeOf(header);
         layout.packing = header.packtype;
-        layout.cellWidth = header.xCellSize;
-        layout.cellHeight = header.yCellSize;
         layout.scale = header.zscale;
     }
     return layout;
@@ -124,17 +118,8 @@ bool checkHeader(const Layout& layout, Content content, FindingList& findings) {
     if (layout.sampleSize == 0 && needsPacking)
         findings.error(
             {}, kHeader, "the packing " + std::to_string(layout.packing) + " is none of 0, 1 and 2: no sample is read");
-    if (content == Content::Topography || content == Content::FloatTopography) {
-        if (!(layout.cellWidth > 0.0F) || !std::isfinite(layout.cellWidth))
-            findings.warning(
-                {}, kHeader,
-                "the cells are " + std::to_string(layout.cellWidth) +
-                    " wide: a single tile is drawn only when its columns run east");
-        if (layout.cellHeight == 0.0F || !std::isfinite(layout.cellHeight))
-            findings.warning({}, kHeader, "the cells are " + std::to_string(layout.cellHeight) + " high");
-        if (layout.scale == 0.0F || !std::isfinite(layout.scale))
-            findings.warning({}, kHeader, "the samples are scaled by " + std::to_string(layout.scale));
-    }
+    if (content == Content::Topography && (layout.scale == 0.0F || !std::isfinite(layout.scale)))
+        findings.warning({}, kHeader, "the samples are scaled by " + std::to_string(layout.scale));
     const std::string dimensions = std::to_string(layout.columns) + "x" + std::to_string(layout.rows);
     if (layout.dimensions.find('x') != std::string::npos && layout.dimensions != dimensions)
         findings.warning(

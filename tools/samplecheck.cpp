@@ -39,13 +39,14 @@ void SampleCheck::add(const keyframe& sample, std::int64_t line) {
     std::ranges::copy(sample.gyro, end);
 }
 
-void SampleCheck::report(FindingList& findings) {
+void SampleCheck::report(FindingList& findings, bool areAll) {
     if (samples_.empty())
         return;
     if (!isAscending_)
         reportRepeatedTimes(findings);
     reportAngleJumps(findings);
-    reportRange(findings);
+    if (areAll)
+        reportRange(findings);
 }
 
 // Leaves the samples as the viewer has them: by time, the last one of each.

@@ -13,8 +13,8 @@ public:
     // In file order; `line` is the record's first one.
     void add(const keyframe& sample, std::int64_t line);
 
-    // Call once, after the last sample.
-    void report(FindingList& findings);
+    // Call once, after the last sample. With `areAll` false, samples were left out, and nothing is said of their range.
+    void report(FindingList& findings, bool areAll);
 
     bool isEmpty() const { return samples_.empty(); }
 

@@ -58,6 +58,8 @@ private:
     TrajectoryFileHeader header_;
     std::array<std::int64_t, 12> headerLines_{};
     SampleCheck samples_;
+    bool isHeaderWhole_ = false;
+    bool wasOutOfStep_ = false;
     bool isOutOfStep_ = false; // records have been taken for others since a wrong flare count
 };
 
@@ -79,7 +81,8 @@ void TrajectoryCheck::header(const WatchedHeader& told) {
     header_ = told.header;
     headerLines_ = told.lines;
     const auto headerLineCount = static_cast<int>(told.lines.size());
-    if (told.linesRead < headerLineCount) {
+    isHeaderWhole_ = told.linesRead == headerLineCount;
+    if (!isHeaderWhole_) {
         const std::int64_t last = std::max<std::int64_t>(told.lines.back(), 1);
         findings_.error(
             {last}, kRecords,
@@ -171,6 +174,7 @@ void TrajectoryCheck::record(const WatchedRecord& told) {
                 (told.sample.flareCount > 0 ? ", and there are " + std::to_string(told.flares.size()) + " of its " +
                                                   countText(told.sample.flareCount, "flare")
                                             : std::string()));
+    wasOutOfStep_ = wasOutOfStep_ || isOutOfStep_;
     if (isOutOfStep_)
         return;
     for (const LineFaults& faults : told.faults)
@@ -197,9 +201,9 @@ void TrajectoryCheck::cutLine(std::int64_t line) {
 }
 
 void TrajectoryCheck::finish() {
-    if (samples_.isEmpty() && !isOutOfStep_)
+    if (samples_.isEmpty() && isHeaderWhole_ && !wasOutOfStep_)
         findings_.error({}, kRecords, "there are no samples: the viewer refuses the file");
-    samples_.report(findings_);
+    samples_.report(findings_, !wasOutOfStep_);
 }
 
 void checkDecompressor(QIODevice& device, FindingList& findings) {
