@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "linereading.h"
-
 namespace {
 QByteArrayView bytes(std::string_view line) {
     return {line.data(), static_cast<qsizetype>(line.size())};
@@ -29,8 +27,6 @@ std::vector<qsizetype> wordColumns(const QString& text) {
     return columns;
 }
 } // namespace
-
-static_assert(kMaximumLineBytes == 1 << 20, "the size of a cut line");
 
 QString WatchedLines::text() const {
     return !isPlain_ ? text_ : line_.data() == nullptr ? QString() : simplifiedText(bytes(line_));

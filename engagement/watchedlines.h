@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "linereading.h"
 #include "trajectorylines.h"
 #include "watchedwords.h"
 
@@ -34,7 +35,7 @@ public:
         ++lineInRecord_;
         while (lines_.next(line_)) {
             ++number_;
-            if (line_.size() >= kCutLineBytes) [[unlikely]]
+            if (line_.size() >= std::size_t{kMaximumLineBytes}) [[unlikely]]
                 cutLines_.push_back(number_);
             if (!line_.empty() && line_.front() == '#')
                 continue;
@@ -71,8 +72,6 @@ public:
     const std::vector<std::int64_t>& cutLines() const { return cutLines_; }
 
 private:
-    static constexpr std::size_t kCutLineBytes = std::size_t{1} << 20;
-
     bool decode();
     void describeFaults();
 

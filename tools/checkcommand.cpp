@@ -129,7 +129,8 @@ std::optional<MovieSize> movieSizeOf(std::string_view text) {
     return width && height ? std::optional(MovieSize{*width, *height}) : std::nullopt;
 }
 
-std::string isMovieSize(const std::string& text) {
+// What is wrong with the text, as the parser wants it.
+std::string movieSizeFault(const std::string& text) {
     return movieSizeOf(text) ? std::string() : "\"" + text + "\" is no size such as 640x480";
 }
 
@@ -184,11 +185,11 @@ SubCommand addCheckCommand(CLI::App& parent) {
         ->add_option(
             "--for-movie", options->movieSize, "Check, too, whether a movie can have this size, for example 640x480")
         ->type_name("WxH")
-        ->check(CLI::Validator(isMovieSize, "", "size"));
+        ->check(CLI::Validator(movieSizeFault, "", "size"));
     parser->add_flag("--all", options->printsAll, "Print every finding, and not only the first 20 of a kind in a file");
     parser->add_flag("--strict", options->isStrict, "Let warnings, too, give status 1");
     parser->add_flag("--json", options->isJson, "Print the findings as a JSON record");
-    parser->footer("Prints a line for each finding, \"file:line:column: error: text\" or \"… warning: text\".\n"
+    parser->footer("Prints a line for each finding: \"file:line:column: error: text\", or \"warning\" for \"error\".\n"
                    "Status: 0 when there are no errors, 1 when there are, 2 when a PATH can't be read.");
     parser->callback([parser, options] {
         if (options->paths.empty() && options->movieSize.empty())

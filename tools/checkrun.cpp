@@ -2,6 +2,7 @@
 #include "checkrun.h"
 
 #include <algorithm>
+#include <new>
 
 #include <QFile>
 
@@ -18,6 +19,12 @@ constexpr const char* kFacets = "counts of facets";
 
 std::string pathBytes(const QString& path) {
     return QFile::encodeName(path).toStdString();
+}
+
+// However a file is named, it is one.
+std::filesystem::path identityOf(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::weakly_canonical(path, ignored);
 }
 
 bool isThere(const std::string& path) {
@@ -47,11 +54,14 @@ void CheckRun::deliver(FindingList& findings) {
 }
 
 void CheckRun::checkFile(const std::string& path, FileKind kind) {
-    std::error_code ignored;
-    if (!checked_.insert(std::filesystem::weakly_canonical(path, ignored)).second)
+    if (!checked_.insert(identityOf(path)).second)
         return;
     FindingList findings(path, keepsAll_);
-    checkContents(path, kind, findings);
+    try {
+        checkContents(path, kind, findings);
+    } catch (const std::bad_alloc&) {
+        findings.error({}, "faults of loading", "there is not enough memory to check the file");
+    }
     deliver(findings);
     for (const auto& follow : std::exchange(pending_, {}))
         follow();
@@ -75,7 +85,7 @@ void CheckRun::checkContents(const std::string& path, FileKind kind, FindingList
     case FileKind::BodyRadiance:
     case FileKind::FormFactors:
         if (const std::optional<int> facets = checkFacets(path, kind, findings))
-            facets_[path] = *facets;
+            facets_[identityOf(path)] = *facets;
         compareWithGeometryBeside(path, findings);
         break;
     case FileKind::Atmosphere:
@@ -143,7 +153,7 @@ void CheckRun::checkTrajectoryAnd(const std::string& path, FindingList& findings
     });
     const std::string topography = pathBytes(files.terrainTopoPath);
     const std::string radiance = pathBytes(files.terrainRadPath);
-    if (!isThere(topography) || !isThere(radiance))
+    if (!isThere(topography) || !isThere(radiance) || !terrains_.emplace(topography, radiance).second)
         return;
     pending_.emplace_back([this, topography, radiance] {
         if (checkExtension(topography, "xml")) {
@@ -181,15 +191,15 @@ void CheckRun::compareWithGeometryBeside(const std::string& path, FindingList& f
     if (geometry.empty() || geometry == path)
         return;
     if (const std::optional<int> facets = facetsOfGeometry(geometry))
-        facets_.try_emplace(geometry, *facets);
+        facets_.try_emplace(identityOf(geometry), *facets);
     compareFacets(path, geometry, findings);
 }
 
 void CheckRun::compareFacets(const std::string& path, const std::string& geometry, FindingList& findings) {
-    const auto ours = facets_.find(path);
-    const auto theirs = facets_.find(geometry);
+    const auto ours = facets_.find(identityOf(path));
+    const auto theirs = facets_.find(identityOf(geometry));
     if (ours == facets_.end() || theirs == facets_.end() || ours->second == theirs->second ||
-        !compared_.emplace(path, geometry).second)
+        !compared_.emplace(ours->first, theirs->first).second)
         return;
     findings.error(
         {}, kFacets,

@@ -39,7 +39,8 @@ private:
     bool keepsAll_;
     Deliver deliver_;
     std::set<std::filesystem::path> checked_;
-    std::map<std::string, int> facets_; // of the files of bodies, by path
-    std::set<std::pair<std::string, std::string>> compared_;
-    std::vector<std::function<void()>> pending_; // what follows from the file that is being checked
+    std::map<std::filesystem::path, int> facets_; // of the files of bodies
+    std::set<std::pair<std::filesystem::path, std::filesystem::path>> compared_;
+    std::set<std::pair<std::string, std::string>> terrains_; // topography and radiance
+    std::vector<std::function<void()>> pending_;             // what follows from the file that is being checked
 };

@@ -25,7 +25,15 @@ constexpr qsizetype kFlareWords = 13;
 constexpr int kFirstFlareLine = 3; // in a record
 
 // Lines of the header that say where its files are, from 0.
-enum HeaderLine : std::size_t { kTopography = 0, kTerrainRadiance, kSignature, kGeometry = 5, kBrdf = 6, kView = 11 };
+enum HeaderLine : std::size_t {
+    kTopography = 0,
+    kTerrainRadiance,
+    kSignature,
+    kGeometry = 5,
+    kBrdf = 6,
+    kThreat = 10,
+    kView = 11
+};
 
 std::string countText(std::int64_t count, const char* thing) {
     return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
@@ -96,7 +104,8 @@ void TrajectoryCheck::header(const WatchedHeader& told) {
     const EngagementFiles chosen = chooseFiles(header_);
     checkTerrainFiles(named, chosen);
     checkTargetFiles(named, chosen);
-    checkStock(10, "threat's", {chosen.threatBrdfPath(), chosen.threatGeometryPath(), chosen.threatRadiancePath()});
+    checkStock(
+        kThreat, "threat's", {chosen.threatBrdfPath(), chosen.threatGeometryPath(), chosen.threatRadiancePath()});
 }
 
 bool TrajectoryCheck::reportMissing(std::size_t line, const QString& path, const char* what, const char* replacement) {

@@ -194,6 +194,33 @@ TEST_F(CheckFiles, FollowsATrajectoryToItsModelsOnce) {
     EXPECT_THAT(out, testing::Not(HasSubstr("notes")));
 }
 
+TEST_F(CheckFiles, ComparesATrajectorysOwnTileWithItsCompanions) {
+    GHead topography = torvaleHeader(2, 2, 1);
+    topography.xCellSize = topography.yCellSize = 5.0F;
+    directory_.write("a.top", bytesOf(topography) + std::string(1024, 'x'));
+    directory_.write("a.rad", bytesOf(torvaleHeader(2, 2, 2)) + std::string(1024, '\0'));
+    directory_.write("a.cls", bytesOf(torvaleHeader(3, 3, 0)) + std::string(1536, '\1'));
+    directory_.write("a.cls2mat", "1 3\n");
+    directory_.write("a.temp", "290 0.5\n300 0.5\n");
+    directory_.write("a.atm", "");
+    const std::string trajectory =
+        directory_.file("a.top") + "\n" + directory_.file("a.rad") +
+        "\ns\n1 2 3\n1 2 3\ng\nb\n\nred\n1\nid\n2\n0 0 1 2 3 4 5 6\n1 2 3 4 5 6\n0 0 1 2 3\n";
+    directory_.write("ETXYZ.OUT.1", trajectory);
+    directory_.write("ETXYZ.OUT.2", trajectory);
+    const std::string found =
+        "a.top:1:1: error: \"a.temp\" does not hold the 3 materials of \"a.cls2mat\"\n"
+        "a.top:1:1: warning: tile 1 is drawn without sun and materials: \"a.norm\" does not exist\n"
+        "a.top:1:1: error: tile 1 has 2 x 2 posts, but \"a.cls\" has 3 x 3\n"
+        "a.atm:1:1: error: Unexpected EOF found when reading line 1.\n";
+    const std::string out = findings(directory_.path().string());
+    EXPECT_THAT(out, HasSubstr("ETXYZ.OUT.1:11:1:"));
+    EXPECT_THAT(out, HasSubstr("ETXYZ.OUT.2:11:1:"));
+    const std::size_t first = out.find(found);
+    ASSERT_NE(first, std::string::npos) << out;
+    EXPECT_EQ(out.find("a.top:1:1", first + found.size()), std::string::npos) << "once";
+}
+
 TEST_F(CheckFiles, GoesOnAfterAPathThatIsNotThere) {
     const std::string good = directory_.write("a.brdf", kReflectance);
     const std::string bad = directory_.write("a.atm", "");

@@ -75,6 +75,15 @@ TEST_F(CheckTrajectory, TellsEveryFaultAndItsPlace) {
         {kHeader + "0 0 1 2 3 4 5 \xC3\xA9\xC3\xA9 6\n1 2 3 4 5\xC2\xA0q\n0 0 1 2 3\n",
          "13:15: error: \"\xC3\xA9\xC3\xA9\" is not a finite number and reads as 0\n"
          "14:11: error: \"q\" is not a finite number and reads as 0\n"},
+        {kHeader + head("0") + "\n0 0 1 2 3\r\n" + record("1"), "14:1: error: 6 words are missing and read as 0\n"},
+        {kHeader + "0 0 1 2" + std::string(1, '\0') + " 3 4 5 6\r\n1 2 3 4 5 6\r\n0 0 1 2 3\r\n\r\n",
+         "13:8: error: 4 words are missing and read as 0\n"},
+        {kHeader + record("1e-400") + record("1") + record("1") + record("0x2"),
+         "13:1: error: \"1e-400\" is not a finite number and reads as 0\n"
+         "19:1: error: the time 1 repeats that of line 16, whose record is lost\n"
+         "22:1: error: \"0x2\" is not a finite number and reads as 0\n"
+         "22:1: warning: the time 0 goes back behind the 1 of line 19\n"
+         "22:1: error: the time 0 repeats that of line 13, whose record is lost\n"},
         {kHeader + good + head("2", 3) + "1 2 3 4 5 6\n0 0 1 2 3\n" + kFlare,
          "19:1: error: the data end within the record that begins here: what is missing of it reads as 0, and there "
          "are 1 of its 3 flares\n"},
