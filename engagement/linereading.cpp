@@ -105,9 +105,13 @@ bool atEnd(QIODevice* device, [[maybe_unused]] bool isProcess) {
     return device->atEnd();
 }
 
-QString simplifiedText(QByteArrayView line) {
+QString decodedText(QByteArrayView line) {
     const qsizetype nul = line.indexOf('\0');
-    const QString text = QString::fromUtf8(nul < 0 ? line : line.first(nul));
+    return QString::fromUtf8(nul < 0 ? line : line.first(nul));
+}
+
+QString simplifiedText(QByteArrayView line) {
+    const QString text = decodedText(line);
     if (text.startsWith(u'#'))
         return {};
     const QString simplified = text.simplified();

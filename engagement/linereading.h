@@ -24,6 +24,9 @@ QString readUncommented(QIODevice* device, bool isProcess);
 // The device's own end-of-data state. `isProcess` is not used; it is there because every reader passes it along.
 bool atEnd(QIODevice* device, bool isProcess);
 
+// The text of a physical line: the bytes up to the first NUL, taken as UTF-8.
+QString decodedText(QByteArrayView line);
+
 // The simplified text of a physical line as readUncommented gives it: the bytes up to the first NUL, taken as UTF-8
 // whatever the locale says, each invalid sequence as U+FFFD. Null when the line is a comment.
 QString simplifiedText(QByteArrayView line);

@@ -8,10 +8,14 @@
 #include "plainnumber.h"
 
 // Gives what TextWords gives over the same line, bit for bit. The line must hold neither NUL nor bytes above 0x7F: such
-// bytes can move the ends of words. What it can't be sure to read alike it hands to the conversion that TextWords uses.
-class PlainWords {
+// bytes can move the ends of words. What it can't be sure to read alike it hands to the conversion that TextWords uses,
+// by way of a `Conversion`; an empty word is a missing one.
+template <class Conversion> class BasicPlainWords {
 public:
-    explicit PlainWords(std::string_view line) : at_(line.data()), end_(line.data() + line.size()) { skipBlanks(); }
+    explicit BasicPlainWords(std::string_view line, Conversion conversion = {})
+        : conversion_(conversion), at_(line.data()), end_(line.data() + line.size()) {
+        skipBlanks();
+    }
 
     bool atEnd() const { return at_ == end_; }
 
@@ -27,7 +31,7 @@ public:
         for (; at != end_ && *at >= '0' && *at <= '9' && at - digits < kSafeIntDigits; ++at)
             value = 10 * value + (*at - '0');
         if (at == digits || !isPlainWordEnd(at, end_)) [[unlikely]]
-            return convertedInt(takeWord());
+            return conversion_.toInt(takeWord());
         moveTo(at);
         return isNegative ? -value : value;
     }
@@ -35,7 +39,7 @@ public:
     double nextDouble() {
         const PlainNumber number = parseNumber(at_, end_);
         if (number.end == nullptr) [[unlikely]]
-            return convertedDouble(takeWord());
+            return conversion_.toDouble(takeWord());
         moveTo(number.end);
         return number.value;
     }
@@ -44,10 +48,10 @@ public:
     float nextFloat() {
         const PlainNumber number = parseNumber(at_, end_);
         if (number.end == nullptr || std::abs(number.value) > std::numeric_limits<float>::max()) [[unlikely]]
-            return convertedFloat(takeWord());
+            return conversion_.toFloat(takeWord());
         const auto narrowed = static_cast<float>(number.value);
         if (narrowed == 0.0F && number.value != 0.0) [[unlikely]]
-            return convertedFloat(takeWord());
+            return conversion_.toFloat(takeWord());
         moveTo(number.end);
         return narrowed;
     }
@@ -75,6 +79,16 @@ private:
         return {word, static_cast<std::size_t>(wordEnd - word)};
     }
 
+    [[no_unique_address]] Conversion conversion_;
     const char* at_;
     const char* end_;
 };
+
+// A malformed or missing word is 0, and nobody hears of it.
+struct SilentPlainConversion {
+    static int toInt(std::string_view word) { return convertedInt(word); }
+    static float toFloat(std::string_view word) { return convertedFloat(word); }
+    static double toDouble(std::string_view word) { return convertedDouble(word); }
+};
+
+using PlainWords = BasicPlainWords<SilentPlainConversion>;

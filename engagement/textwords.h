@@ -1,26 +1,30 @@
 // A cursor over the blank-separated words of a simplified line.
 #pragma once
 
+#include <optional>
+
 #include <QString>
 
 #include "wordconversion.h"
 
 // Each next…() takes one word; a missing or malformed one gives 0.
-class TextWords {
+// `Conversion` makes numbers of words; a missing one is an empty word.
+template <class Conversion> class BasicTextWords {
 public:
-    explicit TextWords(const QString& simplifiedLine) : line_(simplifiedLine) {}
+    explicit BasicTextWords(const QString& simplifiedLine, Conversion conversion = {})
+        : conversion_(conversion), line_(simplifiedLine) {}
 
     bool atEnd() const { return at_ >= line_.size(); }
     void skip() { nextWord(); }
-    int nextInt() { return toInt(nextWord()).value_or(0); }
+    int nextInt() { return conversion_.toInt(nextWord()).value_or(0); }
     float nextFloat() { return nextFloatOr(0.0F); }
-    float nextFloatOr(float replacement) { return toFloat(nextWord()).value_or(replacement); }
-    double nextDouble() { return toDouble(nextWord()).value_or(0.0); }
+    float nextFloatOr(float replacement) { return conversion_.toFloat(nextWord()).value_or(replacement); }
+    double nextDouble() { return conversion_.toDouble(nextWord()).value_or(0.0); }
 
 private:
     QStringView nextWord() {
         if (atEnd())
-            return {};
+            return QStringView(line_).sliced(line_.size());
         const qsizetype blank = line_.indexOf(u' ', at_);
         const qsizetype end = blank < 0 ? line_.size() : blank;
         const QStringView word = QStringView(line_).mid(at_, end - at_);
@@ -28,6 +32,16 @@ private:
         return word;
     }
 
+    [[no_unique_address]] Conversion conversion_;
     QString line_;
     qsizetype at_ = 0;
 };
+
+// Nobody hears of a malformed or missing word.
+struct SilentTextConversion {
+    static std::optional<int> toInt(QStringView word) { return ::toInt(word); }
+    static std::optional<float> toFloat(QStringView word) { return ::toFloat(word); }
+    static std::optional<double> toDouble(QStringView word) { return ::toDouble(word); }
+};
+
+using TextWords = BasicTextWords<SilentTextConversion>;

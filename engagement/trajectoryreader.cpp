@@ -9,8 +9,8 @@
 
 #include "linereading.h"
 #include "plainwords.h"
-#include "recordlayout.h"
 #include "textwords.h"
+#include "trajectorylayout.h"
 #include "trajectorylines.h"
 
 namespace {
@@ -65,20 +65,30 @@ private:
     bool isPlain_ = true;
 };
 
+// The header's lines. Those that the data lack are null.
+class HeaderLineSource {
+public:
+    HeaderLineSource(QIODevice* device, bool isProcess) : device_(device), isProcess_(isProcess) {}
+
+    bool next() {
+        line_ = readUncommented(device_, isProcess_);
+        return !line_.isNull();
+    }
+    const QString& text() const { return line_; }
+    template <class Use> auto withWords(Use use) const { return use(TextWords(line_)); }
+
+private:
+    QIODevice* device_;
+    bool isProcess_;
+    QString line_;
+};
+
 // Hands each record to `take`, the sample without its flares.
 template <class LineSource, class Take> void forEachRecord(LineSource& lines, Take take) {
     std::vector<flareKeyframe> flares; // reused, so that whoever keeps them allocates once, at their size
-    while (lines.next() && !lines.withWords([](const auto& words) { return words.atEnd(); })) {
+    while (nextRecord(lines)) {
         keyframe sample;
-        lines.withWords([&](const auto& words) { readTargetLine(words, sample); });
-        if (lines.next())
-            lines.withWords([&](const auto& words) { readThreatLine(words, sample); });
-        if (lines.next())
-            lines.withWords([&](const auto& words) { readGyroLine(words, sample); });
-        // The count is what the file claims: nothing is allocated by it.
-        flares.clear();
-        for (int i = 0; i < sample.flareCount && lines.next(); ++i)
-            flares.push_back(lines.withWords([](const auto& words) { return readFlareLine(words); }));
+        readRecord(lines, sample, flares);
         take(sample, std::as_const(flares));
     }
 }
@@ -96,27 +106,8 @@ template <class LineSource> QMap<double, keyframe> readRecordsFrom(LineSource li
 } // namespace
 
 TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess) {
-    const auto line = [=] {
-        return readUncommented(device, isProcess);
-    };
-    const auto readTriple = [&](float(&triple)[3]) {
-        TextWords words(line());
-        readFloats(words, triple);
-    };
-    TrajectoryFileHeader header;
-    header.terrainTopoPath = line();
-    header.terrainRadPath = line();
-    header.targetSignaturePath = line();
-    readTriple(header.terrainTripleA);
-    readTriple(header.terrainTripleB);
-    header.targetGeometryPath = line();
-    header.targetBrdfPath = line();
-    line(); // carries nothing that is used
-    header.text9 = line();
-    header.int10 = TextWords(line()).nextInt();
-    header.threatId = line();
-    header.fieldOfView = TextWords(line()).nextFloatOr(header.fieldOfView);
-    return header;
+    HeaderLineSource lines(device, isProcess);
+    return readHeaderFrom(lines);
 }
 
 QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess) {

@@ -74,6 +74,10 @@ public:
     const std::string& getNormFilePath() const { return paths_.normals; }
     const std::string& getClassFilePath() const { return paths_.classes; }
     const std::string& getRadFilePath() const { return paths_.radiance; }
+    const std::string& getAtmFile() const { return paths_.atmosphere; }
+    const std::string& getTempFilePath() const { return paths_.temperature; }
+    const std::string& getCls2MatFilePath() const { return paths_.classToMaterial; }
+    const std::string& getBandFilePath() const { return paths_.band; }
     const std::string& getAsterDbFilePath() const { return paths_.asterDirectory; }
     const std::string& getCls2AsterFilePath() const { return paths_.classToAster; }
 

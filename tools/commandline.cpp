@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "checkcommand.h"
 #include "democommand.h"
 #include "infocommand.h"
 
@@ -14,6 +15,7 @@ CommandLine::CommandLine()
     parser->set_version_flag("--version", "sorvane " SORVANE_VERSION);
     parser->require_subcommand(1);
     subCommands = {
+        addCheckCommand(*parser),
         addDemoCommand(*parser),
         addInfoCommand(*parser),
     };

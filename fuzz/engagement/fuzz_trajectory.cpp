@@ -1,5 +1,5 @@
-// Fuzzes the trajectory reader: the header, then the records through the fast and the plain reader, which must agree
-// bit for bit however the bytes arrive. The first byte says how many bytes a read gives.
+// Fuzzes the trajectory reader: the header, then the records through the fast, the plain and the watched reader, which
+// must agree bit for bit however the bytes arrive. The first byte says how many bytes a read gives.
 #include <cstdint>
 #include <cstdlib>
 
@@ -8,6 +8,33 @@
 #include "devices.h"
 #include "identical.h"
 #include "trajectoryreader.h"
+#include "watchedreader.h"
+
+namespace {
+// Keeps what the watched reader tells as the viewer would.
+class Keeper final : public TrajectoryWatcher {
+public:
+    void header(const WatchedHeader& told) override { read = told.header; }
+    void record(const WatchedRecord& told) override {
+        keyframe sample = told.sample;
+        sample.flares = QList<flareKeyframe>(told.flares.begin(), told.flares.end());
+        samples.insert(sample.time, sample);
+    }
+    void blankLine(std::int64_t, std::int64_t) override {}
+    void cutLine(std::int64_t) override {}
+
+    TrajectoryFileHeader read;
+    QMap<double, keyframe> samples;
+};
+
+bool identicalHeaders(const TrajectoryFileHeader& a, const TrajectoryFileHeader& b) {
+    return a.terrainTopoPath == b.terrainTopoPath && a.terrainRadPath == b.terrainRadPath &&
+           a.targetSignaturePath == b.targetSignaturePath && identical(a.terrainTripleA, b.terrainTripleA) &&
+           identical(a.terrainTripleB, b.terrainTripleB) && a.targetGeometryPath == b.targetGeometryPath &&
+           a.targetBrdfPath == b.targetBrdfPath && a.text9 == b.text9 && a.int10 == b.int10 &&
+           a.threatId == b.threatId && identical(a.fieldOfView, b.fieldOfView);
+}
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
@@ -17,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     QBuffer buffer;
     buffer.setData(text);
     buffer.open(QIODevice::ReadOnly | QIODevice::Text);
-    readTrajectoryHeader(&buffer, false);
+    const TrajectoryFileHeader header = readTrajectoryHeader(&buffer, false);
     const qint64 recordsAt = buffer.pos();
     const QMap<double, keyframe> plain = readRecordsLineByLine(&buffer, false);
 
@@ -28,6 +55,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     TrickleDevice trickle(text, 1 + *data);
     readTrajectoryHeader(&trickle, false);
     if (!identical(readRecords(&trickle, false), plain))
+        std::abort();
+
+    TrickleDevice watchedTrickle(text, 1 + *data);
+    Keeper keeper;
+    readWatched(&watchedTrickle, false, keeper);
+    if (!identicalHeaders(keeper.read, header) || !identical(keeper.samples, plain))
         std::abort();
     return 0;
 }

@@ -1,0 +1,201 @@
+// `sorvane check`: tells what is wrong with files.
+#include "checkcommand.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include "checkrun.h"
+#include "progressbar.h"
+#include "qvideoencoder.h"
+
+namespace {
+constexpr const char* kStandardInput = "-";
+
+struct CheckOptions {
+    std::vector<std::string> paths;
+    std::string movieSize;
+    bool printsAll = false;
+    bool isStrict = false;
+    bool isJson = false;
+};
+
+struct CheckedFile {
+    std::string path;
+    FileKind kind = FileKind::Unknown;
+};
+
+// Prints findings as they come, or keeps them for a record at the end.
+class Report {
+public:
+    Report(const CheckOptions& options, Streams& streams) : options_(options), streams_(streams) {}
+
+    void add(const std::vector<Finding>& findings) {
+        for (const Finding& finding : findings) {
+            ++(finding.severity == Severity::Error ? errors_ : warnings_);
+            if (options_.isJson)
+                records_.push_back(
+                    {{"file", finding.file},
+                     {"line", finding.place.line},
+                     {"column", finding.place.column},
+                     {"severity", nameOf(finding.severity)},
+                     {"text", finding.text}});
+            else
+                streams_.out << findingLine(finding) << '\n';
+        }
+        streams_.out.flush();
+    }
+
+    void finish() const {
+        if (!options_.isJson)
+            return;
+        const nlohmann::ordered_json report = {{"errors", errors_}, {"warnings", warnings_}, {"findings", records_}};
+        // A file's name and its words may hold any bytes.
+        streams_.out << report.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+    }
+
+    bool hasProblems() const { return errors_ > 0 || (options_.isStrict && warnings_ > 0); }
+
+private:
+    const CheckOptions& options_;
+    Streams& streams_;
+    std::int64_t errors_ = 0;
+    std::int64_t warnings_ = 0;
+    nlohmann::ordered_json records_ = nlohmann::ordered_json::array();
+};
+
+// The files below a directory in the order of their names. Those that the viewer doesn't read are left out.
+bool addDirectory(const std::string& directory, std::vector<CheckedFile>& files) {
+    std::error_code fault;
+    std::vector<std::string> paths;
+    std::filesystem::recursive_directory_iterator at(directory, fault);
+    for (; !fault && at != std::filesystem::recursive_directory_iterator(); at.increment(fault)) {
+        std::error_code ignored;
+        if (at->is_regular_file(ignored))
+            paths.push_back(at->path().string());
+    }
+    std::ranges::sort(paths);
+    for (std::string& path : paths)
+        if (const FileKind kind = fileKindOf(path); kind != FileKind::Unknown)
+            files.push_back({std::move(path), kind});
+    return !fault;
+}
+
+// False, after messages, when there is a path that can't be checked; the others are added all the same.
+bool findFiles(const std::vector<std::string>& paths, std::vector<CheckedFile>& files, std::ostream& err) {
+    bool areThere = true;
+    for (const std::string& path : paths) {
+        std::error_code ignored;
+        bool isThere = true;
+        if (path == kStandardInput)
+            files.push_back({path, FileKind::Trajectory});
+        else if (std::filesystem::is_directory(path, ignored))
+            isThere = addDirectory(path, files);
+        else if (std::filesystem::is_regular_file(path, ignored))
+            files.push_back({path, fileKindOf(path)});
+        else
+            isThere = false;
+        if (!isThere)
+            err << "sorvane check: \"" << path << "\" can't be read" << std::endl;
+        areThere = areThere && isThere;
+    }
+    return areThere;
+}
+
+std::optional<unsigned> sideOf(std::string_view text) {
+    unsigned side = 0;
+    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), side);
+    return fault == std::errc() && end == text.data() + text.size() ? std::optional(side) : std::nullopt;
+}
+
+struct MovieSize {
+    unsigned width = 0;
+    unsigned height = 0;
+};
+
+std::optional<MovieSize> movieSizeOf(std::string_view text) {
+    const std::size_t cross = text.find('x');
+    if (cross == std::string_view::npos)
+        return std::nullopt;
+    const std::optional<unsigned> width = sideOf(text.substr(0, cross));
+    const std::optional<unsigned> height = sideOf(text.substr(cross + 1));
+    return width && height ? std::optional(MovieSize{*width, *height}) : std::nullopt;
+}
+
+// What is wrong with the text, as the parser wants it.
+std::string movieSizeFault(const std::string& text) {
+    return movieSizeOf(text) ? std::string() : "\"" + text + "\" is no size such as 640x480";
+}
+
+void checkMovieSize(const std::string& text, Report& report) {
+    constexpr unsigned kStep = QVideoEncoder::kSizeStep;
+    const MovieSize size = movieSizeOf(text).value_or(MovieSize());
+    if (size.width > 0 && size.height > 0 && size.width % kStep == 0 && size.height % kStep == 0)
+        return;
+    const auto nearest = [](unsigned side) {
+        return std::to_string(std::max(side / kStep, 1U) * kStep);
+    };
+    FindingList findings("--for-movie " + text, false);
+    findings.error(
+        {}, "sizes",
+        "a movie's width and height are multiples of " + std::to_string(kStep) + ", such as " + nearest(size.width) +
+            "x" + nearest(size.height));
+    report.add(findings.take());
+}
+
+ExitStatus check(const CheckOptions& options, Streams& streams) {
+    std::vector<CheckedFile> files;
+    const bool areThere = findFiles(options.paths, files, streams.err);
+    Report report(options, streams);
+    if (!options.movieSize.empty())
+        checkMovieSize(options.movieSize, report);
+    ProgressBar progress(streams, static_cast<std::int64_t>(files.size()), "files");
+    CheckRun run(options.printsAll, [&](const std::vector<Finding>& findings) {
+        progress.clear();
+        report.add(findings);
+    });
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        progress.show(static_cast<std::int64_t>(i));
+        if (files[i].path == kStandardInput)
+            run.checkStandardInput();
+        else
+            run.checkFile(files[i].path, files[i].kind);
+    }
+    progress.clear();
+    report.finish();
+    if (!areThere)
+        return ExitStatus::Failed;
+    return report.hasProblems() ? ExitStatus::ProblemsFound : ExitStatus::Success;
+}
+} // namespace
+
+SubCommand addCheckCommand(CLI::App& parent) {
+    const auto options = std::make_shared<CheckOptions>();
+    CLI::App* const parser = parent.add_subcommand(
+        "check", "Tell what is wrong with trajectories, models and terrain, and with the files that they name.");
+    parser->add_option("PATH", options->paths, "Files and directories to check; - is a trajectory from standard input");
+    parser
+        ->add_option(
+            "--for-movie", options->movieSize, "Check, too, whether a movie can have this size, for example 640x480")
+        ->type_name("WxH")
+        ->check(CLI::Validator(movieSizeFault, "", "size"));
+    parser->add_flag("--all", options->printsAll, "Print every finding, and not only the first 20 of a kind in a file");
+    parser->add_flag("--strict", options->isStrict, "Let warnings, too, give status 1");
+    parser->add_flag("--json", options->isJson, "Print the findings as a JSON record");
+    parser->footer("Prints a line for each finding: \"file:line:column: error: text\", or \"warning\" for \"error\".\n"
+                   "Status: 0 when there are no errors, 1 when there are, 2 when a PATH can't be read.");
+    parser->callback([parser, options] {
+        if (options->paths.empty() && options->movieSize.empty())
+            throw CLI::RequiredError("PATH");
+    });
+    return {parser, [options](Streams& streams) {
+                return check(*options, streams);
+            }};
+}

@@ -1,0 +1,9 @@
+// Checks a raster file of either family.
+#pragma once
+
+#include <string>
+
+#include "finding.h"
+
+// What the raster holds follows from the file's extension; of another extension only the header is checked.
+void checkRaster(const std::string& path, FindingList& findings);

@@ -1,0 +1,12 @@
+// Checks the text tables of a terrain set.
+#pragma once
+
+#include <string>
+
+#include "finding.h"
+
+void checkClassToMaterial(const std::string& path, FindingList& findings);
+void checkTemperatures(const std::string& path, FindingList& findings);
+void checkBand(const std::string& path, FindingList& findings);
+void checkClassToAster(const std::string& path, FindingList& findings);
+void checkSpectralSample(const std::string& path, FindingList& findings);
