@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include "democommand.h"
+#include "exportcommand.h"
 
 CommandLine::CommandLine()
     : parser(std::make_unique<CLI::App>("Looks into engagement files, checks and renders them.")) {
@@ -14,7 +15,10 @@ CommandLine::CommandLine()
     parser->require_subcommand(1);
     subCommands = {
         addDemoCommand(*parser),
+        addExportCommand(*parser),
     };
+    for (const SubCommand& command : subCommands)
+        command.parser->set_version_flag("--version", parser->version());
 }
 
 CommandLine::~CommandLine() = default;
