@@ -5,8 +5,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include "comparecommand.h"
 #include "democommand.h"
 #include "exportcommand.h"
+#include "manualcommand.h"
 
 CommandLine::CommandLine()
     : parser(std::make_unique<CLI::App>("Looks into engagement files, checks and renders them.")) {
@@ -14,8 +16,10 @@ CommandLine::CommandLine()
     parser->set_version_flag("--version", "sorvane " SORVANE_VERSION);
     parser->require_subcommand(1);
     subCommands = {
+        addCompareCommand(*parser),
         addDemoCommand(*parser),
         addExportCommand(*parser),
+        addManualCommand(*parser),
     };
     for (const SubCommand& command : subCommands)
         command.parser->set_version_flag("--version", parser->version());

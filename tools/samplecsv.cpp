@@ -1,12 +1,11 @@
 // Writes the samples of a trajectory as comma-separated values.
 #include "samplecsv.h"
 
-#include <array>
-#include <charconv>
 #include <iterator>
 #include <string>
 
 #include "encounter.h"
+#include "shortestnumber.h"
 
 namespace {
 constexpr std::size_t kPieceBytes = std::size_t{1} << 16;
@@ -24,22 +23,15 @@ std::string namesLine(LengthUnit unit) {
     return line + speedNameEnding(unit).toStdString() + ",aspect_deg\n";
 }
 
-template <class Number> void appendNumber(std::string& line, Number value) {
-    std::array<char, 32> digits{};
-    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    if (error == std::errc())
-        line.append(digits.data(), end);
-}
-
 void appendTriple(std::string& line, const float (&values)[3]) {
     for (const float value : values) {
         line += ',';
-        appendNumber(line, value);
+        appendShortest(line, value);
     }
 }
 
 void appendSample(std::string& text, const keyframe& sample, const Encounter& encounter) {
-    appendNumber(text, sample.time);
+    appendShortest(text, sample.time);
     appendTriple(text, sample.targetPos);
     appendTriple(text, sample.targetAtt);
     appendTriple(text, sample.threatPos);
@@ -47,7 +39,7 @@ void appendSample(std::string& text, const keyframe& sample, const Encounter& en
     appendTriple(text, sample.gyro);
     for (const double value : {encounter.range, encounter.closingSpeed, encounter.aspectDegrees}) {
         text += ',';
-        appendNumber(text, value);
+        appendShortest(text, value);
     }
     text += '\n';
 }
