@@ -146,9 +146,7 @@ SubCommand addExportCommand(CLI::App& parent) {
     CLI::App* const parser =
         parent.add_subcommand("export", "Write a trajectory as a table (CSV) or for a map (KML, CZML).");
     parser->add_option("FILE", options->file, "Trajectory to read; - is standard input")->required();
-    parser->add_option("-o,--output", options->output, "File to write; - is standard output")
-        ->type_name("OUT")
-        ->capture_default_str();
+    parser->add_option("-o,--output", options->output, "File to write; standard output without it")->type_name("OUT");
     parser->add_option("--format", options->format, "What to write; without it OUT's extension decides, or CSV")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({"csv", "kml", "czml"}));
@@ -164,8 +162,8 @@ SubCommand addExportCommand(CLI::App& parent) {
     parser
         ->add_option(
             "--x-bearing", options->xBearingDegrees,
-            "Where x points, in degrees from north towards east; y points 90 degrees to the right of it, z down. The "
-            "default is how the viewer lays the terrain: x east, y south")
+            "Where x points, in degrees from north towards east; y points 90 degrees to the right of it and z down. "
+            "Without it x is east and y south, as the viewer lays the terrain")
         ->type_name("DEGREES")
         ->capture_default_str();
     parser->add_option("--epoch", options->epoch, "Date and time of the trajectory's time 0 on maps, in ISO 8601")

@@ -37,6 +37,10 @@ std::vector<const Example*> examplesFor(const CommandDescription& command) {
     return examples;
 }
 
+std::string commandLineOf(const CommandDescription& command, const Example& example) {
+    return command.name + ' ' + example.subCommand + ' ' + example.arguments;
+}
+
 std::string bold(const std::string& text) {
     return "\\fB" + roffLiteral(text) + "\\fR";
 }
@@ -111,13 +115,19 @@ std::string footerText(const std::string& footer) {
     return isVerbatim ? text + ".fi\n" : text;
 }
 
+// Every sub-command has these: they are explained once.
+bool isCommon(const OptionDescription& option) {
+    return option.names.back() == "--help" || option.names.back() == "--version";
+}
+
 std::string subCommandText(const std::string& program, const CommandDescription& command) {
     std::string text = ".SS " + program + " " + command.name + "\n" + synopsis(program, command) + "\n";
     text += paragraph(sentence(command.description));
     for (const OptionDescription& argument : command.arguments)
         text += item(argumentText(argument), optionText(argument));
     for (const OptionDescription& option : command.options)
-        text += item(optionTerm(option), optionText(option));
+        if (!isCommon(option))
+            text += item(optionTerm(option), optionText(option));
     return text + footerText(command.footer);
 }
 
@@ -141,27 +151,37 @@ std::string environmentText() {
                "that are missing; with its closing slash.");
 }
 
-std::string filesText() {
+std::string filesText(const std::string& dataRoot) {
     return section("FILES") +
            item(
-               italic("ETXYZ.OUT.*"), "Trajectory files by their usual name; any name will do. One that ends in .Z is "
-                                      "read through uncompress.") +
-           item(italic("/usr/local/pelsar/data/"), "The usual place of the stock models and terrain.");
+               italic("ETXYZ.OUT.*"),
+               "Trajectory files by their usual name; any name will do. One that ends in .Z is read through "
+               "uncompress.") +
+           item(italic(dataRoot), "Stock models and terrain.");
+}
+
+std::string examplesText(const CommandDescription& command) {
+    std::string text;
+    for (const Example* example : examplesFor(command)) {
+        text += (text.empty() ? "" : ".PP\n") + roffFilled(roffText(example->purpose));
+        text += ".PP\n.RS\n.nf\n" + roffLiteral(commandLineOf(command, *example)) + "\n.fi\n.RE\n";
+    }
+    return section("EXAMPLES") + text;
 }
 } // namespace
 
 std::vector<std::string> manualExamples(const CommandDescription& command) {
     std::vector<std::string> texts;
     for (const Example* example : examplesFor(command))
-        texts.push_back(command.name + " " + example->subCommand + " " + example->arguments);
+        texts.push_back(commandLineOf(command, *example));
     return texts;
 }
 
-std::string manualPage(const CommandDescription& command, const std::string& version, const std::string& date) {
+std::string manualPage(const CommandDescription& command, const ManualFacts& facts) {
     std::string page = ".\\\" Made from the definitions of the command's options.\n";
     std::string title = command.name;
     std::ranges::transform(title, title.begin(), [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    page += ".TH " + title + " 1 " + date + " \"" + command.name + " " + version + "\"\n";
+    page += ".TH " + title + " 1 " + facts.date + " \"" + command.name + " " + facts.version + "\"\n";
     page += section("NAME") + command.name + " \\- " + roffText(lowerFirst(command.description)) + "\n";
     page += section("SYNOPSIS");
     for (const CommandDescription& subCommand : command.subCommands)
@@ -170,15 +190,12 @@ std::string manualPage(const CommandDescription& command, const std::string& ver
     page += section("DESCRIPTION");
     page += roffFilled(roffText(
         "The companion of the viewer new_sorvane for trajectories of missile engagements. It needs no display. Results "
-        "go to standard output, messages to standard error."));
+        "go to standard output, messages to standard error. Every sub-command has the options"));
     for (const OptionDescription& option : command.options)
         page += item(optionTerm(option), optionText(option));
     page += section("COMMANDS");
     for (const CommandDescription& subCommand : command.subCommands)
         page += subCommandText(command.name, subCommand);
-    page += exitStatusText() + environmentText() + filesText() + section("EXAMPLES");
-    for (const Example* example : examplesFor(command))
-        page += paragraph(example->purpose) + ".PP\n.RS\n.nf\n" +
-                roffLiteral(command.name + " " + example->subCommand + " " + example->arguments) + "\n.fi\n.RE\n";
+    page += exitStatusText() + environmentText() + filesText(facts.dataRoot) + examplesText(command);
     return page + section("SEE ALSO") + ".BR new_sorvane (1)\n";
 }

@@ -30,7 +30,7 @@ std::string textOf(const CLI::App& command, const std::string& kind) {
         return zshCompletion(description);
     if (kind == "fish")
         return fishCompletion(description);
-    return manualPage(description, SORVANE_VERSION, dateOfPage());
+    return manualPage(description, {SORVANE_VERSION, dateOfPage(), SORVANE_DATA_ROOT});
 }
 } // namespace
 
