@@ -8,6 +8,9 @@
 #include "checkcommand.h"
 #include "democommand.h"
 #include "infocommand.h"
+#include "comparecommand.h"
+#include "exportcommand.h"
+#include "manualcommand.h"
 
 CommandLine::CommandLine()
     : parser(std::make_unique<CLI::App>("Looks into engagement files, checks and renders them.")) {
@@ -18,7 +21,12 @@ CommandLine::CommandLine()
         addCheckCommand(*parser),
         addDemoCommand(*parser),
         addInfoCommand(*parser),
+        addCompareCommand(*parser),
+        addExportCommand(*parser),
+        addManualCommand(*parser),
     };
+    for (const SubCommand& command : subCommands)
+        command.parser->set_version_flag("--version", parser->version());
 }
 
 CommandLine::~CommandLine() = default;

@@ -1,0 +1,169 @@
+// `sorvane export`.
+#include <cmath>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <QXmlStreamReader>
+
+#include "commandrun.h"
+#include "geodetic.h"
+#include "temporarydirectory.h"
+#include "trajectorytext.h"
+#include "worldtime.h"
+
+namespace {
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ExportTest : public testing::Test {
+protected:
+    // The threat closes from 500 units to 400 in 2 s, seen over the target's nose.
+    ExportTest() {
+        TestSample first{.time = 0.1, .target = {2900.0, -2300.0, -700.0}, .threat = {3400.0, -2300.0, -700.0}};
+        TestSample last = first;
+        last.time = 2.1;
+        last.threat[0] = 3300.0;
+        file = folder.write(
+            "ETXYZ.OUT.a", (trajectoryHeader() + trajectoryRecord(last) + trajectoryRecord(first)).toStdString());
+    }
+
+    TemporaryDirectory folder;
+    std::string file;
+};
+
+TEST_F(ExportTest, WritesARowForEachSampleInTheOrderOfTime) {
+    const CommandRun run = runCommand({"export", file, "--unit", "ft"});
+    EXPECT_EQ(run.status, ExitStatus::Success);
+    EXPECT_EQ(
+        run.out,
+        "time_s,target_x_ft,target_y_ft,target_z_ft,target_roll_deg,target_pitch_deg,target_yaw_deg,threat_x_ft,"
+        "threat_y_ft,threat_z_ft,threat_roll_deg,threat_pitch_deg,threat_yaw_deg,gyro_roll_deg,gyro_pitch_deg,"
+        "gyro_yaw_deg,range_ft,closing_speed_ft_per_s,aspect_deg\n"
+        "0.1,2900,-2300,-700,0,0,0,3400,-2300,-700,0,0,0,0,0,0,500,50,0\n"
+        "2.1,2900,-2300,-700,0,0,0,3300,-2300,-700,0,0,0,0,0,0,400,50,0\n");
+    EXPECT_THAT(runCommand({"export", file}).out, HasSubstr(",range_units,closing_speed_units_per_s,"));
+    EXPECT_EQ(runCommand({"export", file, "--unit", "ft", "-o", folder.file("a.csv")}).out, "");
+    EXPECT_EQ(readWholeFile(folder.file("a.csv")), run.out);
+}
+
+// Places that arithmetic of 40 digits gives.
+constexpr double kTargetLatitude = 47.5206779658263;
+constexpr double kTargetLongitude = -122.21149935605;
+constexpr double kTargetHeight = 801.073162879754;
+
+TEST_F(ExportTest, WritesPositionsAndTimesForCesium) {
+    const std::string written = folder.file("a.CZML");
+    const CommandRun run = runCommand(
+        {"export", file, "-o", written, "--unit", "m", "--origin", "47.5,-122.25,100", "--epoch",
+         "2026-11-21T13:30:00+01:00"});
+    EXPECT_EQ(run.err, "");
+    const auto json = nlohmann::json::parse(readWholeFile(written));
+    ASSERT_EQ(json.size(), 3U);
+    EXPECT_EQ(json[0]["id"], "document");
+    EXPECT_EQ(json[0]["clock"]["interval"], "2026-11-21T12:30:00.100000Z/2026-11-21T12:30:02.100000Z");
+    EXPECT_EQ(json[1]["id"], "target");
+    EXPECT_EQ(json[2]["id"], "threat");
+    EXPECT_EQ(json[1]["position"]["epoch"], "2026-11-21T12:30:00.000000Z");
+    const auto& numbers = json[1]["position"]["cartographicDegrees"];
+    ASSERT_EQ(numbers.size(), 8U);
+    EXPECT_EQ(numbers[0], 0.1);
+    EXPECT_NEAR(numbers[1].get<double>(), kTargetLongitude, 1e-9);
+    EXPECT_NEAR(numbers[2].get<double>(), kTargetLatitude, 1e-9);
+    EXPECT_NEAR(numbers[3].get<double>(), kTargetHeight, 1e-4);
+    EXPECT_EQ(numbers[4], 2.1);
+}
+
+TEST_F(ExportTest, WritesPathAndTrackForEarthViewers) {
+    const CommandRun run =
+        runCommand({"export", file, "--format", "kml", "--unit", "m", "--origin", "47.5,-122.25,100"});
+    QXmlStreamReader xml(QByteArray::fromStdString(run.out));
+    int tracks = 0;
+    int lines = 0;
+    while (!xml.atEnd())
+        if (xml.readNext() == QXmlStreamReader::StartElement) {
+            tracks += xml.qualifiedName() == u"gx:Track" ? 1 : 0;
+            lines += xml.name() == u"LineString" && xml.namespaceUri() == u"http://www.opengis.net/kml/2.2" ? 1 : 0;
+        }
+    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+    EXPECT_EQ(tracks, 2);
+    EXPECT_EQ(lines, 2);
+    for (const char* const part :
+         {"<altitudeMode>absolute</altitudeMode>", "<coordinates>-122.211499356,47.520677966,801.0732\n",
+          "<when>2000-01-01T00:00:02.100000Z</when>", "<gx:coord>-122.211499356 47.520677966 801.0732</gx:coord>"})
+        EXPECT_THAT(run.out, HasSubstr(part));
+}
+
+TEST(LocalFrame, AgreesWithArithmeticOfManyDigits) {
+    struct Row {
+        GeodeticPosition origin;
+        double bearing;
+        double metresPerUnit;
+        float units[3];
+        GeodeticPosition expected;
+    };
+    const Row rows[] = {
+        {{47.5, -122.25, 100}, 90, 1, {2900, -2300, -700}, {kTargetLatitude, kTargetLongitude, kTargetHeight}},
+        {{-33.5, 151.25, 0}, 0, 0.3048, {2900, -2300, -700}, {-33.4920305711451, 151.242456595436, 213.459957778556}},
+        {{0, 0, 0}, 90, 1, {100000, -200000, -30000}, {1.7993961051415, 0.894037210564531, 33921.0124443514}},
+        {{89.999, 10, 0}, 90, 1, {0, -1000, -10}, {89.9920469800318, -170.0, 10.0781298383775}},
+        {{-45, 180, -50}, 30, 1, {-5000, 12345, -8000}, {-45.0943400634224, -179.896072573795, 7963.89518290831}},
+        {{52, 179.9999, 0}, 90, 1, {1000, 0, 0}, {51.9999991001005, -179.985539300149, 0.0782296895721817}},
+    };
+    for (const Row& row : rows) {
+        const GeodeticPosition found = LocalFrame(row.origin, row.bearing, row.metresPerUnit).positionOf(row.units);
+        EXPECT_NEAR(found.latitudeDegrees, row.expected.latitudeDegrees, 1e-11);
+        EXPECT_NEAR(
+            found.longitudeDegrees, row.expected.longitudeDegrees,
+            1e-9 * std::abs(row.origin.latitudeDegrees > 89 ? 10 : 0.1));
+        EXPECT_NEAR(found.height, row.expected.height, 2e-8);
+    }
+}
+
+TEST(WorldTime, ReadsDatesAndStaysInFourDigitYears) {
+    EXPECT_EQ(worldTimeText(parseWorldTime("2024-02-28").value()), "2024-02-28T00:00:00.000000Z");
+    EXPECT_EQ(
+        worldTimeText(worldTimeAfter(parseWorldTime("2024-02-28T23:59:59.5").value(), 0.75).value()),
+        "2024-02-29T00:00:00.250000Z");
+    EXPECT_EQ(worldTimeText(worldTimeAfter(0, -1e-6).value()), "1969-12-31T23:59:59.999999Z");
+    EXPECT_FALSE(parseWorldTime("yesterday"));
+    for (const double seconds : {1e12, -1e12, 1e300, std::nan("")})
+        EXPECT_FALSE(worldTimeAfter(0, seconds));
+}
+
+TEST_F(ExportTest, SaysWhatIsWrongAndLeavesNoFile) {
+    const std::string geometry = folder.write("a.vnl", "2 2\n");
+    const std::string late =
+        folder.write("late", (trajectoryHeader() + trajectoryRecord({.time = 1e12})).toStdString());
+    struct Row {
+        std::vector<std::string> arguments;
+        std::string message;
+    };
+    const std::string out = folder.file("out/a.kml");
+    const Row rows[] = {
+        {{folder.file("missing")}, folder.file("missing") + ": can't be opened"},
+        {{folder.path().string()}, folder.path().string() + ": can't be opened"},
+        {{geometry}, geometry + ": not a trajectory"},
+        {{folder.write("ETXYZ.OUT.empty", "")}, folder.file("ETXYZ.OUT.empty") + ": holds no samples"},
+        {{file, "-o", "a.txt"}, "the format does not follow from the name a.txt: give --format"},
+        {{file, "--format", "kml"}, "kml needs --origin and --unit"},
+        {{file, "--format", "czml", "--origin", "1,2"}, "czml needs --origin and --unit"},
+        {{file, "--format", "kml", "--unit", "m", "--origin", "91,2"}, "--origin is not LAT,LON or LAT,LON,ALT: 91,2"},
+        {{file, "--format", "kml", "--unit", "m", "--origin", "1,2", "--epoch", "soon"},
+         "--epoch is no date of ISO 8601: soon"},
+        {{late, "--format", "kml", "--unit", "m", "--origin", "1,2"},
+         late + ": its times lie outside the years 1 to 9999"},
+        {{file, "--unit", "m", "--origin", "1,2", "-o", out}, out + ": No such file or directory"},
+    };
+    for (const Row& row : rows) {
+        std::vector<std::string> arguments{"export"};
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        const CommandRun run = runCommand(arguments);
+        EXPECT_EQ(run.status, ExitStatus::Failed);
+        EXPECT_EQ(run.err, "sorvane export: " + row.message + "\n");
+        EXPECT_EQ(run.out, "");
+    }
+    EXPECT_EQ(runCommand({"export", file, "--unit", "miles"}).status, ExitStatus::Failed);
+}
+} // namespace

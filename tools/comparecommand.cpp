@@ -1,0 +1,157 @@
+// `sorvane compare`: tells how two pictures or two trajectories differ.
+#include "comparecommand.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+
+#include <QFile>
+#include <QImageReader>
+#include <QImageWriter>
+
+#include <CLI/CLI.hpp>
+
+#include "atomicfile.h"
+#include "comparisonreport.h"
+#include "interrupt.h"
+
+namespace {
+struct CompareOptions {
+    std::string a;
+    std::string b;
+    double tolerance = 0.0;
+    double allowed = 0.0;
+    std::string difference; // empty: no difference picture
+    std::size_t listed = 100;
+    bool isJson = false;
+};
+
+// What keeps the comparison from being done.
+struct CannotCompare : std::runtime_error {
+    using runtime_error::runtime_error;
+};
+
+bool isPicture(const std::string& path) {
+    QImageReader reader(QFile::decodeName(path.c_str()));
+    reader.setDecideFormatFromContent(true);
+    return path != "-" && reader.canRead();
+}
+
+QImage readPicture(const std::string& path) {
+    QImageReader reader(QFile::decodeName(path.c_str()));
+    reader.setDecideFormatFromContent(true);
+    QImage picture = reader.read();
+    if (picture.isNull())
+        throw CannotCompare(path + ": " + reader.errorString().toStdString());
+    return picture;
+}
+
+void writePicture(const QImage& picture, const std::string& path) {
+    const Interrupt interrupt;
+    AtomicFile file(path);
+    if (file.problem())
+        throw CannotCompare(*file.problem());
+    QImageWriter writer(QFile::decodeName(file.temporaryPath().c_str()));
+    if (!writer.write(picture))
+        throw CannotCompare(path + ": " + writer.errorString().toStdString());
+    if (Interrupt::requested() != 0)
+        throw CannotCompare(path + ": not written, since the command was interrupted");
+    if (!file.commit())
+        throw CannotCompare(*file.problem());
+}
+
+bool comparePictureFiles(const CompareOptions& options, Streams& streams) {
+    const QImage a = readPicture(options.a);
+    const QImage b = readPicture(options.b);
+    const int tolerance = static_cast<int>(std::min(255.0, options.tolerance));
+    const PictureComparison comparison = comparePictures(a, b, tolerance);
+    if (!options.difference.empty() && comparison.isSameSize())
+        writePicture(differencePicture(a, b, tolerance), options.difference);
+    const PictureReport report{options.a, options.b, comparison, tolerance, options.allowed};
+    options.isJson ? writeJson(streams.out, report) : writeText(streams.out, report);
+    return comparison.agrees(options.allowed);
+}
+
+TrajectoryFile readTrajectory(const std::string& path) {
+    std::string problem;
+    std::optional<TrajectoryFile> trajectory = readTrajectoryFile(path, problem);
+    if (!trajectory)
+        throw CannotCompare(problem);
+    return *std::move(trajectory);
+}
+
+bool compareTrajectoryFiles(const CompareOptions& options, Streams& streams) {
+    if (!options.difference.empty() || options.allowed > 0.0)
+        throw CannotCompare("--difference and --allowed are for pictures");
+    if (options.a == "-" && options.b == "-")
+        throw CannotCompare("only one of the two can be standard input");
+    const TrajectoryFile a = readTrajectory(options.a);
+    const TrajectoryFile b = readTrajectory(options.b);
+    TrajectoryReport report;
+    report.a = inputName(options.a);
+    report.b = inputName(options.b);
+    report.tolerance = options.tolerance;
+    report.listed = options.listed;
+    report.comparison = compareTrajectories(a, b, options.tolerance, [&](const SampleDifference& difference) {
+        ++report.found;
+        if (report.differences.size() < options.listed)
+            report.differences.push_back(difference);
+    });
+    options.isJson ? writeJson(streams.out, report) : writeText(streams.out, report);
+    return report.comparison.agrees();
+}
+
+bool compareFiles(const CompareOptions& options, Streams& streams) {
+    const bool isPictureA = isPicture(options.a);
+    const bool isPictureB = isPicture(options.b);
+    if (isPictureA && isPictureB)
+        return comparePictureFiles(options, streams);
+    if (isPictureA || isPictureB)
+        throw CannotCompare(
+            inputName(isPictureA ? options.a : options.b) + " is a picture, " +
+            inputName(isPictureA ? options.b : options.a) + " is not");
+    return compareTrajectoryFiles(options, streams);
+}
+} // namespace
+
+SubCommand addCompareCommand(CLI::App& parent) {
+    const auto options = std::make_shared<CompareOptions>();
+    CLI::App* const parser = parent.add_subcommand(
+        "compare", "Compare two pictures or two trajectories; the exit status is 1 when they differ.");
+    parser->add_option("A", options->a, "Picture or trajectory; - is a trajectory on standard input")->required();
+    parser->add_option("B", options->b, "What to compare A with, of the same kind")->required();
+    parser
+        ->add_option(
+            "--tolerance", options->tolerance,
+            "Largest difference that counts as none: of a colour channel (0 to 255) in pictures, of any number in "
+            "trajectories")
+        ->type_name("NUMBER")
+        ->check(CLI::NonNegativeNumber.description(""))
+        ->capture_default_str();
+    parser
+        ->add_option(
+            "--allowed", options->allowed, "Share of a picture's pixels, 0 to 1, that may differ by more than that")
+        ->type_name("SHARE")
+        ->check(CLI::Range(0.0, 1.0).description(""))
+        ->capture_default_str();
+    parser
+        ->add_option(
+            "--difference", options->difference,
+            "Picture to write: A in dim grey, with the pixels that differ in red, the brighter the more")
+        ->type_name("OUT");
+    parser
+        ->add_option(
+            "--list", options->listed, "How many differences between trajectories to list; the summary counts all")
+        ->type_name("COUNT")
+        ->capture_default_str();
+    parser->add_flag("--json", options->isJson, "Write the result as JSON");
+    return {parser, [options](Streams& streams) {
+                try {
+                    return compareFiles(*options, streams) ? ExitStatus::Success : ExitStatus::ProblemsFound;
+                } catch (const CannotCompare& reason) {
+                    streams.err << "sorvane compare: " << reason.what() << std::endl;
+                    return ExitStatus::Failed;
+                }
+            }};
+}

@@ -1,0 +1,179 @@
+// `sorvane export`: writes a trajectory as a table or for a map.
+#include "exportcommand.h"
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <QStringList>
+
+#include <CLI/CLI.hpp>
+
+#include "atomicfile.h"
+#include "czmlwriter.h"
+#include "interrupt.h"
+#include "kmlwriter.h"
+#include "measuretext.h"
+#include "samplecsv.h"
+#include "trajectoryfile.h"
+
+namespace {
+struct ExportOptions {
+    std::string file;
+    std::string output = "-";
+    std::string format; // empty: by the output's extension
+    std::string unit;   // empty: not stated
+    std::string origin;
+    std::string epoch = "2000-01-01T00:00:00Z";
+    double xBearingDegrees = 90.0;
+};
+
+// What is wrong, for people; nothing when all is well.
+using Complaint = std::optional<std::string>;
+
+LengthUnit unitOf(const std::string& name) {
+    if (name == "ft")
+        return LengthUnit::Feet;
+    return name == "m" ? LengthUnit::Metres : LengthUnit::Unstated;
+}
+
+std::string formatOf(const ExportOptions& options) {
+    if (!options.format.empty())
+        return options.format;
+    const std::string extension = std::filesystem::path(options.output).extension().string();
+    return extension.empty() ? "csv" : CLI::detail::to_lower(extension.substr(1));
+}
+
+std::optional<GeodeticPosition> parseOrigin(const std::string& text) {
+    const QStringList parts = QString::fromStdString(text).split(u',');
+    if (parts.size() != 2 && parts.size() != 3)
+        return std::nullopt;
+    double values[3] = {};
+    for (int i = 0; i < parts.size(); ++i) {
+        bool isNumber = false;
+        values[i] = parts[i].toDouble(&isNumber);
+        if (!isNumber)
+            return std::nullopt;
+    }
+    const GeodeticPosition origin{values[0], values[1], values[2]};
+    const bool isOnEarth = std::abs(origin.latitudeDegrees) <= 90.0 && std::abs(origin.longitudeDegrees) <= 360.0 &&
+                           std::isfinite(origin.height);
+    return isOnEarth ? std::optional(origin) : std::nullopt;
+}
+
+// A run of the sub-command.
+class Export {
+public:
+    Export(const ExportOptions& options, Streams& streams)
+        : options_(options), format_(formatOf(options)), unit_(unitOf(options.unit)), streams_(streams) {}
+
+    Complaint run() {
+        if (format_ != "csv" && format_ != "kml" && format_ != "czml")
+            return "the format does not follow from the name " + options_.output + ": give --format";
+        if (format_ != "csv")
+            if (const Complaint complaint = takePlace())
+                return complaint;
+        std::string problem;
+        const std::optional<TrajectoryFile> trajectory = readTrajectoryFile(options_.file, problem);
+        if (!trajectory)
+            return problem;
+        if (format_ != "csv" && !(worldTimeAfter(epoch_, trajectory->samples.firstKey()) &&
+                                  worldTimeAfter(epoch_, trajectory->samples.lastKey())))
+            return inputName(options_.file) + ": its times lie outside the years 1 to 9999";
+        if (options_.output == "-") {
+            writeSamples(streams_.out, trajectory->samples);
+            return std::nullopt;
+        }
+        return writeFile(trajectory->samples);
+    }
+
+private:
+    // What only the formats for maps need.
+    Complaint takePlace() {
+        if (options_.origin.empty() || unit_ == LengthUnit::Unstated)
+            return format_ + " needs --origin and --unit";
+        const std::optional<GeodeticPosition> origin = parseOrigin(options_.origin);
+        if (!origin)
+            return "--origin is not LAT,LON or LAT,LON,ALT: " + options_.origin;
+        const std::optional<WorldTime> epoch = parseWorldTime(options_.epoch);
+        if (!epoch)
+            return "--epoch is no date of ISO 8601: " + options_.epoch;
+        origin_ = *origin;
+        epoch_ = *epoch;
+        return std::nullopt;
+    }
+
+    void writeSamples(std::ostream& out, const QMap<double, keyframe>& samples) const {
+        if (format_ == "csv") {
+            writeSampleCsv(out, samples, unit_);
+            return;
+        }
+        const std::string name = std::filesystem::path(inputName(options_.file)).filename().string();
+        const PlacedEngagement engagement{
+            name, samples, LocalFrame(origin_, options_.xBearingDegrees, metresPer(unit_)), epoch_};
+        format_ == "kml" ? writeKml(out, engagement) : writeCzml(out, engagement);
+    }
+
+    Complaint writeFile(const QMap<double, keyframe>& samples) const {
+        const Interrupt interrupt;
+        AtomicFile file(options_.output);
+        if (file.problem())
+            return file.problem();
+        std::ofstream stream(file.temporaryPath(), std::ios::binary);
+        writeSamples(stream, samples);
+        stream.close();
+        if (!stream)
+            return options_.output + ": could not be written";
+        if (Interrupt::requested() != 0)
+            return options_.output + ": not written, since the command was interrupted";
+        return file.commit() ? std::nullopt : file.problem();
+    }
+
+    const ExportOptions& options_;
+    std::string format_;
+    LengthUnit unit_;
+    Streams& streams_;
+    GeodeticPosition origin_;
+    WorldTime epoch_ = 0;
+};
+} // namespace
+
+SubCommand addExportCommand(CLI::App& parent) {
+    const auto options = std::make_shared<ExportOptions>();
+    CLI::App* const parser =
+        parent.add_subcommand("export", "Write a trajectory as a table (CSV) or for a map (KML, CZML).");
+    parser->add_option("FILE", options->file, "Trajectory to read; - is standard input")->required();
+    parser->add_option("-o,--output", options->output, "File to write; standard output without it")->type_name("OUT");
+    parser->add_option("--format", options->format, "What to write; without it OUT's extension decides, or CSV")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"csv", "kml", "czml"}));
+    parser->add_option("--unit", options->unit, "What one of the trajectory's units of length is; needed for maps")
+        ->type_name("UNIT")
+        ->check(CLI::IsMember({"ft", "m"}));
+    parser
+        ->add_option(
+            "--origin", options->origin,
+            "Where the trajectory's origin lies: degrees north, degrees east, metres above the WGS-84 ellipsoid (CZML) "
+            "or above sea level (KML); needed for maps")
+        ->type_name("LAT,LON[,ALT]");
+    parser
+        ->add_option(
+            "--x-bearing", options->xBearingDegrees,
+            "Where x points, in degrees from north towards east; y points 90 degrees to the right of it and z down. "
+            "Without it x is east and y south, as the viewer lays the terrain")
+        ->type_name("DEGREES")
+        ->capture_default_str();
+    parser->add_option("--epoch", options->epoch, "Date and time of the trajectory's time 0 on maps, in ISO 8601")
+        ->type_name("DATE")
+        ->capture_default_str();
+    return {parser, [options](Streams& streams) {
+                if (const Complaint complaint = Export(*options, streams).run()) {
+                    streams.err << "sorvane export: " << *complaint << std::endl;
+                    return ExitStatus::Failed;
+                }
+                return ExitStatus::Success;
+            }};
+}

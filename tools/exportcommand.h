@@ -1,0 +1,6 @@
+// `sorvane export`: writes a trajectory as a table or for a map.
+#pragma once
+
+#include "subcommand.h"
+
+SubCommand addExportCommand(CLI::App& parent);

@@ -1,0 +1,6 @@
+// `sorvane manual`: writes the manual page and the completions; hidden, for who packages the command.
+#pragma once
+
+#include "subcommand.h"
+
+SubCommand addManualCommand(CLI::App& parent);

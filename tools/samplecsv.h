@@ -1,0 +1,14 @@
+// Writes the samples of a trajectory as comma-separated values.
+#pragma once
+
+#include <ostream>
+
+#include <QMap>
+
+#include "keyframe.h"
+#include "measuretext.h"
+
+// A line of names, then a line for each sample: time, the positions and attitudes of target and threat, the gyro,
+// range, closing speed and aspect (as encounterAt gives them). Numbers are the shortest that read back exactly; the
+// names of lengths and speeds end in `unit`.
+void writeSampleCsv(std::ostream& out, const QMap<double, keyframe>& samples, LengthUnit unit);

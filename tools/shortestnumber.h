@@ -1,0 +1,20 @@
+// Numbers as the shortest text that reads back exactly, the same whatever the locale.
+#pragma once
+
+#include <array>
+#include <charconv>
+#include <string>
+
+// A float's text is the shortest for a float.
+template <class Number> void appendShortest(std::string& text, Number value) {
+    std::array<char, 32> digits{};
+    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    if (error == std::errc())
+        text.append(digits.data(), end);
+}
+
+template <class Number> std::string shortestText(Number value) {
+    std::string text;
+    appendShortest(text, value);
+    return text;
+}
