@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include "democommand.h"
+#include "rendercommand.h"
 
 CommandLine::CommandLine()
     : parser(std::make_unique<CLI::App>("Looks into engagement files, checks and renders them.")) {
@@ -14,6 +15,7 @@ CommandLine::CommandLine()
     parser->require_subcommand(1);
     subCommands = {
         addDemoCommand(*parser),
+        addRenderCommand(*parser),
     };
 }
 
