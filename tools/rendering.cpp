@@ -2,6 +2,7 @@
 #include "rendering.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 #include <fcntl.h>
@@ -13,6 +14,7 @@
 #include "movieoutput.h"
 #include "pictureoutput.h"
 #include "progressbar.h"
+#include "videolog.h"
 
 namespace {
 constexpr double kEndOfTime = 1.0e9; // later than any sample
@@ -29,12 +31,14 @@ private:
     bool loadFile(const std::string& path);
     bool isFollowedFile(std::size_t file) const { return request_.followedFile == file + 1; }
     bool writeFrames(const RenderPlan& plan, FrameOutput& output);
+    std::optional<std::string> drawFrames(const RenderPlan& plan, FrameOutput& output);
     bool fail(const std::string& text);
     void say(const std::string& text) { streams_.err << "sorvane render: " << text << std::endl; }
 
     const RenderRequest& request_;
     Streams& streams_;
     Interrupt interrupt_;
+    QuietVideoLog quietVideoLog_; // what matters of it is in the outputs' problems
     OffscreenView view_;
     double endSeconds_ = 0.0;  // of the longest engagement
     std::size_t followed_ = 0; // among those that could be loaded
@@ -54,6 +58,10 @@ std::unique_ptr<FrameOutput> outputOf(const RenderPlan& plan) {
     if (plan.kind == OutputKind::Movie)
         return std::make_unique<MovieOutput>(plan.name.path(0), plan.size);
     return std::make_unique<PictureOutput>(plan.name, plan.frameCount);
+}
+
+std::string problemOf(const FrameOutput& output) {
+    return output.problem().value_or("the frames could not be written");
 }
 
 bool Rendering::fail(const std::string& text) {
@@ -116,21 +124,29 @@ bool Rendering::loadFile(const std::string& path) {
 }
 
 bool Rendering::writeFrames(const RenderPlan& plan, FrameOutput& output) {
-    ProgressBar progress(streams_, "frames", plan.frameCount);
+    if (const auto problem = drawFrames(plan, output))
+        return fail(*problem);
+    return output.finish() || fail(problemOf(output));
+}
+
+// Draws the frames and hands them over; says what ended that early.
+std::optional<std::string> Rendering::drawFrames(const RenderPlan& plan, FrameOutput& output) {
+    ProgressBar progress(streams_, plan.frameCount, "frames");
     SceneOptions scene = plan.scene;
     for (std::int64_t i = 0; i < plan.frameCount; ++i) {
         if (Interrupt::requested() != 0)
-            return fail("stopped after " + std::to_string(i) + " of " + std::to_string(plan.frameCount) + " frames");
+            return "stopped after " + std::to_string(i) + " of " + std::to_string(plan.frameCount) + " frames; " +
+                   (plan.kind == OutputKind::PictureSequence ? "finished pictures stay" : "nothing was written");
         scene.time = plan.timeOf(i);
         QImage picture;
         const LoaderOutcome drawn = runLoader([&] { picture = view_.draw(scene, plan.camera, followed_); });
         if (!drawn.hasReturned() || picture.isNull())
-            return fail("the scene could not be drawn");
+            return "the scene could not be drawn";
         if (!output.add(i, std::move(picture)))
-            return fail(output.problem().value_or("the frames could not be written"));
-        progress.advanceTo(i + 1);
+            return problemOf(output);
+        progress.show(i + 1);
     }
-    return output.finish() || fail(output.problem().value_or("the frames could not be written"));
+    return {};
 }
 } // namespace
 
