@@ -35,6 +35,13 @@ bool isSoftwareAskedFor() {
     return value != nullptr && *value != '\0' && std::strcmp(value, "0") != 0;
 }
 
+// On two processors the second one is for whoever writes the pictures: Mesa's software renderer, left to itself, takes
+// both with threads that gain it little. Works until the driver is loaded.
+void leaveAProcessorFree() {
+    if (std::thread::hardware_concurrency() <= 2)
+        ::setenv("LP_NUM_THREADS", "0", 0);
+}
+
 // The devices that are graphics processors.
 std::vector<EGLDeviceEXT> graphicsProcessors() {
     if (!isListed(eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS), "EGL_EXT_platform_device"))
@@ -75,6 +82,7 @@ OffscreenContext::~OffscreenContext() {
 }
 
 void OffscreenContext::createContext() {
+    leaveAProcessorFree();
     if (!isSoftwareAskedFor() && createContextOnDevice())
         return;
     if (!createContextOn(eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr)))

@@ -16,8 +16,12 @@ std::size_t threadCount(std::int64_t frameCount) {
 }
 } // namespace
 
+QByteArray extensionOf(const std::string& path) {
+    return QByteArray::fromStdString(std::filesystem::path(path).extension().string()).mid(1).toLower();
+}
+
 PictureOutput::PictureOutput(const NumberedName& name, std::int64_t frameCount)
-    : name_(name), queue_(2 * threadCount(frameCount)) {
+    : name_(name), format_(extensionOf(name.path(0))), queue_(2 * threadCount(frameCount)) {
     for (std::size_t i = 0; i < threadCount(frameCount); ++i)
         threads_.emplace_back(&PictureOutput::writeFrames, this);
 }
@@ -67,8 +71,10 @@ std::optional<std::string> PictureOutput::write(const NumberedFrame& frame) cons
     QFile device(QFile::decodeName(file.temporaryPath().c_str()));
     if (!device.open(QIODevice::WriteOnly))
         return path + ": " + device.errorString().toStdString();
-    QImageWriter writer(
-        &device, QByteArray::fromStdString(std::filesystem::path(path).extension().string()).mid(1).toLower());
+    QImageWriter writer(&device, format_);
+    // As the viewer saves them. For PNG it would only mean not to compress.
+    if (format_ != "png")
+        writer.setQuality(100);
     const bool isWritten = writer.write(frame.picture);
     // What is left in the device's buffer may be what finds the disk full.
     const bool isFlushed = device.flush();

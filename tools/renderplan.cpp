@@ -7,19 +7,14 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include <QByteArray>
 #include <QImageWriter>
 
 #include "moviesettings.h"
+#include "pictureoutput.h"
 #include "shellquote.h"
 
 namespace {
 constexpr std::int64_t kMostFrames = 10000000; // nearly four days of movie
-
-QByteArray extensionOf(const std::string& path) {
-    const std::string extension = std::filesystem::path(path).extension().string();
-    return QByteArray::fromStdString(extension.substr(extension.empty() ? 0 : 1)).toLower();
-}
 
 bool isMovie(const std::string& path) {
     const QByteArray extension = extensionOf(path);

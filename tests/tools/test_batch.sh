@@ -4,8 +4,8 @@
 set -euo pipefail
 fail() { echo "test_batch: $*" >&2; exit 1; }
 
-PATH=$(dirname "$1"):$PATH
-document=$2
+PATH=$(realpath "$(dirname "$1")"):$PATH
+document=$(realpath "$2")
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 unset DISPLAY WAYLAND_DISPLAY

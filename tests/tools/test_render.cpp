@@ -1,4 +1,5 @@
 // Rendering without a window: what the pictures show, and what is left behind when something goes wrong.
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -12,6 +13,7 @@
 #include <QImage>
 
 #include "commandrun.h"
+#include "environmentvariable.h"
 #include "moviereader.h"
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
@@ -23,6 +25,7 @@ using testing::StartsWith;
 struct RenderTest : testing::Test {
     TemporaryDirectory directory;
     TemporaryDirectory results;
+    EnvironmentVariable dataRoot{"PELSAR_DATA", directory.file("")}; // no bodies: the lines are what is drawn
     std::string trajectory;
 
     // Two seconds: target and threat fly along y, 1000 and 500 up; one flare under the target.
@@ -112,7 +115,13 @@ TEST_F(RenderTest, SequencesAndMoviesHoldTheFramesOfTheirTimes) {
     const std::vector<std::string> times = {"--view", "free", "--eye", "-400,-400,-1000",
                                             "--step", "0.25", "--to",  "2"};
     const CommandRun sequence = render("f%02d.png", times);
-    EXPECT_EQ(sequence.err + sequence.out, "");
+    EXPECT_EQ(sequence.out, "");
+    // What is missing is told, once and not with every frame.
+    EXPECT_EQ(
+        sequence.err.substr(0, sequence.err.find('\n')),
+        "sorvane render: " + trajectory + ": Unable to open file \"" + directory.file("") +
+            "tgt4004/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.atm\" for reading.");
+    EXPECT_EQ(std::ranges::count(sequence.err, '\n'), 3);
     EXPECT_EQ(resultNames().size(), 9U);
     const QImage last = rendered("last.png", {"--eye", "-400,-400,-1000", "--at", "2"});
     EXPECT_TRUE(QImage(QString::fromStdString(results.file("f08.png"))).convertToFormat(QImage::Format_RGB32) == last);

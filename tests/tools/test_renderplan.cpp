@@ -37,8 +37,9 @@ TEST(NumberedName, TakesOneNumber) {
     for (const Row& row : rows) {
         const NumberedName name(row.name);
         EXPECT_EQ(name.problem().has_value(), row.path == nullptr) << row.name;
-        if (row.path != nullptr)
+        if (row.path != nullptr) {
             EXPECT_EQ(name.path(row.number), row.path);
+        }
     }
 }
 
