@@ -83,7 +83,7 @@ std::optional<std::string> problemOfView(const RenderRequest& request) {
 
 // As the words of a command are written: whatever the locale, and read back to the same value.
 template <class Number> std::string numberText(Number value) {
-    std::array<char, 32> text;
+    std::array<char, 32> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
     return {text.data(), end};
 }

@@ -14,6 +14,7 @@
 
 #include "commandrun.h"
 #include "environmentvariable.h"
+#include "makedemonstration.h"
 #include "moviereader.h"
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
@@ -169,6 +170,25 @@ TEST_F(RenderTest, ABrokenFileIsNamedAndLeftOut) {
     EXPECT_EQ(unfollowed.status, ExitStatus::Failed);
     EXPECT_THAT(unfollowed.err, HasSubstr("sorvane render: there is no engagement for the camera to follow\n"));
     EXPECT_FALSE(resultNames().contains("none.png"));
+}
+
+TEST_F(RenderTest, AFileThatEndsTheViewerIsLeftOut) {
+    const QImage alone = rendered("alone.png");
+    ASSERT_EQ(makeDemonstration(directory.file("demo")), std::nullopt);
+    const std::string geometry = "demo/data/tgt4004/tgt4004.vnl";
+    std::string text = readWholeFile(directory.file(geometry));
+    const std::size_t corner = text.find("1 1 2 3 paint");
+    ASSERT_NE(corner, std::string::npos);
+    directory.write(geometry, text.replace(corner, 7, "1 0 2 3"));
+
+    const std::string broken = directory.file("demo/ETXYZ.OUT.turn");
+    const CommandRun run = render("a.png", {broken});
+    EXPECT_EQ(run.status, ExitStatus::ProblemsFound);
+    EXPECT_THAT(
+        run.err, HasSubstr(
+                     broken + ": us3 should be less than numVerts = 3528, but is 65535.\nsorvane render: " + broken +
+                     ": its files are too broken to be used\n"));
+    EXPECT_TRUE(QImage(QString::fromStdString(results.file("a.png"))).convertToFormat(QImage::Format_RGB32) == alone);
 }
 
 // While one lives, no file can grow beyond some bytes, as on a full disk.
