@@ -14,6 +14,7 @@
 #include "etxyz.h"
 #include "framegrab.h"
 #include "imageexport.h"
+#include "moviesettings.h"
 #include "qvideoencoder.h"
 #include "recordingtexts.h"
 #include "ui_new_sorvane.h"
@@ -233,15 +234,12 @@ void new_sorvane::on_recordButton_clicked() {
     if (path.isEmpty())
         return;
     finishRecording();
-    constexpr unsigned kBitRate = 10000000;
-    constexpr unsigned kFramesPerKeyFrame = 20;
-    constexpr unsigned kFramesPerSecond = 30;
     encoder = std::make_unique<QVideoEncoder>();
     isWriteErrorTold_ = false;
     // A refused movie leaves a closed encoder, which ignores every frame; the clock runs all the same.
     if (encoder->createFile(
-            path, static_cast<unsigned>(ui->glWidget->width()), static_cast<unsigned>(ui->glWidget->height()), kBitRate,
-            kFramesPerKeyFrame, kFramesPerSecond))
+            path, static_cast<unsigned>(ui->glWidget->width()), static_cast<unsigned>(ui->glWidget->height()),
+            kMovieBitsPerSecond, kMovieFramesPerKeyFrame, kMovieFramesPerSecond))
         notice_->mark(recordingMark(*encoder));
     else
         notice_->notify(refusalText(*encoder, ui->glWidget->size()));

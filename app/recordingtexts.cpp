@@ -1,16 +1,10 @@
 // What the view says about a recording.
 #include "recordingtexts.h"
 
-#include <algorithm>
-
+#include "moviesettings.h"
 #include "qvideoencoder.h"
 
 namespace {
-int nearestValidSide(int side) {
-    constexpr int kStep = QVideoEncoder::kSizeStep;
-    return std::max((side + kStep / 2) / kStep, 1) * kStep;
-}
-
 QString sizeText(const QSize& size) {
     return QStringLiteral("%1 × %2").arg(size.width()).arg(size.height());
 }
@@ -26,7 +20,7 @@ QString refusalText(const QVideoEncoder& encoder, const QSize& viewSize) {
             .arg(QVideoEncoder::kSizeStep)
             .arg(
                 sizeText(viewSize),
-                sizeText({nearestValidSide(viewSize.width()), nearestValidSide(viewSize.height())}));
+                sizeText({nearestMovieSide(viewSize.width()), nearestMovieSide(viewSize.height())}));
     case QVideoEncoder::Refusal::File:
         return QStringLiteral("Not recording: %1 could not be opened for writing.").arg(encoder.fileName());
     case QVideoEncoder::Refusal::Format:

@@ -6,11 +6,12 @@
 #include <CLI/CLI.hpp>
 
 #include "checkcommand.h"
-#include "democommand.h"
-#include "infocommand.h"
 #include "comparecommand.h"
+#include "democommand.h"
 #include "exportcommand.h"
+#include "infocommand.h"
 #include "manualcommand.h"
+#include "rendercommand.h"
 
 CommandLine::CommandLine()
     : parser(std::make_unique<CLI::App>("Looks into engagement files, checks and renders them.")) {
@@ -18,11 +19,12 @@ CommandLine::CommandLine()
     parser->set_version_flag("--version", "sorvane " SORVANE_VERSION);
     parser->require_subcommand(1);
     subCommands = {
-        addCheckCommand(*parser),
-        addDemoCommand(*parser),
         addInfoCommand(*parser),
-        addCompareCommand(*parser),
+        addCheckCommand(*parser),
+        addRenderCommand(*parser),
         addExportCommand(*parser),
+        addCompareCommand(*parser),
+        addDemoCommand(*parser),
         addManualCommand(*parser),
     };
     for (const SubCommand& command : subCommands)

@@ -4,9 +4,9 @@
 #include <QFile>
 #include <algorithm>
 #include <climits>
-#include <cstdio>
 #include <new>
 
+#include "videolog.h"
 #include "yuvconversion.h"
 
 extern "C" {
@@ -47,7 +47,7 @@ bool copySideData(const AVCodecContext& codec, AVStream* stream) {
 bool isAccepted(const QImage& image) {
     if (image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_ARGB32)
         return true;
-    std::puts("Wrong image format");
+    printVideoLine("Wrong image format");
     return false;
 }
 } // namespace
@@ -62,10 +62,10 @@ QVideoEncoder::~QVideoEncoder() {
 }
 
 void QVideoEncoder::initCodec() {
-    std::printf("License: %s\n", avformat_license());
+    printVideoLine("License: %s", avformat_license());
     // The format library's version under the codec library's label is deliberate: logs are compared by this line.
-    std::printf("AVCodec version %u\n", avformat_version());
-    std::printf("AVFormat configuration: %s\n", avformat_configuration());
+    printVideoLine("AVCodec version %u", avformat_version());
+    printVideoLine("AVFormat configuration: %s", avformat_configuration());
 }
 
 void QVideoEncoder::initVars() {
@@ -120,14 +120,14 @@ bool QVideoEncoder::createFile(
 
 bool QVideoEncoder::refuse(Refusal reason, const char* line) {
     refusal_ = reason;
-    std::puts(line);
+    printVideoLine("%s", line);
     return false;
 }
 
 bool QVideoEncoder::openContainer(const QByteArray& name) {
     outputFormat_ = av_guess_format(nullptr, name.constData(), nullptr);
     if (outputFormat_ == nullptr) {
-        std::puts("Could not deduce output format from file extension: using MPEG.");
+        printVideoLine("Could not deduce output format from file extension: using MPEG.");
         outputFormat_ = av_guess_format("mpeg", nullptr, nullptr);
     }
     formatContext_.reset(avformat_alloc_context());
@@ -221,7 +221,7 @@ bool QVideoEncoder::initFrame() {
 bool QVideoEncoder::writeHeader(const QByteArray& name) {
     if (avio_open(&formatContext_->pb, formatContext_->url, AVIO_FLAG_WRITE) < 0) {
         refusal_ = Refusal::File;
-        std::printf("Could not open '%s'\n", name.constData());
+        printVideoLine("Could not open '%s'", name.constData());
         return false;
     }
     if (avformat_write_header(formatContext_.get(), nullptr) < 0) {
@@ -278,7 +278,7 @@ bool QVideoEncoder::convertImage_sws(const QImage& image) {
         scaler_.release(), image.width(), image.height(), kImageFormat, static_cast<int>(width_),
         static_cast<int>(height_), kMovieFormat, SWS_BICUBIC, nullptr, nullptr, nullptr));
     if (scaler_ == nullptr) {
-        std::puts("Cannot initialize the conversion context");
+        printVideoLine("Cannot initialize the conversion context");
         return false;
     }
     if (picture_ == nullptr)
@@ -302,7 +302,7 @@ int QVideoEncoder::rowsToScale(const QImage& image) const {
 
 bool QVideoEncoder::convertImage(const QImage& image) {
     if (static_cast<unsigned>(image.width()) != width_ || static_cast<unsigned>(image.height()) != height_) {
-        std::puts("Wrong image size!");
+        printVideoLine("Wrong image size!");
         return false;
     }
     if (!isAccepted(image) || pictureBuffer_ == nullptr)

@@ -7,6 +7,7 @@
 #include <QOpenGLContext>
 #include <QWheelEvent>
 
+#include "camerasubject.h"
 #include "etxyz.h"
 #include "glentrypoints.h"
 #include "projection.h"
@@ -14,15 +15,6 @@
 #include "ui_new_sorvane.h"
 
 namespace {
-CameraSubject subjectAt(const etxyz& engagement, double time) {
-    const keyframe frame = engagement.InterpolatedFrame(time);
-    CameraSubject subject;
-    std::copy_n(frame.threatPos, 3, subject.threatPosition);
-    std::copy_n(frame.targetPos, 3, subject.targetPosition);
-    std::copy_n(frame.gyro, 3, subject.gyroAngles);
-    return subject;
-}
-
 ViewPoint viewPoint(const QPointF& position) {
     return {position.x(), position.y()};
 }

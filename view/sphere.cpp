@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "glapi.h"
+#include "glstate.h"
 
 #include <GL/freeglut.h>
 
@@ -15,5 +16,8 @@ void drawUnitSphere() {
         return;
     }
     static const std::unique_ptr<GLUquadric, void (*)(GLUquadric*)> quadric(gluNewQuadric(), gluDeleteQuadric);
+    // GLU begins its slices at the y axis, GLUT at the x axis.
+    const PushedMatrix matrix;
+    glRotatef(90.0F, 0.0F, 0.0F, 1.0F);
     gluSphere(quadric.get(), 1.0, kSlices, kStacks);
 }

@@ -1,0 +1,254 @@
+// Rendering without a window: what the pictures show, and what is left behind when something goes wrong.
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <set>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <QImage>
+
+#include "commandrun.h"
+#include "environmentvariable.h"
+#include "makedemonstration.h"
+#include "moviereader.h"
+#include "temporarydirectory.h"
+#include "trajectorytext.h"
+
+namespace {
+using testing::HasSubstr;
+using testing::StartsWith;
+
+struct RenderTest : testing::Test {
+    TemporaryDirectory directory;
+    TemporaryDirectory results;
+    EnvironmentVariable dataRoot{"PELSAR_DATA", directory.file("")}; // no bodies: the lines are what is drawn
+    std::string trajectory;
+
+    // Two seconds: target and threat fly along y, 1000 and 500 up; one flare under the target.
+    void SetUp() override {
+        QList<TestSample> samples;
+        for (int i = 0; i <= 20; ++i) {
+            TestSample sample;
+            sample.time = 0.1 * i;
+            sample.target[1] = 5.0 * i;
+            sample.threat[1] = 2.0 * i;
+            sample.gyro[2] = 90.0;
+            sample.flares = {{.y = 5.0 * i, .z = -990.0}};
+            samples.push_back(sample);
+        }
+        trajectory = directory.file("ETXYZ.OUT.1");
+        writeTrajectory(QString::fromStdString(trajectory), samples);
+    }
+
+    CommandRun render(const std::string& output, std::vector<std::string> options = {}) {
+        options.insert(options.begin(), {"render", trajectory, "-o", results.file(output)});
+        return runCommand(options);
+    }
+    QImage rendered(const std::string& output, const std::vector<std::string>& options = {}) {
+        const CommandRun run = render(output, options);
+        EXPECT_EQ(run.status, ExitStatus::Success) << run.err;
+        return QImage(QString::fromStdString(results.file(output))).convertToFormat(QImage::Format_RGB32);
+    }
+    std::set<std::string> resultNames() const {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(results.path()))
+            names.insert(entry.path().filename().string());
+        return names;
+    }
+};
+
+int litPixels(const QImage& image, int firstRow, int endRow) {
+    int count = 0;
+    for (int y = firstRow; y < endRow; ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += (image.pixel(x, y) & 0xFFFFFFU) != 0 ? 1 : 0;
+    return count;
+}
+
+TEST_F(RenderTest, ThePictureIsTheRightWayUp) {
+    // 10,000 m of ground from 1,000 m up: the grid fills the lower half, the axis alone reaches into the upper one.
+    const QImage picture = rendered("a.png", {"--eye", "9000,0,-1000", "--look-at", "0,0,-1000", "--no-history"});
+    EXPECT_EQ(picture.size(), QSize(640, 480));
+    EXPECT_GT(litPixels(picture, 240, 480), 5000);
+    EXPECT_LT(litPixels(picture, 0, 230), 1500);
+    EXPECT_GT(litPixels(picture, 0, 230), 100);
+    EXPECT_EQ(rendered("odd.ppm", {"--size", "33x17"}).size(), QSize(33, 17));
+}
+
+TEST_F(RenderTest, EveryOptionChangesThePicture) {
+    std::vector<QImage> pictures;
+    for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{
+             {},
+             {"--at", "2"},
+             {"--at", "2", "--no-history"},
+             {"--at", "2", "--no-drop-lines"},
+             {"--at", "2", "--no-grid"},
+             {"--at", "2", "--view", "target"},
+             {"--at", "2", "--view", "gyro"},
+             {"--at", "2", "--view", "free"},
+             {"--at", "2", "--eye", "-400,-400,-1000"},
+             {"--at", "2", "--eye", "-400,-400,-1000", "--look-at", "0,0,-900"}}) {
+        const QImage picture = rendered("a.png", options);
+        for (const QImage& other : pictures)
+            EXPECT_FALSE(picture == other) << testing::PrintToString(options);
+        pictures.push_back(picture);
+    }
+    // Behind the last sample everything stays where it was.
+    EXPECT_TRUE(rendered("a.png", {"--at", "2"}) == rendered("b.png", {"--at", "50"}));
+}
+
+TEST_F(RenderTest, TheCameraFollowsTheFileThatIsAskedFor) {
+    const QString other = QString::fromStdString(directory.file("ETXYZ.OUT.2"));
+    TestSample elsewhere;
+    elsewhere.threat[0] = 4000.0;
+    writeTrajectory(other, {elsewhere});
+    const QImage first = rendered("1.png", {other.toStdString()});
+    EXPECT_TRUE(rendered("2.png", {other.toStdString(), "--follow", "1"}) == first);
+    EXPECT_FALSE(rendered("3.png", {other.toStdString(), "--follow", "2"}) == first);
+}
+
+TEST_F(RenderTest, SequencesAndMoviesHoldTheFramesOfTheirTimes) {
+    const std::vector<std::string> times = {"--view", "free", "--eye", "-400,-400,-1000",
+                                            "--step", "0.25", "--to",  "2"};
+    const CommandRun sequence = render("f%02d.png", times);
+    EXPECT_EQ(sequence.out, "");
+    // What is missing is told, once and not with every frame.
+    EXPECT_EQ(
+        sequence.err.substr(0, sequence.err.find('\n')),
+        "sorvane render: " + trajectory + ": Unable to open file \"" + directory.file("") +
+            "tgt4004/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.atm\" for reading.");
+    EXPECT_EQ(std::ranges::count(sequence.err, '\n'), 3);
+    EXPECT_EQ(resultNames().size(), 9U);
+    const QImage last = rendered("last.png", {"--eye", "-400,-400,-1000", "--at", "2"});
+    EXPECT_TRUE(QImage(QString::fromStdString(results.file("f08.png"))).convertToFormat(QImage::Format_RGB32) == last);
+
+    for (const char* const name : {"a.avi", "a.mpg"}) {
+        EXPECT_EQ(render(name, times).status, ExitStatus::Success);
+        const Movie movie = readMovie(QString::fromStdString(results.file(name)));
+        ASSERT_EQ(movie.frames.size(), 9U) << name;
+        EXPECT_EQ(QSize(movie.width, movie.height), QSize(640, 480));
+        EXPECT_DOUBLE_EQ(movie.framesPerSecond, 30.0);
+        // The target's path runs through these pixels at the end and not at the beginning.
+        int differing = 0;
+        for (int y = 0; y < 480; ++y)
+            for (int x = 0; x < 640; ++x)
+                differing += std::abs(qGreen(movie.frames.back().pixel(x, y)) - qGreen(last.pixel(x, y))) > 60 ? 1 : 0;
+        EXPECT_LT(differing, 300) << name;
+    }
+}
+
+TEST_F(RenderTest, TheSameBytesComeOutEachTime) {
+    for (const char* const name : {"a.png", "a.jpg", "a.avi", "a.mpg"}) {
+        std::vector<std::string> options = {"--view", "target"};
+        EXPECT_EQ(render(name, options).status, ExitStatus::Success);
+        const std::string first = readWholeFile(results.file(name));
+        EXPECT_EQ(render(name, options).status, ExitStatus::Success);
+        EXPECT_FALSE(first.empty());
+        EXPECT_TRUE(readWholeFile(results.file(name)) == first) << name;
+    }
+}
+
+TEST_F(RenderTest, ABrokenFileIsNamedAndLeftOut) {
+    const QImage alone = rendered("alone.png");
+    const std::string broken = directory.write("ETXYZ.OUT.broken", "nonsense\n");
+    const std::string missing = directory.file("missing");
+    const CommandRun run = render("a.png", {broken, missing});
+    EXPECT_EQ(run.status, ExitStatus::ProblemsFound);
+    EXPECT_THAT(run.err, HasSubstr("sorvane render: " + broken + ": no engagement in it\n"));
+    EXPECT_THAT(run.err, HasSubstr("sorvane render: " + missing + ": No such file or directory\n"));
+    EXPECT_TRUE(QImage(QString::fromStdString(results.file("a.png"))).convertToFormat(QImage::Format_RGB32) == alone);
+
+    const CommandRun none = runCommand({"render", missing, "-o", results.file("none.png")});
+    EXPECT_EQ(none.status, ExitStatus::Failed);
+    EXPECT_THAT(none.err, HasSubstr("sorvane render: there is nothing to draw\n"));
+    const CommandRun unfollowed = render("none.png", {missing, "--follow", "2"});
+    EXPECT_EQ(unfollowed.status, ExitStatus::Failed);
+    EXPECT_THAT(unfollowed.err, HasSubstr("sorvane render: there is no engagement for the camera to follow\n"));
+    EXPECT_FALSE(resultNames().contains("none.png"));
+}
+
+TEST_F(RenderTest, AFileThatEndsTheViewerIsLeftOut) {
+    const QImage alone = rendered("alone.png");
+    ASSERT_EQ(makeDemonstration(directory.file("demo")), std::nullopt);
+    const std::string geometry = "demo/data/tgt4004/tgt4004.vnl";
+    std::string text = readWholeFile(directory.file(geometry));
+    const std::size_t corner = text.find("1 1 2 3 paint");
+    ASSERT_NE(corner, std::string::npos);
+    directory.write(geometry, text.replace(corner, 7, "1 0 2 3"));
+
+    const std::string broken = directory.file("demo/ETXYZ.OUT.turn");
+    const CommandRun run = render("a.png", {broken});
+    EXPECT_EQ(run.status, ExitStatus::ProblemsFound);
+    EXPECT_THAT(
+        run.err, HasSubstr(
+                     broken + ": us3 should be less than numVerts = 3528, but is 65535.\nsorvane render: " + broken +
+                     ": its files are too broken to be used\n"));
+    EXPECT_TRUE(QImage(QString::fromStdString(results.file("a.png"))).convertToFormat(QImage::Format_RGB32) == alone);
+}
+
+// While one lives, no file can grow beyond some bytes, as on a full disk.
+struct FullDisk {
+    FullDisk() {
+        ::getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit little{2000, before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &little);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+    rlimit before{};
+};
+
+TEST_F(RenderTest, AFailedWriteLeavesWhatWasThere) {
+    for (const char* const name : {"a.png", "a.bmp", "a.avi", "a.mpg"}) {
+        std::filesystem::remove_all(results.path());
+        results.write(name, "before");
+        CommandRun run;
+        {
+            const FullDisk full;
+            run = render(name, {"--view", "target"});
+        }
+        EXPECT_EQ(run.status, ExitStatus::Failed);
+        EXPECT_THAT(run.err, HasSubstr("sorvane render: " + results.file(name) + ": ")) << name;
+        EXPECT_EQ(resultNames(), std::set<std::string>{name});
+        EXPECT_EQ(readWholeFile(results.file(name)), "before");
+    }
+    for (const char* const name : {"missing/a.png", "missing/a.avi", "missing/%d.png"})
+        EXPECT_THAT(render(name).err, HasSubstr(": No such file or directory\n")) << name;
+    std::filesystem::create_directory(results.file("folder.png"));
+    EXPECT_THAT(render("folder.png").err, HasSubstr("folder.png: not a regular file\n"));
+}
+
+TEST_F(RenderTest, AnInterruptedRunLeavesNothing) {
+    for (const int signal : {SIGINT, SIGTERM}) {
+        std::thread killer([&] {
+            // The movie's temporary file appears once the signals are taken care of.
+            for (int i = 0; i < 1000 && resultNames().empty(); ++i)
+                std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            ::kill(::getpid(), signal);
+        });
+        const CommandRun run = render("a.avi", {"--to", "100000"});
+        killer.join();
+        EXPECT_EQ(run.status, ExitStatus::Failed);
+        EXPECT_THAT(run.err, StartsWith("sorvane render: "));
+        EXPECT_THAT(run.err, HasSubstr(" of 3030304 frames; nothing was written\n"));
+        EXPECT_EQ(resultNames(), std::set<std::string>{});
+    }
+}
+
+TEST_F(RenderTest, WithoutEglOneLineSaysSo) {
+    const std::string messages = directory.file("messages");
+    const std::string command = "__EGL_VENDOR_LIBRARY_FILENAMES=/nowhere '" SORVANE_COMMAND "' render '" + trajectory +
+                                "' -o '" + results.file("a.png") + "' 2>'" + messages + "'";
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 2);
+    EXPECT_EQ(
+        readWholeFile(messages),
+        "sorvane render: no OpenGL without a display: EGL offers none (is Mesa's EGL driver installed?)\n");
+}
+} // namespace

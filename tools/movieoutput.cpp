@@ -1,0 +1,66 @@
+// Frames as a movie.
+#include "movieoutput.h"
+
+#include <QFile>
+
+#include "moviesettings.h"
+
+MovieOutput::MovieOutput(const std::string& path, QSize size) : path_(path), file_(path) {
+    hasFailed_ =
+        file_.temporaryPath().empty() ||
+        !encoder_.createFile(
+            QFile::decodeName(file_.temporaryPath().c_str()), static_cast<unsigned>(size.width()),
+            static_cast<unsigned>(size.height()), kMovieBitsPerSecond, kMovieFramesPerKeyFrame, kMovieFramesPerSecond);
+    if (!hasFailed_)
+        thread_ = std::thread(&MovieOutput::encodeFrames, this);
+}
+
+MovieOutput::~MovieOutput() {
+    queue_.abandon();
+    if (thread_.joinable())
+        thread_.join();
+}
+
+bool MovieOutput::add(std::int64_t number, QImage picture) {
+    return !hasFailed_ && queue_.push({number, std::move(picture)});
+}
+
+bool MovieOutput::finish() {
+    queue_.close();
+    if (thread_.joinable())
+        thread_.join();
+    return !hasFailed_ && file_.commit();
+}
+
+std::optional<std::string> MovieOutput::problem() const {
+    if (file_.problem() || !hasFailed_)
+        return file_.problem();
+    if (encoder_.hasWriteError() || encoder_.refusal() == QVideoEncoder::Refusal::File)
+        return path_ + ": could not be written; is the disk full?";
+    return path_ + ": the movie could not be encoded";
+}
+
+void MovieOutput::encodeFrames() {
+    QImage last;
+    while (const auto frame = queue_.pop()) {
+        last = frame->picture;
+        if (!encode(last))
+            break;
+    }
+    // The encoder writes no frames that its codec holds back when it is closed: more of the last one push them out.
+    for (std::int64_t more = heldBack_; more > 0 && !hasFailed_; --more)
+        encode(last);
+    encoder_.close();
+    if (encoder_.hasWriteError())
+        hasFailed_ = true;
+    queue_.abandon();
+}
+
+bool MovieOutput::encode(const QImage& picture) {
+    const int bytes = encoder_.encodeImage(picture);
+    if (bytes == 0)
+        ++heldBack_;
+    if (bytes < 0 || encoder_.hasWriteError())
+        hasFailed_ = true;
+    return !hasFailed_;
+}

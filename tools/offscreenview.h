@@ -1,0 +1,53 @@
+// The viewer's view without its window: engagements, a camera and the drawing of a frame.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QImage>
+#include <QSize>
+
+#include "camera.h"
+#include "loaderguard.h"
+#include "offscreencontext.h"
+#include "scene.h"
+
+// Where the camera is. In a free view it stays at `eye` and looks at `lookAt`, in the viewer's world units.
+struct CameraChoice {
+    ViewMode mode = ViewThreat;
+    float eye[3] = {100.0F, 0.0F, 0.0F};
+    float lookAt[3] = {};
+};
+
+// A picture is a function of the engagements, the camera's choice and the options, its time among them: no frame
+// depends on the ones before. The OpenGL context is current on the thread that made the view.
+class OffscreenView {
+public:
+    explicit OffscreenView(QSize size);
+    ~OffscreenView();
+    OffscreenView(const OffscreenView&) = delete;
+    OffscreenView& operator=(const OffscreenView&) = delete;
+
+    // Why nothing can be drawn; nothing when all is well.
+    const std::optional<std::string>& problem() const { return context_.problem(); }
+
+    // Takes an engagement with samples and initialises its bodies, and its terrain if `withTerrain`. What the loaders
+    // say is in the result. When a file is so broken that they don't return, the engagement is not taken.
+    LoaderOutcome add(std::unique_ptr<etxyz> engagement, bool withTerrain);
+    std::size_t engagementCount() const { return engagements_.size(); }
+
+    // The camera as the viewer has it at `time` after the view was chosen, on the engagement number `followed`, from 0.
+    // Needs an engagement.
+    Camera cameraAt(double time, const CameraChoice& choice, std::size_t followed) const;
+
+    // Draws all engagements in the order in which they were added.
+    QImage draw(const SceneOptions& options, const CameraChoice& choice, std::size_t followed);
+
+private:
+    QSize size_;
+    OffscreenContext context_; // outlives what was made in it
+    std::vector<std::unique_ptr<etxyz>> engagements_;
+    Scene scene_;
+};

@@ -1,0 +1,175 @@
+// What is to be rendered: the options as the user gives them, and the frames that they come to.
+#include "renderplan.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+
+#include <QImageWriter>
+
+#include "moviesettings.h"
+#include "pictureoutput.h"
+#include "shellquote.h"
+
+namespace {
+constexpr std::int64_t kMostFrames = 10000000; // nearly four days of movie
+
+bool isMovie(const std::string& path) {
+    const QByteArray extension = extensionOf(path);
+    return extension == "avi" || extension == "mpg";
+}
+
+std::string sizeText(int width, int height) {
+    return std::to_string(width) + "x" + std::to_string(height);
+}
+
+std::optional<std::string> problemOfOutput(const RenderRequest& request) {
+    const std::string& output = request.output;
+    const NumberedName name(output);
+    if (name.problem())
+        return name.problem();
+    if (isMovie(output)) {
+        if (name.hasNumber())
+            return output + ": a movie's name has no number in it";
+        const QSize size = request.size;
+        const QSize valid(nearestMovieSide(size.width()), nearestMovieSide(size.height()));
+        if (size != valid)
+            return "the sides of a movie are multiples of " + std::to_string(QVideoEncoder::kSizeStep) + ": not " +
+                   sizeText(size.width(), size.height()) + ", but for example " +
+                   sizeText(valid.width(), valid.height());
+        return {};
+    }
+    const QByteArray extension = extensionOf(output);
+    if (extension.isEmpty())
+        return output + ": its extension tells what to make, such as .png, .avi or .mpg";
+    const QList<QByteArray> formats = QImageWriter::supportedImageFormats();
+    if (!formats.contains(extension))
+        return output + ": no format is called " + extension.toStdString() + ", but avi, mpg and " +
+               formats.join(", ").toStdString();
+    return {};
+}
+
+std::optional<std::string> problemOfTimes(const RenderRequest& request) {
+    const bool isSeries = isMovie(request.output) || NumberedName(request.output).hasNumber();
+    if (isSeries && request.atSeconds)
+        return "--at is for a single picture; a movie or a numbered sequence has --from and --to";
+    if (!isSeries && (request.fromSeconds || request.toSeconds || request.stepSeconds || request.speed))
+        return request.output + ": a single picture has --at; for a sequence put a number like %04d into the name";
+    if (request.stepSeconds && request.speed)
+        return "--step and --speed say the same thing; give one of them";
+    for (const auto& value :
+         {request.atSeconds, request.fromSeconds, request.toSeconds, request.stepSeconds, request.speed})
+        if (value && !std::isfinite(*value))
+            return "times are finite numbers";
+    for (const auto& value : {request.stepSeconds, request.speed})
+        if (value && !(*value > 0.0))
+            return "--step and --speed are above 0";
+    return {};
+}
+
+std::optional<std::string> problemOfView(const RenderRequest& request) {
+    if ((request.eye || request.lookAt) && request.view.value_or(ViewFree) != ViewFree)
+        return "--eye and --look-at place the free view's camera; the other views place their own";
+    const CameraChoice free;
+    if ((request.eye || request.lookAt) &&
+        request.eye.value_or(std::to_array(free.eye)) == request.lookAt.value_or(std::to_array(free.lookAt)))
+        return "--eye and --look-at are the same point";
+    if (request.followedFile && (*request.followedFile < 1 || *request.followedFile > request.files.size()))
+        return "--follow counts the files from 1 to " + std::to_string(request.files.size());
+    return {};
+}
+
+// As the words of a command are written: whatever the locale, and read back to the same value.
+template <class Number> std::string numberText(Number value) {
+    std::array<char, 32> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    return {text.data(), end};
+}
+
+std::string pointText(const float (&xyz)[3]) {
+    return numberText(xyz[0]) + "," + numberText(xyz[1]) + "," + numberText(xyz[2]);
+}
+
+std::string absolutePath(const std::string& path) {
+    return std::filesystem::absolute(path).lexically_normal().string();
+}
+} // namespace
+
+std::optional<std::string> problemOf(const RenderRequest& request) {
+    for (const auto& check : {problemOfOutput, problemOfTimes, problemOfView})
+        if (auto problem = check(request))
+            return problem;
+    return {};
+}
+
+PlannedRendering planRendering(const RenderRequest& request, double endSeconds) {
+    RenderPlan plan;
+    plan.name = NumberedName(request.output);
+    plan.size = request.size;
+    plan.scene = request.scene;
+    plan.camera.mode = request.view.value_or(request.eye || request.lookAt ? ViewFree : ViewThreat);
+    if (request.eye)
+        std::ranges::copy(*request.eye, plan.camera.eye);
+    if (request.lookAt)
+        std::ranges::copy(*request.lookAt, plan.camera.lookAt);
+    if (isMovie(request.output))
+        plan.kind = OutputKind::Movie;
+    else if (plan.name.hasNumber())
+        plan.kind = OutputKind::PictureSequence;
+    else {
+        plan.fromSeconds = plan.toSeconds = request.atSeconds.value_or(0.0);
+        return {plan, {}};
+    }
+
+    plan.fromSeconds = request.fromSeconds.value_or(0.0);
+    plan.toSeconds = request.toSeconds.value_or(std::max(endSeconds, plan.fromSeconds));
+    plan.stepSeconds = request.stepSeconds.value_or(kDefaultStepSeconds * request.speed.value_or(1.0));
+    // A last frame that falls on the end is not lost to rounding.
+    constexpr double kSlack = 1e-6;
+    const double steps = std::floor((plan.toSeconds - plan.fromSeconds) / plan.stepSeconds + kSlack);
+    if (!(steps >= 0.0))
+        return {
+            plan,
+            "there is no frame from " + numberText(plan.fromSeconds) + " s to " + numberText(plan.toSeconds) + " s"};
+    if (steps >= static_cast<double>(kMostFrames))
+        return {
+            plan, "there are more than " + std::to_string(kMostFrames) + " frames from " +
+                      numberText(plan.fromSeconds) + " s to " + numberText(plan.toSeconds) + " s"};
+    plan.frameCount = static_cast<std::int64_t>(steps) + 1;
+    return {plan, {}};
+}
+
+std::string reproducingCommand(const RenderRequest& request, const RenderPlan& plan) {
+    std::vector<std::string> words;
+    const char* const dataRoot = std::getenv("PELSAR_DATA");
+    if (dataRoot != nullptr && *dataRoot != '\0')
+        words = {"env", std::string("PELSAR_DATA=") + dataRoot};
+    words.insert(words.end(), {"sorvane", "render"});
+    for (const std::string& file : request.files)
+        words.push_back(absolutePath(file));
+    words.insert(words.end(), {"-o", absolutePath(request.output)});
+    const auto view = std::ranges::find(kViewNames, plan.camera.mode, &ViewName::mode);
+    words.insert(words.end(), {"--view", view->name});
+    if (plan.camera.mode == ViewFree)
+        words.insert(words.end(), {"--eye", pointText(plan.camera.eye), "--look-at", pointText(plan.camera.lookAt)});
+    if (plan.kind == OutputKind::Picture)
+        words.insert(words.end(), {"--at", numberText(plan.fromSeconds)});
+    else
+        words.insert(
+            words.end(), {"--from", numberText(plan.fromSeconds), "--to", numberText(plan.toSeconds), "--step",
+                          numberText(plan.stepSeconds)});
+    words.insert(words.end(), {"--size", sizeText(plan.size.width(), plan.size.height())});
+    if (request.followedFile)
+        words.insert(words.end(), {"--follow", std::to_string(*request.followedFile)});
+    if (plan.scene.showTerrain)
+        words.emplace_back("--terrain");
+    if (!plan.scene.showGrid)
+        words.emplace_back("--no-grid");
+    if (!plan.scene.showHistoryLines)
+        words.emplace_back("--no-history");
+    if (!plan.scene.showDropLines)
+        words.emplace_back("--no-drop-lines");
+    return shellCommand(words);
+}

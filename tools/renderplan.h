@@ -1,0 +1,76 @@
+// What is to be rendered: the options as the user gives them, and the frames that they come to.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QSize>
+
+#include "numberedname.h"
+#include "offscreenview.h"
+#include "scene.h"
+
+constexpr double kDefaultStepSeconds = 0.033; // what a tick of the viewer's clock adds at speed 1.0
+
+// The options of a rendering as the user gives them; what is not given has a default that may depend on the rest.
+struct RenderRequest {
+    std::vector<std::string> files;
+    std::string output;
+    std::optional<ViewMode> view;
+    std::optional<std::array<float, 3>> eye;
+    std::optional<std::array<float, 3>> lookAt;
+    std::optional<double> atSeconds; // of the one picture
+    std::optional<double> fromSeconds;
+    std::optional<double> toSeconds;
+    std::optional<double> stepSeconds;
+    std::optional<double> speed;
+    std::optional<std::size_t> followedFile; // from 1
+    QSize size{640, 480};
+    SceneOptions scene; // its time is not used
+};
+
+enum class OutputKind {
+    Picture,
+    PictureSequence,
+    Movie,
+};
+
+// The frames of a rendering. Frame number i shows the time from + i · step, however many came before it.
+struct RenderPlan {
+    OutputKind kind = OutputKind::Picture;
+    NumberedName name{""};
+    QSize size;
+    CameraChoice camera;
+    SceneOptions scene;
+    double fromSeconds = 0.0;
+    double toSeconds = 0.0;
+    double stepSeconds = kDefaultStepSeconds;
+    std::int64_t frameCount = 1;
+
+    double timeOf(std::int64_t frame) const { return fromSeconds + static_cast<double>(frame) * stepSeconds; }
+};
+
+// What is wrong with the request whatever the files hold; nothing when it can be tried.
+std::optional<std::string> problemOf(const RenderRequest& request);
+
+// The plan for a request without problems, of engagements of which the longest ends at `endSeconds`. A `problem` is set
+// when the times come to no frame or to more than can be meant.
+struct PlannedRendering {
+    RenderPlan plan;
+    std::optional<std::string> problem;
+};
+PlannedRendering planRendering(const RenderRequest& request, double endSeconds);
+
+// The command that makes the same pictures from any folder: absolute paths, every default spelt out.
+std::string reproducingCommand(const RenderRequest& request, const RenderPlan& plan);
+
+// The names of the views, with their modes.
+struct ViewName {
+    const char* name = "";
+    ViewMode mode = ViewThreat;
+};
+constexpr std::array<ViewName, 4> kViewNames = {
+    {{"threat", ViewThreat}, {"gyro", ViewGyro}, {"target", ViewTarget}, {"free", ViewFree}}};

@@ -1,0 +1,15 @@
+// How the movies of engagements are encoded, whoever makes them.
+#pragma once
+
+#include "qvideoencoder.h"
+
+constexpr unsigned kMovieBitsPerSecond = 10000000;
+constexpr unsigned kMovieFramesPerKeyFrame = 20;
+constexpr unsigned kMovieFramesPerSecond = 30;
+
+// The side nearest to `side` pixels that a movie can have.
+constexpr int nearestMovieSide(int side) {
+    constexpr int kStep = QVideoEncoder::kSizeStep;
+    const int nearest = side / kStep + (side % kStep >= kStep / 2 ? 1 : 0);
+    return (nearest < 1 ? 1 : nearest) * kStep;
+}

@@ -1,0 +1,34 @@
+// The lines that the movie writer prints.
+#include "videolog.h"
+
+#include <atomic>
+#include <cstdarg>
+#include <cstdio>
+
+extern "C" {
+#include <libavutil/log.h>
+}
+
+namespace {
+std::atomic<int> quietLogs = 0;
+}
+
+void printVideoLine(const char* format, ...) {
+    if (quietLogs > 0)
+        return;
+    std::va_list values;
+    va_start(values, format);
+    std::vprintf(format, values);
+    va_end(values);
+    std::putchar('\n');
+}
+
+QuietVideoLog::QuietVideoLog() : levelBefore_(av_log_get_level()) {
+    ++quietLogs;
+    av_log_set_level(AV_LOG_QUIET);
+}
+
+QuietVideoLog::~QuietVideoLog() {
+    av_log_set_level(levelBefore_);
+    --quietLogs;
+}
