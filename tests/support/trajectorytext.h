@@ -20,7 +20,7 @@ struct TestSample {
     double target[3] = {0.0, 0.0, -1000.0};
     double threat[3] = {0.0, 0.0, -500.0};
     double gyro[3] = {0.0, 0.0, 0.0};
-    QList<TestFlare> flares;
+    QList<TestFlare> flares{};
 };
 
 // Twelve header lines that name no existing file, with the colour name (line 9) and the seeker's field of view (line
