@@ -27,7 +27,7 @@ void addRow(QGridLayout& grid, const KeyRow& row) {
 
 KeyHelp::KeyHelp(QWidget& window) : QDialog(&window) {
     setObjectName(QStringLiteral("keyHelp"));
-    setWindowTitle(tr("Keys"));
+    setWindowTitle(QStringLiteral("Keys"));
     auto* const grid = new QGridLayout(this);
     grid->setHorizontalSpacing(24);
     grid->setVerticalSpacing(2);
@@ -41,10 +41,18 @@ KeyHelp::KeyHelp(QWidget& window) : QDialog(&window) {
     }
 }
 
+void KeyHelp::toggle() {
+    setVisible(!isVisible());
+    if (isVisible()) {
+        raise();
+        activateWindow();
+    }
+}
+
 void KeyHelp::keyPressEvent(QKeyEvent* event) {
     const KeyRow* const row = keyRowOf(event->keyCombination());
     if (row != nullptr && row->command == KeyCommand::ShowKeys)
-        close();
+        toggle();
     else
         QDialog::keyPressEvent(event);
 }

@@ -3,10 +3,12 @@
 
 #include <QDialog>
 
-// Opens beside the viewer, which goes on; F1, ? or Escape close it.
+// Stands beside the viewer, which goes on; F1 and ? open and close it.
 class KeyHelp : public QDialog {
 public:
     explicit KeyHelp(QWidget& window);
+
+    void toggle();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -39,10 +39,10 @@ enum class KeyCommand {
 };
 
 struct KeyRow {
-    KeyCommand command;
-    std::array<QKeyCombination, 2> keys; // the second one is Qt::Key_unknown where there is only one
-    const char* section;                 // rows of one section stand together
-    const char* effect;
+    KeyCommand command{};
+    std::array<QKeyCombination, 2> keys{}; // the second one is Qt::Key_unknown where there is only one
+    const char* section = "";              // rows of one section stand together
+    const char* effect = "";
     bool repeats = false; // whether the key acts again and again while it is held
 };
 

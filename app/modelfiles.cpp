@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include "dataroot.h"
 #include "etxyz.h"
@@ -12,13 +13,15 @@ void addFile(StampedFiles& files, const QString& path) {
     files.push_back({path, fileStamp(path)});
 }
 
-void addFolder(StampedFiles& files, const QString& folder) {
-    for (const QString& name : QDir(folder).entryList(QDir::Files, QDir::Name))
-        addFile(files, QDir(folder).filePath(name));
+// The files of a folder whose names begin with `prefix`.
+void addFolder(StampedFiles& files, const QDir& folder, const QString& prefix = {}) {
+    for (const QString& name : folder.entryList(QDir::Files, QDir::Name))
+        if (name.startsWith(prefix))
+            addFile(files, folder.filePath(name));
 }
 
-QString shaderFolder() {
-    return QFile::decodeName(dataPath("openglshaders/").c_str());
+QDir shaderFolder() {
+    return {QFile::decodeName(dataPath("openglshaders/").c_str())};
 }
 
 StampedFiles
@@ -32,6 +35,19 @@ bodyFiles(const QString& brdf, const QString& geometryBase, const QString& signa
     addFolder(files, shaderFolder());
     return files;
 }
+
+StampedFiles terrainFiles(const QString& topography, const QString& radiances) {
+    StampedFiles files;
+    addFile(files, topography);
+    addFile(files, radiances);
+    const QFileInfo raster(topography);
+    const QString stem = raster.completeBaseName() + u'.';
+    // A description names files as it likes.
+    const bool isDescribed = QFile::exists(raster.dir().filePath(stem + QStringLiteral("xml")));
+    addFolder(files, raster.dir(), isDescribed ? QString() : stem);
+    addFolder(files, shaderFolder());
+    return files;
+}
 } // namespace
 
 ModelFiles modelFilesOf(const etxyz& engagement) {
@@ -42,14 +58,6 @@ ModelFiles modelFilesOf(const etxyz& engagement) {
     files.threat = bodyFiles(
         engagement.threatSignatureBase + QStringLiteral(".brdf"), engagement.threatModelBase,
         engagement.threatSignatureBase, atmosphere);
-    // The paths come first: two rasters of one folder are two terrains.
-    addFile(files.terrain, engagement.terrainTopoPath);
-    addFile(files.terrain, engagement.terrainRadPath);
-    const QString topography = QFileInfo(engagement.terrainTopoPath).path();
-    const QString radiances = QFileInfo(engagement.terrainRadPath).path();
-    addFolder(files.terrain, topography);
-    if (radiances != topography)
-        addFolder(files.terrain, radiances);
-    addFolder(files.terrain, shaderFolder());
+    files.terrain = terrainFiles(engagement.terrainTopoPath, engagement.terrainRadPath);
     return files;
 }

@@ -9,7 +9,7 @@ class etxyz;
 struct ModelFiles {
     StampedFiles target;
     StampedFiles threat;
-    StampedFiles terrain; // every file in the folders of its rasters, since a description can name any of them
+    StampedFiles terrain; // with a description every file of its folder, else those of its stem
 };
 
 // As they are on disk now.

@@ -123,7 +123,7 @@ void WindowFeatures::run(KeyCommand command) {
     case KeyCommand::Reload:
         return reload();
     case KeyCommand::ShowKeys:
-        return help_->show();
+        return help_->toggle();
     case KeyCommand::Exit:
         return parts_.form.actionExit->trigger();
     }
