@@ -1,9 +1,6 @@
 // The main window: the form, the playback clock and the list of engagements.
 #include "new_sorvane.h"
 
-#include <algorithm>
-#include <vector>
-
 #include <QDebug>
 #include <QFileDialog>
 #include <QMenu>
@@ -14,30 +11,15 @@
 #include "etxyz.h"
 #include "framegrab.h"
 #include "imageexport.h"
+#include "keptengagements.h"
 #include "moviesettings.h"
+#include "playbackclock.h"
 #include "qvideoencoder.h"
 #include "recordingtexts.h"
 #include "ui_new_sorvane.h"
 #include "viewnotice.h"
 #include "viewsizesteps.h"
-
-namespace {
-constexpr int kTickMilliseconds = 33;
-constexpr double kTickSeconds = 0.033;
-constexpr double kEndOfTime = 1.0e9; // later than any sample
-
-// Milliseconds as the slider counts them, truncated. Times that no int holds end at its limits.
-int sliderValue(double seconds) {
-    return static_cast<int>(std::clamp(seconds * 1000.0, -2147483648.0, 2147483647.0));
-}
-
-// Registered engagements live until the process ends and stay reachable from here, so that nothing that they own has to
-// be ended without a GL context.
-void keepUntilExit(std::unique_ptr<etxyz> engagement) {
-    static auto* const kept = new std::vector<std::unique_ptr<etxyz>>;
-    kept->push_back(std::move(engagement));
-}
-} // namespace
+#include "windowfeatures.h"
 
 new_sorvane::new_sorvane(QWidget* parent) : QMainWindow(parent), ui(std::make_unique<Ui::new_sorvane>()) {
     Q_INIT_RESOURCE(resources);
@@ -54,6 +36,8 @@ new_sorvane::new_sorvane(QWidget* parent) : QMainWindow(parent), ui(std::make_un
     notice_ = new ViewNotice(*ui->glWidget);
     new ViewSizeSteps(*this, *ui->glWidget, *ui->recordButton);
     CopyKeyFilter::installOn(*ui->doubleSpinBox);
+    clock_ = std::make_unique<PlaybackClock>(*timer, *ui->playButton);
+    features_ = std::make_unique<WindowFeatures>(WindowParts{*this, *ui, engagements, *clock_, *notice_});
     ui->glWidget->setFocus();
 }
 
@@ -64,6 +48,7 @@ new_sorvane::~new_sorvane() {
 }
 
 void new_sorvane::loadEtxyzFile(const QString& path) {
+    const FileStamp stamp = fileStamp(path);
     auto loaded = std::make_unique<etxyz>();
     loaded->LoadETXYZ(path);
     if (loaded->keyframes.isEmpty())
@@ -72,13 +57,14 @@ void new_sorvane::loadEtxyzFile(const QString& path) {
     keepUntilExit(std::move(loaded));
 
     ui->glWidget->addEtxyz(engagement);
-    const int end = sliderValue(engagement->NearestKeyframe(kEndOfTime).time);
+    const int end = endOnSlider(*engagement);
     if (end > ui->horizontalSlider->maximum())
         ui->horizontalSlider->setMaximum(end);
     addMenu(*engagement, path);
     ui->glWidget->initHardbodiesIfReady(*engagement);
     ui->menuETXYZ_Files->addMenu(engagement->menu);
     engagements.append(engagement);
+    features_->engagementAdded(*engagement, stamp);
 
     ui->glWidget->setKeyframe(ui->doubleSpinBox->value());
     ui->glWidget->reset();
@@ -128,6 +114,7 @@ void new_sorvane::etxyz_set_view() {
     ui->glWidget->setViewMode(mode);
     ui->glWidget->reset();
     ui->glWidget->setKeyframe(ui->doubleSpinBox->value());
+    features_->viewChosen(qobject_cast<QMenu*>(chosen->parent()));
 }
 
 void new_sorvane::on_actionAdd_triggered() {
@@ -139,21 +126,14 @@ void new_sorvane::on_actionAdd_triggered() {
 }
 
 void new_sorvane::on_playButton_clicked() {
-    if (timer->isActive()) {
-        stopClock();
-        return;
-    }
-    startClock();
+    if (timer->isActive())
+        clock_->stop();
+    else
+        clock_->play();
 }
 
-void new_sorvane::startClock() {
-    timer->start(kTickMilliseconds);
-    ui->playButton->setIcon(QIcon(QStringLiteral(":/images/pause.svg")));
-}
-
-void new_sorvane::stopClock() {
-    timer->stop();
-    ui->playButton->setIcon(QIcon(QStringLiteral(":/images/play.svg")));
+ClockRange new_sorvane::clockRange() const {
+    return {.end = ui->horizontalSlider->maximum() * 0.001, .latest = ui->doubleSpinBox->maximum()};
 }
 
 void new_sorvane::incrementTime() {
@@ -161,19 +141,16 @@ void new_sorvane::incrementTime() {
     // Before the time moves: a movie starts with the frame that was on show.
     if (encoder != nullptr)
         recordFrame();
-    const double next = now + speed * kTickSeconds;
-    const bool isAtEnd = next > ui->horizontalSlider->maximum() * 0.001;
-    // The end of the clock is the box's own maximum, not the end of the engagement.
-    const double time = isAtEnd ? ui->doubleSpinBox->maximum() : next;
-    if (isAtEnd) {
-        stopClock();
+    const ClockTick tick = clock_->course().next(now, speed, clockRange());
+    if (tick.isAtEnd || tick.isAtStart)
+        clock_->stop();
+    if (tick.isAtEnd)
         finishRecording();
-    }
-    ui->doubleSpinBox->setValue(time);
-    ui->horizontalSlider->setValue(sliderValue(time));
+    ui->doubleSpinBox->setValue(tick.time);
+    ui->horizontalSlider->setValue(sliderValue(tick.time));
     // The slider, at its maximum, has set the box back to its own time: the box shows the end of the clock.
-    if (isAtEnd)
-        ui->doubleSpinBox->setValue(time);
+    if (tick.isAtEnd)
+        ui->doubleSpinBox->setValue(tick.time);
 }
 
 // Box and slider set each other. The exchange ends by itself, since a value that does not change fires no signal.
@@ -243,7 +220,7 @@ void new_sorvane::on_recordButton_clicked() {
         notice_->mark(recordingMark(*encoder));
     else
         notice_->notify(refusalText(*encoder, ui->glWidget->size()));
-    startClock();
+    clock_->play();
 }
 
 void new_sorvane::recordFrame() {

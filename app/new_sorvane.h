@@ -7,6 +7,10 @@
 #include <QMainWindow>
 #include <QString>
 
+#include "clockcourse.h"
+
+class WindowFeatures;
+class PlaybackClock;
 class QTimer;
 class QVideoEncoder;
 class ViewNotice;
@@ -29,6 +33,9 @@ public:
     // Saves the view as a picture; the name's ending is its format. Problems are message boxes.
     void saveImage(const QString& path);
 
+    // The times that the clock covers with the engagements loaded so far.
+    ClockRange clockRange() const;
+
 public slots:
     // Bound by name to the form's objects and actions; the order is part of the class's meta-object.
     void on_actionScreenshot_triggered();
@@ -49,8 +56,6 @@ public slots:
 
 private:
     void addMenu(etxyz& engagement, const QString& path);
-    void startClock();
-    void stopClock();
     void recordFrame();
     void finishRecording();
 
@@ -60,5 +65,7 @@ private:
     double speed = 1.0;                     // engagement seconds per second; no bounds
     std::unique_ptr<QVideoEncoder> encoder; // while a movie is being recorded, else null
     ViewNotice* notice_ = nullptr;
+    std::unique_ptr<PlaybackClock> clock_;
+    std::unique_ptr<WindowFeatures> features_;
     bool isWriteErrorTold_ = false; // of the current recording
 };

@@ -14,7 +14,6 @@ ViewNotice::ViewNotice(QWidget& view) : QLabel(&view), noticeTimer_(new QTimer(t
     setObjectName(QStringLiteral("viewNotice"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setTextFormat(Qt::PlainText);
-    setWordWrap(true);
     setMargin(kMargin / 2);
     move(kMargin, kMargin);
     hide();
@@ -44,7 +43,11 @@ void ViewNotice::place(const QString& text, QLatin1String colour) {
         setStyleSheet(QStringLiteral("color: %1; background: rgba(0, 0, 0, 190);").arg(colour_));
     }
     setText(text);
-    setMaximumWidth(parentWidget()->width() - 2 * kMargin);
+    // Wrapped only where it has to be.
+    const int room = parentWidget()->width() - 2 * kMargin;
+    setMaximumWidth(room);
+    setWordWrap(false);
+    setWordWrap(sizeHint().width() > room);
     adjustSize();
     setVisible(!text.isEmpty());
 }

@@ -76,6 +76,16 @@ void AircraftWidget::clearEtxyz() {
     engagements_.clear();
 }
 
+void AircraftWidget::replaceEtxyz(const etxyz& old, etxyz& fresh) {
+    std::ranges::replace(engagements_, &old, &fresh);
+    makeCurrent();
+    if (scene_ != nullptr)
+        scene_->forget(old);
+    resizeGL(width_, height_);
+    doneCurrent();
+    update();
+}
+
 void AircraftWidget::reset() {
     takeSizeFromGeometry();
     const etxyz* const selected = selectedEngagement(engagements_);

@@ -37,6 +37,8 @@ public:
     // The engagements to draw, in order; not owned.
     void addEtxyz(etxyz* engagement);
     void clearEtxyz();
+    // Draws `fresh` in the place of `old` from now on, with its field of view; time and camera stay.
+    void replaceEtxyz(const etxyz& old, etxyz& fresh);
 
     // Places the camera anew for the current mode on the selected engagement and applies the field of view. Without a
     // selected engagement only the size is taken anew.

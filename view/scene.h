@@ -45,6 +45,9 @@ public:
     // threat's first z does that.
     void draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options);
 
+    // Lets go of what is kept of an engagement that will not be drawn again.
+    void forget(const etxyz& engagement) { lines_.erase(&engagement); }
+
 private:
     void drawEngagement(etxyz& engagement, const Camera& camera, const SceneOptions& options);
     EngagementLines& linesOf(const etxyz& engagement);

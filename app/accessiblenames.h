@@ -1,0 +1,8 @@
+// Names and tab order of the window's controls, for those who don't see or point.
+#pragma once
+
+namespace Ui {
+class new_sorvane;
+}
+
+void makeAccessible(Ui::new_sorvane& form);

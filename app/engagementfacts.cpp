@@ -1,0 +1,30 @@
+// What is worked out once of an engagement: its closest approach and its events.
+#include "engagementfacts.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "etxyz.h"
+
+namespace {
+void addFlares(const QMap<double, keyframe>& samples, std::vector<EngagementEvent>& events) {
+    std::unordered_set<int> known;
+    for (const keyframe& sample : samples)
+        for (const flareKeyframe& flare : sample.flares)
+            if (known.insert(flare.id).second)
+                events.push_back({sample.time, QStringLiteral("Flare %1").arg(flare.id)});
+}
+} // namespace
+
+EngagementFacts factsOf(const etxyz& engagement) {
+    const QMap<double, keyframe>& samples = engagement.keyframes;
+    EngagementFacts facts;
+    facts.closest = closestApproach(samples);
+    facts.events.push_back({samples.firstKey(), QStringLiteral("First sample")});
+    addFlares(samples, facts.events);
+    if (facts.closest)
+        facts.events.push_back({facts.closest->time, QStringLiteral("Closest approach")});
+    facts.events.push_back({samples.lastKey(), QStringLiteral("Last sample")});
+    std::ranges::stable_sort(facts.events, {}, &EngagementEvent::time);
+    return facts;
+}

@@ -1,0 +1,32 @@
+// Loads files that are dropped onto the window.
+#pragma once
+
+#include <functional>
+
+#include <QObject>
+#include <QStringList>
+
+class QMimeData;
+class QTimer;
+class QWidget;
+
+// Files dropped together are loaded in the order of their names, one in each turn of the event loop, so that the window
+// stays alive; the wait cursor shows as long as there are some left.
+class FileDrop : public QObject {
+public:
+    using Load = std::function<void(const QString& path)>;
+
+    // Lets `window` take files anywhere, its text fields included.
+    FileDrop(QWidget& window, Load load);
+    ~FileDrop() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void enqueue(const QMimeData& files);
+    void loadNext();
+
+    Load load_;
+    QTimer* turn_; // runs while files are waiting
+    QStringList waiting_;
+};

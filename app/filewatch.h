@@ -1,0 +1,39 @@
+// Notices when a loaded file changes on disk.
+#pragma once
+
+#include <functional>
+
+#include <QFileSystemWatcher>
+#include <QMap>
+#include <QObject>
+#include <QStringList>
+
+#include "filestamp.h"
+
+class QTimer;
+
+// Tells of each file once until it is read again, however often it changes: a simulation may be writing it. Folders are
+// watched with their files, because editors put a new file in the old one's place.
+class FileWatch : public QObject {
+public:
+    using Tell = std::function<void(const QStringList& paths)>;
+
+    FileWatch(Tell tell, QObject* parent);
+
+    // The file has been read, and had this stamp before it was.
+    void watch(const QString& path, const FileStamp& stamp);
+
+private:
+    struct Watched {
+        FileStamp stamp;
+        bool isTold = false;
+    };
+
+    void scheduleCheck();
+    void check();
+
+    Tell tell_;
+    QFileSystemWatcher watcher_;
+    QTimer* check_; // waits for the dust of a change to settle
+    QMap<QString, Watched> files_;
+};

@@ -1,0 +1,52 @@
+// Catches the keys of the key table, where no control uses them itself.
+#include "keyfilter.h"
+
+#include <QAbstractButton>
+#include <QAbstractSpinBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+namespace {
+bool isArrow(int key) {
+    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
+// Whether a control has a use of its own for one of the table's keys.
+bool usesKey(const QObject& control, const QKeyEvent& event) {
+    const int key = event.key();
+    if (qobject_cast<const QAbstractButton*>(&control) != nullptr)
+        return key == Qt::Key_Space;
+    if (qobject_cast<const QAbstractSpinBox*>(&control) == nullptr &&
+        qobject_cast<const QLineEdit*>(&control) == nullptr)
+        return false;
+    const bool isEditing = event.modifiers().testFlag(Qt::ControlModifier);
+    return isEditing || isArrow(key) || key == Qt::Key_Home || key == Qt::Key_End ||
+           (key >= Qt::Key_0 && key <= Qt::Key_9);
+}
+} // namespace
+
+KeyFilter::KeyFilter(QWidget& window, Run run) : QObject(&window), run_(std::move(run)) {
+    window.installEventFilter(this);
+    for (QAbstractButton* const button : window.findChildren<QAbstractButton*>())
+        button->installEventFilter(this);
+    for (QAbstractSpinBox* const box : window.findChildren<QAbstractSpinBox*>()) {
+        box->installEventFilter(this);
+        if (auto* const edit = box->findChild<QLineEdit*>())
+            edit->installEventFilter(this);
+    }
+}
+
+bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && handle(*watched, static_cast<const QKeyEvent&>(*event)))
+        return true;
+    return QObject::eventFilter(watched, event);
+}
+
+bool KeyFilter::handle(const QObject& watched, const QKeyEvent& event) {
+    const KeyRow* const row = keyRowOf(event.keyCombination());
+    if (row == nullptr || usesKey(watched, event))
+        return false;
+    if (row->repeats || !event.isAutoRepeat())
+        run_(row->command);
+    return true;
+}

@@ -1,0 +1,29 @@
+// Catches the keys of the key table, where no control uses them itself.
+#pragma once
+
+#include <functional>
+
+#include <QObject>
+
+#include "keytable.h"
+
+class QWidget;
+class QKeyEvent;
+
+// A key that the focused control does not use travels up to its window, where the filter takes it; menus and dialogs
+// keep theirs by being windows of their own. Some controls swallow keys that they have no use for: a time box letters,
+// a button the arrows (it moves the focus). They are filtered themselves.
+class KeyFilter : public QObject {
+public:
+    using Run = std::function<void(KeyCommand)>;
+
+    // Filters `window` and the time boxes and buttons in it for as long as the window lives.
+    KeyFilter(QWidget& window, Run run);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool handle(const QObject& watched, const QKeyEvent& event);
+
+    Run run_;
+};

@@ -1,0 +1,112 @@
+// The viewer's keys: the one table from which the keys work and are listed, in the window and in the documents.
+#include "keytable.h"
+
+#include <algorithm>
+
+#include <QKeySequence>
+#include <QStringList>
+
+namespace {
+constexpr QKeyCombination kNone{Qt::Key_unknown};
+constexpr bool kRepeats = true;
+
+constexpr const char* kPlayback = "Playback";
+constexpr const char* kTime = "Time";
+constexpr const char* kLoop = "Loop";
+constexpr const char* kCamera = "Camera";
+constexpr const char* kWindow = "Window and files";
+
+constexpr KeyRow kRows[] = {
+    {KeyCommand::PlayOrPause, {Qt::Key_Space, kNone}, kPlayback, "play forward at the playback speed, or pause"},
+    {KeyCommand::ShuttleBackward,
+     {Qt::Key_J, kNone},
+     kPlayback,
+     "play backward in real time; pressed again, faster, up to 32 times; stops at 0"},
+    {KeyCommand::ShuttleStop, {Qt::Key_K, kNone}, kPlayback, "stop"},
+    {KeyCommand::ShuttleForward,
+     {Qt::Key_L, kNone},
+     kPlayback,
+     "play forward in real time; pressed again, faster, up to 32 times"},
+
+    {KeyCommand::PreviousSample, {Qt::Key_Left, kNone}, kTime, "previous sample of the selected engagement", kRepeats},
+    {KeyCommand::NextSample, {Qt::Key_Right, kNone}, kTime, "next sample of the selected engagement", kRepeats},
+    {KeyCommand::TenthBack, {Qt::SHIFT | Qt::Key_Left, kNone}, kTime, "0.1 s back", kRepeats},
+    {KeyCommand::TenthForward, {Qt::SHIFT | Qt::Key_Right, kNone}, kTime, "0.1 s forward", kRepeats},
+    {KeyCommand::SecondBack, {Qt::CTRL | Qt::Key_Left, kNone}, kTime, "1 s back", kRepeats},
+    {KeyCommand::SecondForward, {Qt::CTRL | Qt::Key_Right, kNone}, kTime, "1 s forward", kRepeats},
+    {KeyCommand::ToStart, {Qt::Key_Home, kNone}, kTime, "to the start, 0 s"},
+    {KeyCommand::ToEnd, {Qt::Key_End, kNone}, kTime, "to the end of the longest engagement"},
+    {KeyCommand::PreviousEvent,
+     {Qt::Key_BracketLeft, kNone},
+     kTime,
+     "previous event of the selected engagement: first sample, a flare's appearance, closest approach, last sample",
+     kRepeats},
+    {KeyCommand::NextEvent, {Qt::Key_BracketRight, kNone}, kTime, "next event", kRepeats},
+    {KeyCommand::ToClosestApproach, {Qt::Key_C, kNone}, kTime, "to the closest approach of the selected engagement"},
+
+    {KeyCommand::SetInPoint, {Qt::Key_I, kNone}, kLoop, "the loop begins here"},
+    {KeyCommand::SetOutPoint, {Qt::Key_O, kNone}, kLoop, "the loop ends here"},
+    {KeyCommand::ToggleLoop, {Qt::Key_Backslash, kNone}, kLoop, "loop between the two points, on or off"},
+
+    {KeyCommand::ViewThreat,
+     {Qt::Key_1, kNone},
+     kCamera,
+     "threat view of the selected engagement; the camera's start when it is chosen already"},
+    {KeyCommand::ViewGyro, {Qt::Key_2, kNone}, kCamera, "gyro view, likewise"},
+    {KeyCommand::ViewTarget, {Qt::Key_3, kNone}, kCamera, "target view, likewise"},
+    {KeyCommand::ViewFree, {Qt::Key_4, kNone}, kCamera, "free view, likewise"},
+
+    {KeyCommand::ToggleReadout, {Qt::Key_H, kNone}, kWindow, "read-out of the encounter, on or off"},
+    {KeyCommand::ToggleFullScreen, {Qt::Key_F11, kNone}, kWindow, "full screen, on or off"},
+    {KeyCommand::Screenshot, {Qt::Key_F12, kNone}, kWindow, "save a picture of the view"},
+    {KeyCommand::Reload, {Qt::Key_F5, kNone}, kWindow, "read all files again; time, camera and view stay"},
+    {KeyCommand::ShowKeys, {Qt::Key_F1, Qt::Key_Question}, kWindow, "this list"},
+    {KeyCommand::Exit, {Qt::CTRL | Qt::Key_C, kNone}, kWindow, "close the window"},
+};
+
+bool isOtherCharacter(Qt::Key key) {
+    return key > Qt::Key_Space && key < Qt::Key_Escape && (key < Qt::Key_A || key > Qt::Key_Z);
+}
+
+QKeyCombination withoutTypingModifiers(QKeyCombination pressed) {
+    Qt::KeyboardModifiers modifiers = pressed.keyboardModifiers() & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
+    if (isOtherCharacter(pressed.key()))
+        modifiers &= ~Qt::KeyboardModifiers(Qt::ShiftModifier);
+    return QKeyCombination(modifiers, pressed.key());
+}
+} // namespace
+
+std::span<const KeyRow> keyTable() {
+    return kRows;
+}
+
+const KeyRow* keyRowOf(QKeyCombination pressed) {
+    const QKeyCombination key = withoutTypingModifiers(pressed);
+    const auto found = std::ranges::find_if(
+        kRows, [key](const KeyRow& row) { return std::ranges::find(row.keys, key) != row.keys.end(); });
+    return key == kNone || found == std::end(kRows) ? nullptr : found;
+}
+
+QString keyTexts(const KeyRow& row) {
+    QStringList texts;
+    for (const QKeyCombination key : row.keys)
+        if (key != kNone)
+            texts << QKeySequence(key).toString(QKeySequence::PortableText);
+    return texts.join(QStringLiteral(", "));
+}
+
+QString keyTableAsMarkdown() {
+    QString text;
+    QLatin1String section;
+    for (const KeyRow& row : kRows) {
+        if (section != QLatin1String(row.section)) {
+            section = QLatin1String(row.section);
+            text += (text.isEmpty() ? QStringLiteral("### %1\n\n") : QStringLiteral("\n### %1\n\n")).arg(section) +
+                    QStringLiteral("| key | what it does |\n|---|---|\n");
+        }
+        QString keys = keyTexts(row);
+        keys.replace(QStringLiteral(", "), QStringLiteral("`, `"));
+        text += QStringLiteral("| `%1` | %2 |\n").arg(keys, QLatin1String(row.effect));
+    }
+    return text;
+}

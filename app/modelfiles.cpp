@@ -1,0 +1,63 @@
+// The files that an engagement's bodies and terrain are made of.
+#include "modelfiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include "dataroot.h"
+#include "etxyz.h"
+
+namespace {
+void addFile(StampedFiles& files, const QString& path) {
+    files.push_back({path, fileStamp(path)});
+}
+
+// The files of a folder whose names begin with `prefix`.
+void addFolder(StampedFiles& files, const QDir& folder, const QString& prefix = {}) {
+    for (const QString& name : folder.entryList(QDir::Files, QDir::Name))
+        if (name.startsWith(prefix))
+            addFile(files, folder.filePath(name));
+}
+
+QDir shaderFolder() {
+    return {QFile::decodeName(dataPath("openglshaders/").c_str())};
+}
+
+StampedFiles
+bodyFiles(const QString& brdf, const QString& geometryBase, const QString& signatureBase, const QString& atmosphere) {
+    StampedFiles files;
+    addFile(files, brdf);
+    addFile(files, geometryBase + QStringLiteral(".vnl"));
+    addFile(files, geometryBase + QStringLiteral(".sff-txt")); // form factors
+    addFile(files, signatureBase + QStringLiteral(".rad"));
+    addFile(files, atmosphere);
+    addFolder(files, shaderFolder());
+    return files;
+}
+
+StampedFiles terrainFiles(const QString& topography, const QString& radiances) {
+    StampedFiles files;
+    addFile(files, topography);
+    addFile(files, radiances);
+    const QFileInfo raster(topography);
+    const QString stem = raster.completeBaseName() + u'.';
+    // A description names files as it likes.
+    const bool isDescribed = QFile::exists(raster.dir().filePath(stem + QStringLiteral("xml")));
+    addFolder(files, raster.dir(), isDescribed ? QString() : stem);
+    addFolder(files, shaderFolder());
+    return files;
+}
+} // namespace
+
+ModelFiles modelFilesOf(const etxyz& engagement) {
+    const QString atmosphere = engagement.targetSignatureBase + QStringLiteral(".atm");
+    ModelFiles files;
+    files.target =
+        bodyFiles(engagement.targetBrdfPath, engagement.targetGeometryBase, engagement.targetSignatureBase, atmosphere);
+    files.threat = bodyFiles(
+        engagement.threatSignatureBase + QStringLiteral(".brdf"), engagement.threatModelBase,
+        engagement.threatSignatureBase, atmosphere);
+    files.terrain = terrainFiles(engagement.terrainTopoPath, engagement.terrainRadPath);
+    return files;
+}

@@ -1,0 +1,78 @@
+// Where ticks take the time: shuttle rates and loops.
+#include <gtest/gtest.h>
+
+#include "clockcourse.h"
+
+namespace {
+constexpr ClockRange kRange{.end = 12.5, .latest = 29.999};
+constexpr double kTick = 0.033;
+
+TEST(ClockCourseTest, ShuttleDoublesOneWayAndTurnsAtRealTime) {
+    ClockCourse course;
+    const auto expectRate = [&](double rate) {
+        ASSERT_TRUE(course.shuttleRate().has_value());
+        EXPECT_EQ(*course.shuttleRate(), rate);
+        EXPECT_DOUBLE_EQ(course.next(5.0, 1000.0, kRange).time, 5.0 + rate * kTick) << "the speed has no part in it";
+    };
+    for (const double rate : {1.0, 2.0, 4.0, 8.0, 16.0, 32.0, 32.0}) {
+        course.shuttleForward();
+        expectRate(rate);
+    }
+    for (const double rate : {-1.0, -2.0, -4.0, -8.0, -16.0, -32.0, -32.0}) {
+        course.shuttleBackward();
+        expectRate(rate);
+    }
+    course.leaveShuttle();
+    EXPECT_DOUBLE_EQ(course.next(5.0, 2.0, kRange).time, 5.066);
+}
+
+TEST(ClockCourseTest, EndsAtTheLatestTimeAndBackwardAtZero) {
+    ClockCourse course;
+    ClockTick tick = course.next(12.48, 1.0, kRange);
+    EXPECT_TRUE(tick.isAtEnd);
+    EXPECT_EQ(tick.time, 29.999);
+    course.shuttleBackward();
+    tick = course.next(0.02, 1.0, kRange);
+    EXPECT_TRUE(tick.isAtStart);
+    EXPECT_EQ(tick.time, 0.0);
+    EXPECT_DOUBLE_EQ(course.next(29.999, 1.0, kRange).time, 12.5 - kTick) << "nothing lies behind the end";
+}
+
+TEST(ClockCourseTest, LoopsBetweenItsPointsOnlyWhenOn) {
+    struct Row {
+        double in;
+        double out;
+        double now;
+        bool isBackward;
+        double on;  // the time that follows with the loop on
+        double off; // and off
+    };
+    const Row rows[] = {
+        {2.0, 3.0, 2.5, false, 2.533, 2.533},
+        {2.0, 3.0, 2.99, false, 2.0, 3.023},
+        {2.0, 3.0, 1.0, false, 1.033, 1.033},
+        {2.0, 3.0, 8.0, false, 2.0, 8.033},
+        {2.0, 3.0, 2.01, true, 3.0, 1.977},
+        {0.0, 99.0, 12.49, false, 0.0, 29.999},     // to the end, from the start
+        {3.0, 2.0, 2.5, false, 0.0, 2.533},         // an out point before the in point moves it to the start
+        {12.5, 99.0, 12.49, false, 29.999, 29.999}, // no length, no loop
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.now);
+        ClockCourse course;
+        course.setInPoint(row.in);
+        course.setOutPoint(row.out);
+        if (row.isBackward)
+            course.shuttleBackward();
+        EXPECT_DOUBLE_EQ(course.next(row.now, 1.0, kRange).time, row.off);
+        course.toggleLoop();
+        EXPECT_DOUBLE_EQ(course.next(row.now, 1.0, kRange).time, row.on);
+    }
+}
+
+TEST(ClockCourseTest, AnEngagementPastTheLatestTimeLoopsThere) {
+    ClockCourse course;
+    course.toggleLoop();
+    EXPECT_EQ(course.next(29.999, 1.0, {.end = 40.0, .latest = 29.999}).time, 0.0);
+}
+} // namespace

@@ -1,0 +1,80 @@
+// The read-out over the view: its numbers, and that it stays out of pictures.
+#include "encountertrajectory.h"
+#include "windowfixture.h"
+
+#include <QLabel>
+
+#include "framegrab.h"
+
+namespace {
+struct PaintCounter : QObject {
+    int paints = 0;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+struct ReadoutTest : WindowTest {
+    QLabel* const readout = window.findChild<QLabel*>("viewReadout");
+
+    void load() { window.loadEtxyzFile(writeTrajectory(folder.filePath("ETXYZ.OUT.pass"), encounterSamples())); }
+    void toggle() { QTest::keyClick(view, Qt::Key_H); }
+    QString text() const { return readout->text().simplified(); }
+};
+
+TEST_F(ReadoutTest, ShowsTheEncounterAtTheTimeOfTheBox) {
+    load();
+    toggle();
+    // At 2 s the threat is at x = −60, 10 above: range √3700 = 60.83, closing at 20 · 60 / 60.83 = 19.73, and seen from
+    // the nose at arccos(−60 / 60.83) = 170.5°.
+    box->setValue(2.0);
+    EXPECT_EQ(
+        text(),
+        QString("Time 2.000 s Engagement ETXYZ.OUT.pass Range 60.8 units Closing speed 19.7 units/s Closest approach "
+                "10.0 units at 5.000 s Aspect angle 170.5° View Threat Frames per second –"));
+    box->setValue(7.0);
+    EXPECT_TRUE(text().contains("Range 41.2 units Closing speed -19.4 units/s Closest approach 10.0 units at 5.000 s "
+                                "Aspect angle 14.0°"))
+        << text().toStdString();
+    entry(0, 3)->trigger();
+    EXPECT_TRUE(text().contains("View Target"));
+    entry(0, 3)->trigger();
+    EXPECT_TRUE(text().contains("Engagement ETXYZ.OUT.pass")) << "of the engagement that was selected last";
+}
+
+TEST_F(ReadoutTest, WithoutEngagementsShowsTimeAndView) {
+    toggle();
+    EXPECT_EQ(text(), "Time 0.000 s View Threat Frames per second –");
+}
+
+TEST_F(ReadoutTest, IsOffAtStartAndNeverInGrabbedFrames) {
+    load();
+    showWindow();
+    EXPECT_FALSE(readout->isVisible());
+    const QImage without = grabFrame(*view);
+    toggle();
+    EXPECT_TRUE(readout->isVisible());
+    EXPECT_TRUE(view->rect().contains(readout->geometry()));
+    EXPECT_EQ(grabFrame(*view), without);
+    toggle();
+    EXPECT_FALSE(readout->isVisible());
+    const QString before = readout->text();
+    box->setValue(3.0);
+    EXPECT_EQ(readout->text(), before) << "hidden, it isn't kept up";
+}
+
+TEST_F(ReadoutTest, CountsFramesAndCausesNone) {
+    load();
+    showWindow();
+    toggle();
+    QTest::qWait(700); // what showing it has painted
+    PaintCounter counter;
+    view->installEventFilter(&counter);
+    QTest::qWait(1200);
+    EXPECT_EQ(counter.paints, 0);
+    EXPECT_TRUE(text().endsWith("Frames per second –"));
+    playButton->click();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text().section(' ', -1).toDouble() > 1.0; }, 10000));
+}
+} // namespace

@@ -1,0 +1,138 @@
+// Reading the loaded files again, and noticing that they have changed.
+#include "encountertrajectory.h"
+#include "windowfixture.h"
+
+#include <QDir>
+#include <QLabel>
+
+#include "environmentvariable.h"
+#include "messages.h"
+
+namespace {
+struct ReloadTest : WindowTest {
+    QLabel* const notice = window.findChild<QLabel*>("viewNotice");
+    const QString path = folder.filePath("ETXYZ.OUT.1");
+
+    void reload() { QTest::keyClick(view, Qt::Key_F5); }
+    void write(const QByteArray& text) const {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+    // Waits for the notice that `name` has changed.
+    bool tellsOfChange(const QString& name = "ETXYZ.OUT.1") {
+        return QTest::qWaitFor([&] { return notice->text() == name + " changed on disk, F5 reloads"; }, 3000);
+    }
+};
+
+TEST_F(ReloadTest, TakesTheOldPlaceAndKeepsMenuTimeCameraAndView) {
+    showWindow();
+    loadUntil(10.0, "ETXYZ.OUT.1");
+    loadUntil(5.0, "ETXYZ.OUT.2");
+    QMenu* const menu = filesMenu->actions().at(1)->menu();
+    entry(0, 3)->trigger();
+    entry(1, 0)->trigger(); // hidden
+    box->setValue(4.0);
+    const float eye = view->camera().eye().ElementAt(0);
+
+    writeTrajectoryUntil(path, 20.0);
+    writeTrajectoryUntil(folder.filePath("ETXYZ.OUT.2"), 3.0);
+    reload();
+    EXPECT_EQ(slider->maximum(), 20000);
+    EXPECT_EQ(filesMenu->actions().size(), 3);
+    EXPECT_EQ(filesMenu->actions().at(1)->menu(), menu);
+    EXPECT_EQ(menu->title(), path);
+    EXPECT_TRUE(entry(0, 3)->isChecked());
+    EXPECT_EQ(entry(1, 0)->text(), "Enable");
+    EXPECT_EQ(box->value(), 4.0);
+    EXPECT_EQ(view->currentTime(), 4.0);
+    EXPECT_EQ(view->viewMode(), ViewTarget);
+    EXPECT_EQ(view->camera().eye().ElementAt(0), eye);
+    EXPECT_EQ(notice->text(), "Reloaded");
+    // The camera follows the new samples: the target now goes from 0 to 100 in 20 s.
+    box->setValue(8.0);
+    EXPECT_FLOAT_EQ(view->camera().eye().ElementAt(0), eye + 20.0F);
+
+    writeTrajectoryUntil(path, 1.0);
+    reload();
+    EXPECT_EQ(slider->maximum(), 20000) << "it only grows";
+}
+
+TEST_F(ReloadTest, AFileWithoutSamplesLeavesItsEngagement) {
+    showWindow();
+    window.loadEtxyzFile(writeTrajectory(path, encounterSamples()));
+    write("");
+    reload();
+    EXPECT_EQ(notice->text(), "Not reloaded: no engagement in ETXYZ.OUT.1");
+    QTest::keyClick(view, Qt::Key_C);
+    EXPECT_NEAR(box->value(), 5.0, 0.0011);
+    EXPECT_FALSE(view->grabFramebuffer().isNull());
+    ASSERT_TRUE(QFile::remove(path));
+    reload();
+    EXPECT_EQ(notice->text(), "Not reloaded: no engagement in ETXYZ.OUT.1");
+}
+
+TEST_F(ReloadTest, ReadsBodiesAndTerrainAgainOnlyWhenTheirFilesChanged) {
+    const EnvironmentVariable root("PELSAR_DATA", folder.filePath("data/").toStdString());
+    ASSERT_TRUE(QDir(folder.path()).mkpath("data/tgt0450"));
+    showWindow();
+    ASSERT_FALSE(view->grabFramebuffer().isNull());
+    loadUntil(10.0);
+    const auto messagesOfReload = [&] {
+        MessageCollection collected;
+        reload();
+        std::string all;
+        for (const Message& message : collected.messages())
+            if (message.text.find(".atm") == std::string::npos)
+                all += message.text + '\n';
+        return all;
+    };
+    // None of the files is there: whoever looks for one says so.
+    EXPECT_EQ(messagesOfReload(), "");
+    QFile changed(folder.filePath("data/tgt0450/tgt0450_b0001.brdf"));
+    ASSERT_TRUE(changed.open(QIODevice::WriteOnly));
+    changed.write("nonsense\n");
+    changed.close();
+    const std::string messages = messagesOfReload();
+    EXPECT_NE(messages, "");
+    EXPECT_FALSE(QString::fromStdString(messages).contains("tgt4004")) << "the target's are the same: " << messages;
+    EXPECT_EQ(messagesOfReload(), "");
+}
+
+TEST_F(ReloadTest, TellsOfAChangeOnceUntilItIsReloaded) {
+    showWindow();
+    loadUntil(10.0);
+    QTest::qWait(400);
+    EXPECT_FALSE(notice->isVisible());
+    const auto append = [&] {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::Append));
+        file.write(trajectoryRecord({.time = 11.0}));
+    };
+    append();
+    EXPECT_TRUE(tellsOfChange());
+    EXPECT_EQ(slider->maximum(), 10000) << "nothing is loaded by itself";
+    notice->setText({});
+    append();
+    EXPECT_FALSE(QTest::qWaitFor([&] { return !notice->text().isEmpty(); }, 700)) << "told already";
+    reload();
+    append();
+    EXPECT_TRUE(tellsOfChange());
+}
+
+TEST_F(ReloadTest, NoticesEveryFileThatIsPutInTheOldOnesPlace) {
+    showWindow();
+    loadUntil(10.0);
+    for (const double end : {11.0, 12.0}) {
+        const QString edited = writeTrajectoryUntil(folder.filePath("edited"), end);
+        ASSERT_EQ(std::rename(qPrintable(edited), qPrintable(path)), 0);
+        EXPECT_TRUE(tellsOfChange()) << end;
+        reload();
+        EXPECT_EQ(slider->maximum(), end * 1000);
+    }
+    ASSERT_TRUE(QFile::remove(path));
+    QTest::qWait(400);
+    writeTrajectoryUntil(path, 13.0);
+    EXPECT_TRUE(tellsOfChange());
+}
+} // namespace
