@@ -8,6 +8,7 @@
 #include "brdffile.h"
 #include "glcontext.h"
 #include "sandfordrobertson.h"
+#include "temporarydirectory.h"
 
 namespace {
 constexpr int kSize = 16; // of the picture, which shows one point in each pixel
@@ -191,20 +192,18 @@ TEST(BodyShader, ReflectsSkyAndEarthByFormFactorAndDirectionalEmissivity) {
 TEST(BodyShader, AnInputThatTheProgramDoesNotHaveIsReportedOnce) {
     const GlContext context(kSize, kSize);
     ASSERT_TRUE(context.isUsable());
-    const std::string folder = testing::TempDir() + "sorvane.shaders." + std::to_string(::getpid()) + "/";
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder + "SandfordRobertson_simple.vert") << "void main() { gl_Position = ftransform(); }\n";
-    std::ofstream(folder + "SandfordRobertson_simple.frag") << "void main() { gl_FragColor = vec4(1.0); }\n";
+    const TemporaryDirectory folder;
+    folder.write("SandfordRobertson_simple.vert", "void main() { gl_Position = ftransform(); }\n");
+    folder.write("SandfordRobertson_simple.frag", "void main() { gl_FragColor = vec4(1.0); }\n");
     BodyShader shader;
     testing::internal::CaptureStderr();
-    EXPECT_TRUE(shader.Init(folder, 0, 0, 0, 1));
+    EXPECT_TRUE(shader.Init(folder.file(""), 0, 0, 0, 1));
     shader.Activate();
     shader.setSolarDirection(kBehind);
     shader.setClass(surface(0, 0, 0, 0, 0));
     shader.setClass(surface(0, 0, 0, 0, 0));
     BodyShader::Deactivate();
     const std::string printed = testing::internal::GetCapturedStderr();
-    std::filesystem::remove_all(folder);
     for (const char* name :
          {"DiffuseEarthRadiance", "DiffuseSkyRadiance", "SolarBeam", "Brightness", "SolarDirEyeCoords", "eps", "rho",
           "b", "e", "G", "mode", "facet_radiance_multi", "earthFormFactor", "skyFormFactor"}) {
