@@ -8,7 +8,6 @@
 #include "brdffile.h"
 #include "glcontext.h"
 #include "sandfordrobertson.h"
-#include "temporarydirectory.h"
 
 namespace {
 constexpr int kSize = 16; // of the picture, which shows one point in each pixel
@@ -186,29 +185,5 @@ TEST(BodyShader, ReflectsSkyAndEarthByFormFactorAndDirectionalEmissivity) {
             const float expected = row == 15 && b > 0.0F ? 0.2F : 0.2F * (1.0F - emissivity);
             EXPECT_NEAR(picture[static_cast<std::size_t>(row * kSize + 3)], expected, 1e-5F) << b << " " << row;
         }
-    }
-}
-
-TEST(BodyShader, AnInputThatTheProgramDoesNotHaveIsReportedOnce) {
-    const GlContext context(kSize, kSize);
-    ASSERT_TRUE(context.isUsable());
-    const TemporaryDirectory folder;
-    folder.write("SandfordRobertson_simple.vert", "void main() { gl_Position = ftransform(); }\n");
-    folder.write("SandfordRobertson_simple.frag", "void main() { gl_FragColor = vec4(1.0); }\n");
-    BodyShader shader;
-    testing::internal::CaptureStderr();
-    EXPECT_TRUE(shader.Init(folder.file(""), 0, 0, 0, 1));
-    shader.Activate();
-    shader.setSolarDirection(kBehind);
-    shader.setClass(surface(0, 0, 0, 0, 0));
-    shader.setClass(surface(0, 0, 0, 0, 0));
-    BodyShader::Deactivate();
-    const std::string printed = testing::internal::GetCapturedStderr();
-    for (const char* name :
-         {"DiffuseEarthRadiance", "DiffuseSkyRadiance", "SolarBeam", "Brightness", "SolarDirEyeCoords", "eps", "rho",
-          "b", "e", "G", "mode", "facet_radiance_multi", "earthFormFactor", "skyFormFactor"}) {
-        const std::string line = "No variable named \"" + std::string(name) + "\" exists.\n";
-        EXPECT_NE(printed.find(line), std::string::npos) << name;
-        EXPECT_EQ(printed.find(line), printed.rfind(line)) << name;
     }
 }

@@ -37,18 +37,6 @@ TEST(MatrixDeathTest, AnIndexOutOfRangeIsReportedRowFirstAndEndsTheProcess) {
     }
 }
 
-TEST(Matrix, StoresColumnByColumn) {
-    Components numbers;
-    for (std::size_t i = 0; i < 16; ++i)
-        numbers[i] = static_cast<float>(i);
-    const Matrix<float> matrix = Matrix<float>::fromColumns(numbers.data());
-    EXPECT_EQ(matrix(1, 0), 1.0F);
-    EXPECT_EQ(matrix(0, 1), 4.0F);
-    EXPECT_EQ(matrix(2, 3), 14.0F);
-    EXPECT_EQ(componentsOf(matrix), numbers);
-    EXPECT_EQ(componentsOf(Matrix<float>()), Components{});
-}
-
 TEST(Matrix, MultipliesInSinglePrecision) {
     Matrix<float> a;
     Matrix<float> b;

@@ -318,13 +318,3 @@ TEST(HeaderConversion, DatesAFileInThisCentury) {
         EXPECT_EQ(std::string(b.fileCreationDate, 6), text);
     }
 }
-
-TEST(HeaderConversion, CopiesTextIntoAFieldOfFixedWidth) {
-    char field[13] = "############";
-    strcpyFillZeros(field, "abc", 5);
-    EXPECT_EQ(std::string(field, 12), std::string("abc\0\0#######", 12));
-    strcpyFillZeros(field, "12345678901234567890", 12);
-    EXPECT_EQ(std::string(field, 13), std::string("123456789012", 13));
-    strcpyFillZeros(field, "x", 0);
-    EXPECT_EQ(field[0], '1');
-}

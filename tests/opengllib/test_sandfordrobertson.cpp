@@ -100,27 +100,6 @@ TEST(SandfordRobertson, ComponentTermsStayFinite) {
     EXPECT_NEAR(small_hcal(0.5F, 0.5F), 16.0F / 9.0F, 1e-5F);
 }
 
-TEST(SandfordRobertson, ReflectsWhatItDoesNotAbsorb) {
-    const Surface surfaces[] = {{0.0F, 0.3F, 0.2F, 0.5F}, {0.2F, 0.2F, 0.2F, 0.5F}, {0.5F, 0.5F, 0.1F, 0.6F}};
-    for (const Surface& surface : surfaces) {
-        const float G = surface.G();
-        for (const double incidence : {0.0, 30.0, 60.0}) {
-            const Vector<float> toSource = direction(incidence, 0);
-            double reflected = 0.0;
-            const double step = 0.5;
-            for (double viewer = step / 2; viewer < 90; viewer += step)
-                for (double azimuth = 1; azimuth < 360; azimuth += 2)
-                    reflected += static_cast<double>(reflectance(0, surface, G, toSource, direction(viewer, azimuth))) *
-                                 std::cos(viewer * kRadians) * std::sin(viewer * kRadians) * step * kRadians * 2 *
-                                 kRadians;
-            const double tangent = std::tan(incidence * kRadians) * static_cast<double>(surface.b);
-            const double absorbed = static_cast<double>(surface.epsilon / G) / (1.0 + tangent * tangent);
-            EXPECT_NEAR(reflected, 1.0 - absorbed, surface.b == 0.0F ? 1e-3 : 0.035) << surface.b << ", " << incidence;
-            EXPECT_LE(reflected, 1.0 - absorbed + 1e-3);
-        }
-    }
-}
-
 TEST(SandfordRobertson, DirectionsWithAPositionsWEndTheProcess) {
     const Vector<float> up(0, 0, 1, 0);
     const Vector<float> position(0, 0, 1, 0.5F);

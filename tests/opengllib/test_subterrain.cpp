@@ -231,6 +231,8 @@ TEST_F(SubTerrainTest, KeepsItsBoundsUntilItIsMoved) {
     tile.setYvec(0, -7);
     EXPECT_THAT(tile.bounds().minimum, ElementsAre(100, 172, 20));
     EXPECT_THAT(tile.bounds().maximum, ElementsAre(130, 200, 120));
+    tile.setXvec(6, 0);
+    EXPECT_EQ(tile.bounds().maximum[0], 136.0F);
 }
 
 TEST_F(SubTerrainTest, ATileThatFailsIsTriedAgainAndNothingOfItIsKept) {
