@@ -138,25 +138,6 @@ TEST(RasterHeaders, AreToldApartByTheFirstSixBytes) {
         EXPECT_EQ(CheckMORLAN(directory.write("file", contents)), isMorlan) << contents;
 }
 
-TEST(TorvaleHeader, LiesInTheFileAsInMemory) {
-    const TemporaryDirectory directory;
-    std::string file(512, '\0');
-    file.replace(0, 4, "KEY1");
-    file.replace(4, 4, bytesOf(std::int32_t{7}));
-    file.replace(32, 4, bytesOf(0.25F));
-    file.replace(304, 4, bytesOf(std::int32_t{5}));
-    file.replace(484, 4, bytesOf(290.5F));
-    GHead header{};
-    const FileHandle stream = ReadHeader(directory.write("a.top", file + "samples"), header);
-    ASSERT_NE(stream, nullptr);
-    EXPECT_EQ(std::ftell(stream.get()), 512);
-    EXPECT_EQ(text(header.headkey), "KEY1");
-    EXPECT_EQ(header.nrows, 7);
-    EXPECT_EQ(header.zscale, 0.25F);
-    EXPECT_EQ(header.wldUnits, 5);
-    EXPECT_EQ(header.ambienttemp, 290.5F);
-}
-
 TEST(TorvaleHeader, PrintsItsFields) {
     const DecimalCommaLocale locale;
     GHead g = torvaleHeader(3, 2, 1);
