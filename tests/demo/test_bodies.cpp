@@ -22,7 +22,6 @@
 namespace {
 // The files of one body in one band, below the data root, and what is expected of it.
 struct Expectation {
-    const char* name;
     std::string geometry;
     std::string reflectance;
     std::string radiance;
@@ -34,14 +33,14 @@ struct Expectation {
 
 std::vector<Expectation> expectations() {
     std::vector<Expectation> all = {
-        {"Jet", kTargetGeometry, kTargetReflectance, kTargetSignature, 3000, 8000, 18.4F, 4},
-        {"Helicopter", kHelicopterGeometry, kHelicopterReflectance, kHelicopterSignature, 3000, 8000, 14.236F, 5},
+        {kTargetGeometry, kTargetReflectance, kTargetSignature, 3000, 8000, 18.4F, 4},
+        {kHelicopterGeometry, kHelicopterReflectance, kHelicopterSignature, 3000, 8000, 14.236F, 5},
     };
     for (const std::string band : {"1", "4", "6"}) {
         const std::string missile = "tgt0450/tgt0450_b000" + band;
         const std::string bullet = "tgt0451/tgt0451_b000" + band;
-        all.push_back({"Missile", "tgt0450/tgt0450.vnl", missile + ".brdf", missile + ".rad", 500, 2000, 2.785F, 4});
-        all.push_back({"Bullet", "tgt0451/tgt0451.vnl", bullet + ".brdf", bullet + ".rad", 100, 500, 0.195F, 3});
+        all.push_back({"tgt0450/tgt0450.vnl", missile + ".brdf", missile + ".rad", 500, 2000, 2.785F, 4});
+        all.push_back({"tgt0451/tgt0451.vnl", bullet + ".brdf", bullet + ".rad", 100, 500, 0.195F, 3});
     }
     return all;
 }
