@@ -22,7 +22,6 @@
 namespace {
 // The files of one body in one band, below the data root, and what is expected of it.
 struct Expectation {
-    const char* name;
     std::string geometry;
     std::string reflectance;
     std::string radiance;
@@ -34,21 +33,16 @@ struct Expectation {
 
 std::vector<Expectation> expectations() {
     std::vector<Expectation> all = {
-        {"Jet", kTargetGeometry, kTargetReflectance, kTargetSignature, 3000, 8000, 18.4F, 4},
-        {"Helicopter", kHelicopterGeometry, kHelicopterReflectance, kHelicopterSignature, 3000, 8000, 14.236F, 5},
+        {kTargetGeometry, kTargetReflectance, kTargetSignature, 3000, 8000, 18.4F, 4},
+        {kHelicopterGeometry, kHelicopterReflectance, kHelicopterSignature, 3000, 8000, 14.236F, 5},
     };
     for (const std::string band : {"1", "4", "6"}) {
         const std::string missile = "tgt0450/tgt0450_b000" + band;
         const std::string bullet = "tgt0451/tgt0451_b000" + band;
-        all.push_back({"Missile", "tgt0450/tgt0450.vnl", missile + ".brdf", missile + ".rad", 500, 2000, 2.785F, 4});
-        all.push_back({"Bullet", "tgt0451/tgt0451.vnl", bullet + ".brdf", bullet + ".rad", 100, 500, 0.195F, 3});
+        all.push_back({"tgt0450/tgt0450.vnl", missile + ".brdf", missile + ".rad", 500, 2000, 2.785F, 4});
+        all.push_back({"tgt0451/tgt0451.vnl", bullet + ".brdf", bullet + ".rad", 100, 500, 0.195F, 3});
     }
     return all;
-}
-
-// For the names of the tests.
-void PrintTo(const Expectation& expectation, std::ostream* out) {
-    *out << expectation.radiance;
 }
 
 // The files of all bodies, written once for all tests.
@@ -63,73 +57,73 @@ const TemporaryDirectory& dataRoot() {
     return directory;
 }
 
-class LoadedBody : public testing::TestWithParam<Expectation> {
-protected:
-    void SetUp() override {
+struct LoadedBody {
+    explicit LoadedBody(const Expectation& expectation) {
         testing::internal::CaptureStderr();
-        const bool isLoaded = load(dataRoot().file(""));
+        EXPECT_TRUE(load(expectation, dataRoot().file("")));
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-        ASSERT_TRUE(isLoaded);
     }
 
-    bool load(const std::string& root) {
-        if (!brdf_.Load(root + GetParam().reflectance) || !arrays_.allocate(brdf_.numFacets()) ||
-            !rad_.Load(root + GetParam().radiance, brdf_.numFacets()))
+    bool load(const Expectation& expectation, const std::string& root) {
+        if (!brdf.Load(root + expectation.reflectance) || !arrays.allocate(brdf.numFacets()) ||
+            !rad.Load(root + expectation.radiance, brdf.numFacets()))
             return false;
-        return vnl_.Load(
-            root + GetParam().geometry, brdf_, rad_, arrays_.indices_.get(), arrays_.vertices_.get(),
-            arrays_.normals_.get(), arrays_.primaryColors_.get(), arrays_.secondaryColors_.get(),
-            arrays_.facetCentroids_.get(), arrays_.facetNormals_.get(), arrays_.facetMap_.get());
+        return vnl.Load(
+            root + expectation.geometry, brdf, rad, arrays.indices_.get(), arrays.vertices_.get(),
+            arrays.normals_.get(), arrays.primaryColors_.get(), arrays.secondaryColors_.get(),
+            arrays.facetCentroids_.get(), arrays.facetNormals_.get(), arrays.facetMap_.get());
     }
 
-    BrdfFile brdf_;
-    RadFile rad_;
-    VnlFile vnl_;
-    FacetArrays arrays_;
+    BrdfFile brdf;
+    RadFile rad;
+    VnlFile vnl;
+    FacetArrays arrays;
 };
-INSTANTIATE_TEST_SUITE_P(All, LoadedBody, testing::ValuesIn(expectations()), [](const auto& expectation) {
-    const std::string& radiance = expectation.param.radiance;
-    return expectation.param.name + radiance.substr(radiance.find("_b") + 1, 5);
-});
 } // namespace
 
-TEST_P(LoadedBody, HasThePlausibleSizeAndTheClassesOfItsKind) {
-    EXPECT_GE(brdf_.numFacets(), GetParam().minimumFacets);
-    EXPECT_LE(brdf_.numFacets(), GetParam().maximumFacets);
-    const auto& box = vnl_.boundingBox();
-    EXPECT_NEAR(box[6].ElementAt(0) - box[0].ElementAt(0), GetParam().length, 0.01F);
-    EXPECT_NEAR(box[6].ElementAt(1), -box[0].ElementAt(1), 0.2F) << "the left is as wide as the right";
-    const auto used = std::count_if(
-        brdf_.blocks().begin(), brdf_.blocks().end(), [](const FacetBlock& block) { return block.facetCount_ > 0; });
-    EXPECT_GE(static_cast<std::size_t>(used), GetParam().classes);
-    for (const BrdfClass& brdfClass : brdf_.classes())
-        EXPECT_LT(brdfClass.rho_d + brdfClass.epsilon, brdfClass.G) << "something is left to reflect specularly";
-}
+TEST(Bodies, LoadWithThePlausibleSizeClassesAndGreysOfTheirKind) {
+    for (const Expectation& expected : expectations()) {
+        SCOPED_TRACE(expected.radiance);
+        const LoadedBody body(expected);
+        const int facets = body.brdf.numFacets();
+        EXPECT_TRUE(facets >= expected.minimumFacets && facets <= expected.maximumFacets) << facets;
+        const auto& box = body.vnl.boundingBox();
+        EXPECT_NEAR(box[6].ElementAt(0) - box[0].ElementAt(0), expected.length, 0.01F);
+        EXPECT_NEAR(box[6].ElementAt(1), -box[0].ElementAt(1), 0.2F) << "the left is as wide as the right";
+        const auto used =
+            std::ranges::count_if(body.brdf.blocks(), [](const FacetBlock& block) { return block.facetCount_ > 0; });
+        EXPECT_GE(static_cast<std::size_t>(used), expected.classes);
+        for (const BrdfClass& brdfClass : body.brdf.classes())
+            EXPECT_LT(brdfClass.rho_d + brdfClass.epsilon, brdfClass.G) << "something is left to reflect specularly";
 
-TEST_P(LoadedBody, FacesOutwardsWithCornersCounterClockwise) {
-    double volume = 0.0;
-    for (std::size_t slot = 0; slot < static_cast<std::size_t>(brdf_.numFacets()); ++slot) {
-        const auto corner = [&](const auto& array, std::size_t i) {
-            const Tuple3<float>& value = array[3 * slot + i];
-            return Triple{value.x, value.y, value.z};
-        };
-        const Triple a = corner(arrays_.vertices_, 0);
-        const Triple area = cross(corner(arrays_.vertices_, 1) - a, corner(arrays_.vertices_, 2) - a);
-        ASSERT_GT(length(area), 0.0) << slot;
-        volume += dot(a, area);
-        for (std::size_t i = 0; i < 3; ++i)
-            ASSERT_GT(dot(corner(arrays_.normals_, i), area), 0.0) << "vertex normal of slot " << slot;
+        const auto [coldest, hottest] = std::minmax_element(body.rad.rad(), body.rad.rad() + facets);
+        EXPECT_GE(*coldest, 1e-5F);
+        EXPECT_LE(*hottest, 1e-3F);
+        EXPECT_GT(*hottest, 5.0F * *coldest) << "hot parts";
+        for (int facet = 0; facet < facets; ++facet)
+            ASSERT_LT(body.rad.rad()[facet], body.rad.bbe()[facet]) << "no more than a blackbody";
     }
-    EXPECT_GT(volume, 0.0);
 }
 
-TEST_P(LoadedBody, ShowsInGreysAndHasHotParts) {
-    const float* const end = rad_.rad() + brdf_.numFacets();
-    EXPECT_GE(*std::min_element(rad_.rad(), end), 1e-5F);
-    EXPECT_LE(*std::max_element(rad_.rad(), end), 1e-3F);
-    EXPECT_GT(*std::max_element(rad_.rad(), end), 5.0F * *std::min_element(rad_.rad(), end));
-    for (int facet = 0; facet < brdf_.numFacets(); ++facet)
-        ASSERT_LT(rad_.rad()[facet], rad_.bbe()[facet]) << "no more than a blackbody";
+TEST(Bodies, FaceOutwardsWithCornersCounterClockwise) {
+    for (const Expectation& expected : expectations()) {
+        SCOPED_TRACE(expected.radiance);
+        const LoadedBody body(expected);
+        double volume = 0.0;
+        for (std::size_t slot = 0; slot < static_cast<std::size_t>(body.brdf.numFacets()); ++slot) {
+            const auto corner = [&](const auto& array, std::size_t i) {
+                const Tuple3<float>& value = array[3 * slot + i];
+                return Triple{value.x, value.y, value.z};
+            };
+            const Triple a = corner(body.arrays.vertices_, 0);
+            const Triple area = cross(corner(body.arrays.vertices_, 1) - a, corner(body.arrays.vertices_, 2) - a);
+            ASSERT_GT(length(area), 0.0) << slot;
+            volume += dot(a, area);
+            for (std::size_t i = 0; i < 3; ++i)
+                ASSERT_GT(dot(corner(body.arrays.normals_, i), area), 0.0) << "vertex normal of slot " << slot;
+        }
+        EXPECT_GT(volume, 0.0);
+    }
 }
 
 TEST(Bodies, AreClosedSurfaces) {

@@ -49,17 +49,11 @@ TEST_P(Lzw, ComesBackWhole) {
          {std::string(), std::string("a"), std::string("aa"), std::string("aaa"), std::string(1, '\0'),
           std::string("abababab"), std::string(100'000, 'x'), text(60'000)})
         expectRoundTrip(bytes);
-}
-
-TEST_P(Lzw, ComesBackWholeAcrossChangesOfCodeWidth) {
     // Noise takes about a code per byte: the table outgrows 9 bits after 255 codes and 10 bits after 767.
     for (std::size_t size = 250; size <= 268; ++size)
         expectRoundTrip(noise(size, 256));
     for (std::size_t size = 764; size <= 782; size += 3)
         expectRoundTrip(noise(size, 256));
-}
-
-TEST_P(Lzw, ComesBackWholeWhenTheTableFillsUp) {
     // 65,279 codes fill the table, which is then emptied.
     for (const std::size_t size : {65'530U, 66'000U, 1'000'000U})
         expectRoundTrip(noise(size, 256));

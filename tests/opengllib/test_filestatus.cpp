@@ -1,7 +1,10 @@
-// The process-wide file-status table: when it probes the disk, what it remembers, and when it is emptied.
+// The process-wide file-status table and the free-standing checks that ask it.
 #include <gtest/gtest.h>
 
+#include "capturedoutput.h"
 #include "file.h"
+#include "filechecks.h"
+#include "rows.h"
 #include "temporarydirectory.h"
 
 namespace {
@@ -21,49 +24,41 @@ protected:
 
     TemporaryDirectory directory_;
 };
+using FileChecks = FileStatus;
 } // namespace
 
 TEST_F(FileStatus, ProbesAMissingFileOnce) {
     const std::string name = directory_.file("missing");
     EXPECT_EQ(File::Size(name, false), 0);
-    ASSERT_EQ(seen.size(), 1U);
-    EXPECT_EQ(seen[0].fileName, name);
-    EXPECT_EQ(seen[0].size, 0);
-    EXPECT_FALSE(seen[0].exists);
-    EXPECT_EQ(counter, 1U);
-
     directory_.write("missing", "made later");
     EXPECT_EQ(File::Size(name, false), 0);
     EXPECT_EQ(File::Size(name, true), 0);
     EXPECT_FALSE(File::Exists(name));
-    EXPECT_EQ(seen.size(), 1U);
+    ASSERT_EQ(seen.size(), 1U);
+    EXPECT_EQ(seen[0].fileName, name);
+    EXPECT_FALSE(seen[0].exists);
     EXPECT_EQ(counter, 1U);
 }
 
 TEST_F(FileStatus, ProbesAnExistingFileOnceAndMeasuresItInItsRow) {
     const std::string name = directory_.write("file", "12345");
+    fillTable(256);
     EXPECT_TRUE(File::Exists(name));
     EXPECT_TRUE(File::Exists(name));
     EXPECT_EQ(File::Size(name, false), -1);
     EXPECT_EQ(counter, 1U);
-
     EXPECT_EQ(File::Size(name, true), 5);
     EXPECT_EQ(counter, 2U);
-    ASSERT_EQ(seen.size(), 1U);
-    EXPECT_EQ(seen[0].size, 5);
+    ASSERT_EQ(seen.size(), 257U) << "a known file empties nothing";
+    EXPECT_EQ(seen[256].size, 5);
 
     std::filesystem::remove(name);
     EXPECT_EQ(File::Size(name, true), 5);
     EXPECT_EQ(File::Size(name, false), 5);
     EXPECT_TRUE(File::Exists(name));
     EXPECT_EQ(counter, 2U);
-}
-
-TEST_F(FileStatus, MeasuresAtTheFirstProbeWhenAsked) {
-    EXPECT_EQ(File::Size(directory_.write("file", "123"), true), 3);
-    ASSERT_EQ(seen.size(), 1U);
-    EXPECT_TRUE(seen[0].exists);
-    EXPECT_EQ(counter, 1U);
+    EXPECT_EQ(File::Size(directory_.write("other", "123"), true), 3) << "measured at the first probe";
+    EXPECT_EQ(counter, 3U);
 }
 
 TEST_F(FileStatus, AnEmptyFileExistsUntilItIsMeasured) {
@@ -85,7 +80,6 @@ TEST_F(FileStatus, AFileLostBeforeItWasMeasuredGetsASecondRowThatNobodyReads) {
         EXPECT_FALSE(seen.back().exists);
         EXPECT_EQ(seen.back().size, 0);
     }
-    EXPECT_TRUE(File::Exists(name));
     EXPECT_EQ(File::Size(name, false), -1);
 }
 
@@ -95,55 +89,70 @@ TEST_F(FileStatus, TakesNamesAsTheyAreWritten) {
     EXPECT_TRUE(File::Exists(directory_.file("./file")));
     EXPECT_EQ(seen.size(), 2U);
     EXPECT_FALSE(File::Exists(directory_.path().string())) << "a directory is not a file";
-    EXPECT_FALSE(File::Exists(""));
 }
 
 TEST_F(FileStatus, IsEmptiedByANewExistingFileThatFindsMoreThan256Rows) {
     const std::string existing = directory_.write("file", "123");
-    struct Row {
-        std::size_t before;
-        std::string name;
-        bool measure;
-        std::size_t after;
-    };
-    const Row rows[] = {
-        {255, existing, false, 256},
-        {256, existing, false, 257},
-        {257, existing, false, 1},
-        {257, existing, true, 1},
-        {300, existing, true, 1},
-        {257, directory_.file("missing"), false, 258},
-        {300, directory_.file("missing"), true, 301},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::to_string(row.before) + " rows, then " + row.name);
-        fillTable(row.before);
-        File::Size(row.name, row.measure);
-        EXPECT_EQ(seen.size(), row.after);
-        EXPECT_EQ(seen.back().fileName, row.name);
+    const std::string missing = directory_.file("missing");
+    for (const auto& [before, name, measure, after] : Rows<std::size_t, std::string, bool, std::size_t>{
+             {256, existing, false, 257},
+             {257, existing, false, 1},
+             {300, existing, true, 1},
+             {257, missing, false, 258},
+             {300, missing, true, 301}}) {
+        fillTable(before);
+        File::Size(name, measure);
+        EXPECT_EQ(seen.size(), after) << before << " rows, then " << name;
+        EXPECT_EQ(seen.back().fileName, name);
     }
 }
 
-TEST_F(FileStatus, KeepsItsRowsWhenAKnownFileIsMeasured) {
-    const std::string existing = directory_.write("file", "123");
-    fillTable(256);
-    EXPECT_TRUE(File::Exists(existing));
-    ASSERT_EQ(seen.size(), 257U);
-    EXPECT_EQ(File::Size(existing, true), 3);
-    EXPECT_EQ(seen.size(), 257U);
+TEST_F(FileChecks, SayWhichFileWasNotFound) {
+    const std::string missing = directory_.file("missing");
+    for (const auto& [name, message, result, output] : Rows<std::string, std::string, bool, std::string>{
+             {directory_.write("here", ""), "unused", true, ""},
+             {missing, "", false, "File " + missing + " was not found.\n"},
+             {missing, "needed for %s", false, "File " + missing + " was not found: needed for %s\n"},
+             {"aster::alpha", "ignored", false, ""},
+             {"a:b", "", false, "File a:b was not found.\n"},
+             {"", "", false, "File  was not found.\n"}}) {
+        const std::string printed = outputOf([&] { EXPECT_EQ(CheckFileExistance(name, message), result); });
+        EXPECT_EQ(printed, output);
+        EXPECT_EQ(FileExists(name), result) << name;
+    }
+    EXPECT_EQ(outputOf([&] { EXPECT_FALSE(CheckFileExistence(missing)); }), "File " + missing + " was not found.\n");
+    directory_.write("missing", "now");
+    EXPECT_FALSE(FileExists(missing)) << "the table is asked and not the disk";
 }
 
-TEST(HasSeen, FindsTheFirstRowOfExactlyThatName) {
-    const std::vector<fileTrackingInfo> table = {{"a", 1, true}, {"ab", 2, true}, {"AB", 3, true}, {"ab", 4, true}};
-    EXPECT_EQ(hasSeen(table, "ab"), 1);
-    EXPECT_EQ(hasSeen(table, "AB"), 2);
-    EXPECT_EQ(hasSeen(table, "b"), -1);
-    EXPECT_EQ(hasSeen(table, ""), -1);
-    EXPECT_EQ(hasSeen(table, std::string("a\0", 2)), -1);
-    EXPECT_EQ(hasSeen({}, "a"), -1);
+TEST_F(FileChecks, EmptyAFileThatTheyFindWritable) {
+    const std::string existing = directory_.write("existing", "contents");
+    const std::string fresh = directory_.file("fresh");
+    const std::string unwritable = directory_.file("missing/file");
+    EXPECT_EQ(
+        outputOf([&] {
+            EXPECT_TRUE(FileWritable(existing));
+            EXPECT_TRUE(CheckFileWritable(fresh));
+            EXPECT_FALSE(FileWritable(unwritable));
+        }),
+        "");
+    EXPECT_EQ(std::filesystem::file_size(existing), 0U);
+    EXPECT_TRUE(std::filesystem::exists(fresh));
+    EXPECT_EQ(
+        outputOf([&] { EXPECT_FALSE(CheckFileWritable(unwritable)); }),
+        "File " + unwritable + " can not be written to.\n");
 }
 
-TEST(File, IsMadeEmptyOrWithAName) {
-    EXPECT_EQ(File().Name(), "");
-    EXPECT_EQ(File("a.vnl").Name(), "a.vnl");
+TEST(CheckExtension, ComparesTheEndOfTheNameExactly) {
+    for (const auto& [name, extension, result] : Rows<const char*, const char*, bool>{
+             {"tile.hdr", "hdr", true},
+             {"tile.HDR", "hdr", false},
+             {"hdr", "hdr", false},
+             {".hdr", "hdr", true},
+             {"tilehdr", "hdr", false},
+             {"tile.hdr", ".hdr", false},
+             {"tile.", "", true},
+             {"", "", false},
+             {"a.tar.gz", "tar.gz", true}})
+        EXPECT_EQ(checkExtension(name, extension), result) << name << " with " << extension;
 }

@@ -3,34 +3,43 @@
 
 #include "bodyfiles.h"
 #include "glcontext.h"
+#include "rows.h"
 
 namespace {
 const char* const kVertex = "uniform float shift; attribute float weight; varying float w;\n"
                             "void main() { w = weight; gl_Position = gl_Vertex + vec4(shift); }\n";
 const char* const kFragment = "varying float w; void main() { gl_FragColor = vec4(w); }\n";
 
-struct Sources {
-    Sources(const char* vertex, const char* fragment) : vertex_(vertex), fragment_(fragment) {}
-    std::string vertex() const { return vertex_.path(); }
-    std::string fragment() const { return fragment_.path(); }
+class GLShaderProgramTest : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(context_.isUsable()); }
 
-private:
-    TemporaryFile vertex_;
-    TemporaryFile fragment_;
+    static std::string reportOfInit(const std::string& vertex, const std::string& fragment) {
+        return reportOf([&] { EXPECT_FALSE(GLShaderProgram().Init(vertex, fragment)); });
+    }
+    static unsigned int currentProgram() {
+        GLint current = 0;
+        glGetIntegerv(GL_CURRENT_PROGRAM, &current);
+        return static_cast<unsigned int>(current);
+    }
+
+    const GlContext context_{4, 4};
+    const TemporaryFile vertexFile_{kVertex};
+    const TemporaryFile fragmentFile_{kFragment};
+    const std::string& vertex_ = vertexFile_.path();
+    const std::string& fragment_ = fragmentFile_.path();
 };
 } // namespace
 
-TEST(GLShaderProgram, LinksAndFindsItsVariables) {
-    const GlContext context(4, 4);
-    ASSERT_TRUE(context.isUsable());
-    const Sources sources(kVertex, kFragment);
+TEST_F(GLShaderProgramTest, LinksAndFindsItsVariables) {
     GLShaderProgram program;
-    EXPECT_EQ(reportOf([&] { ASSERT_TRUE(program.Init(sources.vertex(), sources.fragment())); }), "");
-    EXPECT_NE(program.program(), 0U);
     EXPECT_EQ(
         reportOf([&] {
+            ASSERT_TRUE(program.Init(vertex_, fragment_));
             EXPECT_GE(program.GetUniformVariable("shift"), 0);
             EXPECT_GE(program.GetAttribLocation("weight"), 0);
+            EXPECT_TRUE(GLShaderProgram().Init(vertex_, ""));
+            EXPECT_TRUE(GLShaderProgram().Init("", ""));
         }),
         "");
     for (int call = 0; call < 2; ++call)
@@ -41,84 +50,45 @@ TEST(GLShaderProgram, LinksAndFindsItsVariables) {
         reportOf([&] { EXPECT_EQ(program.GetAttribLocation("shift"), -1); }),
         "glshaderprogram GetAttribLocation: No variable named \"shift\" exists.");
 
-    GLint current = 0;
     program.Activate();
-    glGetIntegerv(GL_CURRENT_PROGRAM, &current);
-    EXPECT_EQ(static_cast<unsigned int>(current), program.program());
+    EXPECT_NE(currentProgram(), 0U);
+    EXPECT_EQ(currentProgram(), program.program());
     GLShaderProgram::Deactivate();
-    glGetIntegerv(GL_CURRENT_PROGRAM, &current);
-    EXPECT_EQ(current, 0);
+    EXPECT_EQ(currentProgram(), 0U);
 }
 
-TEST(GLShaderProgram, AVertexShaderAloneAndNoShaderAtAllLink) {
-    const GlContext context(4, 4);
-    ASSERT_TRUE(context.isUsable());
-    const Sources sources(kVertex, kFragment);
-    EXPECT_EQ(
-        reportOf([&] {
-            EXPECT_TRUE(GLShaderProgram().Init(sources.vertex(), ""));
-            EXPECT_TRUE(GLShaderProgram().Init("", ""));
-        }),
-        "");
-}
+TEST_F(GLShaderProgramTest, ReportsEachFault) {
+    const TemporaryFile broken("void main() { nonsense }");
+    const TemporaryFile apart("varying vec3 w; void main() { w = vec3(1.0); gl_Position = gl_Vertex; }");
+    for (const auto& [vertex, fragment, report] : Rows<std::string, std::string, std::string>{
+             {"", fragment_, "Fragment shader creation failed."},
+             {broken.path(), fragment_, "Vertex shader compilation failed."},
+             {vertex_, broken.path(), "Fragment shader compilation failed."},
+             {apart.path(), fragment_, "Shader link failed."}})
+        EXPECT_EQ(reportOfInit(vertex, fragment), "glshaderprogram Init: " + report);
 
-TEST(GLShaderProgram, ReportsEachFault) {
-    const GlContext context(4, 4);
-    ASSERT_TRUE(context.isUsable());
-    const Sources good(kVertex, kFragment);
-    const Sources broken("void main() { nonsense }", "void main() { nonsense }");
-    const Sources apart("varying vec3 w; void main() { w = vec3(1.0); gl_Position = gl_Vertex; }", kFragment);
-    const struct {
-        std::string vertex;
-        std::string fragment;
-        const char* report;
-    } rows[] = {
-        {"", good.fragment(), "Fragment shader creation failed."},
-        {broken.vertex(), good.fragment(), "Vertex shader compilation failed."},
-        {good.vertex(), broken.fragment(), "Fragment shader compilation failed."},
-        {apart.vertex(), apart.fragment(), "Shader link failed."},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(
-            reportOf([&] { EXPECT_FALSE(GLShaderProgram().Init(row.vertex, row.fragment)); }),
-            std::string("glshaderprogram Init: ") + row.report);
-
-    const auto expectTwoLines = [](const std::string& printed, const std::string& second) {
+    // Two lines: what the shader file says comes first.
+    for (const auto& [vertex, fragment, last] : Rows<std::string, std::string, std::string>{
+             {"/no/such", fragment_, "Unable to load vertex shader \"/no/such\".\n"},
+             {vertex_, "/no/such", "Unable to load fragment shader \"/no/such\".\n"}}) {
+        const std::string printed = reportOfInit(vertex, fragment);
         EXPECT_NE(printed.find("No source code found for shader /no/such."), std::string::npos) << printed;
         EXPECT_NE(printed.find("function \"LoadSourceFiles\""), std::string::npos) << printed;
-        EXPECT_TRUE(printed.ends_with(second + "\n")) << printed;
-    };
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(GLShaderProgram().Init("/no/such.vert", good.fragment()));
-    expectTwoLines(testing::internal::GetCapturedStderr(), "Unable to load vertex shader \"/no/such.vert\".");
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(GLShaderProgram().Init(good.vertex(), "/no/such.frag"));
-    expectTwoLines(testing::internal::GetCapturedStderr(), "Unable to load fragment shader \"/no/such.frag\".");
+        EXPECT_TRUE((printed + '\n').ends_with(last)) << printed;
+    }
 }
 
-TEST(GLShaderProgram, WithoutShadersInTheDriverEveryStepReportsAndNothingIsCalled) {
+TEST_F(GLShaderProgramTest, WithoutShadersInTheDriverEveryStepReportsAndNothingIsCalled) {
     const auto createShader = glCreateShader;
     glCreateShader = nullptr;
-    const Sources sources(kVertex, kFragment);
-    const struct {
-        std::string vertex;
-        std::string fragment;
-        const char* report;
-    } rows[] = {
-        {sources.vertex(), sources.fragment(), "Vertex shader creation failed."},
-        {"", sources.fragment(), "Fragment shader creation failed."},
-        {"", "", "glCreateProgram() failed."},
-    };
-    for (const auto& row : rows) {
-        GLShaderProgram program;
-        EXPECT_EQ(
-            reportOf([&] { EXPECT_FALSE(program.Init(row.vertex, row.fragment)); }),
-            std::string("glshaderprogram Init: ") + row.report);
-        program.Activate();
-        EXPECT_EQ(
-            reportOf([&] { EXPECT_EQ(program.GetUniformVariable("shift"), -1); }),
-            "glshaderprogram GetUniformVariable: No variable named \"shift\" exists.");
-    }
+    for (const auto& [vertex, fragment, report] : Rows<std::string, std::string, std::string>{
+             {vertex_, fragment_, "Vertex shader creation failed."}, {"", "", "glCreateProgram() failed."}})
+        EXPECT_EQ(reportOfInit(vertex, fragment), "glshaderprogram Init: " + report);
+    const GLShaderProgram program;
+    program.Activate();
+    EXPECT_EQ(
+        reportOf([&] { EXPECT_EQ(program.GetUniformVariable("shift"), -1); }),
+        "glshaderprogram GetUniformVariable: No variable named \"shift\" exists.");
     GLShaderProgram::Deactivate();
     glCreateShader = createShader;
 }

@@ -7,32 +7,12 @@
 #include "bodyfiles.h"
 #include "dynamicdata.h"
 #include "glcontext.h"
+#include "rows.h"
 #include "sandfordrobertson.h"
+#include "temporarydirectory.h"
 
 namespace {
 constexpr int kSize = 64; // of the picture, which shows x and y from -1 to 1
-
-// The files of a body, in a folder of their own.
-class BodyFolder {
-public:
-    BodyFolder()
-        : path_(
-              testing::TempDir() + "sorvane.body." + std::to_string(::getpid()) + "." + std::to_string(++made_) + "/") {
-        std::filesystem::create_directories(path_);
-    }
-    ~BodyFolder() { std::filesystem::remove_all(path_); }
-    BodyFolder(const BodyFolder&) = delete;
-    BodyFolder& operator=(const BodyFolder&) = delete;
-
-    std::string path(const std::string& name) const { return path_ + name; }
-    void write(const std::string& name, const std::string& contents) const {
-        std::ofstream(path(name), std::ios::binary) << contents;
-    }
-
-private:
-    static inline int made_ = 0;
-    std::string path_;
-};
 
 struct Options {
     bool multiFacet = true;
@@ -46,9 +26,9 @@ struct Options {
     std::string shaderDir = SORVANE_SHADERS;
 };
 
-bool init(Hardbody& body, const BodyFolder& folder, const Options& options = {}) {
+bool init(Hardbody& body, const TemporaryDirectory& folder, const Options& options = {}) {
     return body.Init(
-        folder.path("body.brdf"), folder.path("body.vnl"), folder.path("body.rad"), options.shaderDir,
+        folder.file("body.brdf"), folder.file("body.vnl"), folder.file("body.rad"), options.shaderDir,
         options.rotorPath, true, true, options.multiFacet, options.rotors, options.perFrameUpload, 0, 0, 0, 0, 0, 0,
         options.brightness, options.earth, options.sky, options.solarBeam);
 }
@@ -84,7 +64,7 @@ struct Geometry {
 };
 
 // Two rectangles, the left one of the second class.
-void writeTwoRectangles(const BodyFolder& folder) {
+void writeTwoRectangles(const TemporaryDirectory& folder) {
     Geometry geometry;
     geometry.addRectangle(-1, 0, -1, 1);
     geometry.addRectangle(0, 1, -1, 1);
@@ -93,9 +73,12 @@ void writeTwoRectangles(const BodyFolder& folder) {
     folder.write("body.rad", radBytes({1e5F, 2e5F, 3e5F, 4e5F}, {0, 0, 0, 0}));
 }
 
-// The scene: looked at from far above, so that x and y of the model are those of the picture.
-struct Picture {
-    Picture() : context(kSize, kSize) {
+// A folder for the files of a body, and a scene looked at from far above, so that x and y of the model are those of the
+// picture.
+class HardbodyTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(context.isUsable());
         glMatrixMode(GL_PROJECTION);
         glLoadIdentity();
         const double half = 1.0 / 1000.0;
@@ -106,14 +89,14 @@ struct Picture {
         glEnable(GL_DEPTH_TEST);
     }
 
-    // Draws and returns the red of the pixel at (x, y).
-    void render(Hardbody& body, float time = 0.0F) {
+    void render(float time = 0.0F) {
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         Dynamic_Data data{{0, 0, 1, 0}, time};
         body.Render(&data);
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
         pixels = context.pixels();
     }
+    // The red of the pixel at (x, y).
     float at(float x, float y) const {
         const auto pixel = [](float place) {
             return static_cast<std::size_t>((place + 1.0F) / 2.0F * kSize);
@@ -121,7 +104,10 @@ struct Picture {
         return pixels[4 * (pixel(y) * kSize + pixel(x))];
     }
 
-    GlContext context;
+    const GlContext context{kSize, kSize};
+    const TemporaryDirectory folder;
+    Hardbody body;
+    Options options;
     std::vector<float> pixels;
 };
 
@@ -132,59 +118,46 @@ GLint integer(GLenum name) {
 }
 } // namespace
 
-TEST(Hardbody, DrawsTheRadiancesOfItsFacets) {
-    Picture picture;
-    ASSERT_TRUE(picture.context.isUsable());
-    const BodyFolder folder;
+TEST_F(HardbodyTest, DrawsTheRadiancesOfItsFacets) {
     writeTwoRectangles(folder);
-    Hardbody body;
-    Options options;
     options.brightness = 10.0F;
     EXPECT_EQ(reportOf([&] { ASSERT_TRUE(init(body, folder, options)); }), "");
-    picture.render(body);
-    EXPECT_NEAR(picture.at(-0.25F, -0.75F), 1.0F, 1e-5F);
-    EXPECT_NEAR(picture.at(-0.75F, 0.75F), 2.0F, 1e-5F);
-    EXPECT_NEAR(picture.at(0.75F, -0.75F), 3.0F, 1e-5F);
-    EXPECT_NEAR(picture.at(0.25F, 0.75F), 4.0F, 1e-5F);
+    render();
+    EXPECT_NEAR(at(-0.25F, -0.75F), 1.0F, 1e-5F);
+    EXPECT_NEAR(at(-0.75F, 0.75F), 2.0F, 1e-5F);
+    EXPECT_NEAR(at(0.75F, -0.75F), 3.0F, 1e-5F);
+    EXPECT_NEAR(at(0.25F, 0.75F), 4.0F, 1e-5F);
 }
 
-TEST(Hardbody, ReflectsByTheClassOfEachFacetWithFormFactorsOfOneUnlessAFileGivesThem) {
-    Picture picture;
-    ASSERT_TRUE(picture.context.isUsable());
-    const BodyFolder folder;
+TEST_F(HardbodyTest, ReflectsByTheClassOfEachFacetWithFormFactorsOfOneUnlessAFileGivesThem) {
     writeTwoRectangles(folder);
-    Options options;
     options.earth = 0.5F;
     options.sky = 0.25F;
-    Hardbody body;
     ASSERT_TRUE(init(body, folder, options));
-    picture.render(body);
-    EXPECT_NEAR(picture.at(-0.25F, -0.75F), 0.1F + 0.75F * 0.25F, 1e-4F); // emissivity 0.75
-    EXPECT_NEAR(picture.at(0.75F, -0.75F), 0.3F + 0.75F * 0.75F, 1e-4F);  // emissivity 0.25
+    render();
+    EXPECT_NEAR(at(-0.25F, -0.75F), 0.1F + 0.75F * 0.25F, 1e-4F); // emissivity 0.75
+    EXPECT_NEAR(at(0.75F, -0.75F), 0.3F + 0.75F * 0.75F, 1e-4F);  // emissivity 0.25
 
     folder.write("body.sff-txt", "4\n1 .5 0 0\n2 .5 1 0\n3 1 .25 0\n4 .5 1 0\n");
     ASSERT_TRUE(init(body, folder, options));
-    picture.render(body);
-    EXPECT_NEAR(picture.at(-0.25F, -0.75F), 0.1F + 0.25F * 0.25F, 1e-4F);
-    EXPECT_NEAR(picture.at(0.75F, -0.75F), 0.3F + 0.5625F * 0.75F, 1e-4F);
+    render();
+    EXPECT_NEAR(at(-0.25F, -0.75F), 0.1F + 0.25F * 0.25F, 1e-4F);
+    EXPECT_NEAR(at(0.75F, -0.75F), 0.3F + 0.5625F * 0.75F, 1e-4F);
 
     // The sun stands above, and the eye as well: f_r · cos 0 · beam.
     folder.write("body.sff-txt", "broken");
-    Options sunlit;
-    sunlit.solarBeam = 1.0F;
+    options = {};
+    options.solarBeam = 1.0F;
     EXPECT_EQ(
-        reportOf([&] { ASSERT_TRUE(init(body, folder, sunlit)); }),
+        reportOf([&] { ASSERT_TRUE(init(body, folder, options)); }),
         "subfacetfile Load: Malformed line 1. Expected a number of facets, but received \"broken\".");
-    picture.render(body);
+    render();
     const Vector<float> up(0, 0, 1, 0);
-    EXPECT_NEAR(picture.at(0.75F, -0.75F), 0.3F + sr_brdf_internal(0, up, up, up, 0, 0.3F, 0.2F, 0.25F, 1, up), 1e-3F);
+    EXPECT_NEAR(at(0.75F, -0.75F), 0.3F + sr_brdf_internal(0, up, up, up, 0, 0.3F, 0.2F, 0.25F, 1, up), 1e-3F);
 }
 
-TEST(Hardbody, FacetsReflectEachOther) {
-    Picture picture;
-    ASSERT_TRUE(picture.context.isUsable());
+TEST_F(HardbodyTest, FacetsReflectEachOther) {
     // A floor of two facets, and a wall over its middle that faces -x and lights the floor's left half.
-    const BodyFolder folder;
     Geometry geometry;
     geometry.addRectangle(-1, 1, -1, 1);
     geometry.addVertex(0, -1, 0);
@@ -195,7 +168,6 @@ TEST(Hardbody, FacetsReflectEachOther) {
     folder.write("body.brdf", "BRDF\n2\n.3 .4 .3 .4 0 x\n.2 .75 0 .3 0 x\n1 2 2 x\n3 3 1 x\n");
     folder.write("body.rad", radBytes({0, 0, 5e5F}, {0, 0, 0}));
     folder.write("body.sff-txt", "3\n1 0 0 0\n2 0 0 1\n3 .125\n3 0 0 0\n");
-    Hardbody body;
     ASSERT_TRUE(init(body, folder));
     body.SetWorldPosAndOrientation(0, 0, 0, 0, 0, 0);
     body.UpdateMultiFacet({0, 0, 1000, 1});
@@ -209,9 +181,9 @@ TEST(Hardbody, FacetsReflectEachOther) {
                            std::numbers::pi_v<float> * 0.125F * 0.5F;
     EXPECT_NEAR(body.multiFacetRadiances()[1], expected, 2e-3F * expected);
     EXPECT_EQ(body.multiFacetRadiances()[0], 0.0F);
-    picture.render(body);
-    EXPECT_NEAR(picture.at(-0.75F, 0.5F), expected, 2e-3F * expected);
-    EXPECT_EQ(picture.at(0.5F, -0.75F), 0.0F);
+    render();
+    EXPECT_NEAR(at(-0.75F, 0.5F), expected, 2e-3F * expected);
+    EXPECT_EQ(at(0.5F, -0.75F), 0.0F);
 
     // Turned over with the eye going along, nothing changes; seen from below there is nothing.
     body.SetWorldPosAndOrientation(5, 6, 7, 180, 0, 0);
@@ -221,29 +193,24 @@ TEST(Hardbody, FacetsReflectEachOther) {
     EXPECT_EQ(body.multiFacetRadiances()[1], 0.0F);
 
     // Off by choice, the form factors of the file stay.
-    Options off;
-    off.multiFacet = false;
-    off.sky = 1.0F;
-    ASSERT_TRUE(init(body, folder, off));
+    options.multiFacet = false;
+    options.sky = 1.0F;
+    ASSERT_TRUE(init(body, folder, options));
     body.SetWorldPosAndOrientation(0, 0, 0, 0, 0, 0);
     body.UpdateMultiFacet({0, 0, 1000, 1});
     EXPECT_EQ(body.multiFacetRadiances()[1], 0.0F);
-    picture.render(body);
-    EXPECT_EQ(picture.at(-0.75F, 0.5F), 0.0F);
+    render();
+    EXPECT_EQ(at(-0.75F, 0.5F), 0.0F);
 }
 
-TEST(Hardbody, LeavesTheStateOfOpenGlAsItWas) {
-    Picture picture;
-    ASSERT_TRUE(picture.context.isUsable());
-    const BodyFolder folder;
+TEST_F(HardbodyTest, LeavesTheStateOfOpenGlAsItWas) {
     writeTwoRectangles(folder);
-    Hardbody body;
     ASSERT_TRUE(init(body, folder));
     body.SetWorldPos(3, 4, 5);
     float before[16];
     float after[16];
     glGetFloatv(GL_MODELVIEW_MATRIX, before);
-    picture.render(body);
+    render();
     glGetFloatv(GL_MODELVIEW_MATRIX, after);
     EXPECT_TRUE(std::equal(before, before + 16, after));
     EXPECT_EQ(integer(GL_MODELVIEW_STACK_DEPTH), 1);
@@ -255,13 +222,10 @@ TEST(Hardbody, LeavesTheStateOfOpenGlAsItWas) {
     body.Render(nullptr);
 }
 
-TEST(Hardbody, BodiesTooLargeFor16BitIndicesAreDrawnWhole) {
-    Picture picture;
-    ASSERT_TRUE(picture.context.isUsable());
+TEST_F(HardbodyTest, BodiesTooLargeFor16BitIndicesAreDrawnWhole) {
     // 200 x 100 rectangles with rising radiances, in two classes by rows of the grid.
     constexpr int kColumns = 200;
     constexpr int kRows = 100;
-    const BodyFolder folder;
     Geometry geometry;
     std::vector<float> radiances;
     for (int row = 0; row <= kRows; ++row)
@@ -281,23 +245,19 @@ TEST(Hardbody, BodiesTooLargeFor16BitIndicesAreDrawnWhole) {
     folder.write("body.vnl", geometry.text());
     folder.write("body.brdf", "BRDF\n2\n.2 .25 0 .3 0 x\n.2 .75 0 .3 0 x\n1 15000 2 x\n15001 40000 1 x\n");
     folder.write("body.rad", radBytes(radiances, radiances));
-    Hardbody body;
     ASSERT_TRUE(init(body, folder));
-    picture.render(body);
+    render();
     for (int y = 0; y < kSize; y += 3)
         for (int x = 0; x < kSize; x += 3) {
             const int row = static_cast<int>((static_cast<float>(y) + 0.5F) / kSize * kRows);
             const int column = static_cast<int>((static_cast<float>(x) + 0.5F) / kSize * kColumns);
             const auto pixel = static_cast<std::size_t>(4 * (y * kSize + x));
-            ASSERT_NEAR(picture.pixels[pixel], static_cast<float>(row * kColumns + column), 0.5F) << x << " " << y;
+            ASSERT_NEAR(pixels[pixel], static_cast<float>(row * kColumns + column), 0.5F) << x << " " << y;
         }
 }
 
-TEST(Hardbody, RotorsTurnWithTimeFromTheVerticesAsLoaded) {
-    Picture picture;
-    ASSERT_TRUE(picture.context.isUsable());
+TEST_F(HardbodyTest, RotorsTurnWithTimeFromTheVerticesAsLoaded) {
     // The second rectangle is a blade on the right of the origin.
-    const BodyFolder folder;
     Geometry geometry;
     geometry.addRectangle(-0.1F, 0.1F, -0.1F, 0.1F);
     geometry.addRectangle(0.25F, 0.9F, -0.2F, 0.2F);
@@ -306,57 +266,47 @@ TEST(Hardbody, RotorsTurnWithTimeFromTheVerticesAsLoaded) {
     folder.write("body.brdf", "BRDF\n2\n0 0 0 0 0 x\n0 0 0 0 0 x\n1 2 2 x\n3 4 1 x\n");
     folder.write("body.rad", radBytes({2.5e5F, 2.5e5F, 5e5F, 5e5F}, {0, 0, 0, 0}));
     folder.write("body.rotor", "# blade, to a facet that isn't there\n3 9 0 0 0 0 0 1 0.25\n");
-    Options options;
     options.rotors = true;
     options.perFrameUpload = true;
-    options.rotorPath = folder.path("body.rotor");
+    options.rotorPath = folder.file("body.rotor");
     options.shaderDir = "/no/such/";
-    Hardbody body;
     EXPECT_EQ(reportOf([&] { ASSERT_TRUE(init(body, folder, options)); }), "");
     const std::pair<float, float> places[] = {{0.5F, 0.0F}, {0.0F, 0.5F}, {-0.5F, 0.0F}, {0.0F, -0.5F}};
     for (const std::size_t quarter : {0U, 1U, 2U, 3U, 1U}) {
-        picture.render(body, static_cast<float>(quarter));
+        render(static_cast<float>(quarter));
         for (std::size_t place = 0; place < 4; ++place)
-            EXPECT_NEAR(picture.at(places[place].first, places[place].second), place == quarter ? 0.5F : 0.0F, 1e-6F)
+            EXPECT_NEAR(at(places[place].first, places[place].second), place == quarter ? 0.5F : 0.0F, 1e-6F)
                 << quarter << " " << place;
-        EXPECT_NEAR(picture.at(0.0F, 0.0F), 0.25F, 1e-6F);
+        EXPECT_NEAR(at(0.0F, 0.0F), 0.25F, 1e-6F);
     }
 
     // Without a path no rotor file is read, although rotors are asked for.
     options.rotorPath.clear();
     ASSERT_TRUE(init(body, folder, options));
-    picture.render(body, 1.0F);
-    EXPECT_NEAR(picture.at(0.5F, 0.0F), 0.5F, 1e-6F);
+    render(1.0F);
+    EXPECT_NEAR(at(0.5F, 0.0F), 0.5F, 1e-6F);
 }
 
-TEST(Hardbody, EachFaultInAFileMakesItUnusable) {
-    Picture picture;
-    ASSERT_TRUE(picture.context.isUsable());
-    const struct {
-        const char* file;
-        std::string contents;
-        std::string report;
-    } rows[] = {
-        {"body.brdf", "BRDX\n", "brdffile Load: Missing BRDF file signature on line 1."},
-        {"body.rad", "", "radfile Load: Unexpected EOF while trying to read header."},
-        {"body.vnl", "3 9\n",
-         "vnlfile Load: Number of facets in VNL file, 9, does not match the number of facets in the BRDF file, 4."},
-        {"body.sff-txt", "3\n1 0 0 0\n2 0 0 0\n3 0 0 0\n", "hardbody Init: Subfacet object initialization failed."},
-        {"body.brdf", "BRDF\n1\n0 0 0 0 0 x\n1 500000000 1 x\n",
-         "hardbody AllocateBuffers: Unable to allocate all the necessary arrays. Array address follow: vertices_ "
-         "((nil)), normals_ ((nil)), primaryColors_ ((nil)), secondaryColors_ ((nil)), indices_ ((nil)), facetMap_ "
-         "((nil)), facetCentroids_ ((nil)), facetNormals_ ((nil)), multiFacetRadiances_ ((nil)), tempArray_ ((nil)), "
-         "earth_form_factors_ ((nil)), sky_form_factors_ ((nil))."},
-    };
-    for (const auto& row : rows) {
-        const BodyFolder folder;
-        writeTwoRectangles(folder);
-        folder.write(row.file, row.contents);
-        Hardbody body;
-        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(init(body, folder)); }), row.report);
+TEST_F(HardbodyTest, EachFaultInAFileMakesItUnusable) {
+    for (
+        const auto& [file, contents, report] : Rows<const char*, const char*, const char*>{
+            {"body.brdf", "BRDX\n", "brdffile Load: Missing BRDF file signature on line 1."},
+            {"body.rad", "", "radfile Load: Unexpected EOF while trying to read header."},
+            {"body.vnl", "3 9\n",
+             "vnlfile Load: Number of facets in VNL file, 9, does not match the number of facets in the BRDF file, 4."},
+            {"body.sff-txt", "3\n1 0 0 0\n2 0 0 0\n3 0 0 0\n", "hardbody Init: Subfacet object initialization failed."},
+            {"body.brdf", "BRDF\n1\n0 0 0 0 0 x\n1 500000000 1 x\n",
+             "hardbody AllocateBuffers: Unable to allocate all the necessary arrays. Array address follow: vertices_ "
+             "((nil)), normals_ ((nil)), primaryColors_ ((nil)), secondaryColors_ ((nil)), indices_ ((nil)), "
+             "facetMap_ ((nil)), facetCentroids_ ((nil)), facetNormals_ ((nil)), multiFacetRadiances_ ((nil)), "
+             "tempArray_ ((nil)), earth_form_factors_ ((nil)), sky_form_factors_ ((nil))."}}) {
+        const TemporaryDirectory own; // what was read from a path stays known
+        writeTwoRectangles(own);
+        own.write(file, contents);
+        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(init(body, own)); }), report);
         EXPECT_FALSE(body.isUsable());
-        picture.render(body);
-        EXPECT_EQ(picture.at(0.5F, 0.5F), 0.0F);
+        render();
+        EXPECT_EQ(at(0.5F, 0.5F), 0.0F);
         body.UpdateMultiFacet({0, 0, 9, 1});
         EXPECT_EQ(body.multiFacetRadiances(), nullptr);
         body.SetWorldPos(1, 2, 3);
@@ -367,15 +317,12 @@ TEST(Hardbody, EachFaultInAFileMakesItUnusable) {
     }
 }
 
-TEST(Hardbody, WithoutShadersOrBuffersInTheDriverItIsUnusable) {
-    const BodyFolder folder;
+TEST_F(HardbodyTest, WithoutShadersOrBuffersInTheDriverItIsUnusable) {
     writeTwoRectangles(folder);
     const auto createShader = std::exchange(glCreateShader, nullptr);
     const auto genBuffers = std::exchange(glGenBuffers, nullptr);
-    Hardbody body;
     EXPECT_EQ(
         reportOf([&] { EXPECT_FALSE(init(body, folder)); }), "glshaderprogram Init: Vertex shader creation failed.");
-    Options options;
     options.perFrameUpload = true;
     EXPECT_EQ(
         reportOf([&] { EXPECT_FALSE(init(body, folder, options)); }), "hardbody Init: Vertex buffer creation failed.");
@@ -385,32 +332,15 @@ TEST(Hardbody, WithoutShadersOrBuffersInTheDriverItIsUnusable) {
     glGenBuffers = genBuffers;
 }
 
-TEST(Hardbody, ABodyWithoutFacetsDrawsNothing) {
-    Picture picture;
-    ASSERT_TRUE(picture.context.isUsable());
-    const BodyFolder folder;
-    folder.write("body.vnl", "0 0\n-1 1 -1 1 -1 1\n");
-    folder.write("body.brdf", "BRDF\n1\n0 0 0 0 0 x\n");
-    folder.write("body.rad", radBytes({}, {}));
-    Hardbody body;
-    ASSERT_TRUE(init(body, folder));
-    picture.render(body);
-    EXPECT_EQ(picture.at(0.0F, 0.0F), 0.0F);
-}
-
-TEST(Hardbody, BoxesFollowThePose) {
-    Picture picture;
-    ASSERT_TRUE(picture.context.isUsable());
-    const BodyFolder folder;
+TEST_F(HardbodyTest, BoxesFollowThePose) {
     writeTwoRectangles(folder);
-    Hardbody body;
     ASSERT_TRUE(init(body, folder));
     EXPECT_EQ(body.BBox()[6], Vector<float>(1, 1, 1, 1));
     body.SetWorldPos(10, 0, -4);
-    body.SetOrientation(0, 0, 90);
-    const Vector<float> corner = body.GetTransformedBBox()[1]; // (1, -1, -1) turned about z
+    body.SetOrientation(0, 90, 90);
+    const Vector<float> corner = body.GetTransformedBBox()[1]; // (1, -1, -1) turned about y, then z
     EXPECT_NEAR(corner.ElementAt(0), 11.0F, 1e-5F);
-    EXPECT_NEAR(corner.ElementAt(1), 1.0F, 1e-5F);
+    EXPECT_NEAR(corner.ElementAt(1), -1.0F, 1e-5F);
     EXPECT_NEAR(corner.ElementAt(2), -5.0F, 1e-5F);
 
     Matrix<float> view = Matrix<float>::identity();

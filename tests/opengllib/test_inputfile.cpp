@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "inputfile.h"
+#include "rows.h"
 #include "temporarydirectory.h"
 
 TEST(InputFile, RefusesWhatIsNotARegularFileWithoutBlocking) {
@@ -26,23 +27,15 @@ TEST(InputFile, ReadsUpToTheLimit) {
     const std::string small("line\n\0\xFF", 7);
     std::string large(3'000'001, 'a');
     large.back() = 'z';
-    struct Row {
-        std::string contents;
-        std::size_t limit;
-        std::string read;
-    };
-    const Row rows[] = {
-        {"", 100, ""},
-        {small, 100, small},
-        {small, small.size(), small},
-        {small, 4, "line"},
-        {small, 0, ""},
-        {large, 4'000'000, large},
-        {large, large.size(), large},
-        {large, 2'000'000, large.substr(0, 2'000'000)},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(readInputFile(directory.write("file", row.contents), row.limit), row.read) << row.limit;
+    for (const auto& [contents, limit, expected] : Rows<std::string, std::size_t, std::string>{
+             {"", 100, ""},
+             {small, 100, small},
+             {small, small.size(), small},
+             {small, 4, "line"},
+             {large, 4'000'000, large},
+             {large, large.size(), large},
+             {large, 2'000'000, large.substr(0, 2'000'000)}})
+        EXPECT_EQ(readInputFile(directory.write("file", contents), limit), expected) << limit;
 }
 
 TEST(InputFile, FollowsLinksAndTakesAnyName) {

@@ -8,6 +8,7 @@
 #include "decimalcommalocale.h"
 #include "loadclstomatfile.h"
 #include "loadmaterialtables.h"
+#include "rows.h"
 #include "temporarydirectory.h"
 
 using testing::ElementsAre;
@@ -26,27 +27,27 @@ std::string lines(int count, const std::string& line) {
         text += line;
     return text;
 }
+
+std::string refsError(const std::string& message) {
+    return errorLine("loadRefsFile", "opengllib/loadmaterialtables.cpp", message);
+}
+std::string tempError(const std::string& message) {
+    return errorLine("loadTempFile", "opengllib/loadmaterialtables.cpp", message);
+}
 } // namespace
 
 TEST(ClassToMaterial, KeepsAPairForEachLine) {
-    struct Row {
-        std::string text;
-        std::vector<int> numbers;
-    };
-    const Row rows[] = {
-        {"", {}},
-        {"1 2\n3 4\n", {1, 2, 3, 4}},
-        {"  7\t8 ignored\r\n9 10", {7, 8, 9, 10}},
-        {"257 -1\n", {1, 255}},
-        // A line without numbers repeats those before it, a half one its second number.
-        {"\n1 2\n# no\n5 x\n", {0, 0, 1, 2, 1, 2, 5, 2}},
-        // A line of more than 255 characters goes on as the next line.
-        {"1 2" + std::string(252, ' ') + "3 4\n", {1, 2, 3, 4}},
-    };
-    for (const Row& row : rows) {
+    for (const auto& [text, numbers] : Rows<std::string, std::vector<int>>{
+             {"", {}},
+             {"  7\t8 ignored\r\n9 10", {7, 8, 9, 10}},
+             {"257 -1\n", {1, 255}},
+             // A line without numbers repeats those before it, a half one its second number.
+             {"\n1 2\n# no\n5 x\n", {0, 0, 1, 2, 1, 2, 5, 2}},
+             // A line of more than 255 characters goes on as the next line.
+             {"1 2" + std::string(252, ' ') + "3 4\n", {1, 2, 3, 4}}}) {
         ClassTable table;
-        EXPECT_EQ(outputOf([&] { EXPECT_TRUE(parseCLStoMat(row.text, table.pairs, table.count)); }), "");
-        EXPECT_EQ(table.numbers(), row.numbers) << row.text;
+        EXPECT_TRUE(parseCLStoMat(text, table.pairs, table.count));
+        EXPECT_EQ(table.numbers(), numbers) << text;
     }
 }
 
@@ -98,27 +99,17 @@ TEST(MaterialReflectances, AreReadInPairs) {
     EXPECT_THAT(out, ElementsAre(0.5F, 1.5F, 2, -3));
     EXPECT_TRUE(parseRefs("", 0, nullptr));
 
-    struct Row {
-        std::string text;
-        std::string message;
-    };
     const std::string eof = "Unexpected EOF when trying to read material data. Expected 2 materials but only read ";
-    const Row rows[] = {
-        {"", eof + "-1."},
-        {"1 2\n", eof + "0."},
-        {"1\n", "Malformed line 2. Expected 2 floats, but received \"1\n\"."},
-        {"1 2\nx y", "Malformed line 3. Expected 2 floats, but received \"x y\"."},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(
-            outputOf([&] { EXPECT_FALSE(parseRefs(row.text, 2, out)); }),
-            errorLine("loadRefsFile", "opengllib/loadmaterialtables.cpp", row.message));
+    for (const auto& [text, message] : Rows<std::string, std::string>{
+             {"", eof + "-1."},
+             {"1 2\n", eof + "0."},
+             {"1\n", "Malformed line 2. Expected 2 floats, but received \"1\n\"."},
+             {"1 2\nx y", "Malformed line 3. Expected 2 floats, but received \"x y\"."}})
+        EXPECT_EQ(outputOf([&] { EXPECT_FALSE(parseRefs(text, 2, out)); }), refsError(message));
     const std::string missing = directory.file("missing");
     EXPECT_EQ(
         outputOf([&] { EXPECT_FALSE(loadRefsFile(missing, 2, out)); }),
-        errorLine(
-            "loadRefsFile", "opengllib/loadmaterialtables.cpp",
-            "Unable to open file \"" + missing + "\" for reading."));
+        refsError("Unable to open file \"" + missing + "\" for reading."));
 }
 
 TEST(MaterialTemperatures, AreReadInPairsAndPrinted) {
@@ -132,25 +123,15 @@ TEST(MaterialTemperatures, AreReadInPairsAndPrinted) {
     EXPECT_THAT(out, ElementsAre(290.5F, 0.25F, 300, 0.5F));
     EXPECT_EQ(outputOf([&] { EXPECT_TRUE(loadTempFile(path, 0, nullptr)); }), "output result\n");
 
-    struct Row {
-        std::string text;
-        std::string message;
-        std::string printed;
-    };
     const std::string eof = "Unexpected EOF when trying to read temp file. Expected 2 lines but only found ";
-    const Row rows[] = {
-        {"", eof + "1.", ""},
-        {"1 2\n", eof + "2.", ""},
-        {"1 2\n3 x\n", "Malformed line 2: \"3 x\n\". Expected 2 floats.",
-         "LoadTempFile::loadTempFile: unexpected line format: 3 x\n\n"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(
-            outputOf([&] { EXPECT_FALSE(parseTemp(row.text, 2, out)); }),
-            errorLine("loadTempFile", "opengllib/loadmaterialtables.cpp", row.message) + row.printed);
+    for (const auto& [text, output] : Rows<std::string, std::string>{
+             {"", tempError(eof + "1.")},
+             {"1 2\n", tempError(eof + "2.")},
+             {"1 2\n3 x\n", tempError("Malformed line 2: \"3 x\n\". Expected 2 floats.") +
+                                "LoadTempFile::loadTempFile: unexpected line format: 3 x\n\n"}})
+        EXPECT_EQ(outputOf([&] { EXPECT_FALSE(parseTemp(text, 2, out)); }), output);
     const std::string missing = directory.file("missing");
     EXPECT_EQ(
         outputOf([&] { EXPECT_FALSE(loadTempFile(missing, 0, nullptr)); }),
-        errorLine(
-            "loadTempFile", "opengllib/loadmaterialtables.cpp", "Unable to open \"" + missing + "\" for reading."));
+        tempError("Unable to open \"" + missing + "\" for reading."));
 }

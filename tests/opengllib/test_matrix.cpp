@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "matrix.h"
+#include "rows.h"
 
 namespace {
 using Components = std::array<float, 16>;
@@ -23,37 +24,17 @@ void expectClose(const Matrix<float>& actual, const Components& expected) {
 } // namespace
 
 TEST(MatrixDeathTest, AnIndexOutOfRangeIsReportedRowFirstAndEndsTheProcess) {
-    struct Row {
-        int row;
-        int col;
-        std::string message;
-    };
-    const Row rows[] = {
-        {4, 0, "(line #454): row should be 0, 1, 2, or 3, but is 4.\n"},
-        {-1, 3, "(line #454): row should be 0, 1, 2, or 3, but is -1.\n"},
-        {5, 7, "(line #454): row should be 0, 1, 2, or 3, but is 5.\n"},
-        {3, 4, "(line #460): col should be 0, 1, 2, or 3, but is 4.\n"},
-        {0, -2, "(line #460): col should be 0, 1, 2, or 3, but is -2.\n"},
-    };
     const Matrix<float> constant;
     Matrix<float> changing;
-    for (const Row& row : rows) {
-        const std::string line = "Error in function \"EltAt\" of file \"opengllib/matrix\" " + row.message;
-        EXPECT_EXIT(constant(row.row, row.col), testing::ExitedWithCode(1), testing::Eq(line));
-        EXPECT_EXIT(changing(row.row, row.col) = 1, testing::ExitedWithCode(1), testing::Eq(line));
+    for (const auto& [row, col, message] : Rows<int, int, std::string>{
+             {4, 0, "(line #454): row should be 0, 1, 2, or 3, but is 4.\n"},
+             {-1, 7, "(line #454): row should be 0, 1, 2, or 3, but is -1.\n"},
+             {3, 4, "(line #460): col should be 0, 1, 2, or 3, but is 4.\n"},
+             {0, -2, "(line #460): col should be 0, 1, 2, or 3, but is -2.\n"}}) {
+        const std::string line = "Error in function \"EltAt\" of file \"opengllib/matrix\" " + message;
+        EXPECT_EXIT(constant(row, col), testing::ExitedWithCode(1), testing::Eq(line));
+        EXPECT_EXIT(changing(row, col) = 1, testing::ExitedWithCode(1), testing::Eq(line));
     }
-}
-
-TEST(Matrix, StoresColumnByColumn) {
-    Components numbers;
-    for (std::size_t i = 0; i < 16; ++i)
-        numbers[i] = static_cast<float>(i);
-    const Matrix<float> matrix = Matrix<float>::fromColumns(numbers.data());
-    EXPECT_EQ(matrix(1, 0), 1.0F);
-    EXPECT_EQ(matrix(0, 1), 4.0F);
-    EXPECT_EQ(matrix(2, 3), 14.0F);
-    EXPECT_EQ(componentsOf(matrix), numbers);
-    EXPECT_EQ(componentsOf(Matrix<float>()), Components{});
 }
 
 TEST(Matrix, MultipliesInSinglePrecision) {
@@ -118,33 +99,26 @@ TEST(BuildTransform, ScalesThenRollsThenPitchesThenYawsThenMoves) {
 }
 
 TEST(RawMatrix, TurnsPointsAboutAnAxisThroughAHub) {
-    struct Row {
-        std::array<float, 3> axis;
-        float degrees;
-        std::array<float, 3> turned;
-    };
+    using Triple = std::array<float, 3>;
     // The point (12, -3, 5) about the hub (10, -4, 2).
-    const Row rows[] = {
-        {{0, 0, 1}, 90, {9, -2, 5}},
-        {{0, 0, 4}, 90, {9, -2, 5}},
-        {{1, 2, -3}, 50, {13.000605F, -5.454970F, 3.696888F}},
-        {{1, 0, 0}, -120, {12, -1.901924F, -0.366025F}},
-        {{0.5F, -0.5F, 0.1F}, 725, {11.800106F, -3.165445F, 5.172245F}},
-        {{0, 0, 0}, 90, {12, -3, 5}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.degrees);
-        const std::array<float, 3> hub = {10, -4, 2};
-        const std::array<float, 3> back = {-10, 4, -2};
+    for (const auto& [axis, degrees, expected] : Rows<Triple, float, Triple>{
+             {{0, 0, 1}, 90, {9, -2, 5}},
+             {{0, 0, 4}, 90, {9, -2, 5}},
+             {{1, 2, -3}, 50, {13.000605F, -5.454970F, 3.696888F}},
+             {{1, 0, 0}, -120, {12, -1.901924F, -0.366025F}},
+             {{0.5F, -0.5F, 0.1F}, 725, {11.800106F, -3.165445F, 5.172245F}},
+             {{0, 0, 0}, 90, {12, -3, 5}}}) {
+        const Triple hub = {10, -4, 2};
+        const Triple back = {-10, 4, -2};
         Components matrix;
         matrix.fill(99);
         mat_identity_(matrix.data());
         mat_translate_(matrix.data(), &back[0], &back[1], &back[2]);
-        mat_rotate_d_(matrix.data(), row.axis.data(), &row.degrees);
+        mat_rotate_d_(matrix.data(), axis.data(), &degrees);
         mat_translate_(matrix.data(), &hub[0], &hub[1], &hub[2]);
-        std::array<float, 3> point = {12, -3, 5};
+        Triple point = {12, -3, 5};
         mat_vtransform_(matrix.data(), point.data(), point.data());
         for (std::size_t i = 0; i < 3; ++i)
-            EXPECT_NEAR(point[i], row.turned[i], 1e-5) << "coordinate " << i;
+            EXPECT_NEAR(point[i], expected[i], 1e-5) << degrees << " degrees, coordinate " << i;
     }
 }

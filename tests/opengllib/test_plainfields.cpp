@@ -59,7 +59,7 @@ TEST(PlainFields, LeaveUnusualNumbersToScanf) {
 }
 
 TEST(PlainFields, WalkALine) {
-    PlainFields fields(" 3\t-1.5  word 9\n");
+    PlainFields fields(" 3\t-1.5\tword 9\n");
     int number = 0;
     float real = 0.0F;
     EXPECT_TRUE(fields.readInt(number) && fields.readFloat(real) && fields.skipWord() && fields.readInt(number));

@@ -15,15 +15,7 @@ using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStderr;
 using testing::internal::GetCapturedStdout;
 
-TEST(PrintError, NamesTheFunctionBeforeTheFile) {
-    CaptureStderr();
-    printError("opengllib/hardbody", "Init", 294, "Subfacet object initialization failed.", 0);
-    EXPECT_EQ(
-        GetCapturedStderr(), "Error in function \"Init\" of file \"opengllib/hardbody\" (line #294): Subfacet object "
-                             "initialization failed.\n");
-}
-
-TEST(PrintError, FormatsItsArgumentsWhateverTheCountSays) {
+TEST(PrintError, NamesTheFunctionBeforeTheFileAndFormatsItsArgumentsWhateverTheCountSays) {
     CaptureStderr();
     CaptureStdout();
     printError("a", "b", 1, "%s and %d of %5.2f%%", 0, "text %d", -7, 2.5);

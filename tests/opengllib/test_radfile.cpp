@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "bodyfiles.h"
+#include "rows.h"
 
 TEST(RadFile, ScalesRadiancesAndEmittances) {
     RadFile file;
@@ -38,26 +39,17 @@ TEST(RadFile, ReportsEachFaultAndFreesTheArrays) {
     std::string negative = radBytes({}, {});
     const std::int32_t count = -2;
     negative.replace(40, 4, reinterpret_cast<const char*>(&count), 4);
-    const struct {
-        std::string bytes;
-        int expected;
-        const char* report;
-    } rows[] = {
-        {"", 4, "Unexpected EOF while trying to read header."},
-        {good.substr(0, 75), 4, "Unexpected EOF while trying to read header."},
-        {good, 3, "File contains 4 facets, but only expected 3."},
-        {negative, -2, "Could not allocate -2 floats (-8 bytes) for array rad_."},
-        {good.substr(0, 76 + 11), 4,
-         "Unexpected EOF when trying to read radiance values (expected 2, but only found 4)."},
-        {good.substr(0, 76 + 16 + 7), 4, "Unexpected EOF when trying to read padding."},
-        {good.substr(0, 76 + 16 + 8 + 15), 4,
-         "Unexpected EOF when trying to read blackbody emittances (expected 3, but only found 4)."},
-    };
-    for (const auto& row : rows) {
+    const std::string eof = "Unexpected EOF when trying to read ";
+    for (const auto& [bytes, expected, report] : Rows<std::string, int, std::string>{
+             {"", 4, "Unexpected EOF while trying to read header."},
+             {good.substr(0, 75), 4, "Unexpected EOF while trying to read header."},
+             {good, 3, "File contains 4 facets, but only expected 3."},
+             {negative, -2, "Could not allocate -2 floats (-8 bytes) for array rad_."},
+             {good.substr(0, 76 + 11), 4, eof + "radiance values (expected 2, but only found 4)."},
+             {good.substr(0, 76 + 16 + 7), 4, eof + "padding."},
+             {good.substr(0, 76 + 16 + 8 + 15), 4, eof + "blackbody emittances (expected 3, but only found 4)."}}) {
         RadFile file;
-        EXPECT_EQ(
-            reportOf([&] { EXPECT_FALSE(file.parse(row.bytes, row.expected)); }),
-            std::string("radfile Load: ") + row.report);
+        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(file.parse(bytes, expected)); }), "radfile Load: " + report);
         EXPECT_EQ(file.rad(), nullptr);
         EXPECT_EQ(file.bbe(), nullptr);
     }

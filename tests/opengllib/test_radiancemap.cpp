@@ -7,6 +7,7 @@
 #include "capturedoutput.h"
 #include "loadradfile.h"
 #include "rasterfiles.h"
+#include "rows.h"
 #include "temporarydirectory.h"
 
 using testing::ElementsAre;
@@ -15,14 +16,10 @@ namespace {
 const std::string kOldStyle = "LoadRadMap::isOldRadMap: using old fortran style\n";
 const std::string kTooShort = "LoadRadFile::loadRadFile didn't find enough elements.  Crying :'(\n";
 const std::vector<float> kSix = {1, 2, 3, 4, 5, -6};
+const std::string kHeader = bytesOf(torvaleHeader(3, 2, 2));
 
 std::string radError(const std::string& message) {
     return errorLine("loadRADFile", "opengllib/loadradfile.cpp", message);
-}
-
-std::vector<float> taken(float* samples, std::size_t count) {
-    const std::unique_ptr<float[]> owned(samples);
-    return owned == nullptr ? std::vector<float>{-999.0F} : std::vector<float>(owned.get(), owned.get() + count);
 }
 
 struct Outputs {
@@ -30,7 +27,7 @@ struct Outputs {
     unsigned format = 0, type = 0;
     int bytesPerSample = -1;
 };
-float* loadPadded(const std::string& path, Outputs& o, bool normalise) {
+float* loadPadded(const std::string& path, Outputs& o, bool normalise = false) {
     return loadRADFile(
         path, o.internalFormat, o.width, o.height, o.border, o.format, o.type, o.bytesPerSample, normalise);
 }
@@ -38,21 +35,17 @@ float* loadPadded(const std::string& path, Outputs& o, bool normalise) {
 
 TEST(PaddedRadiance, ReadsFloatsAndSkipsToTheRecordsOfThePacking) {
     const TemporaryDirectory directory;
-    struct Row {
-        int packtype, padding, bytesPerSample;
-    };
-    for (const Row& row : {Row{0, 512 - 3, 1}, Row{1, 512 - 6, 2}, Row{2, 512 - 12, 4}}) {
+    for (const auto& [packtype, bytes] : Rows<int, int>{{0, 1}, {1, 2}, {2, 4}}) {
         const std::string path =
-            directory.write("a.rad", bytesOf(torvaleHeader(3, 2, row.packtype)) + paddedRows(kSix, 3, row.padding));
+            directory.write("a.rad", bytesOf(torvaleHeader(3, 2, packtype)) + paddedRows(kSix, 3, 512 - 3 * bytes));
         Outputs o;
-        EXPECT_THAT(taken(loadPadded(path, o, false), 6), ElementsAre(1, 2, 3, 4, 5, -6)) << row.packtype;
+        EXPECT_EQ(taken(loadPadded(path, o), 6), kSix) << packtype;
         EXPECT_EQ(o.internalFormat, 34840);
         EXPECT_EQ(o.border, 0);
         EXPECT_EQ(o.format, 6403U);
         EXPECT_EQ(o.type, 5126U);
-        EXPECT_EQ(o.width, 3);
-        EXPECT_EQ(o.height, 2);
-        EXPECT_EQ(o.bytesPerSample, row.bytesPerSample);
+        EXPECT_EQ(o.width * 10 + o.height, 32);
+        EXPECT_EQ(o.bytesPerSample, bytes);
     }
 }
 
@@ -66,73 +59,47 @@ TEST(PaddedRadiance, ReadsManyRowsAndRowsThatFillTheirRecords) {
         const std::string path = directory.write(
             "a.rad", bytesOf(torvaleHeader(columns, kRows, 2)) + paddedRows(samples, columns, 512 - 4 * columns));
         Outputs o;
-        EXPECT_EQ(taken(loadPadded(path, o, false), samples.size()), samples) << columns;
+        EXPECT_EQ(taken(loadPadded(path, o), samples.size()), samples) << columns;
     }
 }
 
 TEST(PaddedRadiance, IsMappedToZeroToOneWhenAsked) {
     const TemporaryDirectory directory;
-    struct Row {
-        std::vector<float> samples;
-        std::vector<float> mapped;
-    };
     // An all-negative raster keeps 1.1754944e-38 as its maximum.
-    const Row rows[] = {{{2, 3, 4, 6}, {0, 0.25F, 0.5F, 1}}, {{-4, -2, -1, -3}, {0, 0.5F, 0.75F, 0.25F}}};
-    for (const Row& row : rows) {
+    using Samples = std::vector<float>;
+    for (const auto& [samples, mapped] :
+         Rows<Samples, Samples>{{{2, 3, 4, 6}, {0, 0.25F, 0.5F, 1}}, {{-4, -2, -1, -3}, {0, 0.5F, 0.75F, 0.25F}}}) {
         Outputs o;
-        const std::string path =
-            directory.write("a.rad", bytesOf(torvaleHeader(4, 1, 2)) + paddedRows(row.samples, 4, 496));
-        EXPECT_EQ(taken(loadPadded(path, o, true), 4), row.mapped);
+        const std::string path = directory.write("a.rad", bytesOf(torvaleHeader(4, 1, 2)) + bytesOf(samples));
+        EXPECT_EQ(taken(loadPadded(path, o, true), 4), mapped);
     }
     Outputs o;
-    EXPECT_NE(
-        std::unique_ptr<float[]>(loadPadded(directory.write("a", bytesOf(torvaleHeader(4, 0, 2))), o, true)), nullptr);
+    const std::string empty = directory.write("a", bytesOf(torvaleHeader(4, 0, 2)));
+    EXPECT_NE(std::unique_ptr<float[]>(loadPadded(empty, o, true)), nullptr);
 }
 
 TEST(PaddedRadiance, ReportsWhatIsWrongWithTheFile) {
     const TemporaryDirectory directory;
     const std::string two = paddedRows(kSix, 3, 500);
-    struct Row {
-        std::string file;
-        std::string output;
-    };
-    const Row rows[] = {
-        {std::string(511, '\0'), radError("Unable to read header from rad file.")},
-        {bytesOf(torvaleHeader(3, 2, 3)) + two, ""},
-        {bytesOf(torvaleHeader(3, 2, 2)) + two.substr(0, 512 + 11),
-         radError("When reading row 2 of samples, expected 3 floats but only received 2.")},
-        {bytesOf(torvaleHeader(3, 2, 2)) + two.substr(0, 500),
-         radError("When reading row 2 of samples, expected 3 floats but only received 0.")},
-        {bytesOf(torvaleHeader(3, -2, 2)) + two,
-         radError("Could not allocate 3 * -2 = -6 floats (-24 bytes) for array pSamples.")},
-    };
-    for (const Row& row : rows) {
-        const std::string path = directory.write("a.rad", row.file);
+    const std::string rowTwo = "When reading row 2 of samples, expected 3 floats but only received ";
+    for (const auto& [file, output] : Rows<std::string, std::string>{
+             {std::string(511, '\0'), radError("Unable to read header from rad file.")},
+             {bytesOf(torvaleHeader(3, 2, 3)) + two, ""},
+             {kHeader + two.substr(0, 512 + 11), radError(rowTwo + "2.")},
+             {kHeader + two.substr(0, 500), radError(rowTwo + "0.")},
+             {bytesOf(torvaleHeader(3, -2, 2)) + two,
+              radError("Could not allocate 3 * -2 = -6 floats (-24 bytes) for array pSamples.")}}) {
+        const std::string path = directory.write("a.rad", file);
         Outputs o;
-        EXPECT_EQ(outputOf([&] { EXPECT_EQ(loadPadded(path, o, false), nullptr); }), row.output);
+        EXPECT_EQ(outputOf([&] { EXPECT_EQ(loadPadded(path, o), nullptr); }), output);
         EXPECT_EQ(o.internalFormat, 34840);
     }
     Outputs o;
     const std::string folder = directory.path().string();
     EXPECT_EQ(
-        outputOf([&] { EXPECT_EQ(loadPadded(folder, o, false), nullptr); }),
+        outputOf([&] { EXPECT_EQ(loadPadded(folder, o), nullptr); }),
         radError("Unable to open \"" + folder + "\" for reading."));
     EXPECT_EQ(o.width, -1);
-}
-
-TEST(ContiguousRadiance, GivesWhatTheFileHolds) {
-    const TemporaryDirectory directory;
-    const std::string header = bytesOf(torvaleHeader(3, 2, 2));
-    GHead read{};
-    const std::string whole = directory.write("a.rad", header + bytesOf(kSix));
-    EXPECT_EQ(outputOf([&] { EXPECT_EQ(taken(loadRadFile(whole, read), 6), kSix); }), "");
-    const std::string shortFile = directory.write("b.rad", (header + bytesOf(kSix)).substr(0, 512 + 10));
-    EXPECT_EQ(
-        outputOf([&] { EXPECT_THAT(taken(loadRadFile(shortFile, read), 6), ElementsAre(1, 2, 0, 0, 0, 0)); }),
-        kTooShort);
-    const std::string huge = directory.write("c.rad", bytesOf(torvaleHeader(0x10000, 0x10000, 2)));
-    EXPECT_EQ(outputOf([&] { EXPECT_EQ(loadRadFile(huge, read), nullptr); }), kTooShort);
-    EXPECT_EQ(outputOf([&] { EXPECT_EQ(loadRadFile(directory.file("missing"), read), nullptr); }), "");
 }
 
 TEST(BkgRadiance, GivesWhatTheFileHoldsInSilence) {
@@ -142,7 +109,6 @@ TEST(BkgRadiance, GivesWhatTheFileHoldsInSilence) {
         return loadRadFileMORLAN(writeBkg(directory.file("a.rad"), bkgHeader(columns, rows), samples), read);
     };
     const std::string output = outputOf([&] {
-        EXPECT_EQ(taken(load(3, 2, bytesOf(kSix)), 6), kSix);
         EXPECT_THAT(taken(load(3, 2, bytesOf(1.5F)), 6), ElementsAre(1.5F, 0, 0, 0, 0, 0));
         EXPECT_EQ(load(-3, 2, ""), nullptr);
         EXPECT_EQ(load(0x7fffffff, 0x7fffffff, ""), nullptr);
@@ -153,20 +119,26 @@ TEST(BkgRadiance, GivesWhatTheFileHoldsInSilence) {
 
 TEST(Radiance, IsLoadedAsTheFileAsks) {
     const TemporaryDirectory directory;
-    const std::string bkg = writeBkg(directory.file("bkg.rad"), bkgHeader(3, 2), bytesOf(kSix));
-    EXPECT_EQ(outputOf([&] { EXPECT_EQ(taken(loadRadFile(bkg), 6), kSix); }), "");
-
-    const std::string header = bytesOf(torvaleHeader(3, 2, 2));
-    const std::string padded = directory.write("padded.rad", header + paddedRows(kSix, 3, 500));
-    EXPECT_TRUE(isOldRadMap(padded));
-    EXPECT_EQ(outputOf([&] { EXPECT_EQ(taken(loadRadFile(padded), 6), kSix); }), kOldStyle);
-
+    writeBkg(directory.file("bkg.rad"), bkgHeader(3, 2), bytesOf(kSix));
+    directory.write("padded.rad", kHeader + paddedRows(kSix, 3, 500));
+    directory.write("contiguous.rad", kHeader + bytesOf(kSix).substr(0, 24));
     // A length counted in samples tells the layouts apart: six bytes are contiguous, seven are padded.
-    const std::string six = directory.write("six.rad", (header + bytesOf(kSix)).substr(0, 512 + 6));
-    EXPECT_EQ(outputOf([&] { EXPECT_THAT(taken(loadRadFile(six), 6), ElementsAre(1, 0, 0, 0, 0, 0)); }), kTooShort);
-    const std::string seven = directory.write("seven.rad", (header + bytesOf(kSix)).substr(0, 512 + 7));
-    EXPECT_EQ(
-        outputOf([&] { EXPECT_EQ(loadRadFile(seven), nullptr); }),
-        radError("When reading row 1 of samples, expected 3 floats but only received 1.") + kOldStyle);
-    EXPECT_FALSE(isOldRadMap(directory.file("missing")));
+    directory.write("six.rad", kHeader + bytesOf(kSix).substr(0, 6));
+    directory.write("seven.rad", kHeader + bytesOf(kSix).substr(0, 7));
+    directory.write("huge.rad", bytesOf(torvaleHeader(0x10000, 0x10000, 2)));
+    const std::string shortRow = "When reading row 1 of samples, expected 3 floats but only received 1.";
+    for (const auto& [name, samples, printed] : Rows<const char*, std::vector<float>, std::string>{
+             {"bkg.rad", kSix, ""},
+             {"padded.rad", kSix, kOldStyle},
+             {"six.rad", {1, 0, 0, 0, 0, 0}, kTooShort},
+             {"seven.rad", {}, radError(shortRow) + kOldStyle},
+             {"huge.rad", {}, kTooShort},
+             {"missing.rad", {}, ""}}) {
+        std::vector<float> loaded;
+        const std::string path = directory.file(name);
+        EXPECT_EQ(outputOf([&] { loaded = taken(loadRadFile(path), 6); }), printed) << name;
+        EXPECT_EQ(loaded, samples) << name;
+    }
+    GHead read{};
+    EXPECT_EQ(outputOf([&] { EXPECT_EQ(taken(loadRadFile(directory.file("contiguous.rad"), read), 6), kSix); }), "");
 }

@@ -6,6 +6,7 @@
 #include "bodyfiles.h"
 #include "inputfile.h"
 #include "matrix.h"
+#include "rows.h"
 
 namespace {
 Rotor rotorOf(std::string text) {
@@ -78,14 +79,9 @@ TEST(Rotor, FaultsEndTheProcess) {
         "^Error: Rotor::Rotor: Unable to open rotor file \"/no/such.rotor\" for reading\\.\n$");
     EXPECT_EQ(rotorOf(lines(100)).getRotorCount(), 100);
     EXPECT_EXIT(rotorOf(lines(101)), exitsWith, "^Error: Rotor::Rotor: Too many rotor entries \\(100\\)\\.\n$");
-    const struct {
-        const char* text;
-        const char* report;
-    } rows[] = {
-        {"0 4 0 0 0 0 0 1 1\n", "^error: Rotor::Rotor: Invalid facet range 0 to 4 for rotor #1\\.\n$"},
-        {"5 4 0 0 0 0 0 1 1\n", "^error: Rotor::Rotor: Invalid facet range 5 to 4 for rotor #1\\.\n$"},
-        {"1 4 0 0 0 0 0 1 1\n\n words\n", "^error: Rotor::Rotor: Invalid facet range 0 to 0 for rotor #2\\.\n$"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EXIT(rotorOf(row.text), exitsWith, row.report);
+    for (const auto& [text, range] : Rows<const char*, std::string>{
+             {"0 4 0 0 0 0 0 1 1\n", "0 to 4 for rotor #1"},
+             {"5 4 0 0 0 0 0 1 1\n", "5 to 4 for rotor #1"},
+             {"1 4 0 0 0 0 0 1 1\n\n words\n", "0 to 0 for rotor #2"}})
+        EXPECT_EXIT(rotorOf(text), exitsWith, "^error: Rotor::Rotor: Invalid facet range " + range + "\\.\n$");
 }

@@ -5,6 +5,7 @@
 
 #include "bodyfiles.h"
 #include "filetracker.h"
+#include "rows.h"
 
 namespace {
 bool parse(SubfacetFile& file, const std::string& text) {
@@ -30,30 +31,28 @@ TEST(SubfacetFile, ReadsFormFactorsAndVisibleFacets) {
 }
 
 TEST(SubfacetFile, ReportsEachFaultAndKeepsNothing) {
-    const struct {
-        const char* text;
-        const char* report;
-    } rows[] = {
-        {"", "Unexpected EOF when trying to read number of facets."},
-        {"many\n", "Malformed line 1. Expected a number of facets, but received \"many\n\"."},
-        {"-1\n", "Malformed line 1. Expected a number of facets, but received \"-1\n\"."},
-        {"2147483647\n", "Unexpected EOF when trying to read facet 1."},
-        {"1\n1 0 0\n", "Malformed line 2 when reading facet 1. Received \"1 0 0\n\"."},
-        {"1\n2 0 0 0\n", "Malformed line 2 when reading facet 1. Received \"2 0 0 0\n\"."},
-        {"1\n1 nan 0 0\n", "Malformed line 2 when reading facet 1. Received \"1 nan 0 0\n\"."},
-        {"1\n1 0 -.5 0\n", "Malformed line 2 when reading facet 1. Received \"1 0 -.5 0\n\"."},
-        {"1\n1 0 0 -1\n", "Malformed line 2 when reading facet 1. Received \"1 0 0 -1\n\"."},
-        {"2\n1 0 0 2147483647\n2 0\n", "Unexpected EOF when trying to read facet 1."},
-        {"2\n1 0 0 1\n3 .5\n", "Malformed line 3 when reading facet 1. Received \"3 .5\n\"."},
-        {"2\n1 0 0 1\n0 .5\n", "Malformed line 3 when reading facet 1. Received \"0 .5\n\"."},
-        {"2\n1 0 0 1\n1 .5\n", "Malformed line 3 when reading facet 1. Received \"1 .5\n\"."}, // itself
-        {"2\n1 0 0 1\n2 inf\n", "Malformed line 3 when reading facet 1. Received \"2 inf\n\"."},
-        {"2\n1 0 0 1\n2 .5\n2 0\n", "Malformed line 4 when reading facet 2. Received \"2 0\n\"."},
+    const auto malformed = [](int line, int facet, const std::string& received) {
+        return "Malformed line " + std::to_string(line) + " when reading facet " + std::to_string(facet) +
+               ". Received \"" + received + "\".";
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, report] : Rows<const char*, std::string>{
+             {"", "Unexpected EOF when trying to read number of facets."},
+             {"many\n", "Malformed line 1. Expected a number of facets, but received \"many\n\"."},
+             {"-1\n", "Malformed line 1. Expected a number of facets, but received \"-1\n\"."},
+             {"2147483647\n", "Unexpected EOF when trying to read facet 1."},
+             {"1\n1 0 0\n", malformed(2, 1, "1 0 0\n")},
+             {"1\n2 0 0 0\n", malformed(2, 1, "2 0 0 0\n")},
+             {"1\n1 nan 0 0\n", malformed(2, 1, "1 nan 0 0\n")},
+             {"1\n1 0 -.5 0\n", malformed(2, 1, "1 0 -.5 0\n")},
+             {"1\n1 0 0 -1\n", malformed(2, 1, "1 0 0 -1\n")},
+             {"2\n1 0 0 2147483647\n2 0\n", "Unexpected EOF when trying to read facet 1."},
+             {"2\n1 0 0 1\n3 .5\n", malformed(3, 1, "3 .5\n")},
+             {"2\n1 0 0 1\n0 .5\n", malformed(3, 1, "0 .5\n")},
+             {"2\n1 0 0 1\n1 .5\n", malformed(3, 1, "1 .5\n")}, // itself
+             {"2\n1 0 0 1\n2 inf\n", malformed(3, 1, "2 inf\n")},
+             {"2\n1 0 0 1\n2 .5\n2 0\n", malformed(4, 2, "2 0\n")}}) {
         SubfacetFile file;
-        EXPECT_EQ(
-            reportOf([&] { EXPECT_FALSE(parse(file, row.text)); }), std::string("subfacetfile Load: ") + row.report);
+        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(parse(file, text)); }), "subfacetfile Load: " + report);
         EXPECT_EQ(file.facetCount(), 0U);
     }
 }

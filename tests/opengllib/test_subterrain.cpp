@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "rows.h"
 #include "subterraintest.h"
 #include "terrain.h"
 
@@ -15,19 +16,20 @@ constexpr int kPosts = TerrainFiles::kColumns * TerrainFiles::kRows;
 } // namespace
 
 TEST_F(SubTerrainTest, NeedsFourFilesInThisOrder) {
-    const std::string begin = "SubTerrain::load\n";
     SubTerrain bare;
-    const auto outputOfBare = [&] {
-        return outputOf([&] { EXPECT_FALSE(bare.load()); });
+    const auto expectMissing = [&bare](const std::string& file) {
+        EXPECT_EQ(
+            outputOf([&] { EXPECT_FALSE(bare.load()); }),
+            "SubTerrain::load\nSubTerrain::load: " + file + " is missing\n");
     };
     files.writeRequired();
-    EXPECT_EQ(outputOfBare(), begin + "SubTerrain::load: Topo File is missing\n");
+    expectMissing("Topo File");
     bare.setTopoFilePath(files.file("set_n0001.le-ftop"));
-    EXPECT_EQ(outputOfBare(), begin + "SubTerrain::load: Radiance File is missing\n");
+    expectMissing("Radiance File");
     bare.setRadFilePath(files.file("set_n0001.rad"));
-    EXPECT_EQ(outputOfBare(), begin + "SubTerrain::load: vert shader file is missing\n");
+    expectMissing("vert shader file");
     bare.setVertShader(kShaders + "TerrainRefl.vert");
-    EXPECT_EQ(outputOfBare(), begin + "SubTerrain::load: frag shader file is missing\n");
+    expectMissing("frag shader file");
 }
 
 TEST_F(SubTerrainTest, WithoutCompanionsIsFlatUnlitAndWithoutMaterials) {
@@ -43,43 +45,35 @@ TEST_F(SubTerrainTest, WithoutCompanionsIsFlatUnlitAndWithoutMaterials) {
 }
 
 TEST_F(SubTerrainTest, LightingNeedsItsFiles) {
-    struct Row {
-        bool classes, normals, atmosphere, materials;
-        bool isSunlit, isReflective;
-    };
-    const Row rows[] = {
-        {true, true, true, true, true, true},
-        {false, true, true, true, false, false},
-        {true, false, true, true, false, false},
-        {true, true, false, true, false, true},
-        {true, true, true, false, true, false}};
-    for (const Row& row : rows) {
+    using Write = void (TerrainFiles::*)() const;
+    const Write companions[] = {
+        &TerrainFiles::writeClasses, &TerrainFiles::writeNormals, &TerrainFiles::writeAtmosphere,
+        &TerrainFiles::writeMaterialRoute};
+    for (const auto& [missing, isSunlit, isReflective] : Rows<Write, bool, bool>{
+             {nullptr, true, true},
+             {&TerrainFiles::writeClasses, false, false},
+             {&TerrainFiles::writeNormals, false, false},
+             {&TerrainFiles::writeAtmosphere, false, true},
+             {&TerrainFiles::writeMaterialRoute, true, false}}) {
         const TemporaryDirectory own; // file checks remember what they saw
         const TerrainFiles some(own);
         some.writeRequired();
-        if (row.classes)
-            some.writeClasses();
-        if (row.normals)
-            some.writeNormals();
-        if (row.atmosphere)
-            some.writeAtmosphere();
-        if (row.materials)
-            some.writeMaterialRoute();
+        for (const Write write : companions)
+            if (write != missing)
+                (some.*write)();
         Terrain terrain;
         terrain.setShaderDir(kShaders);
         outputOf([&] {
             ASSERT_TRUE(terrain.load(some.writeDescription(), some.folder(), 1));
             EXPECT_TRUE(terrain.loadAll());
         });
-        EXPECT_EQ(terrain.tile(0).isSunlit(), row.isSunlit);
-        EXPECT_EQ(terrain.tile(0).isReflective(), row.isReflective);
+        EXPECT_EQ(terrain.tile(0).isSunlit(), isSunlit);
+        EXPECT_EQ(terrain.tile(0).isReflective(), isReflective);
     }
 }
 
 TEST_F(SubTerrainTest, TakesReflectancesFromMaterials) {
-    files.writeRequired();
-    files.writeClasses();
-    files.writeNormals();
+    files.writeRasters();
     files.writeMaterialRoute();
     EXPECT_EQ(
         outputOfLoad(true), "SubTerrain::load\noutput result\n290.000000 0.500000\n300.000000 0.750000\n" + kRange);
@@ -87,9 +81,7 @@ TEST_F(SubTerrainTest, TakesReflectancesFromMaterials) {
 }
 
 TEST_F(SubTerrainTest, TakesReflectancesFromTheSpectralLibraryFirst) {
-    files.writeRequired();
-    files.writeClasses();
-    files.writeNormals();
+    files.writeRasters();
     files.writeMaterialRoute();
     files.writeAsterRoute();
     EXPECT_EQ(
@@ -101,9 +93,7 @@ TEST_F(SubTerrainTest, TakesReflectancesFromTheSpectralLibraryFirst) {
 }
 
 TEST_F(SubTerrainTest, AReflectanceFileThatDoesNotLoadFailsTheTile) {
-    files.writeRequired();
-    files.writeClasses();
-    files.writeNormals();
+    files.writeRasters();
     directory.write("set.cls2mat", "1 1\n");
     directory.write("set.temp", "words\n");
     const std::string output = outputOfLoad(false);
@@ -117,18 +107,14 @@ TEST_F(SubTerrainTest, AReflectanceFileThatDoesNotLoadFailsTheTile) {
 }
 
 TEST_F(SubTerrainTest, AnAtmosphereThatDoesNotLoadFailsTheTile) {
-    files.writeRequired();
-    files.writeClasses();
-    files.writeNormals();
+    files.writeRasters();
     directory.write("set.atm", "1 2\n");
     const std::string output = outputOfLoad(false);
     EXPECT_TRUE(output.ends_with("SubTerrain::load\nSubTerrain::load: could not load atm file\n")) << output;
 }
 
 TEST_F(SubTerrainTest, RastersOfAnotherSizeCountAsMissing) {
-    files.writeRequired();
-    files.writeClasses();
-    files.writeNormals();
+    files.writeRasters();
     files.writeMaterialRoute();
     const std::string small = writeBkg(directory.file("small.norm"), bkgHeader(3, 1, "NORM"), std::string(36, '\0'));
     const std::string line = "SubTerrain::load: " + small + " has 3 x 1 samples, the tile has 3 x 2\n";
@@ -149,7 +135,6 @@ TEST_F(SubTerrainTest, RastersOfAnotherSizeCountAsMissing) {
 }
 
 TEST_F(SubTerrainTest, ATileWithoutPostsDoesNotLoad) {
-    files.writeRequired();
     const std::string none = writeBkg(directory.file("none.le-ftop"), bkgHeader(0, 0), "");
     tile.setTopoFilePath(none);
     tile.setRadFilePath(none);
@@ -188,13 +173,12 @@ TEST_F(SubTerrainTest, ColumnsMustRunEast) {
 
 TEST_F(SubTerrainTest, TrianglesFaceUpWhicheverWayRowsRun) {
     files.writeRequired();
-    outputOfLoad(true);
-    EXPECT_EQ(
-        std::vector<std::uint32_t>(tile.indices(), tile.indices() + 6), (std::vector<std::uint32_t>{3, 0, 4, 1, 5, 2}));
-    tile.setYvec(0, -7);
-    outputOfLoad(true);
-    EXPECT_EQ(
-        std::vector<std::uint32_t>(tile.indices(), tile.indices() + 6), (std::vector<std::uint32_t>{0, 3, 1, 4, 2, 5}));
+    for (const auto& [north, indices] :
+         Rows<float, std::vector<std::uint32_t>>{{7, {3, 0, 4, 1, 5, 2}}, {-7, {0, 3, 1, 4, 2, 5}}}) {
+        tile.setYvec(0, north);
+        outputOfLoad(true);
+        EXPECT_EQ(std::vector<std::uint32_t>(tile.indices(), tile.indices() + 6), indices);
+    }
 }
 
 TEST_F(SubTerrainTest, ScalesHeightsTwiceInTheMeshAndOnceInElevations) {
@@ -221,18 +205,18 @@ TEST_F(SubTerrainTest, AnswersTheHeightOfThePostBefore) {
         outputOf([&] { EXPECT_FALSE(tile.getElevation(100, 200, z)); }), "SubTerrain::getElevation: not loaded\n");
     EXPECT_EQ(z, 0.0F);
     outputOfLoad(true);
-    struct Row {
-        float x, y;
-        bool isInside;
-        float z;
-    };
-    const Row rows[] = {{100, 200, true, 10}, {104.9F, 206.9F, true, 10}, {105, 200, true, 20},
-                        {112, 208, true, 60}, {114.9F, 213.9F, true, 60}, {115, 200, false, 0},
-                        {100, 214, false, 0}, {99.9F, 200, false, 0},     {100, 199.9F, false, 0},
-                        {NAN, 200, false, 0}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(tile.getElevation(row.x, row.y, z), row.isInside) << row.x << ", " << row.y;
-        EXPECT_EQ(z, row.z) << row.x << ", " << row.y;
+    for (const auto& [x, y, isInside, height] : Rows<float, float, bool, float>{
+             {100, 200, true, 10},
+             {104.9F, 206.9F, true, 10},
+             {105, 200, true, 20},
+             {114.9F, 213.9F, true, 60},
+             {115, 200, false, 0},
+             {100, 214, false, 0},
+             {99.9F, 200, false, 0},
+             {100, 199.9F, false, 0},
+             {NAN, 200, false, 0}}) {
+        EXPECT_EQ(tile.getElevation(x, y, z), isInside) << x << ", " << y;
+        EXPECT_EQ(z, height) << x << ", " << y;
     }
 }
 
@@ -247,6 +231,8 @@ TEST_F(SubTerrainTest, KeepsItsBoundsUntilItIsMoved) {
     tile.setYvec(0, -7);
     EXPECT_THAT(tile.bounds().minimum, ElementsAre(100, 172, 20));
     EXPECT_THAT(tile.bounds().maximum, ElementsAre(130, 200, 120));
+    tile.setXvec(6, 0);
+    EXPECT_EQ(tile.bounds().maximum[0], 136.0F);
 }
 
 TEST_F(SubTerrainTest, ATileThatFailsIsTriedAgainAndNothingOfItIsKept) {

@@ -57,9 +57,7 @@ TEST_F(SubTerrainTest, DrawsItsRadiances) {
 }
 
 TEST_F(SubTerrainTest, DrawsTheLightOfSunSkyAndLights) {
-    files.writeRequired();
-    files.writeClasses();
-    files.writeNormals();
+    files.writeRasters();
     files.writeAtmosphere();
     files.writeMaterialRoute();
     tile.setRadScale(2);
@@ -89,9 +87,7 @@ TEST_F(SubTerrainTest, DrawsTheLightOfSunSkyAndLights) {
 }
 
 TEST_F(SubTerrainTest, DoesNotReflectWithoutAMaterial) {
-    files.writeRequired();
-    files.writeClasses();
-    files.writeNormals();
+    files.writeRasters();
     files.writeAtmosphere();
     files.writeAsterRoute();
     directory.write("set.cls2aster", "1 aster::alpha\n2 aster::alpha\n3 aster::alpha\n");

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include "capturedoutput.h"
+#include "rows.h"
 #include "temporarydirectory.h"
 #include "terrain.h"
 #include "terrainfiles.h"
@@ -28,48 +29,33 @@ TEST(Terrain, WithoutTilesAnswersNothing) {
     EXPECT_EQ(terrain.xCellSize() + terrain.yCellSize() + terrain.BBox().maximum[0], 0.0F);
     terrain.Render(true);
     EXPECT_TRUE(terrain.loadAll());
+    const TemporaryDirectory directory;
+    const std::string empty = directory.write("empty.xml", "<t/>");
+    EXPECT_EQ(outputOf([&] { EXPECT_FALSE(terrain.load(empty, "", 1)); }), "total of 0 subterrains\n");
 }
 
 TEST(Terrain, SaysWhatWillBeLit) {
-    const TemporaryDirectory directory;
-    struct Row {
-        std::vector<std::string> files;
-        std::string printed;
-    };
-    const Row rows[] = {
-        {{}, kNoLight + kOff},
-        {{"set.atm"}, kSun + kOff},
-        {{"set.cls2mat", "set.temp"}, kNoLight + kOn},
-        {{"set.cls2mat"}, kNoLight + kPart + kOff},
-        {{"set.temp", "set.atm"}, kSun + kPart + kOff},
-        {{"set.band"}, kNoLight + kPart + kOff},
-        {{"set.cls2aster", "set.band"}, kNoLight + kPart + kOff},
-        {{"set.cls2aster", "set.band", "aster/a.txt"}, kNoLight + kOn},
-        {{"set.cls2mat", "set.temp", "set.band"}, kNoLight + kOn},
-    };
-    int number = 0;
-    for (const Row& row : rows) {
-        const TemporaryDirectory own; // file checks remember what they saw
-        const TerrainFiles files(own);
-        for (const std::string& name : row.files)
-            own.write(name, "x");
+    using Names = std::vector<std::string>;
+    for (const auto& [names, printed] : Rows<Names, std::string>{
+             {Names{}, kNoLight + kOff},
+             {Names{"set.atm"}, kSun + kOff},
+             {Names{"set.cls2mat", "set.temp"}, kNoLight + kOn},
+             {Names{"set.cls2mat"}, kNoLight + kPart + kOff},
+             {Names{"set.temp", "set.atm"}, kSun + kPart + kOff},
+             {Names{"set.cls2aster", "set.band"}, kNoLight + kPart + kOff},
+             {Names{"set.cls2aster", "set.band", "aster/a.txt"}, kNoLight + kOn},
+             {Names{"set.cls2mat", "set.temp", "set.band"}, kNoLight + kOn}}) {
+        const TemporaryDirectory directory; // file checks remember what they saw
+        const TerrainFiles files(directory);
+        for (const std::string& name : names)
+            directory.write(name, "x");
         Terrain terrain;
         const std::string description = files.writeDescription();
         EXPECT_EQ(
             outputOf([&] { EXPECT_TRUE(terrain.load(description, files.folder(), 1)); }),
-            "total of 1 subterrains\n" + row.printed)
-            << number++;
+            "total of 1 subterrains\n" + printed)
+            << testing::PrintToString(names);
     }
-}
-
-TEST(Terrain, WithoutADescriptionHasNoTiles) {
-    const TemporaryDirectory directory;
-    Terrain terrain;
-    const std::string missing = directory.file("missing.xml");
-    EXPECT_EQ(
-        outputOf([&] { EXPECT_FALSE(terrain.load(missing, "", 1)); }),
-        "Unable to open " + missing + "\nterrainXmlParser::readTerrainXML: Unable to open " + missing + "\n");
-    EXPECT_FALSE(terrain.load(directory.write("empty.xml", "<t/>"), "", 1));
 }
 
 TEST(Terrain, InitTakesADescriptionByNameOrBesideTheRaster) {

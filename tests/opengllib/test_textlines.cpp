@@ -39,21 +39,10 @@ Buffers linesFromMemory(const std::string& text, std::size_t size) {
 } // namespace
 
 TEST(TextLines, AgreesWithTheStreamReader) {
-    const std::string texts[] = {
-        "",
-        "\n",
-        "\n\n",
-        "one\n",
-        "one\ntwo",
-        "one\r\ntwo",
-        "1234567\n8",
-        "12345678\n9",
-        "123456789",
-        "long line that is split over and over\nnext\n",
-        std::string("nul\0inside\n\0\n", 13),
-        std::string("end\0", 4),
-    };
-    for (const std::string& text : texts)
+    for (const std::string& text :
+         {std::string(), std::string("\n\n"), std::string("one\r\ntwo"), std::string("1234567\n8"),
+          std::string("12345678\n9"), std::string("long line that is split over and over\nnext\n"),
+          std::string("nul\0inside\n\0\n", 13), std::string("end\0", 4)})
         for (const std::size_t size : {2U, 3U, 8U, 9U, 256U})
             EXPECT_EQ(linesFromMemory(text, size), linesFromFile(text, size)) << text << ", buffer of " << size;
 }

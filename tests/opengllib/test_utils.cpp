@@ -1,11 +1,10 @@
 // The image utilities: upside down, float to grey, snapshots, clamping.
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <limits>
 
-#include "inputfile.h"
+#include "capturedoutput.h"
+#include "temporarydirectory.h"
 #include "utils.h"
 
 namespace {
@@ -44,13 +43,6 @@ TEST(Float32ToRGB8, TruncatesAndSaturates) {
     EXPECT_THAT(grey, ElementsAreArray(expected));
 }
 
-TEST(Float32ToRGB8, TakesTheFirstRowsAndColumns) {
-    const std::vector<float> source = {0.0F, 0.2F, 9.0F, 0.4F, 0.6F, 9.0F, 9.0F, 9.0F, 9.0F};
-    std::vector<unsigned char> grey(12);
-    Float32ToRGB8(source.data(), grey.data(), 3, 3, 2, 2);
-    EXPECT_THAT(grey, ElementsAre(0, 0, 0, 51, 51, 51, 102, 102, 102, 153, 153, 153));
-}
-
 TEST(Float32ToRGB8, LargerDestinationEndsTheProgram) {
     const std::vector<float> source(4);
     std::vector<unsigned char> grey(100);
@@ -63,29 +55,25 @@ TEST(Float32ToRGB8, LargerDestinationEndsTheProgram) {
         "Destination height must be less than source height, but dest_height = 3 and source_height = 2\n$");
 }
 
-TEST(Snapshot, WritesAGreyTga) {
-    char pattern[] = "/tmp/snapshotXXXXXX";
-    const std::string folder = mkdtemp(pattern);
-    const std::vector<float> source = {0.2F, 0.4F, 0.6F, 0.8F};
-    EXPECT_TRUE(Snapshot(source.data(), folder + "/a.tga", 2, 2, 1, 2));
-    const std::string contents = readInputFile(folder + "/a.tga", 1000).value_or("");
+TEST(Snapshot, WritesAGreyTgaOfTheFirstRowsAndColumns) {
+    const TemporaryDirectory directory;
+    const std::vector<float> source = {0.2F, 9.0F, 0.6F, 9.0F, 9.0F, 9.0F};
+    EXPECT_TRUE(Snapshot(source.data(), directory.file("a.tga"), 2, 3, 1, 2));
     EXPECT_EQ(
-        contents, std::string("\0\0\2\0\0\0\0\0\0\0\0\0\1\0\2\0\30\0", 18) + std::string("\63\63\63\231\231\231"));
-    std::filesystem::remove_all(folder);
+        readWholeFile(directory.file("a.tga")),
+        std::string("\0\0\2\0\0\0\0\0\0\0\0\0\1\0\2\0\30\0", 18) + "\63\63\63\231\231\231");
 }
 
 TEST(Snapshot, OnlyLackOfMemoryIsAFailure) {
     const float value = 0.5F;
-    testing::internal::CaptureStdout();
-    EXPECT_TRUE(Snapshot(&value, "/dev/null/a.tga", 1, 1, 1, 1));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "FboTerrain::Snapshot: Error writing snapshot file.\n");
-
+    EXPECT_EQ(
+        outputOf([&] { EXPECT_TRUE(Snapshot(&value, "/dev/null/a.tga", 1, 1, 1, 1)); }),
+        "FboTerrain::Snapshot: Error writing snapshot file.\n");
     constexpr unsigned long kHuge = (1UL << 62) + 1; // three times of it, in the int of the message, is 3
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(Snapshot(&value, "/dev/null/a.tga", kHuge, 1, kHuge, 1));
-    EXPECT_THAT(
-        testing::internal::GetCapturedStderr(),
-        testing::EndsWith(": Could not allocate 3 unsigned chars (3 bytes) for array pBytes.\n"));
+    EXPECT_EQ(
+        outputOf([&] { EXPECT_FALSE(Snapshot(&value, "/dev/null/a.tga", kHuge, 1, kHuge, 1)); }),
+        errorLine(
+            "Snapshot", "opengllib/utils.cpp", "Could not allocate 3 unsigned chars (3 bytes) for array pBytes."));
 }
 
 TEST(ClampToRange, LimitsToTheRange) {

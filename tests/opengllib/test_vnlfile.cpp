@@ -8,6 +8,7 @@
 #include "brdffile.h"
 #include "filetracker.h"
 #include "radfile.h"
+#include "rows.h"
 
 namespace {
 // Room for the arrays of a body, and a load into them.
@@ -86,50 +87,41 @@ TEST(VnlFile, SpreadsFacetsOutInClassOrder) {
 
 TEST(VnlFile, ReadsUnusualNumbersAsScanfDoes) {
     Body body(kOneFacet);
-    ASSERT_TRUE(
-        body.load(vnl("+3 1", "0x1p1 +1e0 -0 0 0 1 v\n3 0 0 0 0 inf v\n1,0 0 0 0 0 1 v\n1 +1 2 3 f\n")) == false);
+    EXPECT_FALSE(body.load(vnl("+3 1", "0x1p1 +1e0 -0 0 0 1 v\n3 0 0 0 0 inf v\n1,0 0 0 0 0 1 v\n1 +1 2 3 f\n")));
     ASSERT_TRUE(body.load(vnl("+3 1", "0x1p1 +1e0 -0 0 0 1 v\n3 0 0 0 0 inf v\n0 3 0 0 0 1 v\n1 +1 2 3 f\n")));
     EXPECT_EQ(body.positions[0], (Tuple3<float>{2, 1, 0}));
     EXPECT_TRUE(std::isinf(body.normals[1].z));
 }
 
-TEST(VnlFile, AFacetWithoutAreaHasNoFiniteNormal) {
-    Body body(kOneFacet);
-    ASSERT_TRUE(body.load(vnl("3 1", std::string(kThreeVertices) + "1 2 2 3 f\n")));
-    EXPECT_FALSE(std::isfinite(body.facetNormals[0].ElementAt(0)));
-    EXPECT_EQ(body.facetNormals[0].ElementAt(3), 0.0F);
-}
-
-TEST(VnlFile, WithoutFacetsOnlyTheBoxIsRead) {
-    Body body("BRDF\n1\n0 0 0 0 0 x\n");
-    ASSERT_TRUE(body.load(vnl("0 0", "ignored")));
-    EXPECT_EQ(body.vnl.boundingBox()[6], Vector<float>(1, 2, 3, 1));
+TEST(VnlFile, AFacetWithoutAreaHasNoFiniteNormalAndWithoutFacetsOnlyTheBoxIsRead) {
+    Body flat(kOneFacet);
+    ASSERT_TRUE(flat.load(vnl("3 1", std::string(kThreeVertices) + "1 2 2 3 f\n")));
+    EXPECT_FALSE(std::isfinite(flat.facetNormals[0].ElementAt(0)));
+    EXPECT_EQ(flat.facetNormals[0].ElementAt(3), 0.0F);
+    Body empty("BRDF\n1\n0 0 0 0 0 x\n");
+    ASSERT_TRUE(empty.load(vnl("0 0", "ignored")));
+    EXPECT_EQ(empty.vnl.boundingBox()[6], Vector<float>(1, 2, 3, 1));
 }
 
 TEST(VnlFile, ReportsEachFault) {
     const std::string three = kThreeVertices;
     const std::string longLine = "1 1 2 3 " + std::string(300, 'x') + "\n";
-    const struct {
-        const char* brdf;
-        std::string text;
-        std::string report;
-    } rows[] = {
-        {kOneFacet, "3 one\n", "Malformed line 1. Expected 2 ints, but received \"3 one\n\"."},
-        {kOneFacet, "3 2\n",
-         "Number of facets in VNL file, 2, does not match the number of facets in the BRDF file, 1."},
-        {kOneFacet, "3 1\n", "Unexpected EOF when trying to read bounding box."},
-        {kOneFacet, "3 1\n1 2 3 4 5", "Malformed line 2. Expected 6 floats but received \"1 2 3 4 5\"."},
-        {kOneFacet, vnl("-1 1", ""), "Could not allocate -1 Vertex objects for array vnlVertex."},
-        {kOneFacet, vnl("2147483647 1", "0 0 0 0 0 1 v\n"), "Unexpected EOF when reading vertex 2."},
-        {kOneFacet, vnl("3 1", "0 0 0 0 0 1 v\n0 0 0 0 0 1\n"), "Malformed line 4. Received \"0 0 0 0 0 1\n\"."},
-        {kOneFacet, vnl("3 1", three), "Unexpected EOF when trying to read facet 1."},
-        {kOneFacet, vnl("3 1", three + "1 1 2 3\n"), "Malformed line 6 when reading facet 1. Received \"1 1 2 3\n\"."},
-        {kTwoClasses, vnl("3 2", three + longLine + "2 1 2 3 f\n"),
-         "Malformed line 7 when reading facet 2. Received \"" + longLine.substr(255) + "\"."},
-    };
-    for (const auto& row : rows) {
-        Body body(row.brdf);
-        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(body.load(row.text)); }), "vnlfile Load: " + row.report);
+    for (const auto& [brdf, text, report] : Rows<const char*, std::string, std::string>{
+             {kOneFacet, "3 one\n", "Malformed line 1. Expected 2 ints, but received \"3 one\n\"."},
+             {kOneFacet, "3 2\n",
+              "Number of facets in VNL file, 2, does not match the number of facets in the BRDF file, 1."},
+             {kOneFacet, "3 1\n", "Unexpected EOF when trying to read bounding box."},
+             {kOneFacet, "3 1\n1 2 3 4 5", "Malformed line 2. Expected 6 floats but received \"1 2 3 4 5\"."},
+             {kOneFacet, vnl("-1 1", ""), "Could not allocate -1 Vertex objects for array vnlVertex."},
+             {kOneFacet, vnl("2147483647 1", "0 0 0 0 0 1 v\n"), "Unexpected EOF when reading vertex 2."},
+             {kOneFacet, vnl("3 1", "0 0 0 0 0 1 v\n0 0 0 0 0 1\n"), "Malformed line 4. Received \"0 0 0 0 0 1\n\"."},
+             {kOneFacet, vnl("3 1", three), "Unexpected EOF when trying to read facet 1."},
+             {kOneFacet, vnl("3 1", three + "1 1 2 3\n"),
+              "Malformed line 6 when reading facet 1. Received \"1 1 2 3\n\"."},
+             {kTwoClasses, vnl("3 2", three + longLine + "2 1 2 3 f\n"),
+              "Malformed line 7 when reading facet 2. Received \"" + longLine.substr(255) + "\"."}}) {
+        Body body(brdf);
+        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(body.load(text)); }), "vnlfile Load: " + report);
     }
 
     Body body(kOneFacet);
@@ -150,18 +142,13 @@ TEST(VnlFile, AFacetWithoutClassFailsTheLoad) {
 }
 
 TEST(VnlFile, AVertexThatIsNotThereEndsTheProcess) {
-    const struct {
-        const char* facet;
-        const char* report;
-    } rows[] = {
-        {"1 0 1 2 f\n", "us0 should be less than numVerts = 3, but is 65535\\."},
-        {"1 1 4 9 f\n", "us1 should be less than numVerts = 3, but is 3\\."},
-        {"1 1 2 -7 f\n", "us2 should be less than numVerts = 3, but is 65528\\."},
-    };
-    for (const auto& row : rows)
+    for (const auto& [facet, report] : Rows<const char*, std::string>{
+             {"1 0 1 2 f\n", "us0 should be less than numVerts = 3, but is 65535"},
+             {"1 1 4 9 f\n", "us1 should be less than numVerts = 3, but is 3"},
+             {"1 1 2 -7 f\n", "us2 should be less than numVerts = 3, but is 65528"}})
         EXPECT_EXIT(
-            Body(kOneFacet).load(vnl("3 1", std::string(kThreeVertices) + row.facet)), testing::ExitedWithCode(1),
-            std::string("^Error in function \"Load\" of file \"opengllib/vnlfile.cpp\" .*: ") + row.report + "\n$");
+            Body(kOneFacet).load(vnl("3 1", std::string(kThreeVertices) + facet)), testing::ExitedWithCode(1),
+            "^Error in function \"Load\" of file \"opengllib/vnlfile.cpp\" .*: " + report + "\\.\n$");
 }
 
 TEST(VnlFile, LoadsFromDisk) {
