@@ -14,13 +14,13 @@
 #include "uncompressed.h"
 
 namespace {
-constexpr const char* kDirectory = "/somewhere/demo";
+constexpr const char* kDataRoot = "/somewhere/demo/data";
 
 const ReadTrajectory& trajectory(const std::string& name) {
     static const std::map<std::string, ReadTrajectory> trajectories = [] {
         const TemporaryDirectory directory;
         std::map<std::string, ReadTrajectory> result;
-        for (const DemonstrationFile& file : engagementFiles(kDirectory)) {
+        for (const DemonstrationFile& file : engagementFiles(kDataRoot)) {
             const std::string path = directory.write(file.name, file.contents);
             result.emplace(file.name, file.name.ends_with(".Z") ? uncompressed("uncompress", path) : file.contents);
         }
@@ -178,9 +178,9 @@ TEST_P(Engagement, DropsFlaresThatFallBehindAndBurnOut) {
     EXPECT_TRUE(hasOneBand && hasThreeBands);
 }
 
-TEST(Engagements, NameTheirDataByPathsInTheirDirectory) {
-    const std::string data = std::string(kDirectory) + "/data/";
-    const std::string missing = std::string(kDirectory) + "/missing/";
+TEST(Engagements, NameTheirDataByPathsInTheirTree) {
+    const std::string data = std::string(kDataRoot) + "/";
+    const std::string missing = "/somewhere/demo/missing/";
     const std::vector<std::string> turn = {
         data + "ter0010/ter0010.top",
         data + "ter0010/ter0010_w0001_t1500_b0001.rad",
