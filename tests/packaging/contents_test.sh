@@ -29,7 +29,8 @@ done
 unreadable=$(find "$stage" ! -perm -444)
 [ -z "$unreadable" ] || fail "not for everyone to read: $unreadable"
 
-zgrep -qF "sorvane ($version-1)" "$stage/usr/share/doc/sorvane/changelog.Debian.gz" || fail "Debian's changelog lacks $version"
+doc=$stage/usr/share/doc/sorvane
+zgrep -qF "sorvane ($version-1)" "$doc/changelog.Debian.gz" || fail "Debian's changelog lacks $version"
 grep -qF "release version=\"$version\"" "$stage"/usr/share/metainfo/*.xml || fail "the metadata lacks $version"
 newest=$(grep -m 1 -oP '^## \[\K[0-9.]+' "$source/CHANGELOG.md")
 [ "$newest" = "$version" ] || fail "CHANGELOG.md ends at $newest, the build is $version"

@@ -10,7 +10,10 @@ trap 'rm -rf "$root"' EXIT
 fail() { echo "$*"; exit 1; }
 
 # Dependencies are looked for in the root, which is empty; nothing is run in there.
-manage() { fakeroot dpkg --root="$root" --force-depends --force-not-root --force-script-chrootless "$@" 2>&1; }
+manage() {
+    fakeroot dpkg --root="$root" --log="$root/var/log/dpkg.log" \
+        --force-depends --force-not-root --force-script-chrootless "$@" 2>&1
+}
 contents() { find "$root" -mindepth 1 -not -path "$root/var/*" | sort; }
 mkdir -p "$root/var/lib/dpkg/info" "$root/var/lib/dpkg/updates" "$root/var/lib/dpkg/triggers" "$root/var/log"
 touch "$root/var/lib/dpkg/status" "$root/var/lib/dpkg/available"
