@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <numbers>
 
 #include "datatree.h"
@@ -26,8 +27,8 @@ OverTime boosted(double launch, double burnout, double boost) {
     };
 }
 
-TrajectoryHeader headerIn(const std::string& directory) {
-    const std::string root = directory + "/data/";
+TrajectoryHeader headerFor(const std::string& dataRoot) {
+    const std::string root = dataRoot + '/';
     TrajectoryHeader header;
     header.terrainTopography = root + kTerrainTopography;
     header.terrainRadiance = root + kTerrainRadiance;
@@ -41,7 +42,7 @@ TrajectoryHeader headerIn(const std::string& directory) {
 }
 
 // A climbing right turn with eight flares, chased from behind.
-std::string turn(const std::string& directory) {
+std::string turn(const std::string& dataRoot) {
     EngagementPlan plan;
     plan.targetStart = {2900.0, -2300.0, -700.0};
     plan.targetHeading = -80.0;
@@ -59,7 +60,7 @@ std::string turn(const std::string& directory) {
     plan.launchLoft = 14.0;
     plan.threatSpeed = boosted(40.0, 620.0, 8.5);
 
-    TrajectoryHeader header = headerIn(directory);
+    TrajectoryHeader header = headerFor(dataRoot);
     header.remark = "Climbing turn with flares";
     header.colourName = "yellow";
     header.runNumber = 1;
@@ -68,7 +69,7 @@ std::string turn(const std::string& directory) {
 }
 
 // A weaving target that crosses in front of a faster threat.
-std::string crossing(const std::string& directory) {
+std::string crossing(const std::string& dataRoot) {
     EngagementPlan plan;
     plan.targetStart = {5800.0, -1300.0, -1900.0};
     plan.targetHeading = 175.0;
@@ -85,9 +86,9 @@ std::string crossing(const std::string& directory) {
     plan.launchLoft = 8.0;
     plan.threatSpeed = boosted(120.0, 600.0, 3.5);
 
-    TrajectoryHeader header = headerIn(directory);
-    header.terrainTopography = directory + "/data/" + kTerrainSetDescription;
-    header.terrainRadiance = directory + "/data/" + kTerrainSetRadiance;
+    TrajectoryHeader header = headerFor(dataRoot);
+    header.terrainTopography = dataRoot + '/' + kTerrainSetDescription;
+    header.terrainRadiance = dataRoot + '/' + kTerrainSetRadiance;
     header.remark = "Crossing target";
     header.colourName = "cyan";
     header.runNumber = 2;
@@ -97,7 +98,7 @@ std::string crossing(const std::string& directory) {
 }
 
 // Few samples under a header that names nothing that exists and no field of view: what a viewer must cope with.
-std::string sparse(const std::string& directory) {
+std::string sparse(const std::string& dataRoot) {
     EngagementPlan plan;
     plan.targetStart = {1900.0, -5700.0, -500.0};
     plan.targetHeading = 5.0;
@@ -114,11 +115,12 @@ std::string sparse(const std::string& directory) {
     plan.threatSpeed = boosted(80.0, 610.0, 5.5);
     plan.sampleMilliseconds = 500;
 
-    TrajectoryHeader header = headerIn(directory);
-    header.terrainTopography = directory + "/missing/ter0010.top";
-    header.targetSignature = directory + "/missing/target_b0003.rad";
-    header.targetGeometry = directory + "/missing/target.vnl";
-    header.targetReflectance = directory + "/missing/target.brdf";
+    TrajectoryHeader header = headerFor(dataRoot);
+    const std::string missing = std::filesystem::path(dataRoot).parent_path() / "missing/";
+    header.terrainTopography = missing + "ter0010.top";
+    header.targetSignature = missing + "target_b0003.rad";
+    header.targetGeometry = missing + "target.vnl";
+    header.targetReflectance = missing + "target.brdf";
     header.terrainPosts = {1.0, 2.0, 3.0};
     header.terrainOrigin = {4.0, 5.0, 6.0};
     header.remark = "Sparse samples, fallbacks";
@@ -129,10 +131,10 @@ std::string sparse(const std::string& directory) {
 }
 } // namespace
 
-std::vector<DemonstrationFile> engagementFiles(const std::string& directory) {
+std::vector<DemonstrationFile> engagementFiles(const std::string& dataRoot) {
     return {
-        {"ETXYZ.OUT.turn", turn(directory)},
-        {"ETXYZ.OUT.crossing.Z", crossing(directory)},
-        {"ETXYZ.OUT.sparse", sparse(directory)},
+        {"ETXYZ.OUT.turn", turn(dataRoot)},
+        {"ETXYZ.OUT.crossing.Z", crossing(dataRoot)},
+        {"ETXYZ.OUT.sparse", sparse(dataRoot)},
     };
 }

@@ -6,6 +6,6 @@
 
 #include "demonstrationfile.h"
 
-// Their trajectory files. `directory` is the absolute path of the demonstration's directory, without a closing slash:
-// the headers name the files of the data tree in it.
-std::vector<DemonstrationFile> engagementFiles(const std::string& directory);
+// Their trajectory files. `dataRoot` is the absolute path of the data tree, without a closing slash: the headers name
+// the files in it.
+std::vector<DemonstrationFile> engagementFiles(const std::string& dataRoot);

@@ -18,9 +18,9 @@ constexpr AtmosphereValues kAfternoon = {
 };
 } // namespace
 
-std::vector<DemonstrationFile> landscapeFiles(const std::string& directory) {
+std::vector<DemonstrationFile> landscapeFiles(const std::string& dataRoot) {
     std::vector<DemonstrationFile> files = oldStyleTileFiles(kAfternoon);
-    for (DemonstrationFile& file : terrainSetFiles(directory + "/data", kAfternoon))
+    for (DemonstrationFile& file : terrainSetFiles(dataRoot, kAfternoon))
         files.push_back(std::move(file));
     for (DemonstrationFile& file : files)
         file.name.insert(0, "data/");

@@ -6,6 +6,6 @@
 
 #include "demonstrationfile.h"
 
-// Below the data tree, in the old style and as a described set; the names begin with "data/". `directory` is the
-// absolute path of the demonstration's directory, without a closing slash.
-std::vector<DemonstrationFile> landscapeFiles(const std::string& directory);
+// Below the data tree, in the old style and as a described set; the names begin with "data/". `dataRoot` is the
+// absolute path of the data tree as it is to be used, without a closing slash.
+std::vector<DemonstrationFile> landscapeFiles(const std::string& dataRoot);

@@ -22,16 +22,20 @@ bool survivesInAHeader(const std::string& path) {
     return true;
 }
 
-Failure make(const std::filesystem::path& directory) {
+Failure make(const std::filesystem::path& directory, const std::filesystem::path& dataRoot) {
     std::error_code error;
     std::filesystem::create_directories(directory, error);
     const std::filesystem::path absolute = error ? directory : std::filesystem::canonical(directory, error);
     if (error)
         return "can not make the directory " + directory.string() + ": " + error.message();
-    if (!survivesInAHeader(absolute.string()))
-        return "the path " + absolute.string() + " has white space that trajectory files can not hold";
+    std::filesystem::path root = dataRoot.empty() ? absolute / "data" : dataRoot;
+    if (!root.has_filename()) // a closing slash
+        root = root.parent_path();
+    const std::filesystem::path& named = dataRoot.empty() ? absolute : root;
+    if (!survivesInAHeader(named.string()))
+        return "the path " + named.string() + " has white space that trajectory files can not hold";
 
-    for (const auto& files : {engagementFiles(absolute.string()), dataTreeFiles(), landscapeFiles(absolute.string())})
+    for (const auto& files : {engagementFiles(root.string()), dataTreeFiles(), landscapeFiles(root.string())})
         for (const DemonstrationFile& file : files)
             if (Failure failure = writeOutputFile(absolute / file.name, file.contents))
                 return failure;
@@ -39,9 +43,9 @@ Failure make(const std::filesystem::path& directory) {
 }
 } // namespace
 
-Failure makeDemonstration(const std::filesystem::path& directory) {
+Failure makeDemonstration(const std::filesystem::path& directory, const std::filesystem::path& dataRoot) {
     try {
-        return make(directory);
+        return make(directory, dataRoot);
     } catch (const std::exception& exception) {
         return exception.what();
     }

@@ -10,11 +10,17 @@
 
 SubCommand addDemoCommand(CLI::App& parent) {
     const auto directory = std::make_shared<std::string>();
+    const auto root = std::make_shared<std::string>();
     CLI::App* const parser = parent.add_subcommand(
         "demo", "Make the demonstration data: trajectory files, and the data tree that they name.");
     parser->add_option("DIR", *directory, "Directory to fill; made when it is missing")->required();
-    return {parser, [directory](Streams& streams) {
-                if (const Failure failure = makeDemonstration(*directory)) {
+    parser
+        ->add_option(
+            "--data-root", *root, "Absolute path that the files name as the place of the data tree, to move it there")
+        ->type_name("PATH")
+        ->check([](const std::string& path) { return path.starts_with('/') ? "" : path + " is no absolute path"; });
+    return {parser, [directory, root](Streams& streams) {
+                if (const Failure failure = makeDemonstration(*directory, *root)) {
                     streams.err << "sorvane demo: " << *failure << std::endl;
                     return ExitStatus::Failed;
                 }

@@ -14,13 +14,13 @@
 #include "uncompressed.h"
 
 namespace {
-constexpr const char* kDirectory = "/somewhere/demo";
+constexpr const char* kDataRoot = "/somewhere/demo/data";
 
 const ReadTrajectory& trajectory(const std::string& name) {
     static const std::map<std::string, ReadTrajectory> trajectories = [] {
         const TemporaryDirectory directory;
         std::map<std::string, ReadTrajectory> result;
-        for (const DemonstrationFile& file : engagementFiles(kDirectory)) {
+        for (const DemonstrationFile& file : engagementFiles(kDataRoot)) {
             const std::string path = directory.write(file.name, file.contents);
             result.emplace(file.name, file.name.ends_with(".Z") ? uncompressed("uncompress", path) : file.contents);
         }
@@ -160,8 +160,8 @@ TEST(Engagements, DropFlaresThatFallBehindAndBurnOut) {
     }
 }
 
-TEST(Engagements, NameTheirDataByPathsInTheirDirectoryAndExplainThemselvesWhereAsked) {
-    const std::string data = std::string(kDirectory) + "/data/";
+TEST(Engagements, NameTheirDataByPathsInTheirTreeAndExplainThemselvesWhereAsked) {
+    const std::string data = std::string(kDataRoot) + "/";
     const std::vector<std::string> turn = {
         data + "ter0010/ter0010.top",
         data + "ter0010/ter0010_w0001_t1500_b0001.rad",
@@ -187,7 +187,7 @@ TEST(Engagements, NameTheirDataByPathsInTheirDirectoryAndExplainThemselvesWhereA
 
     const ReadTrajectory& sparse = trajectory("ETXYZ.OUT.sparse");
     for (const std::size_t line : {0U, 2U, 5U, 6U})
-        EXPECT_TRUE(sparse.header.at(line).starts_with(std::string(kDirectory) + "/missing/"));
+        EXPECT_TRUE(sparse.header.at(line).starts_with("/somewhere/demo/missing/"));
     EXPECT_EQ(sparse.header.at(11), "unknown");
     EXPECT_EQ(sparse.comments, 12 + static_cast<int>(sparse.samples.size()));
 }

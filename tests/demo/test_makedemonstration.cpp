@@ -56,6 +56,18 @@ TEST(MakeDemonstration, WritesAbsolutePathsWhenGivenARelativeOne) {
     EXPECT_TRUE(text.starts_with(root + kTerrainTopography + '\n')) << text.substr(0, 200);
 }
 
+TEST(MakeDemonstration, NamesThePlaceThatTheTreeIsMeantFor) {
+    const TemporaryDirectory directory;
+    ASSERT_EQ(makeDemonstration(directory.path(), "/else where/data/"), std::nullopt);
+    const std::string text = readWholeFile(directory.path() / "ETXYZ.OUT.turn");
+    EXPECT_TRUE(text.starts_with(std::string("/else where/data/") + kTerrainTopography + '\n')) << text.substr(0, 200);
+    for (const auto& [name, contents] : filesBelow(directory.path()))
+        EXPECT_EQ(contents.find(directory.path().string()), std::string::npos) << name;
+    EXPECT_EQ(
+        makeDemonstration(directory.path(), "/else  where"),
+        "the path /else  where has white space that trajectory files can not hold");
+}
+
 TEST(MakeDemonstration, MakesAnAtmosphereThatLightsBodiesFromAbove) {
     const TemporaryDirectory directory;
     ASSERT_EQ(makeDemonstration(directory.path()), std::nullopt);

@@ -27,7 +27,12 @@ TEST(CommandLine, TellsHelpAndVersionOnStandardOutput) {
 
 TEST(CommandLine, RefusesWrongUsageOnStandardError) {
     for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{}, {"nonsense"}, {"demo"}, {"demo", "a", "b"}, {"--nonsense"}}) {
+         {std::vector<std::string>{},
+          {"nonsense"},
+          {"demo"},
+          {"demo", "a", "b"},
+          {"demo", "a", "--data-root", "b"},
+          {"--nonsense"}}) {
         const CommandRun run = runCommand(arguments);
         EXPECT_EQ(run.status, ExitStatus::Failed);
         EXPECT_EQ(run.out, "");

@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Checks that what is installed fits together: paths that files name exist, versions agree.
+# usage: contents_test.sh STAGE VERSION SOURCE_TREE
+set -euo pipefail
+stage=$1 version=$2 source=$3
+failed=0
+fail() { echo "$*"; failed=1; }
+data=$stage/usr/local/pelsar/data
+
+# The demonstration names its data by absolute paths. One of its engagements is about missing files.
+named_paths() {
+    { grep -hE '^/' "$data/demonstration/ETXYZ.OUT.turn"
+      uncompress -c "$data/demonstration/ETXYZ.OUT.crossing.Z" | grep -E '^/'
+      sed -n 's|.*<asterdb>\(.*\)</asterdb>.*|\1|p' "$data/ter0020/ter0020.xml"
+      sed -n 's/^Exec=new_sorvane "/"/p' "$stage"/usr/share/applications/*.desktop | grep -o '/[^"]*'; } | sort -u
+}
+[ "$(named_paths | wc -l)" -ge 11 ] || fail "the demonstration names too few paths: $(named_paths)"
+while read -r path; do
+    [ -e "$stage$path" ] || fail "$path is named and not installed"
+done < <(named_paths)
+grep -rIl -e "$source" "$stage" && fail "the files above name the source tree"
+
+diff -r "$source/data/openglshaders" "$data/openglshaders" || fail "the shaders differ"
+for file in bin/new_sorvane bin/sorvane share/man/man1/new_sorvane.1.gz share/man/man1/sorvane.1.gz \
+    share/bash-completion/completions/sorvane share/zsh/vendor-completions/_sorvane \
+    share/fish/vendor_completions.d/sorvane.fish share/icons/hicolor/scalable/apps/sorvane.svg; do
+    [ -s "$stage/usr/$file" ] || fail "/usr/$file is missing or empty"
+done
+unreadable=$(find "$stage" ! -perm -444)
+[ -z "$unreadable" ] || fail "not for everyone to read: $unreadable"
+
+doc=$stage/usr/share/doc/sorvane
+zgrep -qF "sorvane ($version-1)" "$doc/changelog.Debian.gz" || fail "Debian's changelog lacks $version"
+grep -qF "release version=\"$version\"" "$stage"/usr/share/metainfo/*.xml || fail "the metadata lacks $version"
+newest=$(grep -m 1 -oP '^## \[\K[0-9.]+' "$source/CHANGELOG.md")
+[ "$newest" = "$version" ] || fail "CHANGELOG.md ends at $newest, the build is $version"
+exit $failed
