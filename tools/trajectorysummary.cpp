@@ -69,8 +69,10 @@ void SampleTable::putInOrder() {
     std::ranges::stable_sort(rows_, std::ranges::less(), timeOf);
     // Of equal times the last one stays: reversed, the first one.
     std::ranges::reverse(rows_);
-    const auto repeated = std::ranges::unique(rows_, std::ranges::equal_to(), timeOf);
-    rows_.erase(repeated.begin(), repeated.end());
+    const auto isRepeated = [&timeOf](const Row& a, const Row& b) {
+        return timeOf(a) == timeOf(b);
+    };
+    rows_.erase(std::unique(rows_.begin(), rows_.end(), isRepeated), rows_.end());
     std::ranges::reverse(rows_);
 }
 

@@ -59,8 +59,8 @@ public:
 private:
     struct Row {
         keyframe sample; // without flares
-        std::size_t flaresBegin;
-        std::size_t flaresEnd;
+        std::size_t flaresBegin = 0;
+        std::size_t flaresEnd = 0;
     };
 
     void putInOrder();

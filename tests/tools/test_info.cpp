@@ -74,6 +74,19 @@ TEST_F(Info, GivesTheNumbersOfAnEngagement) {
     EXPECT_NEAR(file["end"]["closing_speed_m_per_s"], -94.8683298, 1e-6);
 }
 
+TEST_F(Info, TakesTheSamplesThatTheViewerHas) {
+    const auto at = [](double time, double x) {
+        return TestSample{time, {x, 0, 0}, {x, 10, 0}, {}, {}};
+    };
+    const std::string path = directory.file("ETXYZ.OUT.1");
+    writeTrajectory(QString::fromStdString(path), {at(3, 30), at(1, 99), at(2, 20), at(1, 10)});
+    const Json file = describe({path})[0];
+    EXPECT_EQ(file["samples"], 3) << "a later record replaces an earlier one of its time";
+    EXPECT_EQ(file["time"]["first_s"], 1.0);
+    EXPECT_EQ(file["time"]["step_maximum_s"], 1.0);
+    EXPECT_EQ(file["target_extent"]["maximum_units"], Json({30.0, 0.0, 0.0}));
+}
+
 TEST_F(Info, TellsWhichFilesAreMissingAndWhatIsTakenInstead) {
     directory.write("data/tgt4004/tgt4004.vnl", "x");
     const Json file = describe({writePassage("ETXYZ.OUT.1")})[0];
