@@ -99,6 +99,7 @@ TEST(BandFile, GivesTheEdges) {
              {"free text\n8.5 9.25\n", 8.5F, 9.25F},
              {"1 2\n\n 8.5\n\n9.25", 8.5F, 9.25F},
              {"\n8.5 x", 8.5F, 0},
+             {"", 0, 0},
              {"8 9", 0, 0},
              // A first line of more than 255 characters goes on as the numbers.
              {std::string(255, 'x') + "8 9\n10 11\n", 8, 9}}) {

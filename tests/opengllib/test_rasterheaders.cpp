@@ -282,6 +282,12 @@ TEST(HeaderConversion, TruncatesTheBandAndPadsAShortFileType) {
     }
 }
 
+TEST(HeaderConversion, LeavesAFieldWithoutWidthAlone) {
+    char field = '1';
+    strcpyFillZeros(&field, "x", 0);
+    EXPECT_EQ(field, '1');
+}
+
 TEST(HeaderConversion, DatesAFileInThisCentury) {
     for (const auto& [year, month, day, text, printed] : Rows<int, int, int, std::string, std::string>{
              {2026, 3, 9, "260309", ""},

@@ -74,8 +74,11 @@ TEST_F(SubTerrainTest, DrawsTheLightOfSunSkyAndLights) {
     lights.intensity[5] = 1e5F; // the ones before it are off
     const std::array<float, 3> position = {101, 203, 150};
     std::copy(position.begin(), position.end(), lights.lightPosObj.begin() + 20);
+    Terrain set;
+    set.setShaderDir(kShaders);
+    outputOf([&] { ASSERT_TRUE(set.load(files.writeDescription(), files.folder(), 2)); });
     lookAtTheTile();
-    outputOf([&] { tile.render(lights); });
+    outputOf([&] { set.Render(lights); });
     expectPicture(context, [&](float x, float y) {
         const float dx = position[0] - x;
         const float dy = position[1] - y;

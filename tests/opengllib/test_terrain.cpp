@@ -42,6 +42,7 @@ TEST(Terrain, SaysWhatWillBeLit) {
              {Names{"set.cls2mat", "set.temp"}, kNoLight + kOn},
              {Names{"set.cls2mat"}, kNoLight + kPart + kOff},
              {Names{"set.temp", "set.atm"}, kSun + kPart + kOff},
+             {Names{"set.band"}, kNoLight + kPart + kOff},
              {Names{"set.cls2aster", "set.band"}, kNoLight + kPart + kOff},
              {Names{"set.cls2aster", "set.band", "aster/a.txt"}, kNoLight + kOn},
              {Names{"set.cls2mat", "set.temp", "set.band"}, kNoLight + kOn}}) {
