@@ -177,7 +177,7 @@ TEST_F(RenderTest, AFileThatEndsTheViewerIsLeftOut) {
     ASSERT_EQ(makeDemonstration(directory.file("demo")), std::nullopt);
     const std::string geometry = "demo/data/tgt4004/tgt4004.vnl";
     std::string text = readWholeFile(directory.file(geometry));
-    const std::size_t corner = text.find("1 1 2 3 paint");
+    const std::size_t corner = text.find("1 1 2 3 radome");
     ASSERT_NE(corner, std::string::npos);
     directory.write(geometry, text.replace(corner, 7, "1 0 2 3"));
 
@@ -186,7 +186,7 @@ TEST_F(RenderTest, AFileThatEndsTheViewerIsLeftOut) {
     EXPECT_EQ(run.status, ExitStatus::ProblemsFound);
     EXPECT_THAT(
         run.err, HasSubstr(
-                     broken + ": us3 should be less than numVerts = 3528, but is 65535.\nsorvane render: " + broken +
+                     broken + ": us0 should be less than numVerts = 4186, but is 65535.\nsorvane render: " + broken +
                      ": its files are too broken to be used\n"));
     EXPECT_TRUE(QImage(QString::fromStdString(results.file("a.png"))).convertToFormat(QImage::Format_RGB32) == alone);
 }
