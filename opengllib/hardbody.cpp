@@ -171,7 +171,10 @@ void Hardbody::Render(Dynamic_Data* data) {
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     glMatrixMode(GL_MODELVIEW);
     glPushMatrix();
-    glMultMatrixf(modelMatrix_.data());
+    Matrix<float> fromOrigin = modelMatrix_;
+    for (int axis = 0; axis < 3; ++axis)
+        fromOrigin(axis, 3) -= data->origin[static_cast<std::size_t>(axis)];
+    glMultMatrixf(fromOrigin.data());
 
     if (flags_.perFrameUpload) {
         if (rotor_ != nullptr)

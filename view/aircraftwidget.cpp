@@ -115,6 +115,11 @@ void AircraftWidget::initHardbodiesIfReady(etxyz& engagement) {
     doneCurrent();
 }
 
+void AircraftWidget::setLineStyles(bool areOn) {
+    lineStyles_ = areOn;
+    update();
+}
+
 QSize AircraftWidget::sizeHint() const {
     const int side = std::min(width(), height());
     return {side, side};
@@ -133,7 +138,7 @@ void AircraftWidget::resizeGL(int w, int h) {
     width_ = std::max(w, 1);
     height_ = std::max(h, 1);
     if (hasCurrentContext())
-        applyProjection(fieldOfViewDegrees(engagements_), width_, height_);
+        applyProjection(fieldOfViewDegrees(engagements_), width_, height_, devicePixelRatio());
 }
 
 void AircraftWidget::paintGL() {
@@ -210,6 +215,8 @@ void AircraftWidget::takeSizeFromGeometry() {
 SceneOptions AircraftWidget::optionsFromForm() const {
     SceneOptions options;
     options.time = currentTime_;
+    options.lineStyles = lineStyles_;
+    options.pixelRatio = devicePixelRatio();
     if (ui_ != nullptr) {
         options.showTerrain = ui_->actionShow_Terrain->isChecked();
         options.showHistoryLines = ui_->actionShow_History_Lines->isChecked();

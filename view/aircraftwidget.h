@@ -51,6 +51,10 @@ public:
     // Initialises the bodies of an engagement added after the first frame; before it, the first frame does.
     void initHardbodiesIfReady(etxyz& engagement);
 
+    // Whether the paths differ in their line patterns too, and not only in their colours. Off at start.
+    void setLineStyles(bool areOn);
+    bool lineStyles() const { return lineStyles_; }
+
     const Camera& camera() const { return camera_; }
     double currentTime() const { return currentTime_; }
 
@@ -80,12 +84,13 @@ private:
 
     float initA_ = 0.0F;
     float initB_ = 0.0F;
-    int width_ = 1; // of the drawing area, pixels, never below 1
+    int width_ = 1; // of the drawing area, logical pixels, never below 1
     int height_ = 1;
     Camera camera_;
     double currentTime_ = 0.0; // of the frame on show, seconds
     QList<etxyz*> engagements_;
     Ui::new_sorvane* ui_ = nullptr;
+    bool lineStyles_ = false;
     bool isSuspended_ = false; // while set, a frame is cleared and nothing drawn; nothing sets it
     bool isGlewInitialised_ = false;
     std::unique_ptr<Scene> scene_; // made with the GL context current and ended so

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "hardbody.h"
-#include "vector.h"
+#include "lookat.h"
 
 // Where a body is in a frame.
 struct BodyPose {
@@ -11,7 +11,6 @@ struct BodyPose {
 };
 
 // Poses the body (180° is added to the first angle: models have z up, the world has it down), works out what its facets
-// reflect of each other towards the eye (world), and draws it, lit from `sunInEye`, a unit direction in eye
-// coordinates. `time` in seconds. Needs a current GL context with the model-view matrix of the world.
-void drawBody(
-    Hardbody& body, const BodyPose& pose, const Vector<float>& eye, const Vector<float>& sunInEye, double time);
+// reflect of each other towards the eye, and draws it, lit from `sunInEye`, a unit direction in eye coordinates. `time`
+// in seconds. Needs a current GL context; leaves another model-view matrix.
+void drawBody(Hardbody& body, const BodyPose& pose, const LookAt& lookAt, const Vector<float>& sunInEye, double time);

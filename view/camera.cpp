@@ -33,6 +33,7 @@ Vector<float> plusScaled(const Vector<float>& a, double factor, const Vector<flo
 void Camera::place(const Vector<float>& eye, const Vector<float>& centre) {
     eye_ = eye;
     centre_ = centre;
+    look_ = centre - eye;
 }
 
 void Camera::resetToOrigin() {
@@ -43,11 +44,11 @@ void Camera::resetToOrigin() {
 
 void Camera::reset(const CameraSubject& subject) {
     if (mode_ == ViewThreat) {
-        centre_ = position(subject.threatPosition);
-        eye_ = centre_ + alongX(kThreatDistance);
+        const Vector<float> threat = position(subject.threatPosition);
+        place(threat + alongX(kThreatDistance), threat);
     } else if (mode_ == ViewTarget) {
-        centre_ = position(subject.targetPosition);
-        eye_ = centre_ + alongX(kTargetDistance);
+        const Vector<float> target = position(subject.targetPosition);
+        place(target + alongX(kTargetDistance), target);
     }
     eyeAtPress_ = centreAtPress_ = Vector<float>(0.0F, 0.0F, 0.0F, 1.0F);
 }
@@ -55,11 +56,12 @@ void Camera::reset(const CameraSubject& subject) {
 void Camera::follow(const CameraSubject& before, const CameraSubject& now) {
     switch (mode_) {
     case ViewGyro: {
-        eye_ = position(now.threatPosition);
+        const Vector<float> threat = position(now.threatPosition);
         const Matrix<float> gyro = BuildTransform(
-            1.0F, 1.0F, 1.0F, now.gyroAngles[0], now.gyroAngles[1], now.gyroAngles[2], eye_.ElementAt(0),
-            eye_.ElementAt(1), eye_.ElementAt(2));
-        centre_ = gyro * Vector<float>(kGyroLookDistance, 0.0F, 0.0F, 1.0F);
+            1.0F, 1.0F, 1.0F, now.gyroAngles[0], now.gyroAngles[1], now.gyroAngles[2], threat.ElementAt(0),
+            threat.ElementAt(1), threat.ElementAt(2));
+        place(threat, gyro * Vector<float>(kGyroLookDistance, 0.0F, 0.0F, 1.0F));
+        look_ = gyro * alongX(kGyroLookDistance);
         break;
     }
     case ViewThreat:
@@ -67,8 +69,7 @@ void Camera::follow(const CameraSubject& before, const CameraSubject& now) {
         const bool onThreat = mode_ == ViewThreat;
         const Vector<float> moved = position(onThreat ? now.threatPosition : now.targetPosition) -
                                     position(onThreat ? before.threatPosition : before.targetPosition);
-        eye_ = eye_ + moved;
-        centre_ = centre_ + moved;
+        place(eye_ + moved, centre_ + moved);
         break;
     }
     case ViewFree:
@@ -97,8 +98,7 @@ void Camera::pan(const ViewPoint& from, const ViewPoint& to) {
     const double alongRight = (to.x - from.x) * kPanPerPixel * distance;
     const double alongUp = (to.y - from.y) * kPanPerPixel * distance;
     const Vector<float> offset = plusScaled(plusScaled({}, alongRight, right), alongUp, screenUp);
-    eye_ = eyeAtPress_ + offset;
-    centre_ = centreAtPress_ + offset;
+    place(eyeAtPress_ + offset, centreAtPress_ + offset);
 }
 
 void Camera::rotate(const ViewPoint& from, const ViewPoint& to) {
@@ -106,9 +106,9 @@ void Camera::rotate(const ViewPoint& from, const ViewPoint& to) {
     const Matrix<float> turn = BuildTransform(
         1.0F, 1.0F, 1.0F, 0.0F, static_cast<float>(kDegreesPerPixel * (to.y - from.y)),
         static_cast<float>(kDegreesPerPixel * (to.x - from.x)), 0.0F, 0.0F, 0.0F);
-    eye_ = turn * arm + centreAtPress_;
+    place(turn * arm + centreAtPress_, centre_);
 }
 
 void Camera::zoom(double delta) {
-    eye_ = plusScaled(centre_, std::exp(-0.001 * delta), eye_ - centre_);
+    place(plusScaled(centre_, std::exp(-0.001 * delta), eye_ - centre_), centre_);
 }

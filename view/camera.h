@@ -22,6 +22,8 @@ class Camera {
 public:
     const Vector<float>& eye() const { return eye_; }
     const Vector<float>& centre() const { return centre_; }
+    // From eye to centre; more precise than their difference where they were rounded far from the origin.
+    const Vector<float>& look() const { return look_; }
     ViewMode mode() const { return mode_; }
     void setMode(ViewMode mode) { mode_ = mode; }
     // Puts the camera somewhere directly.
@@ -58,6 +60,7 @@ private:
     Vector<float> eyeAtPress_{0.0F, 0.0F, 0.0F, 1.0F};
     Vector<float> centre_{0.0F, 0.0F, 0.0F, 1.0F};
     Vector<float> centreAtPress_{0.0F, 0.0F, 0.0F, 1.0F};
+    Vector<float> look_{-100.0F, 0.0F, 0.0F, 0.0F};
     ViewPoint press_;
     ViewMode mode_ = ViewThreat;
 };

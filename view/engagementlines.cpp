@@ -1,8 +1,24 @@
 // The line sets of one engagement, built from its samples once and kept until they change.
 #include "engagementlines.h"
 
+#include <algorithm>
+#include <cmath>
+
+namespace {
+// Where the engagement ends: there target and threat meet, and a view comes closest.
+Vertex lastTargetPosition(const QMap<double, keyframe>& samples) {
+    Vertex position{};
+    if (!samples.isEmpty())
+        std::copy_n(samples.last().targetPos, 3, position.begin());
+    const bool isSomewhere =
+        std::all_of(position.begin(), position.end(), [](float coordinate) { return std::isfinite(coordinate); });
+    return isSomewhere ? position : Vertex{};
+}
+} // namespace
+
 EngagementLines::EngagementLines(const etxyz& engagement)
-    : engagement_(&engagement), sampleCount_(engagement.keyframes.size()) {}
+    : engagement_(&engagement), sampleCount_(engagement.keyframes.size()),
+      origin_(lastTargetPosition(engagement.keyframes)) {}
 
 bool EngagementLines::matches(const etxyz& engagement) const {
     // Samples are only ever added, and the only one added after loading is an empty one at time 0.
@@ -12,12 +28,12 @@ bool EngagementLines::matches(const etxyz& engagement) const {
 HistoryLine& EngagementLines::history(PathOf body, bool withDropLines) {
     std::optional<HistoryLine>& line = histories_[body == PathOf::Target ? 0 : 1][withDropLines ? 1 : 0];
     if (!line)
-        line.emplace(samples(), body, withDropLines);
+        line.emplace(samples(), body, withDropLines, origin_);
     return *line;
 }
 
 FlareTrails& EngagementLines::trails() {
     if (!trails_)
-        trails_.emplace(samples());
+        trails_.emplace(samples(), origin_);
     return *trails_;
 }

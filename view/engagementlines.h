@@ -14,6 +14,9 @@ public:
     // Whether the line sets still fit the engagement's samples.
     bool matches(const etxyz& engagement) const;
 
+    // The world position from which the vertices of the line sets count.
+    const Vertex& origin() const { return origin_; }
+
     // The line sets, built on first use. Drawing them needs a current GL context.
     HistoryLine& history(PathOf body, bool withDropLines);
     FlareTrails& trails();
@@ -22,7 +25,8 @@ private:
     const QMap<double, keyframe>& samples() const { return engagement_->keyframes; }
 
     const etxyz* engagement_;
-    qsizetype sampleCount_;                      // when the line sets began to be built
+    qsizetype sampleCount_; // when the line sets began to be built
+    Vertex origin_{};
     std::optional<HistoryLine> histories_[2][2]; // by body, by drop lines
     std::optional<FlareTrails> trails_;
 };

@@ -11,19 +11,20 @@
 #include "sphere.h"
 
 namespace {
-struct ViewTransform {
+struct WindowTransform {
     GLdouble projection[16] = {};
     GLint viewport[4] = {};
 
-    ViewTransform() {
+    WindowTransform() {
         glGetDoublev(GL_PROJECTION_MATRIX, projection);
         glGetIntegerv(GL_VIEWPORT, viewport);
     }
 };
 
 // The area in square pixels that the unit sphere about the origin of the current model-view matrix covers, taken from
-// how far one pixel to the right reaches at its depth. 0 when it can't be projected.
-double projectedUnitSphereArea(const ViewTransform& view) {
+// how far one pixel to the right reaches at its depth; a pixel has `pixelRatio` of the viewport's to a side. 0 when it
+// can't be projected.
+double projectedUnitSphereArea(const WindowTransform& view, double pixelRatio) {
     GLdouble modelView[16];
     glGetDoublev(GL_MODELVIEW_MATRIX, modelView);
     GLdouble window[3];
@@ -31,8 +32,8 @@ double projectedUnitSphereArea(const ViewTransform& view) {
     if (gluProject(0.0, 0.0, 0.0, modelView, view.projection, view.viewport, &window[0], &window[1], &window[2]) !=
             GL_TRUE ||
         gluUnProject(
-            window[0] + 1.0, window[1], window[2], modelView, view.projection, view.viewport, &local[0], &local[1],
-            &local[2]) != GL_TRUE)
+            window[0] + pixelRatio, window[1], window[2], modelView, view.projection, view.viewport, &local[0],
+            &local[1], &local[2]) != GL_TRUE)
         return 0.0;
     const double pixelsPerUnit = 1.0 / std::hypot(local[0], local[1], local[2]);
     const double area = std::numbers::pi * pixelsPerUnit * pixelsPerUnit;
@@ -51,23 +52,24 @@ FlareLook flareLook(float scalar, double distance, double projectedArea) {
     return {colourComponent(irradiance), colourComponent(projectedArea), false};
 }
 
-void drawFlares(const QList<flareKeyframe>& flares, const Vector<float>& eye) {
+void drawFlares(const QList<flareKeyframe>& flares, const LookAt& lookAt, double pixelRatio) {
     if (flares.isEmpty())
         return;
-    const ViewTransform view;
+    const WindowTransform view;
     for (const flareKeyframe& flare : flares) {
         const PushedAttributes attributes(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT);
         const PushedMatrix matrix;
+        lookAt.load(flare.pos);
         glDisable(GL_LIGHTING);
         glEnable(GL_BLEND);
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         // The band intensities deliberately serve as the sphere's three radii.
         const Matrix<float> model = BuildTransform(
             flare.intensity[0], flare.intensity[1], flare.intensity[2], flare.values[0], flare.values[1],
-            flare.values[2], flare.pos[0], flare.pos[1], flare.pos[2]);
+            flare.values[2], 0.0F, 0.0F, 0.0F);
         glMultMatrixf(model.data());
-        const double distance = Length(Vector<float>(flare.pos[0], flare.pos[1], flare.pos[2], 1.0F) - eye);
-        const FlareLook look = flareLook(flare.scalar, distance, projectedUnitSphereArea(view));
+        const double distance = Length(Vector<float>(flare.pos[0], flare.pos[1], flare.pos[2], 1.0F) - lookAt.eye());
+        const FlareLook look = flareLook(flare.scalar, distance, projectedUnitSphereArea(view, pixelRatio));
         glColor4f(look.grey, look.grey, look.grey, look.alpha);
         if (look.isSphere) {
             drawUnitSphere();

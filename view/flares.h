@@ -2,7 +2,7 @@
 #pragma once
 
 #include "keyframe.h"
-#include "vector.h"
+#include "lookat.h"
 
 // How a flare shows on the screen.
 struct FlareLook {
@@ -17,6 +17,6 @@ struct FlareLook {
 // covers. Never NaN or infinite.
 FlareLook flareLook(float scalar, double distance, double projectedArea);
 
-// Draws the flares of a frame as seen from `eye` (world), with the view's matrices and viewport set. Needs a current GL
-// context.
-void drawFlares(const QList<flareKeyframe>& flares, const Vector<float>& eye);
+// Draws the flares of a frame, with the view's projection and viewport set; a flare is sized in pixels of which each
+// has `pixelRatio` of the viewport's to a side. Needs a current GL context.
+void drawFlares(const QList<flareKeyframe>& flares, const LookAt& lookAt, double pixelRatio);

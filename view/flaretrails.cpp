@@ -14,7 +14,7 @@ struct Sighting {
 };
 
 // Every flare's sightings in time order, the flares in the order of their first appearance.
-std::vector<std::vector<Sighting>> sightingsById(const QMap<double, keyframe>& keyframes) {
+std::vector<std::vector<Sighting>> sightingsById(const QMap<double, keyframe>& keyframes, const Vertex& origin) {
     std::vector<std::vector<Sighting>> flares;
     std::unordered_map<int, std::size_t> indexOfId;
     std::size_t sample = 0;
@@ -24,7 +24,7 @@ std::vector<std::vector<Sighting>> sightingsById(const QMap<double, keyframe>& k
             if (isNew)
                 flares.emplace_back();
             std::vector<Sighting>& sightings = flares[entry->second];
-            const Vertex position = {flare.pos[0], flare.pos[1], flare.pos[2]};
+            const Vertex position = vertexFrom(origin, flare.pos);
             if (!sightings.empty() && sightings.back().sample == sample)
                 sightings.back().position = position;
             else
@@ -36,9 +36,9 @@ std::vector<std::vector<Sighting>> sightingsById(const QMap<double, keyframe>& k
 }
 } // namespace
 
-FlarePaths flarePaths(const QMap<double, keyframe>& keyframes) {
+FlarePaths flarePaths(const QMap<double, keyframe>& keyframes, const Vertex& origin) {
     FlarePaths paths;
-    for (const std::vector<Sighting>& sightings : sightingsById(keyframes)) {
+    for (const std::vector<Sighting>& sightings : sightingsById(keyframes, origin)) {
         if (sightings.size() < 2)
             continue;
         paths.strips.push_back({paths.vertices.size(), sightings.size()});
@@ -50,8 +50,8 @@ FlarePaths flarePaths(const QMap<double, keyframe>& keyframes) {
     return paths;
 }
 
-FlareTrails::FlareTrails(const QMap<double, keyframe>& keyframes) {
-    FlarePaths paths = flarePaths(keyframes);
+FlareTrails::FlareTrails(const QMap<double, keyframe>& keyframes, const Vertex& origin) {
+    FlarePaths paths = flarePaths(keyframes, origin);
     samples_ = std::move(paths.samples);
     strips_ = std::move(paths.strips);
     buffer_.assign(std::move(paths.vertices));

@@ -8,7 +8,7 @@
 #include "vertexbuffer.h"
 
 // One strip per flare id through its positions at the samples that list it, in time order; where a sample lists an id
-// more than once, its last entry counts.
+// more than once, its last entry counts. Coordinates count from `origin` (world).
 struct FlarePaths {
     struct Strip {
         std::size_t first = 0; // index into vertices and samples
@@ -18,12 +18,12 @@ struct FlarePaths {
     std::vector<std::size_t> samples; // per vertex: the number of the sample that gave it, from 0
     std::vector<Strip> strips;
 };
-FlarePaths flarePaths(const QMap<double, keyframe>& keyframes);
+FlarePaths flarePaths(const QMap<double, keyframe>& keyframes, const Vertex& origin = {});
 
 // The strips of one engagement: built once, drawn up to any time. Drawing needs a current GL context.
 class FlareTrails {
 public:
-    explicit FlareTrails(const QMap<double, keyframe>& keyframes);
+    FlareTrails(const QMap<double, keyframe>& keyframes, const Vertex& origin);
 
     // Draws the strips through the first `sampleCount` samples.
     void draw(std::size_t sampleCount);

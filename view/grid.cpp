@@ -28,9 +28,9 @@ std::vector<Vertex> gridSegments() {
     return segments;
 }
 
-void Grid::draw() {
+void Grid::draw(float width) {
     const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT | GL_HINT_BIT);
-    glLineWidth(2.0F);
+    glLineWidth(width);
     grid_mat.apply();
     glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
     buffer_.draw(GL_LINES, buffer_.vertices().size());

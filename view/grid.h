@@ -10,8 +10,8 @@ std::vector<Vertex> gridSegments();
 class Grid {
 public:
     Grid() { buffer_.assign(gridSegments()); }
-    // Needs a current GL context.
-    void draw();
+    // With lines of `width` pixels of the viewport. Needs a current GL context.
+    void draw(float width);
 
 private:
     VertexBuffer buffer_;

@@ -11,7 +11,8 @@ namespace {
 constexpr double kDropLineInterval = 0.5; // seconds
 } // namespace
 
-HistoryPath historyPath(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines) {
+HistoryPath
+historyPath(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines, const Vertex& origin) {
     HistoryPath path;
     const auto count = static_cast<std::size_t>(keyframes.size());
     path.vertices.reserve(count);
@@ -19,11 +20,11 @@ HistoryPath historyPath(const QMap<double, keyframe>& keyframes, PathOf body, bo
     double previousPhase = 0.0;
     for (auto sample = keyframes.cbegin(); sample != keyframes.cend(); ++sample) {
         const auto& position = body == PathOf::Target ? sample->targetPos : sample->threatPos;
-        const Vertex vertex = {position[0], position[1], position[2]};
+        const Vertex vertex = vertexFrom(origin, position);
         path.vertices.push_back(vertex);
         const double phase = std::fmod(sample.key(), kDropLineInterval);
         if (withDropLines && number > 0 && previousPhase > phase) {
-            path.vertices.push_back({position[0], position[1], 0.0F});
+            path.vertices.push_back(vertexFrom(origin, {position[0], position[1], 0.0F}));
             path.vertices.push_back(vertex);
             path.dropLines.push_back(number);
         }
@@ -33,8 +34,9 @@ HistoryPath historyPath(const QMap<double, keyframe>& keyframes, PathOf body, bo
     return path;
 }
 
-HistoryLine::HistoryLine(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines) {
-    HistoryPath path = historyPath(keyframes, body, withDropLines);
+HistoryLine::HistoryLine(
+    const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines, const Vertex& origin) {
+    HistoryPath path = historyPath(keyframes, body, withDropLines, origin);
     dropLines_ = std::move(path.dropLines);
     buffer_.assign(std::move(path.vertices));
 }

@@ -10,17 +10,19 @@
 enum class PathOf { Target, Threat };
 
 // The vertices of one line strip through a body's position at every sample in time order. With drop lines the strip
-// goes down to z = 0 and back up at each sample that lies in a later half second than the one before it.
+// goes down to z = 0 and back up at each sample that lies in a later half second than the one before it. Coordinates
+// count from `origin` (world).
 struct HistoryPath {
     std::vector<Vertex> vertices;       // one per sample, and two more per drop line
     std::vector<std::size_t> dropLines; // the numbers of the samples that have one, from 0, ascending
 };
-HistoryPath historyPath(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines);
+HistoryPath
+historyPath(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines, const Vertex& origin = {});
 
 // The strip of one body of one engagement: built once, drawn up to any time. Drawing needs a current GL context.
 class HistoryLine {
 public:
-    HistoryLine(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines);
+    HistoryLine(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines, const Vertex& origin);
 
     // Draws the strip through the samples of which there are `sampleCount`, from the first one.
     void draw(std::size_t sampleCount);

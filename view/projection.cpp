@@ -3,7 +3,7 @@
 
 #include "glapi.h"
 
-void applyProjection(double fieldOfViewDegrees, int width, int height) {
+void applyProjection(double fieldOfViewDegrees, int width, int height, double pixelRatio) {
     constexpr double kNear = 0.1;
     constexpr double kFar = 100000.0;
     glMatrixMode(GL_PROJECTION);
@@ -11,5 +11,5 @@ void applyProjection(double fieldOfViewDegrees, int width, int height) {
     gluPerspective(fieldOfViewDegrees, static_cast<double>(width) / height, kNear, kFar);
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
-    glViewport(0, 0, width, height);
+    glViewport(0, 0, static_cast<int>(width * pixelRatio), static_cast<int>(height * pixelRatio));
 }

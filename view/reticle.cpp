@@ -43,7 +43,6 @@ Reticle reticleFor(const Vector<float>& eye, const Vector<float>& centre, float 
 }
 
 void drawReticle(const Reticle& reticle) {
-    const PushedMatrix matrix;
     const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
     ret_front_mat.apply();
     glBegin(GL_LINE_LOOP);

@@ -5,7 +5,7 @@
 
 #include "vector.h"
 
-// Circle and cross in world coordinates.
+// Circle and cross, in the coordinates of the eye and the centre that they are made from.
 struct Reticle {
     static constexpr int kSegments = 100;
     std::array<Vector<float>, kSegments> circle;
@@ -18,5 +18,5 @@ struct Reticle {
 // away.
 Reticle reticleFor(const Vector<float>& eye, const Vector<float>& centre, float fieldOfViewDegrees);
 
-// Needs a current GL context.
+// With the model-view matrix of the coordinates that the reticle was made in. Needs a current GL context.
 void drawReticle(const Reticle& reticle);

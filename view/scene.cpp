@@ -1,6 +1,9 @@
 // The drawing of a frame, as a function of engagements, camera and options.
 #include "scene.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "bodies.h"
 #include "flares.h"
 #include "glapi.h"
@@ -10,24 +13,40 @@
 #include "reticle.h"
 
 namespace {
-void drawHistory(HistoryLine& line, std::size_t sampleCount, const LineMaterial& material) {
+constexpr float kWideLine = 2.0F; // pixels of the view
+
+// One bit for each pixel along a path, the lowest one first, over and over.
+constexpr GLushort kTargetPattern = 0xFFFF; // unbroken
+constexpr GLushort kThreatPattern = 0x0FFF; // dashes
+constexpr GLushort kFlarePattern = 0x3333;  // dots
+
+void setPattern(GLushort pattern, const SceneOptions& options) {
+    if (!options.lineStyles)
+        return;
+    glEnable(GL_LINE_STIPPLE);
+    glLineStipple(std::max(static_cast<int>(std::lround(options.pixelRatio)), 1), pattern);
+}
+
+float wideLine(const SceneOptions& options) {
+    return kWideLine * static_cast<float>(options.pixelRatio);
+}
+
+void drawHistory(
+    HistoryLine& line, std::size_t sampleCount, const LineMaterial& material, GLushort pattern,
+    const SceneOptions& options) {
     const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
-    glLineWidth(2.0F);
+    glLineWidth(wideLine(options));
+    setPattern(pattern, options);
     material.apply();
     line.draw(sampleCount);
 }
 
-void drawTrails(FlareTrails& trails, std::size_t sampleCount) {
+void drawTrails(FlareTrails& trails, std::size_t sampleCount, const SceneOptions& options) {
     const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
+    setPattern(kFlarePattern, options);
     flare_front_mat.apply();
     glNormal3f(0.0F, 0.0F, -1.0F);
     trails.draw(sampleCount);
-}
-
-Matrix<float> currentModelView() {
-    Matrix<float> modelView;
-    glGetFloatv(GL_MODELVIEW_MATRIX, modelView.data());
-    return modelView;
 }
 
 const LineMaterial& threatMaterial(const etxyz& engagement) {
@@ -71,24 +90,22 @@ void clearFrame() {
 }
 
 void Scene::draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options) {
-    glLoadIdentity();
-    const Vector<float>& eye = camera.eye();
-    const Vector<float>& centre = camera.centre();
-    gluLookAt(
-        eye.ElementAt(0), eye.ElementAt(1), eye.ElementAt(2), centre.ElementAt(0), centre.ElementAt(1),
-        centre.ElementAt(2), 0.0, 0.0, -1.0);
+    const LookAt lookAt(camera);
+    lookAt.loadWorld();
+    glLineWidth(static_cast<float>(options.pixelRatio));
+    glPointSize(static_cast<float>(options.pixelRatio));
     glEnable(GL_LIGHTING);
     glEnable(GL_LIGHT0);
     for (const SceneEngagement& shown : engagements)
         if (!shown.isHidden)
-            drawEngagement(*shown.engagement, camera, options);
+            drawEngagement(*shown.engagement, camera, lookAt, options);
     if (options.showGrid)
-        grid_.draw();
+        grid_.draw(wideLine(options));
     glDisable(GL_LIGHT0);
     glDisable(GL_LIGHTING);
 }
 
-void Scene::drawEngagement(etxyz& engagement, const Camera& camera, const SceneOptions& options) {
+void Scene::drawEngagement(etxyz& engagement, const Camera& camera, const LookAt& lookAt, const SceneOptions& options) {
     // Before anything that is built from the samples: it may add one.
     if (options.showTerrain && engagement.areHardbodiesInitialized())
         drawTerrain(engagement);
@@ -98,29 +115,37 @@ void Scene::drawEngagement(etxyz& engagement, const Camera& camera, const SceneO
     const PushedMatrix matrix;
     const keyframe frame = engagement.InterpolatedFrame(options.time);
     const Vector<float> sunInEye =
-        engagement.atm == nullptr ? Vector<float>() : sunDirectionInEye(*engagement.atm, currentModelView().data());
+        engagement.atm == nullptr ? Vector<float>() : sunDirectionInEye(*engagement.atm, lookAt.rotation().data());
     const bool hasBodies = engagement.areHardbodiesInitialized();
     if (hasBodies && engagement.target != nullptr)
-        drawBody(*engagement.target, {frame.targetPos, frame.targetAtt}, camera.eye(), sunInEye, options.time);
+        drawBody(*engagement.target, {frame.targetPos, frame.targetAtt}, lookAt, sunInEye, options.time);
 
     EngagementLines& lines = linesOf(engagement);
     const std::size_t sampleCount = engagement.sampleCountAt(options.time);
 
+    lookAt.load(lines.origin());
     if (options.showHistoryLines)
-        drawHistory(lines.history(PathOf::Target, options.showDropLines), sampleCount, cyl_front_mat);
-    drawFlares(frame.flares, camera.eye());
+        drawHistory(
+            lines.history(PathOf::Target, options.showDropLines), sampleCount, cyl_front_mat, kTargetPattern, options);
+    drawFlares(frame.flares, lookAt, options.pixelRatio);
     if (options.showHistoryLines)
-        drawTrails(lines.trails(), sampleCount);
+        drawTrails(lines.trails(), sampleCount, options);
 
     if (camera.mode() == ViewGyro) {
         // The eye sits in the threat's seeker: no threat and no threat path, but what the seeker frames.
-        drawReticle(reticleFor(camera.eye(), camera.centre(), engagement.fieldOfView));
+        glLoadMatrixf(lookAt.rotation().data());
+        const Vector<float> eye(0.0F, 0.0F, 0.0F, 1.0F);
+        drawReticle(reticleFor(eye, eye + camera.look(), engagement.fieldOfView));
         return;
     }
     if (hasBodies && engagement.threat != nullptr)
-        drawBody(*engagement.threat, {frame.threatPos, frame.threatAtt}, camera.eye(), sunInEye, options.time);
-    if (options.showHistoryLines)
-        drawHistory(lines.history(PathOf::Threat, options.showDropLines), sampleCount, threatMaterial(engagement));
+        drawBody(*engagement.threat, {frame.threatPos, frame.threatAtt}, lookAt, sunInEye, options.time);
+    if (options.showHistoryLines) {
+        lookAt.load(lines.origin());
+        drawHistory(
+            lines.history(PathOf::Threat, options.showDropLines), sampleCount, threatMaterial(engagement),
+            kThreatPattern, options);
+    }
 }
 
 EngagementLines& Scene::linesOf(const etxyz& engagement) {

@@ -8,6 +8,7 @@
 #include "engagementlines.h"
 #include "etxyz.h"
 #include "grid.h"
+#include "lookat.h"
 
 // What to draw and when.
 struct SceneOptions {
@@ -16,6 +17,11 @@ struct SceneOptions {
     bool showDropLines = true;
     bool showGrid = true;
     double time = 0.0; // seconds
+    // Paths differ in their line patterns, not only in their colours.
+    bool lineStyles = false;
+    // How many pixels of the framebuffer a pixel of the view has to a side: widths of lines and sizes of flares go by
+    // the view's.
+    double pixelRatio = 1.0;
 
     bool operator==(const SceneOptions&) const = default;
 };
@@ -49,7 +55,7 @@ public:
     void forget(const etxyz& engagement) { lines_.erase(&engagement); }
 
 private:
-    void drawEngagement(etxyz& engagement, const Camera& camera, const SceneOptions& options);
+    void drawEngagement(etxyz& engagement, const Camera& camera, const LookAt& lookAt, const SceneOptions& options);
     EngagementLines& linesOf(const etxyz& engagement);
 
     std::map<const etxyz*, EngagementLines> lines_;

@@ -31,8 +31,8 @@ QImage OffscreenScene::draw(
     double fieldOfViewDegrees) {
     QOpenGLFramebufferObject& target = *context_->target;
     target.bind();
-    setUpScene();
     applyProjection(fieldOfViewDegrees, target.width(), target.height());
+    setUpScene(); // places the light by the model-view matrix
     clearFrame();
     scene_->draw(engagements, camera, options);
     return target.toImage().convertToFormat(QImage::Format_RGB32);

@@ -1,6 +1,7 @@
 // The view as a widget: start, events, time, size. Real events go to a real window.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include <QMenu>
@@ -11,6 +12,7 @@
 #include "aircraftwidget.h"
 #include "etxyz.h"
 #include "framegrab.h"
+#include "scenepicture.h"
 
 namespace {
 double eye(const AircraftWidget& view, int i) {
@@ -189,6 +191,60 @@ TEST_F(AircraftWidgetTest, GrabbedFramesAreOpaqueAtTheWidgetsSize) {
     EXPECT_EQ(frame.size(), QSize(400, 300));
     EXPECT_EQ(frame.format(), QImage::Format_RGB32);
     EXPECT_EQ(qAlpha(frame.pixel(0, 0)), 255);
+}
+
+// Run at other scale factors too, where the framebuffer has more pixels than the widget.
+TEST_F(AircraftWidgetTest, GrabbedFramesShowTheSceneWhateverTheScaleFactor) {
+    flareKeyframe flare;
+    std::fill_n(flare.intensity, 3, 8.0F);
+    flare.pos[0] = 1050.0F;
+    flare.pos[1] = 20.0F;
+    flare.pos[2] = -505.0F;
+    flare.scalar = 2.0e7F;
+    for (keyframe& sample : engagement.keyframes)
+        sample.flares = {flare};
+    select(ViewThreat);
+    wheel(-3600); // off, to where path and flare are seen
+    view.setKeyframe(1.0);
+    OffscreenScene scene(400, 300);
+    const QImage expected = scene.draw({{&engagement, false}}, view.camera(), {.time = 1.0});
+    const QImage grabbed = grabFrame(view);
+    // Coarse enough for lines to lie half a pixel aside.
+    const auto coarse = [](const QImage& picture) {
+        return picture.scaled(40, 30, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    };
+    int largest = 0;
+    int brightest = 0;
+    for (int y = 0; y < 30; ++y)
+        for (int x = 0; x < 40; ++x) {
+            const QRgb a = coarse(expected).pixel(x, y);
+            const QRgb b = coarse(grabbed).pixel(x, y);
+            largest = std::max({largest, std::abs(qRed(a) - qRed(b)), std::abs(qBlue(a) - qBlue(b))});
+            brightest = std::max(brightest, qBlue(a));
+        }
+    EXPECT_LT(largest, 24);
+    EXPECT_GT(brightest, 100) << "the flare";
+    if (largest >= 24 || brightest <= 100) {
+        expected.save("scale_factor_expected.png");
+        grabbed.save("scale_factor_grabbed.png");
+    }
+}
+
+TEST_F(AircraftWidgetTest, LineStylesAreOffUntilTheyAreSetAndGoIntoTheFrame) {
+    for (keyframe& sample : engagement.keyframes) {
+        flareKeyframe flare;
+        std::copy_n(sample.targetPos, 3, flare.pos);
+        flare.pos[2] -= 20.0F;
+        sample.flares = {flare};
+    }
+    select(ViewTarget);
+    view.setKeyframe(1.0);
+    wheel(-3600);
+    EXPECT_FALSE(view.lineStyles());
+    const QImage plain = grabFrame(view);
+    view.setLineStyles(true);
+    EXPECT_TRUE(view.lineStyles());
+    EXPECT_FALSE(grabFrame(view) == plain) << "the flare's trail is dotted";
 }
 
 TEST_F(AircraftWidgetTest, SurvivesTheSmallestSizes) {

@@ -197,6 +197,27 @@ TEST_F(SceneTest, FlareTrailsShowWhereFlaresHaveBeen) {
     EXPECT_EQ(countPixels(draw(), isTrail), 0);
 }
 
+TEST_F(SceneTest, LineStylesTellThePathsApartWithoutTheirColours) {
+    flareKeyframe flare;
+    for (keyframe& sample : engagement.keyframes) {
+        flare.pos[1] = static_cast<float>(100.0 * (sample.time - 1.0));
+        flare.pos[2] = -75.0F;
+        sample.flares = {flare};
+    }
+    options.showDropLines = false;
+    const auto redPixels = [](const QImage& picture) {
+        return countPixels(picture, [](int r, int g, int b) { return r > 90 && r > 2 * g && r > 2 * b; });
+    };
+    const QImage plain = draw();
+    options.lineStyles = true;
+    const QImage styled = draw();
+    EXPECT_EQ(greenPixels(styled), greenPixels(plain));
+    EXPECT_NEAR(yellowPixels(styled), yellowPixels(plain) * 3 / 4, 10);
+    EXPECT_NEAR(redPixels(styled), redPixels(plain) / 2, 5);
+    options.lineStyles = false;
+    EXPECT_EQ(draw(), plain) << "nothing stays on";
+}
+
 TEST_F(SceneTest, AnEngagementWithoutSamplesDrawsNothing) {
     engagement.keyframes.clear();
     EXPECT_EQ(litPixels(draw()), 0);
