@@ -49,7 +49,8 @@ std::vector<Finding> FindingList::take() {
                 {file_, kind.firstDropped, kind.severity,
                  std::string("and ") + std::to_string(kind.count - kKeptOfAKind) + " more " + std::string(kind.name) +
                      " (--all prints them)"});
-    std::ranges::stable_sort(findings_, {}, &Finding::place);
+    std::ranges::stable_sort(
+        findings_, {}, [](const Finding& finding) { return std::pair(finding.place.line, finding.place.column); });
     kinds_.clear();
     return std::exchange(findings_, {});
 }
