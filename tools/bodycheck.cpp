@@ -38,7 +38,7 @@ std::optional<int> facetsOfRadiance(const std::string& path) {
 std::string plainReflectance(int facets) {
     std::string text = "BRDF\n1\n0 1 0 1 2 -\n";
     if (facets > 0)
-        text += "1 " + std::to_string(facets) + " 1 -\n";
+        text += std::string("1 ") + std::to_string(facets) + " 1 -\n";
     return text;
 }
 
@@ -102,7 +102,8 @@ std::optional<int> checkGeometry(const std::string& path, FindingList& findings)
         if (!isFinite(arrays.vertices_[corner]) || !isFinite(arrays.normals_[corner])) {
             findings.error(
                 {}, kValues,
-                "facet " + std::to_string(corner / 3 + 1) + " has a vertex or a normal that is not finite");
+                std::string("facet ") + std::to_string(corner / 3 + 1) +
+                    " has a vertex or a normal that is not finite");
             break;
         }
     if (tried > kMostFacets)

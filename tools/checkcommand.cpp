@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,23 +12,17 @@
 #include <nlohmann/json.hpp>
 
 #include "checkrun.h"
+#include "filesearch.h"
 #include "progressbar.h"
 #include "qvideoencoder.h"
 
 namespace {
-constexpr const char* kStandardInput = "-";
-
 struct CheckOptions {
     std::vector<std::string> paths;
     std::string movieSize;
     bool printsAll = false;
     bool isStrict = false;
     bool isJson = false;
-};
-
-struct CheckedFile {
-    std::string path;
-    FileKind kind = FileKind::Unknown;
 };
 
 // Prints findings as they come, or keeps them for a record at the end.
@@ -71,44 +64,6 @@ private:
     nlohmann::ordered_json records_ = nlohmann::ordered_json::array();
 };
 
-// The files below a directory in the order of their names. Those that the viewer doesn't read are left out.
-bool addDirectory(const std::string& directory, std::vector<CheckedFile>& files) {
-    std::error_code fault;
-    std::vector<std::string> paths;
-    std::filesystem::recursive_directory_iterator at(directory, fault);
-    for (; !fault && at != std::filesystem::recursive_directory_iterator(); at.increment(fault)) {
-        std::error_code ignored;
-        if (at->is_regular_file(ignored))
-            paths.push_back(at->path().string());
-    }
-    std::ranges::sort(paths);
-    for (std::string& path : paths)
-        if (const FileKind kind = fileKindOf(path); kind != FileKind::Unknown)
-            files.push_back({std::move(path), kind});
-    return !fault;
-}
-
-// False, after messages, when there is a path that can't be checked; the others are added all the same.
-bool findFiles(const std::vector<std::string>& paths, std::vector<CheckedFile>& files, std::ostream& err) {
-    bool areThere = true;
-    for (const std::string& path : paths) {
-        std::error_code ignored;
-        bool isThere = true;
-        if (path == kStandardInput)
-            files.push_back({path, FileKind::Trajectory});
-        else if (std::filesystem::is_directory(path, ignored))
-            isThere = addDirectory(path, files);
-        else if (std::filesystem::is_regular_file(path, ignored))
-            files.push_back({path, fileKindOf(path)});
-        else
-            isThere = false;
-        if (!isThere)
-            err << "sorvane check: \"" << path << "\" can't be read" << std::endl;
-        areThere = areThere && isThere;
-    }
-    return areThere;
-}
-
 std::optional<unsigned> sideOf(std::string_view text) {
     unsigned side = 0;
     const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), side);
@@ -145,14 +100,13 @@ void checkMovieSize(const std::string& text, Report& report) {
     FindingList findings("--for-movie " + text, false);
     findings.error(
         {}, "sizes",
-        "a movie's width and height are multiples of " + std::to_string(kStep) + ", such as " + nearest(size.width) +
-            "x" + nearest(size.height));
+        std::string("a movie's width and height are multiples of ") + std::to_string(kStep) + ", such as " +
+            nearest(size.width) + "x" + nearest(size.height));
     report.add(findings.take());
 }
 
 ExitStatus check(const CheckOptions& options, Streams& streams) {
-    std::vector<CheckedFile> files;
-    const bool areThere = findFiles(options.paths, files, streams.err);
+    const auto [files, isComplete] = findFiles(options.paths, "sorvane check", streams.err);
     Report report(options, streams);
     if (!options.movieSize.empty())
         checkMovieSize(options.movieSize, report);
@@ -161,16 +115,17 @@ ExitStatus check(const CheckOptions& options, Streams& streams) {
         progress.clear();
         report.add(findings);
     });
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        progress.show(static_cast<std::int64_t>(i));
-        if (files[i].path == kStandardInput)
+    std::int64_t done = 0;
+    for (const auto& [path, kind] : files) {
+        progress.show(done++);
+        if (path == "-")
             run.checkStandardInput();
         else
-            run.checkFile(files[i].path, files[i].kind);
+            run.checkFile(path, kind);
     }
     progress.clear();
     report.finish();
-    if (!areThere)
+    if (!isComplete)
         return ExitStatus::Failed;
     return report.hasProblems() ? ExitStatus::ProblemsFound : ExitStatus::Success;
 }

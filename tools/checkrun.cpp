@@ -203,6 +203,6 @@ void CheckRun::compareFacets(const std::string& path, const std::string& geometr
         return;
     findings.error(
         {}, kFacets,
-        "the file is of " + std::to_string(ours->second) + " facets, but the geometry \"" + geometry + "\" is of " +
-            std::to_string(theirs->second));
+        std::string("the file is of ") + std::to_string(ours->second) + " facets, but the geometry \"" + geometry +
+            "\" is of " + std::to_string(theirs->second));
 }

@@ -47,9 +47,10 @@ std::vector<Finding> FindingList::take() {
         if (!keepsAll_ && kind.count > kKeptOfAKind)
             findings_.push_back(
                 {file_, kind.firstDropped, kind.severity,
-                 "and " + std::to_string(kind.count - kKeptOfAKind) + " more " + std::string(kind.name) +
+                 std::string("and ") + std::to_string(kind.count - kKeptOfAKind) + " more " + std::string(kind.name) +
                      " (--all prints them)"});
-    std::ranges::stable_sort(findings_, {}, &Finding::place);
+    std::ranges::stable_sort(
+        findings_, {}, [](const Finding& finding) { return std::pair(finding.place.line, finding.place.column); });
     kinds_.clear();
     return std::exchange(findings_, {});
 }

@@ -14,7 +14,7 @@ struct FindingPlace {
     std::int64_t line = 1;
     std::int64_t column = 1;
 
-    auto operator<=>(const FindingPlace&) const = default;
+    bool operator==(const FindingPlace&) const = default;
 };
 
 struct Finding {

@@ -113,18 +113,20 @@ std::string sizeText(const Layout& layout) {
 bool checkHeader(const Layout& layout, Content content, FindingList& findings) {
     const bool hasSize = layout.columns > 0 && layout.rows > 0;
     if (!hasSize)
-        findings.error({}, kHeader, "the header says " + sizeText(layout) + " samples");
+        findings.error({}, kHeader, std::string("the header says ") + sizeText(layout) + " samples");
     const bool needsPacking = content != Content::Normals;
     if (layout.sampleSize == 0 && needsPacking)
         findings.error(
-            {}, kHeader, "the packing " + std::to_string(layout.packing) + " is none of 0, 1 and 2: no sample is read");
+            {}, kHeader,
+            std::string("the packing ") + std::to_string(layout.packing) + " is none of 0, 1 and 2: no sample is read");
     if (content == Content::Topography && (layout.scale == 0.0F || !std::isfinite(layout.scale)))
-        findings.warning({}, kHeader, "the samples are scaled by " + std::to_string(layout.scale));
+        findings.warning({}, kHeader, std::string("the samples are scaled by ") + std::to_string(layout.scale));
     const std::string dimensions = std::to_string(layout.columns) + "x" + std::to_string(layout.rows);
     if (layout.dimensions.find('x') != std::string::npos && layout.dimensions != dimensions)
         findings.warning(
             {}, kHeader,
-            "the header says " + sizeText(layout) + " samples, and in letters \"" + layout.dimensions + "\"");
+            std::string("the header says ") + sizeText(layout) + " samples, and in letters \"" + layout.dimensions +
+                "\"");
     return hasSize && (layout.sampleSize > 0 || !needsPacking);
 }
 
@@ -132,7 +134,8 @@ void checkLength(std::int64_t available, const Layout& layout, Content content, 
     const std::optional<NeededBytes> needed = neededBytes(layout, content);
     if (!needed)
         return;
-    const std::string what = "the " + sizeText(layout) + " samples need " + std::to_string(needed->least) + " bytes, ";
+    const std::string what =
+        std::string("the ") + sizeText(layout) + " samples need " + std::to_string(needed->least) + " bytes, ";
     if (available < needed->least)
         findings.error({}, kSamples, what + "and there are " + std::to_string(available) + ": the others read as 0");
     else if (available > needed->most)

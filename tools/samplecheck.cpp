@@ -24,7 +24,7 @@ std::string exactly(double number) {
 }
 
 std::string lineText(std::int64_t line) {
-    return "line " + std::to_string(line);
+    return std::string("line ") + std::to_string(line);
 }
 } // namespace
 
@@ -55,8 +55,8 @@ void SampleCheck::reportRepeatedTimes(FindingList& findings) {
         if (samples_[i].time < samples_[i - 1].time)
             findings.warning(
                 {samples_[i].line}, kTimes,
-                "the time " + exactly(samples_[i].time) + " goes back behind the " + exactly(samples_[i - 1].time) +
-                    " of " + lineText(samples_[i - 1].line));
+                std::string("the time ") + exactly(samples_[i].time) + " goes back behind the " +
+                    exactly(samples_[i - 1].time) + " of " + lineText(samples_[i - 1].line));
     std::ranges::stable_sort(samples_, {}, &Sample::time);
     std::vector<Sample> kept;
     for (const Sample& sample : samples_) {
@@ -66,7 +66,7 @@ void SampleCheck::reportRepeatedTimes(FindingList& findings) {
         }
         findings.error(
             {sample.line}, kTimes,
-            "the time " + exactly(sample.time) + " repeats that of " + lineText(kept.back().line) +
+            std::string("the time ") + exactly(sample.time) + " repeats that of " + lineText(kept.back().line) +
                 ", whose record is lost");
         kept.back() = sample;
     }
@@ -102,12 +102,12 @@ void SampleCheck::reportRange(FindingList& findings) const {
     if (samples_.front().time < 0.0)
         findings.warning(
             {samples_.front().line}, kTimes,
-            "the samples begin at " + exactly(samples_.front().time) + " s, and playback begins at 0 s");
+            std::string("the samples begin at ") + exactly(samples_.front().time) + " s, and playback begins at 0 s");
     if (samples_.back().time > kTimeBoxEnd) {
         const auto beyond = std::ranges::upper_bound(samples_, kTimeBoxEnd, {}, &Sample::time);
         findings.warning(
             {beyond->line}, kTimes,
-            "from here on the samples, which end at " + exactly(samples_.back().time) +
+            std::string("from here on the samples, which end at ") + exactly(samples_.back().time) +
                 " s, are beyond what playback reaches, " + exactly(kTimeBoxEnd) + " s");
     }
 }

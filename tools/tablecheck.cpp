@@ -88,7 +88,7 @@ void checkBand(const std::string& path, FindingList& findings) {
     if (!(lower > 0.0F && upper > lower && std::isfinite(upper)))
         findings.error(
             {2}, kLines,
-            "the edges of the band are " + std::to_string(lower) + " and " + std::to_string(upper) +
+            std::string("the edges of the band are ") + std::to_string(lower) + " and " + std::to_string(upper) +
                 ": they have to be above 0 and ascend");
 }
 
@@ -106,7 +106,8 @@ void checkClassToAster(const std::string& path, FindingList& findings) {
             findings.error(place, kLines, "the line holds no class number and name of a sample");
         else if (!classes.insert(cls).second)
             findings.warning(
-                place, kLines, "class " + std::to_string(cls) + " has a line already, and the first one counts");
+                place, kLines,
+                std::string("class ") + std::to_string(cls) + " has a line already, and the first one counts");
     });
 }
 
@@ -128,5 +129,6 @@ void checkSpectralSample(const std::string& path, FindingList& findings) {
             findings.warning(place, kLines, "the line holds no wavelength and reflectance");
     });
     if (points < 2)
-        findings.error({}, kLines, "the sample has " + std::to_string(points) + " points behind its 26 header lines");
+        findings.error(
+            {}, kLines, std::string("the sample has ") + std::to_string(points) + " points behind its 26 header lines");
 }

@@ -44,7 +44,7 @@ public:
 
     void check() {
         if (tile_.getWidth() < 1 || tile_.getHeight() < 1)
-            error(kTiles, "has " + sizeText({tile_.getWidth(), tile_.getHeight()}) + " posts");
+            error(kTiles, std::string("has ") + sizeText({tile_.getWidth(), tile_.getHeight()}) + " posts");
         if (!(tile_.getXsize() > 0.0F))
             error(kTiles, "has columns that don't run east: it is not drawn");
         checkRequired("topography", tile_.getTopoFilePath(), readTopographySize(tile_.getTopoFilePath()));
@@ -66,7 +66,7 @@ private:
         files_.push_back(path);
         if (!size || *size == tileSize)
             return true;
-        error(kTiles, "has " + sizeText(tileSize) + " posts, but \"" + path + "\" has " + sizeText(*size));
+        error(kTiles, std::string("has ") + sizeText(tileSize) + " posts, but \"" + path + "\" has " + sizeText(*size));
         return false;
     }
 
@@ -174,7 +174,7 @@ private:
             else
                 findings_.error(
                     {}, kMissing,
-                    "the spectral sample \"" + path.string() + "\" of class " + std::to_string(line.cls) +
+                    std::string("the spectral sample \"") + path.string() + "\" of class " + std::to_string(line.cls) +
                         " does not exist: no tile with classes is drawn");
         }
     }
@@ -215,7 +215,7 @@ checkTiles(const std::function<bool(Terrain&)>& load, const std::vector<std::int
     std::vector<std::string> files = SharedCheck(terrain.tile(0), findings).check();
     for (std::size_t i = 0; i < terrain.tileCount(); ++i) {
         const FindingPlace place{i < lines.size() ? lines[i] : 1};
-        TileCheck tile(terrain.tile(i), place, "tile " + std::to_string(i + 1), findings);
+        TileCheck tile(terrain.tile(i), place, std::string("tile ") + std::to_string(i + 1), findings);
         tile.check();
         std::ranges::copy(tile.takeFiles(), std::back_inserter(files));
     }

@@ -75,7 +75,7 @@ void TrajectoryCheck::reportWords(const LineFaults& faults, const char* replacem
     for (const MalformedWord& word : faults.malformed)
         findings_.error(
             {faults.line, word.column}, kNumbers,
-            "\"" + word.word.toStdString() + "\" is not " +
+            std::string("\"") + word.word.toStdString() + "\" is not " +
                 (word.kind == NumberKind::Integer ? "an integer of 32 bits" : "a finite number") + " and reads as " +
                 replacement);
     if (faults.missingWords > 0)
@@ -94,8 +94,8 @@ void TrajectoryCheck::header(const WatchedHeader& told) {
         const std::int64_t last = std::max<std::int64_t>(told.lines.back(), 1);
         findings_.error(
             {last}, kRecords,
-            "the header ends after " + std::to_string(told.linesRead) + " of its " + std::to_string(headerLineCount) +
-                " lines");
+            std::string("the header ends after ") + std::to_string(told.linesRead) + " of its " +
+                std::to_string(headerLineCount) + " lines");
     }
     for (const LineFaults& faults : told.faults)
         if (faults.lineInRecord < told.linesRead)
@@ -157,7 +157,7 @@ bool TrajectoryCheck::isMisread(const WatchedRecord& told) {
     for (const LineFaults& faults : told.faults)
         if (faults.lineInRecord >= kFirstFlareLine && faults.words == kHeadWords) {
             reportMisread(
-                faults.line, "this looks like the first line of a record but is read as flare " +
+                faults.line, std::string("this looks like the first line of a record but is read as flare ") +
                                  std::to_string(faults.lineInRecord - kFirstFlareLine + 1) + " of " +
                                  std::to_string(told.sample.flareCount) + ": the flare count in line " +
                                  std::to_string(told.line) + " may be too high");
@@ -180,8 +180,8 @@ void TrajectoryCheck::record(const WatchedRecord& told) {
         findings_.error(
             {told.line}, kRecords,
             "the data end within the record that begins here: what is missing of it reads as 0" +
-                (told.sample.flareCount > 0 ? ", and there are " + std::to_string(told.flares.size()) + " of its " +
-                                                  countText(told.sample.flareCount, "flare")
+                (told.sample.flareCount > 0 ? std::string(", and there are ") + std::to_string(told.flares.size()) +
+                                                  " of its " + countText(told.sample.flareCount, "flare")
                                             : std::string()));
     wasOutOfStep_ = wasOutOfStep_ || isOutOfStep_;
     if (isOutOfStep_)
@@ -191,7 +191,7 @@ void TrajectoryCheck::record(const WatchedRecord& told) {
     if (told.sample.flareCount < 0)
         findings_.error(
             {told.line}, "wrong flare counts",
-            "the flare count is " + std::to_string(told.sample.flareCount) + " and counts as 0");
+            std::string("the flare count is ") + std::to_string(told.sample.flareCount) + " and counts as 0");
     samples_.add(told.sample, told.line);
 }
 
@@ -199,14 +199,14 @@ void TrajectoryCheck::blankLine(std::int64_t line, std::int64_t linesAfter) {
     if (linesAfter > 0)
         findings_.error(
             {line}, kRecords,
-            "a blank line ends the data here: " + countText(linesAfter, "line") +
+            std::string("a blank line ends the data here: ") + countText(linesAfter, "line") +
                 (linesAfter == 1 ? " that follows is" : " that follow are") + " not read");
 }
 
 void TrajectoryCheck::cutLine(std::int64_t line) {
     findings_.error(
         {line}, "overlong lines",
-        "the line is too long: only its first " + std::to_string(kMaximumLineBytes) + " bytes are read");
+        std::string("the line is too long: only its first ") + std::to_string(kMaximumLineBytes) + " bytes are read");
 }
 
 void TrajectoryCheck::finish() {

@@ -177,7 +177,7 @@ TEST_F(CheckFiles, FollowsATrajectoryToItsModelsOnce) {
     directory_.write("body.brdf", "BRDF\n1\n0.5 0.5 0 1 2 c\n1 2 1 f\n");
     directory_.write("sky.rad", radiance(2));
     directory_.write("sky.atm", "1 2\n");
-    const std::string trajectory = "t\nt\n" + directory_.file("sky.rad") + "\n1 2 3\n1 2 3\n" +
+    const std::string trajectory = std::string("t\nt\n") + directory_.file("sky.rad") + "\n1 2 3\n1 2 3\n" +
                                    directory_.file("body.vnl") + "\n" + directory_.file("body.brdf") +
                                    "\n\nred\n1\nid\n2\n0 0 1 2 3 4 5 6\n1 2 3 4 5 6\n0 0 1 2 3\n";
     directory_.write("runs/ETXYZ.OUT.1", trajectory);
@@ -226,7 +226,7 @@ TEST_F(CheckFiles, GoesOnAfterAPathThatIsNotThere) {
     const std::string bad = directory_.write("a.atm", "");
     const CommandRun run = runCommand({"check", good, directory_.file("none"), bad});
     EXPECT_EQ(run.status, ExitStatus::Failed);
-    EXPECT_EQ(run.err, "sorvane check: \"" + directory_.file("none") + "\" can't be read\n");
+    EXPECT_EQ(run.err, std::string("sorvane check: \"") + directory_.file("none") + "\" can't be read\n");
     EXPECT_EQ(run.out, bad + ":1:1: error: Unexpected EOF found when reading line 1.\n");
 }
 

@@ -136,15 +136,18 @@ TEST_F(CheckTrajectory, TellsOfManyAlikeHowManyMore) {
 
 TEST_F(CheckTrajectory, TellsOfMissingFilesAndWhatTakesTheirPlace) {
     directory_.write("t.top", "x");
-    findings("# c\n" + directory_.file("t.top") + kHeader.substr(5) + record("0"));
+    findings(std::string("# c\n") + directory_.file("t.top") + kHeader.substr(5) + record("0"));
     EXPECT_THAT(
         lastRun_.out, HasSubstr("3:1: warning: the terrain's radiance file \"t.rad\" does not exist: the stock "
                                 "terrain takes its place\n"));
-    EXPECT_THAT(lastRun_.out, HasSubstr("2:1: error: the stock terrain's file \"" + directory_.file("none/ter0010/")));
+    EXPECT_THAT(
+        lastRun_.out,
+        HasSubstr(std::string("2:1: error: the stock terrain's file \"") + directory_.file("none/ter0010/")));
     EXPECT_THAT(
         lastRun_.out, HasSubstr("4:1: warning: the atmosphere file \"s.atm\" does not exist: the stock target "
                                 "takes its place\n"));
-    EXPECT_THAT(lastRun_.out, HasSubstr("12:1: error: the threat's file \"" + directory_.file("none/tgt0450/")));
+    EXPECT_THAT(
+        lastRun_.out, HasSubstr(std::string("12:1: error: the threat's file \"") + directory_.file("none/tgt0450/")));
     EXPECT_EQ(lastRun_.status, ExitStatus::ProblemsFound);
 }
 

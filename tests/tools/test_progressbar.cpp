@@ -11,9 +11,10 @@ using testing::HasSubstr;
 
 TEST(ProgressBar, ShowsHowMuchIsDone) {
     EXPECT_EQ(
-        progressLine(5, 10, "files"), "[" + std::string(20, '#') + std::string(20, ' ') + "]  50 %, 5 of 10 files");
-    EXPECT_EQ(progressLine(0, 0, "files"), "[" + std::string(40, ' ') + "]   0 %, 0 of 0 files");
-    EXPECT_EQ(progressLine(7, 7, "frames"), "[" + std::string(40, '#') + "] 100 %, 7 of 7 frames");
+        progressLine(5, 10, "files"),
+        std::string("[") + std::string(20, '#') + std::string(20, ' ') + "]  50 %, 5 of 10 files");
+    EXPECT_EQ(progressLine(0, 0, "files"), std::string("[") + std::string(40, ' ') + "]   0 %, 0 of 0 files");
+    EXPECT_EQ(progressLine(7, 7, "frames"), std::string("[") + std::string(40, '#') + "] 100 %, 7 of 7 frames");
 }
 
 TEST(ProgressBar, AppearsOnATerminalWhenTheWorkIsLong) {
