@@ -16,8 +16,7 @@ void addFlares(const QMap<double, keyframe>& samples, std::vector<EngagementEven
 }
 } // namespace
 
-EngagementFacts factsOf(const etxyz& engagement) {
-    const QMap<double, keyframe>& samples = engagement.keyframes;
+EngagementFacts factsOf(const QMap<double, keyframe>& samples) {
     EngagementFacts facts;
     facts.closest = closestApproach(samples);
     facts.events.push_back({samples.firstKey(), QStringLiteral("First sample")});
@@ -27,4 +26,17 @@ EngagementFacts factsOf(const etxyz& engagement) {
     facts.events.push_back({samples.lastKey(), QStringLiteral("Last sample")});
     std::ranges::stable_sort(facts.events, {}, &EngagementEvent::time);
     return facts;
+}
+
+void FactsOfEngagements::add(const etxyz& engagement) {
+    entries_[&engagement] = {.samples = engagement.keyframes, .facts = {}};
+}
+
+const EngagementFacts& FactsOfEngagements::of(const etxyz& engagement) {
+    Entry& entry = entries_.at(&engagement);
+    if (!entry.facts) {
+        entry.facts = factsOf(entry.samples);
+        entry.samples.clear();
+    }
+    return *entry.facts;
 }

@@ -22,16 +22,22 @@ struct EngagementFacts {
 };
 
 // The first and the last sample, each flare's first appearance and the closest approach. Needs at least one sample.
-EngagementFacts factsOf(const etxyz& engagement);
+EngagementFacts factsOf(const QMap<double, keyframe>& samples);
 
-// The facts of the engagements in the window. They are worked out when an engagement is loaded, before the drawing of a
-// terrain may add an empty sample to it.
+// The facts of the engagements in the window, worked out when they are first asked for. They are those of the samples
+// that were loaded: until then the samples are shared with the engagement, to which the drawing of a terrain may add an
+// empty one.
 class FactsOfEngagements {
 public:
-    void add(const etxyz& engagement) { facts_[&engagement] = factsOf(engagement); }
-    void forget(const etxyz& engagement) { facts_.erase(&engagement); }
-    const EngagementFacts& of(const etxyz& engagement) const { return facts_.at(&engagement); }
+    void add(const etxyz& engagement);
+    void forget(const etxyz& engagement) { entries_.erase(&engagement); }
+    const EngagementFacts& of(const etxyz& engagement);
 
 private:
-    std::map<const etxyz*, EngagementFacts> facts_;
+    struct Entry {
+        QMap<double, keyframe> samples; // empty as soon as there are facts
+        std::optional<EngagementFacts> facts;
+    };
+
+    std::map<const etxyz*, Entry> entries_;
 };

@@ -59,7 +59,7 @@ void WindowFeatures::viewChosen(const QMenu* menu) {
     readout_->refresh();
 }
 
-ReadoutSubject WindowFeatures::readoutSubject() const {
+ReadoutSubject WindowFeatures::readoutSubject() {
     const etxyz* const engagement = current_.get();
     return {
         .time = parts_.form.doubleSpinBox->value(),

@@ -40,7 +40,7 @@ public:
 
 private:
     void run(KeyCommand command);
-    ReadoutSubject readoutSubject() const;
+    ReadoutSubject readoutSubject();
     void stepToSample(bool isForward);
     void stepToEvent(bool isForward);
     void goToClosestApproach();

@@ -43,6 +43,17 @@ TEST_F(ReadoutTest, ShowsTheEncounterAtTheTimeOfTheBox) {
     EXPECT_TRUE(text().contains("Engagement ETXYZ.OUT.pass")) << "of the engagement that was selected last";
 }
 
+TEST_F(ReadoutTest, TheEmptySampleThatTheTerrainAddsIsNoEncounter) {
+    QList<TestSample> samples = encounterSamples();
+    samples.removeFirst();
+    window.loadEtxyzFile(writeTrajectory(folder.filePath("ETXYZ.OUT.late"), samples));
+    showWindow();
+    action("actionShow_Terrain")->trigger();
+    view->grabFramebuffer();
+    toggle();
+    EXPECT_TRUE(text().contains("Closest approach 10.0 units at 5.000 s")) << text().toStdString();
+}
+
 TEST_F(ReadoutTest, WithoutEngagementsShowsTimeAndView) {
     toggle();
     EXPECT_EQ(text(), "Time 0.000 s View Threat Frames per second –");
