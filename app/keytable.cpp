@@ -57,6 +57,10 @@ constexpr KeyRow kRows[] = {
     {KeyCommand::ViewFree, {Qt::Key_4, kNone}, kCamera, "free view, likewise"},
 
     {KeyCommand::ToggleReadout, {Qt::Key_H, kNone}, kWindow, "read-out of the encounter, on or off"},
+    {KeyCommand::ToggleLineStyles,
+     {Qt::Key_S, kNone},
+     kWindow,
+     "paths told apart by line styles (target solid, threat dashed, flares dotted), on or off"},
     {KeyCommand::ToggleFullScreen, {Qt::Key_F11, kNone}, kWindow, "full screen, on or off"},
     {KeyCommand::Screenshot, {Qt::Key_F12, kNone}, kWindow, "save a picture of the view"},
     {KeyCommand::Reload, {Qt::Key_F5, kNone}, kWindow, "read all files again; time, camera and view stay"},

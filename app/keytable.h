@@ -31,6 +31,7 @@ enum class KeyCommand {
     ViewTarget,
     ViewFree,
     ToggleReadout,
+    ToggleLineStyles,
     ToggleFullScreen,
     Screenshot,
     Reload,

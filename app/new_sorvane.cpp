@@ -1,6 +1,8 @@
 // The main window: the form, the playback clock and the list of engagements.
 #include "new_sorvane.h"
 
+#include <cmath>
+
 #include <QDebug>
 #include <QFileDialog>
 #include <QMenu>
@@ -156,7 +158,10 @@ void new_sorvane::incrementTime() {
 // Box and slider set each other. The exchange ends by itself, since a value that does not change fires no signal.
 void new_sorvane::on_horizontalSlider_valueChanged(int value) {
     const double time = value * 0.001;
-    ui->doubleSpinBox->setValue(time);
+    // Setting the box to the value that it has would rewrite a number that is being typed.
+    constexpr double kHalfOfLastDecimal = 0.5e-4;
+    if (std::abs(ui->doubleSpinBox->value() - time) > kHalfOfLastDecimal)
+        ui->doubleSpinBox->setValue(time);
     ui->glWidget->setKeyframe(time);
     update();
 }

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QIcon>
 #include <QSurfaceFormat>
 
 #include "new_sorvane.h"
@@ -17,6 +18,8 @@ int runViewer(int argc, char** argv) {
     QApplication application(argc, argv);
     // The application has taken the user's locale; numbers in files keep their decimal point.
     std::setlocale(LC_NUMERIC, "C");
+    QGuiApplication::setDesktopFileName(QStringLiteral("localhost.sorvane.viewer"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("sorvane"))); // of the installed theme
     new_sorvane window;
     window.show();
     // For its drawing helpers only; GLUT never owns a window.

@@ -116,6 +116,8 @@ void WindowFeatures::run(KeyCommand command) {
         return chooseView(4);
     case KeyCommand::ToggleReadout:
         return readout_->toggle();
+    case KeyCommand::ToggleLineStyles:
+        return parts_.form.glWidget->setLineStyles(!parts_.form.glWidget->lineStyles());
     case KeyCommand::ToggleFullScreen:
         return parts_.window.setWindowState(parts_.window.windowState() ^ Qt::WindowFullScreen);
     case KeyCommand::Screenshot:

@@ -19,13 +19,8 @@ CommandLine::CommandLine()
     parser->set_version_flag("--version", "sorvane " SORVANE_VERSION);
     parser->require_subcommand(1);
     subCommands = {
-        addInfoCommand(*parser),
-        addCheckCommand(*parser),
-        addRenderCommand(*parser),
-        addExportCommand(*parser),
-        addCompareCommand(*parser),
-        addDemoCommand(*parser),
-        addManualCommand(*parser),
+        addInfoCommand(*parser),    addCheckCommand(*parser), addRenderCommand(*parser), addExportCommand(*parser),
+        addCompareCommand(*parser), addDemoCommand(*parser),  addManualCommand(*parser),
     };
     for (const SubCommand& command : subCommands)
         command.parser->set_version_flag("--version", parser->version());

@@ -121,6 +121,7 @@ void addSceneOptions(CLI::App& parser, SceneOptions& scene) {
     add("--no-grid", scene.showGrid, false, "Leave out the grid");
     add("--no-history", scene.showHistoryLines, false, "Leave out the paths of target, threat and flares");
     add("--no-drop-lines", scene.showDropLines, false, "Leave out the lines from the paths down to the ground");
+    add("--line-styles", scene.lineStyles, true, "Tell the paths apart by line styles: solid, dashed, dotted");
 }
 } // namespace
 

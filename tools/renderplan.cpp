@@ -171,5 +171,7 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
         words.emplace_back("--no-history");
     if (!plan.scene.showDropLines)
         words.emplace_back("--no-drop-lines");
+    if (plan.scene.lineStyles)
+        words.emplace_back("--line-styles");
     return shellCommand(words);
 }

@@ -20,6 +20,16 @@ TEST_F(ClockTest, SliderAndBoxSetEachOther) {
     EXPECT_EQ(view->currentTime(), 7.5);
 }
 
+TEST_F(ClockTest, TheBoxTakesATimeTypedDigitByDigit) {
+    loadUntil(20.0);
+    showWindow();
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, "3.25");
+    EXPECT_EQ(box->value(), 3.25);
+    EXPECT_EQ(slider->value(), 3250);
+}
+
 TEST_F(ClockTest, WithNoEngagementTheFirstTickStopsAtTheEnd) {
     playButton->click();
     EXPECT_TRUE(timer->isActive());

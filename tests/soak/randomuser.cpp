@@ -18,6 +18,14 @@
 #include "aircraftwidget.h"
 #include "new_sorvane.h"
 
+namespace {
+// Posted, since a dialog that asks another question would keep the sender waiting.
+void postKey(QWidget& receiver, Qt::Key key) {
+    QCoreApplication::postEvent(&receiver, new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier));
+    QCoreApplication::postEvent(&receiver, new QKeyEvent(QEvent::KeyRelease, key, Qt::NoModifier));
+}
+} // namespace
+
 RandomUser::RandomUser(new_sorvane& window, QStringList trajectories, QString folder, unsigned seed)
     : window_(window), view_(window.findChild<AircraftWidget*>("glWidget")),
       filesMenu_(window.findChild<QMenu*>("menuETXYZ_Files")), trajectories_(std::move(trajectories)),
@@ -34,12 +42,12 @@ void RandomUser::answerDialogs() {
             return;
         auto* const name = modal->findChild<QLineEdit*>("fileNameEdit");
         if (name == nullptr || below(3) == 0) {
-            QTest::keyClick(modal, Qt::Key_Escape);
+            postKey(*modal, Qt::Key_Escape);
             return;
         }
         const bool isPicture = qobject_cast<QFileDialog*>(modal)->windowTitle().contains("image", Qt::CaseInsensitive);
         name->setText(folder_ + (isPicture ? "/picture.png" : "/movie.avi"));
-        QTest::keyClick(modal, Qt::Key_Return);
+        postKey(*modal, Qt::Key_Return);
     });
     timer->start(50);
 }

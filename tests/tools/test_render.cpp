@@ -87,6 +87,7 @@ TEST_F(RenderTest, EveryOptionChangesThePicture) {
              {"--at", "2"},
              {"--at", "2", "--no-history"},
              {"--at", "2", "--no-drop-lines"},
+             {"--at", "2", "--line-styles"},
              {"--at", "2", "--no-grid"},
              {"--at", "2", "--view", "target"},
              {"--at", "2", "--view", "gyro"},
