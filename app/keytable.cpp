@@ -64,7 +64,7 @@ constexpr KeyRow kRows[] = {
     {KeyCommand::ToggleFullScreen, {Qt::Key_F11, kNone}, kWindow, "full screen, on or off"},
     {KeyCommand::Screenshot, {Qt::Key_F12, kNone}, kWindow, "save a picture of the view"},
     {KeyCommand::Reload, {Qt::Key_F5, kNone}, kWindow, "read all files again; time, camera and view stay"},
-    {KeyCommand::ShowKeys, {Qt::Key_F1, Qt::Key_Question}, kWindow, "this list"},
+    {KeyCommand::ShowKeys, {Qt::Key_F1, Qt::Key_Question}, kWindow, "list of the keys"},
     {KeyCommand::Exit, {Qt::CTRL | Qt::Key_C, kNone}, kWindow, "close the window"},
 };
 

@@ -35,6 +35,7 @@ struct Shot {
     int notches = 0; // of the wheel
     bool hasTerrain = false;
     bool isRecording = false;
+    bool hasReadout = false;
 };
 
 class Photographer {
@@ -55,7 +56,12 @@ public:
         scroll(shot.notches);
         if (shot.isRecording)
             recordFor(1500);
-        return save(QString::fromLatin1(shot.file));
+        if (shot.hasReadout)
+            QTest::keyClick(view_, Qt::Key_H);
+        const bool isSaved = save(QString::fromLatin1(shot.file));
+        if (shot.hasReadout)
+            QTest::keyClick(view_, Qt::Key_H);
+        return isSaved;
     }
 
 private:
@@ -164,6 +170,13 @@ int main(int argc, char** argv) {
          .down = 300,
          .notches = -38,
          .hasTerrain = true},
+        {.file = "read-out.png",
+         .view = "View Threat",
+         .seconds = 13.2,
+         .right = 900,
+         .down = 100,
+         .notches = -24,
+         .hasReadout = true},
         {.file = "recording.png",
          .view = "View Target",
          .seconds = 9.0,

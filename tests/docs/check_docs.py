@@ -1,7 +1,10 @@
 #!/usr/bin/env python3
-"""Checks that what the documents name exists: files, pictures, commands of ./dev, sub-commands and options of sorvane.
+"""Checks that what the documents name exists: files, pictures, commands of ./dev, sub-commands and options of sorvane,
+and that the guide's table of keys is the program's.
 
-usage: check_docs.py SOURCE_DIRECTORY SORVANE_PROGRAM
+usage: check_docs.py SOURCE_DIRECTORY SORVANE_PROGRAM KEY_TABLE_PROGRAM [--renew]
+
+With --renew the table of keys is written anew.
 """
 
 import pathlib
@@ -11,6 +14,7 @@ import sys
 
 ROOT = pathlib.Path(sys.argv[1]).resolve()
 SORVANE = sys.argv[2]
+KEY_TABLE = sys.argv[3]
 problems = []
 
 
@@ -84,7 +88,20 @@ def check_commands(document, text, subs, devs):
             problem(document, f"names the option {span}, which no sub-command has")
 
 
+def check_keys():
+    document = ROOT / "docs/guide/2-window.md"
+    table = subprocess.run([KEY_TABLE], capture_output=True, text=True, check=True).stdout.strip()
+    text = document.read_text(encoding="utf-8")
+    renewed = re.sub(
+        r"(<!-- keys[^\n]*-->\n).*?(<!-- end of keys -->)", lambda m: f"{m[1]}\n{table}\n\n{m[2]}", text, flags=re.DOTALL)
+    if "--renew" in sys.argv:
+        document.write_text(renewed, encoding="utf-8")
+    elif renewed != text:
+        problem(document, "has another table of keys than the program; ./dev pictures renews it")
+
+
 def main():
+    check_keys()
     subs = sub_commands()
     devs = dev_commands()
     for document in documents():

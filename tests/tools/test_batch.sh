@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the shell examples of docs/batch.md, block by block, on the demonstration.
+# Runs the shell examples of docs/guide/7-batch.md, block by block, on the demonstration.
 # usage: test_batch.sh SORVANE DOCUMENT
 set -euo pipefail
 fail() { echo "test_batch: $*" >&2; exit 1; }
