@@ -11,6 +11,7 @@ import pathlib
 import re
 import subprocess
 import sys
+import textwrap
 
 ROOT = pathlib.Path(sys.argv[1]).resolve()
 SORVANE = sys.argv[2]
@@ -88,16 +89,26 @@ def check_commands(document, text, subs, devs):
             problem(document, f"names the option {span}, which no sub-command has")
 
 
+def as_manual(table):
+    """The rows of the Markdown table as roff."""
+    rows = re.findall(r"^\| (`.+`) \| (.+) \|$", table, re.MULTILINE)
+    return "".join(f".TP\n.B {keys.replace('`', '')}\n{textwrap.fill(effect, 76)}\n" for keys, effect in rows).replace("\\", "\\e")
+
+
 def check_keys():
-    document = ROOT / "docs/guide/2-window.md"
     table = subprocess.run([KEY_TABLE], capture_output=True, text=True, check=True).stdout.strip()
-    text = document.read_text(encoding="utf-8")
-    renewed = re.sub(
-        r"(<!-- keys[^\n]*-->\n).*?(<!-- end of keys -->)", lambda m: f"{m[1]}\n{table}\n\n{m[2]}", text, flags=re.DOTALL)
-    if "--renew" in sys.argv:
-        document.write_text(renewed, encoding="utf-8")
-    elif renewed != text:
-        problem(document, "has another table of keys than the program; ./dev pictures renews it")
+    places = [
+        ("docs/guide/2-window.md", r"(<!-- keys[^\n]*-->\n).*?(<!-- end of keys -->)", f"\n{table}\n\n"),
+        ("docs/man/new_sorvane.1", r"(\.\\\" keys[^\n]*\n).*?(\.\\\" end of keys)", as_manual(table)),
+    ]
+    for name, pattern, keys in places:
+        document = ROOT / name
+        text = document.read_text(encoding="utf-8")
+        renewed = re.sub(pattern, lambda m, keys=keys: m[1] + keys + m[2], text, flags=re.DOTALL)
+        if "--renew" in sys.argv:
+            document.write_text(renewed, encoding="utf-8")
+        elif renewed != text or re.search(pattern, text, re.DOTALL) is None:
+            problem(document, "has another table of keys than the program; ./dev pictures renews it")
 
 
 def main():
