@@ -109,6 +109,11 @@ def check_keys():
             document.write_text(renewed, encoding="utf-8")
         elif renewed != text or re.search(pattern, text, re.DOTALL) is None:
             problem(document, "has another table of keys than the program; ./dev pictures renews it")
+    keys = set(re.findall(r"`([^`]+)`", table))
+    for document in documents():
+        for key in re.findall(r"\bF\d{1,2}\b|\b(?:Ctrl|Shift)\+\w+", document.read_text(encoding="utf-8")):
+            if key not in keys:
+                problem(document, f"names the key {key}, which does nothing")
 
 
 def main():
