@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QLabel>
+#include <QMenuBar>
 
 namespace {
 constexpr double kBoxStep = 0.0011; // box and slider can be a millisecond off
@@ -250,14 +251,18 @@ TEST_F(KeyTest, FocusedControlsKeepTheKeysThatTheyUse) {
 
 TEST_F(KeyTest, MenusKeepTheirKeys) {
     showWindow();
+    auto* const bar = window.findChild<QMenuBar*>("menuBar");
     auto* const menu = window.findChild<QMenu*>("menuView");
-    menu->popup(window.mapToGlobal(QPoint(50, 50)));
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(menu->menuAction()).center());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(menu));
-    QTest::keyClick(menu, Qt::Key_H);
-    QTest::keyClick(menu, Qt::Key_L);
+    for (const Qt::Key key : {Qt::Key_H, Qt::Key_L, Qt::Key_Space, Qt::Key_F1})
+        QTest::keyClick(menu, key);
     EXPECT_FALSE(readout->isVisible());
     EXPECT_FALSE(timer->isActive());
+    EXPECT_FALSE(help->isVisible());
     menu->close();
+    press(Qt::Key_H);
+    EXPECT_TRUE(readout->isVisible());
 }
 
 TEST_F(KeyTest, HeldKeysRepeatStepsOnly) {
