@@ -14,6 +14,17 @@ void addFlares(const QMap<double, keyframe>& samples, std::vector<EngagementEven
             if (known.insert(flare.id).second)
                 events.push_back({sample.time, QStringLiteral("Flare %1").arg(flare.id)});
 }
+
+// Events that a step can't tell apart are one with all their names.
+std::vector<EngagementEvent> merged(const std::vector<EngagementEvent>& events) {
+    std::vector<EngagementEvent> distinct;
+    for (const EngagementEvent& event : events)
+        if (distinct.empty() || event.time - distinct.back().time > kTimeNoise)
+            distinct.push_back(event);
+        else
+            distinct.back().name += QStringLiteral(", ") + event.name;
+    return distinct;
+}
 } // namespace
 
 EngagementFacts factsOf(const QMap<double, keyframe>& samples) {
@@ -25,6 +36,7 @@ EngagementFacts factsOf(const QMap<double, keyframe>& samples) {
         facts.events.push_back({facts.closest->time, QStringLiteral("Closest approach")});
     facts.events.push_back({samples.lastKey(), QStringLiteral("Last sample")});
     std::ranges::stable_sort(facts.events, {}, &EngagementEvent::time);
+    facts.events = merged(facts.events);
     return facts;
 }
 

@@ -11,6 +11,8 @@
 
 class etxyz;
 
+constexpr double kTimeNoise = 1.0e-9; // seconds; what rounding adds to equal times
+
 struct EngagementEvent {
     double time = 0.0; // seconds
     QString name;
@@ -18,7 +20,7 @@ struct EngagementEvent {
 
 struct EngagementFacts {
     std::optional<ClosestApproach> closest;
-    std::vector<EngagementEvent> events; // in order of time
+    std::vector<EngagementEvent> events; // in order of time, each at a time of its own
 };
 
 // The first and the last sample, each flare's first appearance and the closest approach. Needs at least one sample.

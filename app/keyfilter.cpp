@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 
@@ -43,6 +44,9 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool KeyFilter::handle(const QObject& watched, const QKeyEvent& event) {
+    // An open menu hands what it has no use for to the menu bar, from where it would come up here.
+    if (QApplication::activePopupWidget() != nullptr)
+        return false;
     const KeyRow* const row = keyRowOf(event.keyCombination());
     if (row == nullptr || usesKey(watched, event))
         return false;

@@ -10,9 +10,10 @@
 class QWidget;
 class QKeyEvent;
 
-// A key that the focused control does not use travels up to its window, where the filter takes it; menus and dialogs
-// keep theirs by being windows of their own. Some controls swallow keys that they have no use for: a time box letters,
-// a button the arrows (it moves the focus). They are filtered themselves.
+// A key that the focused control does not use travels up to its window, where the filter takes it; dialogs keep
+// theirs by being windows of their own, and while a menu is open every key is the menu's. Some controls swallow keys
+// that they have no use for: a time box letters, a button the arrows (it moves the focus). They are filtered
+// themselves.
 class KeyFilter : public QObject {
 public:
     using Run = std::function<void(KeyCommand)>;

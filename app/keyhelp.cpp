@@ -51,8 +51,9 @@ void KeyHelp::toggle() {
 
 void KeyHelp::keyPressEvent(QKeyEvent* event) {
     const KeyRow* const row = keyRowOf(event->keyCombination());
-    if (row != nullptr && row->command == KeyCommand::ShowKeys)
+    const bool isOwn = row != nullptr && row->command == KeyCommand::ShowKeys;
+    if (isOwn && !event->isAutoRepeat())
         toggle();
-    else
+    else if (!isOwn)
         QDialog::keyPressEvent(event);
 }

@@ -8,8 +8,7 @@
 #include <QSlider>
 
 namespace {
-constexpr double kNoise = 1.0e-9; // seconds; what rounding adds to equal times
-constexpr double kLeastSampleStep = 0.001 + kNoise;
+constexpr double kLeastSampleStep = 0.001 + kTimeNoise; // seconds
 } // namespace
 
 TimeSteps::TimeSteps(QDoubleSpinBox& box, const QSlider& slider, QObject* parent)
@@ -35,7 +34,7 @@ const EngagementEvent* TimeSteps::toEvent(const std::vector<EngagementEvent>& ev
     const EngagementEvent* found = nullptr;
     for (const EngagementEvent& event : events) {
         const bool isAhead =
-            direction == StepDirection::Forward ? event.time > from() + kNoise : event.time < from() - kNoise;
+            direction == StepDirection::Forward ? event.time > from() + kTimeNoise : event.time < from() - kTimeNoise;
         if (isAhead && canShow(event.time) && (found == nullptr || direction == StepDirection::Back))
             found = &event;
     }

@@ -29,12 +29,13 @@ public:
     void bySeconds(double seconds);
     void toStart() { to(0.0); }
     void toEnd() { to(end()); }
+    // To a time that the box can show.
     void to(double time);
+    bool canShow(double time) const;
 
 private:
     double from() const;
     double end() const;
-    bool canShow(double time) const;
 
     QDoubleSpinBox& box_;
     const QSlider& slider_;

@@ -146,8 +146,13 @@ void WindowFeatures::stepToEvent(bool isForward) {
 
 void WindowFeatures::goToClosestApproach() {
     const etxyz* const engagement = current_.get();
-    if (engagement != nullptr && facts_.of(*engagement).closest)
-        steps_->to(facts_.of(*engagement).closest->time);
+    if (engagement == nullptr || !facts_.of(*engagement).closest)
+        return;
+    const double time = facts_.of(*engagement).closest->time;
+    if (steps_->canShow(time))
+        steps_->to(time);
+    else
+        parts_.notice.notify(QStringLiteral("Closest approach: %1, which the time box can't show").arg(timeText(time)));
 }
 
 void WindowFeatures::setLoopPoint(bool isInPoint) {

@@ -16,30 +16,32 @@ QStringList namesOf(const QList<QAction*>& actions) {
     return names;
 }
 
-TEST_F(FormTest, HasItsActionsInOrderWithTextsAndCheckStates) {
+TEST_F(FormTest, HasItsActionsInOrderEachInItsPlace) {
     struct Row {
         const char* name;
         const char* text;
         bool isCheckable;
         bool isChecked;
+        QStringList places; // the menus and tool bars that hold it
+        const char* shortcut = "";
     };
     const Row rows[] = {
-        {"actionExit", "Exit", false, false},
-        {"actionThreat", "Threat", true, true},
-        {"actionThreat_Gyro", "Threat Gyro", true, false},
-        {"actionTarget", "Target", true, false},
-        {"actionAdd", "Add", false, false},
-        {"actionClear_All", "Clear All", false, false},
-        {"action1_0", "1.0", false, false},
-        {"actionX2", "x2", false, false},
-        {"actionX0_5", "x0.5", false, false},
-        {"actionX10", "x10", false, false},
-        {"actionX0_1", "x0.1", false, false},
-        {"actionScreenshot", "Screenshot", false, false},
-        {"actionShow_Drop_Lines", "Show Drop Lines", true, true},
-        {"actionShow_History_Lines", "Show History Lines", true, true},
-        {"actionShow_Terrain", "Show Terrain", true, false},
-        {"actionShow_Grid", "Show Grid", true, true},
+        {"actionExit", "Exit", false, false, {"menuFile"}, "Ctrl+C"},
+        {"actionThreat", "Threat", true, true, {}},
+        {"actionThreat_Gyro", "Threat Gyro", true, false, {}},
+        {"actionTarget", "Target", true, false, {}},
+        {"actionAdd", "Add", false, false, {"menuETXYZ_Files"}},
+        {"actionClear_All", "Clear All", false, false, {}},
+        {"action1_0", "1.0", false, false, {"menuPlayback_Speed"}},
+        {"actionX2", "x2", false, false, {"menuPlayback_Speed"}},
+        {"actionX0_5", "x0.5", false, false, {"menuPlayback_Speed"}},
+        {"actionX10", "x10", false, false, {"menuPlayback_Speed"}},
+        {"actionX0_1", "x0.1", false, false, {"menuPlayback_Speed"}},
+        {"actionScreenshot", "Screenshot", false, false, {"menuFile"}},
+        {"actionShow_Drop_Lines", "Show Drop Lines", true, true, {"menuView"}},
+        {"actionShow_History_Lines", "Show History Lines", true, true, {"menuView"}},
+        {"actionShow_Terrain", "Show Terrain", true, false, {"menuView"}},
+        {"actionShow_Grid", "Show Grid", true, true, {"menuView"}},
     };
     QStringList expectedOrder;
     for (const Row& row : rows) {
@@ -48,15 +50,54 @@ TEST_F(FormTest, HasItsActionsInOrderWithTextsAndCheckStates) {
         const QAction* const found = action(row.name);
         ASSERT_NE(found, nullptr);
         EXPECT_EQ(found->text().toStdString(), row.text);
+        EXPECT_EQ(found->toolTip().toStdString(), row.text);
         EXPECT_EQ(found->isCheckable(), row.isCheckable);
         EXPECT_EQ(found->isChecked(), row.isChecked);
+        EXPECT_TRUE(found->isEnabled() && found->isVisible());
+        EXPECT_EQ(found->shortcut().toString().toStdString(), row.shortcut);
+        QStringList places;
+        for (const QObject* const holder : found->associatedObjects())
+            places << holder->objectName();
+        EXPECT_EQ(places, row.places);
     }
     QStringList order;
     for (const QObject* const child : window.children())
-        if (qobject_cast<const QAction*>(child) != nullptr)
+        if (qobject_cast<const QAction*>(child) != nullptr && !child->objectName().isEmpty())
             order << child->objectName();
     EXPECT_EQ(order, expectedOrder);
-    EXPECT_EQ(action("actionExit")->shortcut(), QKeySequence("Ctrl+C"));
+}
+
+TEST_F(FormTest, HasItsObjectsEachOnceInItsPlace) {
+    struct Row {
+        const char* name;
+        const char* type;
+        const char* parent;
+    };
+    const Row rows[] = {
+        {"centralWidget", "QWidget", "new_sorvane"},
+        {"verticalLayout", "QVBoxLayout", "centralWidget"},
+        {"horizontalLayout", "QHBoxLayout", "verticalLayout"},
+        {"glWidget", "AircraftWidget", "centralWidget"},
+        {"doubleSpinBox", "QDoubleSpinBox", "centralWidget"},
+        {"playButton", "QPushButton", "centralWidget"},
+        {"recordButton", "QPushButton", "centralWidget"},
+        {"horizontalSlider", "QSlider", "centralWidget"},
+        {"menuBar", "QMenuBar", "new_sorvane"},
+        {"menuFile", "QMenu", "menuBar"},
+        {"menuETXYZ_Files", "QMenu", "menuBar"},
+        {"menuPlayback_Speed", "QMenu", "menuBar"},
+        {"menuView", "QMenu", "menuBar"},
+        {"mainToolBar", "QToolBar", "new_sorvane"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const QList<QObject*> found = window.findChildren<QObject*>(row.name);
+        ASSERT_EQ(found.size(), 1);
+        EXPECT_STREQ(found.first()->metaObject()->className(), row.type);
+        EXPECT_EQ(found.first()->parent()->objectName().toStdString(), row.parent);
+    }
+    EXPECT_EQ(window.centralWidget()->objectName(), "centralWidget");
+    EXPECT_EQ(window.menuBar()->objectName(), "menuBar");
 }
 
 TEST_F(FormTest, HasItsMenusInOrder) {
@@ -96,6 +137,7 @@ TEST_F(FormTest, HasItsControlsInOrder) {
     const QLayout* const row = outer->itemAt(1)->layout();
     EXPECT_EQ(row->objectName(), "horizontalLayout");
     EXPECT_EQ(row->spacing(), 6);
+    EXPECT_EQ(row->sizeConstraint(), QLayout::SetNoConstraint);
     QStringList order;
     for (int i = 0; i < row->count(); ++i)
         order << row->itemAt(i)->widget()->objectName();
@@ -113,10 +155,12 @@ TEST_F(FormTest, HasItsControlsInOrder) {
     const auto* const record = window.findChild<QPushButton*>("recordButton");
     EXPECT_EQ(record->toolTip(), "Record");
     EXPECT_EQ(record->text(), "Record");
+    EXPECT_FALSE(record->isCheckable());
     EXPECT_FALSE(record->icon().pixmap(16).isNull());
     EXPECT_EQ(slider->minimum(), 0);
     EXPECT_EQ(slider->maximum(), 1);
     EXPECT_EQ(slider->pageStep(), 10);
+    EXPECT_EQ(slider->singleStep(), 1);
     EXPECT_EQ(slider->orientation(), Qt::Horizontal);
     EXPECT_EQ(slider->toolTip(), "Time");
     const auto* const toolBar = window.findChild<QToolBar*>("mainToolBar");

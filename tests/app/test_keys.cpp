@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QLabel>
+#include <QMenuBar>
 
 namespace {
 constexpr double kBoxStep = 0.0011; // box and slider can be a millisecond off
@@ -140,6 +141,36 @@ TEST_F(KeyTest, BracketsVisitTheEventsAndCTheClosestApproach) {
     EXPECT_NEAR(box->value(), 5.0, kBoxStep);
 }
 
+TEST_F(KeyTest, EventsAtOneTimeAreOneStep) {
+    // The threat comes nearest at the end, where a flare appears as well.
+    load(
+        {{.time = 0.0},
+         {.time = 1.0, .flares = {{.id = 7}, {.id = 4}}},
+         {.time = 2.0, .threat = {0.0, 0.0, -900.0}, .flares = {{.id = 9}}}});
+    showWindow();
+    for (const char* const expected :
+         {"Flare 7, Flare 4: 1.000 s", "Flare 9, Closest approach, Last sample: 2.000 s"}) {
+        press(Qt::Key_BracketRight);
+        EXPECT_EQ(notice->text(), expected);
+    }
+}
+
+TEST_F(KeyTest, WhatTheTimeBoxCannotShowIsNoPlaceToGo) {
+    load({{.time = -1.0}, {.time = 20.0}, {.time = 31.0, .threat = {0.0, 0.0, -900.0}}});
+    showWindow();
+    press(Qt::Key_C);
+    EXPECT_EQ(box->value(), 0.0);
+    EXPECT_EQ(notice->text(), "Closest approach: 31.000 s, which the time box can't show");
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_BracketLeft, Qt::Key_BracketRight}) {
+        press(key);
+        EXPECT_EQ(box->value(), 0.0);
+    }
+    press(Qt::Key_End);
+    EXPECT_EQ(box->value(), 29.999);
+    press(Qt::Key_Left);
+    EXPECT_EQ(box->value(), 20.0);
+}
+
 TEST_F(KeyTest, DigitsChooseViewsAndNeverUncheckOne) {
     loadUntil(10.0, "ETXYZ.OUT.1");
     loadUntil(10.0, "ETXYZ.OUT.2");
@@ -250,14 +281,18 @@ TEST_F(KeyTest, FocusedControlsKeepTheKeysThatTheyUse) {
 
 TEST_F(KeyTest, MenusKeepTheirKeys) {
     showWindow();
+    auto* const bar = window.findChild<QMenuBar*>("menuBar");
     auto* const menu = window.findChild<QMenu*>("menuView");
-    menu->popup(window.mapToGlobal(QPoint(50, 50)));
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(menu->menuAction()).center());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(menu));
-    QTest::keyClick(menu, Qt::Key_H);
-    QTest::keyClick(menu, Qt::Key_L);
+    for (const Qt::Key key : {Qt::Key_H, Qt::Key_L, Qt::Key_Space, Qt::Key_F1})
+        QTest::keyClick(menu, key);
     EXPECT_FALSE(readout->isVisible());
     EXPECT_FALSE(timer->isActive());
+    EXPECT_FALSE(help->isVisible());
     menu->close();
+    press(Qt::Key_H);
+    EXPECT_TRUE(readout->isVisible());
 }
 
 TEST_F(KeyTest, HeldKeysRepeatStepsOnly) {
@@ -272,6 +307,10 @@ TEST_F(KeyTest, HeldKeysRepeatStepsOnly) {
     EXPECT_NEAR(box->value(), 3.0, kBoxStep);
     hold(Qt::Key_Space);
     EXPECT_TRUE(timer->isActive());
+    press(Qt::Key_F1);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier, {}, true);
+    QApplication::sendEvent(help, &held);
+    EXPECT_TRUE(help->isVisible()) << "the key that opened the list is still held";
 }
 
 TEST_F(KeyTest, TabVisitsTheControlsInOrderAndTheyHaveNames) {

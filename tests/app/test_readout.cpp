@@ -3,8 +3,12 @@
 #include "windowfixture.h"
 
 #include <QLabel>
+#include <QProcess>
 
+#include "encounter.h"
+#include "etxyz.h"
 #include "framegrab.h"
+#include "measuretext.h"
 
 namespace {
 struct PaintCounter : QObject {
@@ -41,6 +45,45 @@ TEST_F(ReadoutTest, ShowsTheEncounterAtTheTimeOfTheBox) {
     EXPECT_TRUE(text().contains("View Target"));
     entry(0, 3)->trigger();
     EXPECT_TRUE(text().contains("Engagement ETXYZ.OUT.pass")) << "of the engagement that was selected last";
+}
+
+TEST_F(ReadoutTest, SaysWhatTheCommandSays) {
+    load();
+    toggle();
+    QProcess command;
+    command.start(QStringLiteral(SORVANE_COMMAND), {"info", folder.filePath("ETXYZ.OUT.pass")});
+    ASSERT_TRUE(command.waitForFinished(60000));
+    const QString told = QString::fromUtf8(command.readAllStandardOutput()).simplified();
+    const auto expectTold = [&](const QString& part) {
+        EXPECT_TRUE(told.contains(part)) << part.toStdString() << "\nin\n" << told.toStdString();
+    };
+    for (const Qt::Key end : {Qt::Key_Home, Qt::Key_End}) {
+        QTest::keyClick(view, end);
+        const QString range = text().section("Range ", 1).section(" Closest", 0, 0);
+        const QString aspect = text().section("angle ", 1).section(" View", 0, 0);
+        expectTold(
+            (end == Qt::Key_Home ? "start time 0.000 s range " : "end time 10.000 s range ") + range.toLower() +
+            " aspect " + aspect);
+    }
+    expectTold("closest approach time 5.000 s range 10.0 units");
+}
+
+TEST_F(ReadoutTest, BetweenSamplesShowsTheEncounterOfLinearMotion) {
+    load();
+    toggle();
+    etxyz engagement;
+    engagement.LoadETXYZ(folder.filePath("ETXYZ.OUT.pass"));
+    for (const double time : {0.3, 3.4567, 5.0001, 9.999}) {
+        box->setValue(time);
+        const Encounter encounter = encounterAt(engagement, box->value());
+        const QString expected =
+            QStringLiteral("Range %1 Closing speed %2 Closest approach 10.0 units at 5.000 s "
+                           "Aspect angle %3 View")
+                .arg(
+                    lengthText(encounter.range, LengthUnit::Unstated),
+                    speedText(encounter.closingSpeed, LengthUnit::Unstated), angleText(encounter.aspectDegrees));
+        EXPECT_TRUE(text().contains(expected)) << text().toStdString() << "\n" << expected.toStdString();
+    }
 }
 
 TEST_F(ReadoutTest, TheEmptySampleThatTheTerrainAddsIsNoEncounter) {

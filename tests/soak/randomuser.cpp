@@ -5,10 +5,13 @@
 
 #include <QApplication>
 #include <QDoubleSpinBox>
+#include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSlider>
 #include <QTest>
@@ -54,10 +57,12 @@ void RandomUser::answerDialogs() {
 
 void RandomUser::act() {
     constexpr std::pair<int, void (RandomUser::*)()> kWays[] = {
-        {40, &RandomUser::pressKey},   {15, &RandomUser::scrub},    {10, &RandomUser::toggle},
-        {10, &RandomUser::choose},     {20, &RandomUser::useMouse}, {2, &RandomUser::resizeWindow},
-        {2, &RandomUser::rewriteFile}, {1, &RandomUser::record},
+        {40, &RandomUser::pressKey},   {15, &RandomUser::scrub},    {8, &RandomUser::toggle},
+        {8, &RandomUser::choose},      {20, &RandomUser::useMouse}, {2, &RandomUser::resizeWindow},
+        {2, &RandomUser::rewriteFile}, {1, &RandomUser::record},    {3, &RandomUser::openMenu},
+        {1, &RandomUser::dropFiles},
     };
+    window_.show(); // the user may have closed it
     int lot = below(100);
     for (const auto& [weight, way] : kWays) {
         lot -= weight;
@@ -98,6 +103,9 @@ void RandomUser::pressKey() {
         Qt::Key_Tab,
         Qt::Key_F12,
         Qt::Key_S,
+        Qt::Key_5,
+        Qt::Key_Period,
+        Qt::Key_Backspace,
         Qt::Key_Up,
         Qt::Key_PageDown};
     constexpr Qt::KeyboardModifier kModifiers[] = {
@@ -138,6 +146,33 @@ void RandomUser::choose() {
     const QList<QAction*> files = filesMenu_->actions().mid(1);
     const QList<QAction*> entries = files.at(below(static_cast<int>(files.size())))->menu()->actions();
     entries.at(below(static_cast<int>(entries.size())))->trigger();
+}
+
+// Opens a menu and walks about in it; one of its entries closes the window.
+void RandomUser::openMenu() {
+    constexpr Qt::Key kKeys[] = {Qt::Key_Down,  Qt::Key_Down, Qt::Key_Up, Qt::Key_Left,
+                                 Qt::Key_Right, Qt::Key_H,    Qt::Key_F5, Qt::Key_Return};
+    auto* const bar = window_.findChild<QMenuBar*>("menuBar");
+    const QList<QAction*> menus = bar->actions();
+    QAction* const menu = menus.at(below(static_cast<int>(menus.size())));
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(menu).center());
+    for (int i = 0; i < 6; ++i)
+        if (QWidget* const open = QApplication::activePopupWidget())
+            QTest::keyClick(open, kKeys[below(std::size(kKeys))]);
+    while (QWidget* const open = QApplication::activePopupWidget())
+        open->close();
+}
+
+// Nothing unloads a file, so only the first few drops bring one.
+void RandomUser::dropFiles() {
+    constexpr int kLoadingDrops = 3;
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(folder_ + "/missing"), QUrl("https://example.invalid/file")});
+    if (drops_++ < kLoadingDrops)
+        files.setUrls(files.urls() << QUrl::fromLocalFile(trajectories_.first()));
+    QDropEvent event(QPointF(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(
+        below(2) == 0 ? static_cast<QWidget*>(&window_) : window_.findChild<QLineEdit*>(), &event);
 }
 
 void RandomUser::useMouse() {

@@ -29,6 +29,8 @@ private:
     void resizeWindow();
     void rewriteFile();
     void record();
+    void openMenu();
+    void dropFiles();
     // Answers the dialog that the next action opens: a name, or Escape.
     void answerDialogs();
 
@@ -40,4 +42,5 @@ private:
     QStringList trajectories_;
     QString folder_;
     std::mt19937 random_;
+    int drops_ = 0;
 };
