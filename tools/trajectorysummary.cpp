@@ -36,13 +36,13 @@ private:
     std::unordered_set<int> seen_;
 };
 
-std::optional<TimeSteps> stepsOf(std::vector<double> steps) {
+std::optional<StepStatistics> stepsOf(std::vector<double> steps) {
     if (steps.empty())
         return std::nullopt;
     const auto [least, greatest] = std::ranges::minmax(steps);
     const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
     std::ranges::nth_element(steps, middle);
-    return TimeSteps{least, *middle, greatest};
+    return StepStatistics{least, *middle, greatest};
 }
 } // namespace
 

@@ -20,7 +20,7 @@ struct PositionExtent {
 };
 
 // Times between neighbouring samples, seconds.
-struct TimeSteps {
+struct StepStatistics {
     double minimum = 0.0;
     double median = 0.0; // the upper one of two in the middle
     double maximum = 0.0;
@@ -38,7 +38,7 @@ struct TrajectorySummary {
     std::size_t samples = 0;
     PositionExtent target;
     PositionExtent threat;
-    std::optional<TimeSteps> steps; // of two samples or more
+    std::optional<StepStatistics> steps; // of two samples or more
     FlareSummary flares;
     std::optional<ClosestApproach> closest;
     // The first two and the last two samples, the same one twice where there is just one; without flares.
