@@ -110,6 +110,34 @@ TEST_F(RecordingTest, PausingGoesOnWithTheSameMovie) {
     EXPECT_TRUE(notice->isVisible());
 }
 
+TEST_F(RecordingTest, EveryTickOfTheShuttleIsAFrameOfTheSameMovie) {
+    showWindow();
+    loadUntil(20.0);
+    record(folder.filePath("a.avi"));
+    tick(1);
+    const auto frames = [&] {
+        return notice->text().section(' ', 1).toInt();
+    };
+    struct Row {
+        Qt::Key key;
+        double from;
+        double to;
+    };
+    for (const Row& row :
+         {Row{Qt::Key_J, 5.0, 4.967},
+          {Qt::Key_J, 5.0, 4.934},
+          {Qt::Key_L, 5.0, 5.033},
+          {Qt::Key_J, 0.01, 0.0},
+          {Qt::Key_Space, 1.0, 1.033}}) {
+        const int before = frames();
+        box->setValue(row.from);
+        QTest::keyClick(view, row.key);
+        tick(1);
+        EXPECT_NEAR(box->value(), row.to, 0.0021);
+        EXPECT_EQ(frames(), before + 1) << "to " << row.to;
+    }
+}
+
 TEST_F(RecordingTest, ARefusedMovieIsNoticedAndTheClockRuns) {
     loadUntil(20.0);
     showWindow();
