@@ -22,7 +22,8 @@ bool survivesInAHeader(const std::string& path) {
     return true;
 }
 
-Failure make(const std::filesystem::path& directory, const std::filesystem::path& dataRoot) {
+Failure make(
+    const std::filesystem::path& directory, const std::filesystem::path& dataRoot, const std::function<bool()>& stops) {
     std::error_code error;
     std::filesystem::create_directories(directory, error);
     const std::filesystem::path absolute = error ? directory : std::filesystem::canonical(directory, error);
@@ -36,16 +37,20 @@ Failure make(const std::filesystem::path& directory, const std::filesystem::path
         return "the path " + named.string() + " has white space that trajectory files can not hold";
 
     for (const auto& files : {engagementFiles(root.string()), dataTreeFiles(), landscapeFiles(root.string())})
-        for (const DemonstrationFile& file : files)
+        for (const DemonstrationFile& file : files) {
+            if (stops && stops())
+                return "stopped; finished files stay";
             if (Failure failure = writeOutputFile(absolute / file.name, file.contents))
                 return failure;
+        }
     return std::nullopt;
 }
 } // namespace
 
-Failure makeDemonstration(const std::filesystem::path& directory, const std::filesystem::path& dataRoot) {
+Failure makeDemonstration(
+    const std::filesystem::path& directory, const std::filesystem::path& dataRoot, const std::function<bool()>& stops) {
     try {
-        return make(directory, dataRoot);
+        return make(directory, dataRoot, stops);
     } catch (const std::exception& exception) {
         return exception.what();
     }

@@ -63,6 +63,14 @@ std::unique_ptr<QIODevice> openPlain(const QString& path) {
 }
 } // namespace
 
+bool TrajectoryInput::cameWhole() const {
+    auto* const process = isProcess ? qobject_cast<QProcess*>(device.get()) : nullptr;
+    if (process == nullptr)
+        return true;
+    process->waitForFinished(-1);
+    return process->exitStatus() == QProcess::NormalExit && process->exitCode() == 0;
+}
+
 TrajectoryInput openTrajectory(const QString& path) {
     if (path.endsWith(QStringLiteral(".Z")))
         return {openCompressed(path), true};

@@ -11,6 +11,9 @@ class QString;
 struct TrajectoryInput {
     std::unique_ptr<QIODevice> device; // null when it could not be opened
     bool isProcess = false;
+
+    // False when the program that decompresses the data failed. Waits for its end: first read what you want of them.
+    bool cameWhole() const;
 };
 
 // Opens a regular file for reading in text mode. A name that ends in ".Z" (not ".z") is read through the program

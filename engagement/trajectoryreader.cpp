@@ -83,14 +83,16 @@ private:
     QString line_;
 };
 
-// Hands each record to `take`, the sample without its flares.
-template <class LineSource, class Take> void forEachRecord(LineSource& lines, Take take) {
+// Hands each record to `take`, the sample without its flares. False when the last one is truncated.
+template <class LineSource, class Take> bool forEachRecord(LineSource& lines, Take take) {
     std::vector<flareKeyframe> flares; // reused, so that whoever keeps them allocates once, at their size
+    bool isWhole = true;
     while (nextRecord(lines)) {
         keyframe sample;
-        readRecord(lines, sample, flares);
+        isWhole = readRecord(lines, sample, flares);
         take(sample, std::as_const(flares));
     }
+    return isWhole;
 }
 
 template <class LineSource> QMap<double, keyframe> readRecordsFrom(LineSource lines) {
@@ -114,9 +116,9 @@ QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess) {
     return readRecordsFrom(PieceLineSource(device, isProcess));
 }
 
-void readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take) {
+bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take) {
     PieceLineSource lines(device, isProcess);
-    forEachRecord(lines, take);
+    return forEachRecord(lines, take);
 }
 
 QMap<double, keyframe> readRecordsLineByLine(QIODevice* device, bool isProcess) {

@@ -34,9 +34,10 @@ TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess);
 QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess);
 
 // Hands out the same records one after the other, those too that a later one of their time replaces: for who needs no
-// map, which costs as much as reading. The sample comes without its flares; both are valid during the call.
+// map, which costs as much as reading. The sample comes without its flares; both are valid during the call. False when
+// the data end within the last record.
 using RecordSink = std::function<void(const keyframe& sample, const std::vector<flareKeyframe>& flares)>;
-void readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take);
+bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take);
 
 // The same as readRecords in the plainest way: readUncommented for each line and QString's conversions for each number.
 // readRecords is checked against it.

@@ -14,6 +14,7 @@
 #include "inputfile.h"
 #include "radfile.h"
 #include "rotor.h"
+#include "shortestnumber.h"
 #include "subfacetfile.h"
 #include "vnlfile.h"
 

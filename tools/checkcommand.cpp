@@ -1,8 +1,6 @@
 // `sorvane check`: tells what is wrong with files.
 #include "checkcommand.h"
 
-#include <algorithm>
-#include <charconv>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,8 +11,8 @@
 
 #include "checkrun.h"
 #include "filesearch.h"
+#include "picturesize.h"
 #include "progressbar.h"
-#include "qvideoencoder.h"
 
 namespace {
 struct CheckOptions {
@@ -64,44 +62,12 @@ private:
     nlohmann::ordered_json records_ = nlohmann::ordered_json::array();
 };
 
-std::optional<unsigned> sideOf(std::string_view text) {
-    unsigned side = 0;
-    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), side);
-    return fault == std::errc() && end == text.data() + text.size() ? std::optional(side) : std::nullopt;
-}
-
-struct MovieSize {
-    unsigned width = 0;
-    unsigned height = 0;
-};
-
-std::optional<MovieSize> movieSizeOf(std::string_view text) {
-    const std::size_t cross = text.find('x');
-    if (cross == std::string_view::npos)
-        return std::nullopt;
-    const std::optional<unsigned> width = sideOf(text.substr(0, cross));
-    const std::optional<unsigned> height = sideOf(text.substr(cross + 1));
-    return width && height ? std::optional(MovieSize{*width, *height}) : std::nullopt;
-}
-
-// What is wrong with the text, as the parser wants it.
-std::string movieSizeFault(const std::string& text) {
-    return movieSizeOf(text) ? std::string() : "\"" + text + "\" is no size such as 640x480";
-}
-
 void checkMovieSize(const std::string& text, Report& report) {
-    constexpr unsigned kStep = QVideoEncoder::kSizeStep;
-    const MovieSize size = movieSizeOf(text).value_or(MovieSize());
-    if (size.width > 0 && size.height > 0 && size.width % kStep == 0 && size.height % kStep == 0)
+    const std::optional<std::string> problem = movieSizeProblem(pictureSizeOf(text).value_or(QSize()));
+    if (!problem)
         return;
-    const auto nearest = [](unsigned side) {
-        return std::to_string(std::max(side / kStep, 1U) * kStep);
-    };
     FindingList findings("--for-movie " + text, false);
-    findings.error(
-        {}, "sizes",
-        std::string("a movie's width and height are multiples of ") + std::to_string(kStep) + ", such as " +
-            nearest(size.width) + "x" + nearest(size.height));
+    findings.error({}, "sizes", *problem);
     report.add(findings.take());
 }
 
@@ -140,7 +106,9 @@ SubCommand addCheckCommand(CLI::App& parent) {
         ->add_option(
             "--for-movie", options->movieSize, "Check, too, whether a movie can have this size, for example 640x480")
         ->type_name("WxH")
-        ->check(CLI::Validator(movieSizeFault, "", "size"));
+        ->check([](const std::string& text) {
+            return pictureSizeOf(text) ? "" : "width and height in pixels are wanted, such as 640x480";
+        });
     parser->add_flag("--all", options->printsAll, "Print every finding, and not only the first 20 of a kind in a file");
     parser->add_flag("--strict", options->isStrict, "Let warnings, too, give status 1");
     parser->add_flag("--json", options->isJson, "Print the findings as a JSON record");

@@ -2,19 +2,21 @@
 #include "comparecommand.h"
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 
 #include <QFile>
 #include <QImageReader>
-#include <QImageWriter>
 
 #include <CLI/CLI.hpp>
 
-#include "atomicfile.h"
 #include "comparisonreport.h"
+#include "inputfile.h"
+#include "inputtexts.h"
 #include "interrupt.h"
+#include "picturefile.h"
 
 namespace {
 struct CompareOptions {
@@ -32,6 +34,16 @@ struct CannotCompare : std::runtime_error {
     using runtime_error::runtime_error;
 };
 
+// Unlike the parser's own ranges, this one holds no NaN.
+CLI::Validator numberBetween(double least, double greatest, const std::string& words) {
+    const auto fault = [=](const std::string& text) {
+        double number = 0.0;
+        const bool isFit = CLI::detail::lexical_cast(text, number) && number >= least && number <= greatest;
+        return isFit ? std::string() : text + " is not a number of " + words;
+    };
+    return {fault, ""};
+}
+
 bool isPicture(const std::string& path) {
     QImageReader reader(QFile::decodeName(path.c_str()));
     reader.setDecideFormatFromContent(true);
@@ -47,27 +59,16 @@ QImage readPicture(const std::string& path) {
     return picture;
 }
 
-void writePicture(const QImage& picture, const std::string& path) {
-    const Interrupt interrupt;
-    AtomicFile file(path);
-    if (file.problem())
-        throw CannotCompare(*file.problem());
-    QImageWriter writer(QFile::decodeName(file.temporaryPath().c_str()));
-    if (!writer.write(picture))
-        throw CannotCompare(path + ": " + writer.errorString().toStdString());
-    if (Interrupt::requested() != 0)
-        throw CannotCompare(path + ": not written, since the command was interrupted");
-    if (!file.commit())
-        throw CannotCompare(*file.problem());
-}
-
 bool comparePictureFiles(const CompareOptions& options, Streams& streams) {
     const QImage a = readPicture(options.a);
     const QImage b = readPicture(options.b);
     const int tolerance = static_cast<int>(std::min(255.0, options.tolerance));
     const PictureComparison comparison = comparePictures(a, b, tolerance);
-    if (!options.difference.empty() && comparison.isSameSize())
-        writePicture(differencePicture(a, b, tolerance), options.difference);
+    if (!options.difference.empty() && comparison.isSameSize()) {
+        const Interrupt interrupt;
+        if (const auto problem = writePicture(differencePicture(a, b, tolerance), options.difference))
+            throw CannotCompare(*problem);
+    }
     const PictureReport report{options.a, options.b, comparison, tolerance, options.allowed};
     options.isJson ? writeJson(streams.out, report) : writeText(streams.out, report);
     return comparison.agrees(options.allowed);
@@ -103,6 +104,9 @@ bool compareTrajectoryFiles(const CompareOptions& options, Streams& streams) {
 }
 
 bool compareFiles(const CompareOptions& options, Streams& streams) {
+    for (const std::string& path : {options.a, options.b})
+        if (path != "-" && openInputFile(path) == nullptr)
+            throw CannotCompare(path + ": " + openFault(path));
     const bool isPictureA = isPicture(options.a);
     const bool isPictureB = isPicture(options.b);
     if (isPictureA && isPictureB)
@@ -127,13 +131,13 @@ SubCommand addCompareCommand(CLI::App& parent) {
             "Largest difference that counts as none: of a colour channel (0 to 255) in pictures, of any number in "
             "trajectories")
         ->type_name("NUMBER")
-        ->check(CLI::NonNegativeNumber.description(""))
+        ->check(numberBetween(0.0, std::numeric_limits<double>::max(), "0 or more"))
         ->capture_default_str();
     parser
         ->add_option(
             "--allowed", options->allowed, "Share of a picture's pixels, 0 to 1, that may differ by more than that")
         ->type_name("SHARE")
-        ->check(CLI::Range(0.0, 1.0).description(""))
+        ->check(numberBetween(0.0, 1.0, "0 to 1"))
         ->capture_default_str();
     parser
         ->add_option(

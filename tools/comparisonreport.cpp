@@ -5,14 +5,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include "picturesize.h"
 #include "shortestnumber.h"
 
 namespace {
 using Json = nlohmann::ordered_json;
-
-std::string sizeText(const QSize& size) {
-    return std::to_string(size.width()) + "x" + std::to_string(size.height());
-}
 
 // The first of the times that only one trajectory has.
 std::vector<double> firstOf(const std::vector<double>& times, std::size_t count) {
@@ -25,6 +22,11 @@ void writeLonelyTimes(
         out << "only in " << owner << ": " << shortestText(time) << " s\n";
     if (times.size() > listed)
         out << "only in " << owner << ": " << times.size() - listed << " more\n";
+}
+
+// With the digits that the fields themselves have.
+float sizeOf(const FieldSummary& field) {
+    return static_cast<float>(field.largest.size());
 }
 
 Json jsonOf(const SampleDifference& difference) {
@@ -82,7 +84,7 @@ void writeText(std::ostream& out, const TrajectoryReport& report) {
         out << report.found - report.differences.size() << " more differences\n";
     for (const FieldSummary& field : comparison.fields)
         out << "summary " << field.field << ": " << field.samples << " samples differ, the most by "
-            << shortestText(field.largest.size()) << " at " << shortestText(field.largest.time) << " s\n";
+            << shortestText(sizeOf(field)) << " at " << shortestText(field.largest.time) << " s\n";
     out << (comparison.agrees() ? "equal: " : "different: ") << comparison.compared << " samples compared\n";
 }
 
@@ -96,7 +98,7 @@ void writeJson(std::ostream& out, const TrajectoryReport& report) {
         fields.push_back({
             {"field", field.field},
             {"samples", field.samples},
-            {"largest_difference", field.largest.size()},
+            {"largest_difference", shortestDouble(sizeOf(field))},
             {"time_s", field.largest.time},
         });
     Json differences = Json::array();

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "interrupt.h"
 #include "makedemonstration.h"
 
 SubCommand addDemoCommand(CLI::App& parent) {
@@ -18,9 +19,15 @@ SubCommand addDemoCommand(CLI::App& parent) {
         ->add_option(
             "--data-root", *root, "Absolute path that the files name as the place of the data tree, to move it there")
         ->type_name("PATH")
-        ->check([](const std::string& path) { return path.starts_with('/') ? "" : path + " is no absolute path"; });
+        ->check([](const std::string& path) {
+            return path.starts_with('/') ? "" : "an absolute path is wanted, not " + path;
+        });
     return {parser, [directory, root](Streams& streams) {
-                if (const Failure failure = makeDemonstration(*directory, *root)) {
+                const Interrupt interrupt;
+                const auto stops = [] {
+                    return Interrupt::requested() != 0;
+                };
+                if (const Failure failure = makeDemonstration(*directory, *root, stops)) {
                     streams.err << "sorvane demo: " << *failure << std::endl;
                     return ExitStatus::Failed;
                 }

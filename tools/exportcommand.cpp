@@ -14,18 +14,20 @@
 
 #include "atomicfile.h"
 #include "czmlwriter.h"
+#include "inputtexts.h"
 #include "interrupt.h"
 #include "kmlwriter.h"
 #include "measuretext.h"
 #include "samplecsv.h"
 #include "trajectoryfile.h"
+#include "unitoption.h"
 
 namespace {
 struct ExportOptions {
     std::string file;
     std::string output = "-";
     std::string format; // empty: by the output's extension
-    std::string unit;   // empty: not stated
+    LengthUnit unit = LengthUnit::Unstated;
     std::string origin;
     std::string epoch = "2000-01-01T00:00:00Z";
     double xBearingDegrees = 90.0;
@@ -33,12 +35,6 @@ struct ExportOptions {
 
 // What is wrong, for people; nothing when all is well.
 using Complaint = std::optional<std::string>;
-
-LengthUnit unitOf(const std::string& name) {
-    if (name == "ft")
-        return LengthUnit::Feet;
-    return name == "m" ? LengthUnit::Metres : LengthUnit::Unstated;
-}
 
 std::string formatOf(const ExportOptions& options) {
     if (!options.format.empty())
@@ -68,11 +64,11 @@ std::optional<GeodeticPosition> parseOrigin(const std::string& text) {
 class Export {
 public:
     Export(const ExportOptions& options, Streams& streams)
-        : options_(options), format_(formatOf(options)), unit_(unitOf(options.unit)), streams_(streams) {}
+        : options_(options), format_(formatOf(options)), streams_(streams) {}
 
     Complaint run() {
         if (format_ != "csv" && format_ != "kml" && format_ != "czml")
-            return "the format does not follow from the name " + options_.output + ": give --format";
+            return options_.output + ": its name tells no format; give --format";
         if (format_ != "csv")
             if (const Complaint complaint = takePlace())
                 return complaint;
@@ -83,7 +79,7 @@ public:
         if (format_ != "csv" && !(worldTimeAfter(epoch_, trajectory->samples.firstKey()) &&
                                   worldTimeAfter(epoch_, trajectory->samples.lastKey())))
             return inputName(options_.file) + ": its times lie outside the years 1 to 9999";
-        if (options_.output == "-") {
+        if (options_.output == "-" || options_.output == "/dev/stdout") {
             writeSamples(streams_.out, trajectory->samples);
             return std::nullopt;
         }
@@ -93,11 +89,13 @@ public:
 private:
     // What only the formats for maps need.
     Complaint takePlace() {
-        if (options_.origin.empty() || unit_ == LengthUnit::Unstated)
+        if (options_.origin.empty() || options_.unit == LengthUnit::Unstated)
             return format_ + " needs --origin and --unit";
         const std::optional<GeodeticPosition> origin = parseOrigin(options_.origin);
         if (!origin)
             return "--origin is not LAT,LON or LAT,LON,ALT: " + options_.origin;
+        if (!std::isfinite(options_.xBearingDegrees))
+            return "--x-bearing is no finite number";
         const std::optional<WorldTime> epoch = parseWorldTime(options_.epoch);
         if (!epoch)
             return "--epoch is no date of ISO 8601: " + options_.epoch;
@@ -108,12 +106,12 @@ private:
 
     void writeSamples(std::ostream& out, const QMap<double, keyframe>& samples) const {
         if (format_ == "csv") {
-            writeSampleCsv(out, samples, unit_);
+            writeSampleCsv(out, samples, options_.unit);
             return;
         }
         const std::string name = std::filesystem::path(inputName(options_.file)).filename().string();
         const PlacedEngagement engagement{
-            name, samples, LocalFrame(origin_, options_.xBearingDegrees, metresPer(unit_)), epoch_};
+            name, samples, LocalFrame(origin_, options_.xBearingDegrees, metresPer(options_.unit)), epoch_};
         format_ == "kml" ? writeKml(out, engagement) : writeCzml(out, engagement);
     }
 
@@ -134,7 +132,6 @@ private:
 
     const ExportOptions& options_;
     std::string format_;
-    LengthUnit unit_;
     Streams& streams_;
     GeodeticPosition origin_;
     WorldTime epoch_ = 0;
@@ -150,9 +147,7 @@ SubCommand addExportCommand(CLI::App& parent) {
     parser->add_option("--format", options->format, "What to write; without it OUT's extension decides, or CSV")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({"csv", "kml", "czml"}));
-    parser->add_option("--unit", options->unit, "What one of the trajectory's units of length is; needed for maps")
-        ->type_name("UNIT")
-        ->check(CLI::IsMember({"ft", "m"}));
+    addUnitOption(*parser, options->unit, "What one of the trajectory's units of length is; needed for maps");
     parser
         ->add_option(
             "--origin", options->origin,

@@ -3,44 +3,20 @@
 
 #include <filesystem>
 
-#include <unistd.h>
-
-#include <QBuffer>
-#include <QFile>
-
 #include "bodyinfo.h"
 #include "filekind.h"
 #include "inputfile.h"
+#include "inputtexts.h"
 #include "loaderguard.h"
 #include "rasterinfo.h"
 #include "terraininfo.h"
 #include "trajectoryinfo.h"
 
 namespace {
-// A pipe gives its data in pieces of any size, which readers of files don't expect: so it is read whole.
-InfoFault describeStandardInput(LengthUnit unit, InfoRecord& record) {
-    QFile input;
-    if (!input.open(STDIN_FILENO, QIODevice::ReadOnly))
-        return "can't be read";
-    QByteArray contents = input.readAll();
-    QBuffer buffer(&contents);
-    buffer.open(QIODevice::ReadOnly);
-    return describeTrajectory(&buffer, false, unit, record);
-}
-
-// Why a file can't be opened.
-std::string openFault(const std::string& path) {
-    std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
-    if (!std::filesystem::exists(status))
-        return "there is no such file";
-    return std::filesystem::is_regular_file(status) ? "can't be opened" : "is not a regular file";
-}
-
 InfoFault describe(FileKind kind, const std::string& path, LengthUnit unit, InfoRecord& record) {
     switch (kind) {
     case FileKind::Trajectory:
-        return describeTrajectory(QFile::decodeName(path.c_str()), unit, record);
+        return describeTrajectory(path, unit, record);
     case FileKind::Geometry:
         return describeGeometry(path, unit, record);
     case FileKind::Reflectance:
@@ -101,7 +77,7 @@ InfoRecord describeFile(const std::string& path, LengthUnit unit) {
     const LoaderOutcome outcome = runLoader([&] {
         if (!isStandardInput)
             record["size_bytes"] = std::filesystem::file_size(path);
-        fault = isStandardInput ? describeStandardInput(unit, record) : describe(kind, path, unit, record);
+        fault = describe(kind, path, unit, record);
     });
     takeOutcome(outcome, std::move(fault), record);
     return record;

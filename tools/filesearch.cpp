@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "inputfile.h"
+#include "inputtexts.h"
 
 namespace {
 class FileSearch {
@@ -53,7 +54,7 @@ private:
     }
 
     void refuse(const std::string& path) {
-        err_ << command_ << ": \"" << path << "\" can't be read" << std::endl;
+        err_ << command_ << ": " << path << ": " << openFault(path) << std::endl;
         found.isComplete = false;
     }
 

@@ -9,6 +9,9 @@
 
 #include "fileinfo.h"
 #include "infotext.h"
+#include "inputtexts.h"
+#include "progressbar.h"
+#include "unitoption.h"
 
 namespace {
 constexpr int kLayoutVersion = 1;
@@ -16,29 +19,29 @@ constexpr int kLayoutVersion = 1;
 struct InfoOptions {
     std::vector<std::string> paths;
     bool isJson = false;
-    std::string unit;
+    LengthUnit unit = LengthUnit::Unstated;
 };
-
-LengthUnit unitOf(const std::string& symbol) {
-    if (symbol == "ft")
-        return LengthUnit::Feet;
-    return symbol == "m" ? LengthUnit::Metres : LengthUnit::Unstated;
-}
 
 ExitStatus runInfo(const InfoOptions& options, Streams& streams) {
     ExitStatus status = ExitStatus::Success;
     InfoRecord all{{"layout", kLayoutVersion}, {"files", InfoRecord::array()}};
     bool isFirst = true;
+    ProgressBar progress(streams, static_cast<std::int64_t>(options.paths.size()), "files");
+    std::int64_t done = 0;
     for (const std::string& path : options.paths) {
-        InfoRecord record = describeFile(path, unitOf(options.unit));
+        progress.show(done++);
+        InfoRecord record = describeFile(path, options.unit);
         if (record.contains("error")) {
             status = ExitStatus::ProblemsFound;
-            streams.err << "sorvane info: " << path << ": " << record["error"].get<std::string>() << std::endl;
+            progress.clear();
+            streams.err << "sorvane info: " << inputName(path) << ": " << harmless(record["error"].get<std::string>())
+                        << std::endl;
         }
         if (options.isJson) {
             all["files"].push_back(std::move(record));
             continue;
         }
+        progress.clear();
         if (!isFirst)
             streams.out << '\n';
         isFirst = false;
@@ -61,9 +64,7 @@ SubCommand addInfoCommand(CLI::App& parent) {
             "FILE", options->paths, "Files of any kind that the viewer reads; - is a trajectory on standard input")
         ->required();
     parser->add_flag("--json", options->isJson, "Print one JSON object for all files");
-    parser->add_option("--unit", options->unit, "What the files' lengths are in, which the files don't say")
-        ->check(CLI::IsMember({"ft", "m"}))
-        ->type_name("UNIT");
+    addUnitOption(*parser, options->unit, "What the files' lengths are in, which the files don't say");
     return {parser, [options](Streams& streams) {
                 return runInfo(*options, streams);
             }};

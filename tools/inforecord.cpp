@@ -1,20 +1,9 @@
 // What `sorvane info` knows about a file, and how its parts are named and put in.
 #include "inforecord.h"
 
-#include <charconv>
-#include <cmath>
-
 #include <QString>
 
-double shortestDouble(float value) {
-    if (!std::isfinite(value))
-        return double{value};
-    char digits[64];
-    const char* const end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-    double result = 0.0;
-    std::from_chars(digits, end, result);
-    return result;
-}
+#include "shortestnumber.h"
 
 InfoRecord numberList(std::span<const float> values) {
     InfoRecord list = InfoRecord::array();

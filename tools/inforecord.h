@@ -16,9 +16,6 @@ using InfoRecord = nlohmann::ordered_json;
 // Why a file could not be described, or not wholly; nothing when it could.
 using InfoFault = std::optional<std::string>;
 
-// The double that is written with as few digits as the float: 6.6, not 6.599999904632568.
-double shortestDouble(float value);
-
 InfoRecord numberList(std::span<const float> values);
 
 // The characters of a field of fixed width up to a zero byte, without blanks at the end.

@@ -20,15 +20,6 @@ std::string readable(std::string name) {
     return name;
 }
 
-// What files hold is shown as it is, but for characters that a terminal would obey.
-std::string harmless(std::string text) {
-    if (text.empty())
-        return "-";
-    std::ranges::replace_if(
-        text, [](unsigned char c) { return c < ' ' || c == 0x7F; }, '?');
-    return text;
-}
-
 Cell numberCell(const std::string& name, double value) {
     const NamedMeasure measure = namedMeasure(QString::fromStdString(name), value);
     return {readable(measure.name.toStdString()), measure.text.toStdString()};
@@ -36,7 +27,7 @@ Cell numberCell(const std::string& name, double value) {
 
 Cell cellOf(const std::string& name, const InfoRecord& value) {
     if (value.is_string())
-        return {readable(name), harmless(value.get<std::string>())};
+        return {readable(name), value == "" ? "-" : harmless(value.get<std::string>())};
     if (value.is_boolean())
         return {readable(name), value.get<bool>() ? "yes" : "no"};
     if (value.is_number_integer())
@@ -108,6 +99,12 @@ void writeMembers(const InfoRecord& record, std::size_t indentation, std::ostrea
     }
 }
 } // namespace
+
+std::string harmless(std::string text) {
+    std::ranges::replace_if(
+        text, [](unsigned char c) { return c < ' ' || c == 0x7F; }, '?');
+    return text;
+}
 
 void writeInfoText(const InfoRecord& record, std::ostream& out) {
     InfoRecord members = record;

@@ -4,6 +4,8 @@
 #include <exception>
 #include <mutex>
 
+#include <libxml/xmlerror.h>
+
 #include "endprocess.h"
 
 namespace {
@@ -23,6 +25,21 @@ void installHandler() {
     std::call_once(once, [] { setEndProcessHandler(leaveLoader); });
 }
 
+void ignoreXmlMessage(void*, const char*, ...) {}
+
+// While one lives, libxml2 prints nothing of what it finds in this thread: the loader says that there was something.
+class QuietXml {
+public:
+    QuietXml() { xmlSetGenericErrorFunc(nullptr, ignoreXmlMessage); }
+    ~QuietXml() { xmlSetGenericErrorFunc(context_, function_); }
+    QuietXml(const QuietXml&) = delete;
+    QuietXml& operator=(const QuietXml&) = delete;
+
+private:
+    void* context_ = xmlGenericErrorContext;
+    xmlGenericErrorFunc function_ = xmlGenericError;
+};
+
 struct RunningLoader {
     RunningLoader() { ++runningLoaders; }
     ~RunningLoader() { --runningLoaders; }
@@ -35,6 +52,7 @@ LoaderOutcome runLoader(const std::function<void()>& load) {
     installHandler();
     LoaderOutcome outcome;
     MessageCollection collection;
+    const QuietXml quietXml;
     try {
         const RunningLoader running;
         load();

@@ -13,6 +13,7 @@
 #include "loadtopofile.h"
 #include "messages.h"
 #include "rasterlayout.h"
+#include "shortestnumber.h"
 
 namespace {
 enum class RasterContent { Topography, Radiance, Normals, Classes, Unknown };

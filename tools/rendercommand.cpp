@@ -10,6 +10,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "picturesize.h"
 #include "rendering.h"
 
 namespace {
@@ -19,7 +20,7 @@ struct RenderArguments {
 };
 
 // Reads a number off the front of `text`; false when there is none.
-template <class Number> bool takeNumber(std::string_view& text, Number& number) {
+bool takeNumber(std::string_view& text, float& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc())
         return false;
@@ -44,12 +45,10 @@ std::array<float, 3> pointOf(const std::string& option, std::string_view text) {
 }
 
 QSize sizeOf(std::string_view text) {
-    int width = 0;
-    int height = 0;
-    if (!takeNumber(text, width) || !takeCharacter(text, 'x') || !takeNumber(text, height) || !text.empty() ||
-        width < 1 || height < 1)
+    const std::optional<QSize> size = pictureSizeOf(text);
+    if (!size)
         throw CLI::ValidationError("--size", "width and height in pixels are wanted, such as 640x480");
-    return {width, height};
+    return *size;
 }
 
 void addOutputOptions(CLI::App& parser, RenderArguments& arguments) {

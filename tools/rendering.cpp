@@ -2,14 +2,11 @@
 #include "rendering.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 #include <QFile>
 
+#include "inputfile.h"
+#include "inputtexts.h"
 #include "interrupt.h"
 #include "movieoutput.h"
 #include "pictureoutput.h"
@@ -47,11 +44,7 @@ private:
 
 // Why a file gave no samples.
 std::string reasonOf(const std::string& path) {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0)
-        return std::strerror(errno);
-    ::close(descriptor);
-    return "no engagement in it";
+    return openInputFile(path) == nullptr ? openFault(path) : "holds no samples";
 }
 
 std::unique_ptr<FrameOutput> outputOf(const RenderPlan& plan) {

@@ -2,16 +2,16 @@
 #include "renderplan.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
 
 #include <QImageWriter>
 
-#include "moviesettings.h"
-#include "pictureoutput.h"
+#include "picturefile.h"
+#include "picturesize.h"
 #include "shellquote.h"
+#include "shortestnumber.h"
 
 namespace {
 constexpr std::int64_t kMostFrames = 10000000; // nearly four days of movie
@@ -19,10 +19,6 @@ constexpr std::int64_t kMostFrames = 10000000; // nearly four days of movie
 bool isMovie(const std::string& path) {
     const QByteArray extension = extensionOf(path);
     return extension == "avi" || extension == "mpg";
-}
-
-std::string sizeText(int width, int height) {
-    return std::to_string(width) + "x" + std::to_string(height);
 }
 
 std::optional<std::string> problemOfOutput(const RenderRequest& request) {
@@ -33,13 +29,7 @@ std::optional<std::string> problemOfOutput(const RenderRequest& request) {
     if (isMovie(output)) {
         if (name.hasNumber())
             return output + ": a movie's name has no number in it";
-        const QSize size = request.size;
-        const QSize valid(nearestMovieSide(size.width()), nearestMovieSide(size.height()));
-        if (size != valid)
-            return "the sides of a movie are multiples of " + std::to_string(QVideoEncoder::kSizeStep) + ": not " +
-                   sizeText(size.width(), size.height()) + ", but for example " +
-                   sizeText(valid.width(), valid.height());
-        return {};
+        return movieSizeProblem(request.size);
     }
     const QByteArray extension = extensionOf(output);
     if (extension.isEmpty())
@@ -81,15 +71,8 @@ std::optional<std::string> problemOfView(const RenderRequest& request) {
     return {};
 }
 
-// As the words of a command are written: whatever the locale, and read back to the same value.
-template <class Number> std::string numberText(Number value) {
-    std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
-    return {text.data(), end};
-}
-
 std::string pointText(const float (&xyz)[3]) {
-    return numberText(xyz[0]) + "," + numberText(xyz[1]) + "," + numberText(xyz[2]);
+    return shortestText(xyz[0]) + "," + shortestText(xyz[1]) + "," + shortestText(xyz[2]);
 }
 
 std::string absolutePath(const std::string& path) {
@@ -131,12 +114,12 @@ PlannedRendering planRendering(const RenderRequest& request, double endSeconds) 
     const double steps = std::floor((plan.toSeconds - plan.fromSeconds) / plan.stepSeconds + kSlack);
     if (!(steps >= 0.0))
         return {
-            plan,
-            "there is no frame from " + numberText(plan.fromSeconds) + " s to " + numberText(plan.toSeconds) + " s"};
+            plan, "there is no frame from " + shortestText(plan.fromSeconds) + " s to " + shortestText(plan.toSeconds) +
+                      " s"};
     if (steps >= static_cast<double>(kMostFrames))
         return {
             plan, "there are more than " + std::to_string(kMostFrames) + " frames from " +
-                      numberText(plan.fromSeconds) + " s to " + numberText(plan.toSeconds) + " s"};
+                      shortestText(plan.fromSeconds) + " s to " + shortestText(plan.toSeconds) + " s"};
     plan.frameCount = static_cast<std::int64_t>(steps) + 1;
     return {plan, {}};
 }
@@ -155,12 +138,12 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
     if (plan.camera.mode == ViewFree)
         words.insert(words.end(), {"--eye", pointText(plan.camera.eye), "--look-at", pointText(plan.camera.lookAt)});
     if (plan.kind == OutputKind::Picture)
-        words.insert(words.end(), {"--at", numberText(plan.fromSeconds)});
+        words.insert(words.end(), {"--at", shortestText(plan.fromSeconds)});
     else
         words.insert(
-            words.end(), {"--from", numberText(plan.fromSeconds), "--to", numberText(plan.toSeconds), "--step",
-                          numberText(plan.stepSeconds)});
-    words.insert(words.end(), {"--size", sizeText(plan.size.width(), plan.size.height())});
+            words.end(), {"--from", shortestText(plan.fromSeconds), "--to", shortestText(plan.toSeconds), "--step",
+                          shortestText(plan.stepSeconds)});
+    words.insert(words.end(), {"--size", sizeText(plan.size)});
     if (request.followedFile)
         words.insert(words.end(), {"--follow", std::to_string(*request.followedFile)});
     if (plan.scene.showTerrain)

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <string>
 
 // A float's text is the shortest for a float.
@@ -17,4 +18,13 @@ template <class Number> std::string shortestText(Number value) {
     std::string text;
     appendShortest(text, value);
     return text;
+}
+
+// The double that is written with as few digits as the float: 6.6, not 6.599999904632568.
+inline double shortestDouble(float value) {
+    const std::string digits = shortestText(value);
+    double number = double{value}; // stays when it is not finite
+    if (std::isfinite(value))
+        std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return number;
 }

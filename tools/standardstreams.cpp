@@ -7,6 +7,7 @@
 #include <iostream>
 #include <streambuf>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -57,7 +58,8 @@ struct StandardStreams::Output {
 StandardStreams::StandardStreams() {
     std::fflush(stdout);
     std::cout.flush();
-    output_ = std::make_unique<Output>(::dup(STDOUT_FILENO));
+    // Not a number that belongs to a closed standard stream: whoever reads or writes that one would get this.
+    output_ = std::make_unique<Output>(::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     ::dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 

@@ -14,6 +14,7 @@
 #include "cnumericlocale.h"
 #include "inputfile.h"
 #include "loadclstomatfile.h"
+#include "shortestnumber.h"
 #include "subterrain.h"
 #include "terrainfileexists.h"
 #include "terrainreflectance.h"

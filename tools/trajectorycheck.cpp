@@ -2,15 +2,13 @@
 #include "trajectorycheck.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include <QFile>
-#include <QProcess>
 
 #include "engagementfiles.h"
 #include "linereading.h"
 #include "samplecheck.h"
-#include "trajectoryinput.h"
+#include "trajectoryfile.h"
 #include "watchedreader.h"
 
 namespace {
@@ -100,6 +98,8 @@ void TrajectoryCheck::header(const WatchedHeader& told) {
     for (const LineFaults& faults : told.faults)
         if (faults.lineInRecord < told.linesRead)
             reportWords(faults, faults.lineInRecord == kView ? "1.5" : "0");
+    if (!isHeaderWhole_)
+        return; // the names that it lacks would be reported as missing files
     const EngagementFiles named = namedFiles(header_);
     const EngagementFiles chosen = chooseFiles(header_);
     checkTerrainFiles(named, chosen);
@@ -214,33 +214,18 @@ void TrajectoryCheck::finish() {
         findings_.error({}, kRecords, "there are no samples: the viewer refuses the file");
     samples_.report(findings_, !wasOutOfStep_);
 }
-
-void checkDecompressor(QIODevice& device, FindingList& findings) {
-    auto* const process = qobject_cast<QProcess*>(&device);
-    if (process == nullptr)
-        return;
-    process->waitForFinished(-1);
-    if (process->exitStatus() != QProcess::NormalExit || process->exitCode() != 0)
-        findings.error({}, kFiles, "uncompress can't read all of the file: its data are damaged or cut short");
-}
 } // namespace
 
 std::optional<TrajectoryFileHeader> checkTrajectory(const std::string& path, FindingList& findings) {
-    TrajectoryInput input;
-    if (path == "-") {
-        auto file = std::make_unique<QFile>();
-        if (file->open(stdin, QIODevice::ReadOnly))
-            input.device = std::move(file);
-    } else {
-        input = openTrajectory(QFile::decodeName(path.c_str()));
-    }
+    const TrajectoryInput input = openTrajectoryAt(path);
     if (input.device == nullptr) {
         findings.error({}, kFiles, "the file can't be opened, or uncompress can't be started");
         return std::nullopt;
     }
     TrajectoryCheck check(findings);
     readWatched(input.device.get(), input.isProcess, check);
-    checkDecompressor(*input.device, findings);
+    if (!input.cameWhole())
+        findings.error({}, kFiles, "its compressed data are damaged or cut short");
     check.finish();
     return check.readHeader();
 }

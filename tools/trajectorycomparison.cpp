@@ -89,11 +89,18 @@ public:
     TrajectoryComparison result;
 
 private:
-    // A name is only put together for what differs.
-    template <class Name> void compare(const Name& name, double a, double b) {
-        if (std::abs(a - b) <= tolerance_)
-            return;
-        take({time_, std::string(name), a, b});
+    // The numbers are compared as a file would write them. A name is only put together for what differs.
+    template <class Name> void compare(const Name& name, float a, float b) {
+        if (a != b)
+            take(name, shortestDouble(a), shortestDouble(b));
+    }
+    template <class Name> void compare(const Name& name, int a, int b) {
+        if (a != b)
+            take(name, a, b);
+    }
+    template <class Name> void take(const Name& name, double a, double b) {
+        if (std::abs(a - b) > tolerance_)
+            take({time_, std::string(name), a, b});
     }
 
     void compareFlares(const keyframe& a, const keyframe& b) {

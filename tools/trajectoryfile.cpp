@@ -1,4 +1,4 @@
-// Reads a trajectory for the sub-commands: its header and samples, none of the files that it names.
+// Opens and reads trajectories for the sub-commands, from files and from standard input.
 #include "trajectoryfile.h"
 
 #include <cstdio>
@@ -7,39 +7,34 @@
 #include <QFile>
 
 #include "filekind.h"
-#include "trajectoryinput.h"
+#include "inputtexts.h"
 
-namespace {
-TrajectoryInput openInput(const std::string& path) {
+TrajectoryInput openTrajectoryAt(const std::string& path) {
     if (path != "-")
         return openTrajectory(QFile::decodeName(path.c_str()));
+    // By way of the C stream: the lines are read as from a file, however small a pipe's pieces are.
     auto input = std::make_unique<QFile>();
     if (!input->open(stdin, QIODevice::ReadOnly))
         return {};
     return {std::move(input), false};
 }
-} // namespace
 
 std::optional<TrajectoryFile> readTrajectoryFile(const std::string& path, std::string& problem) {
-    const TrajectoryInput input = openInput(path);
-    if (input.device == nullptr) {
-        problem = inputName(path) + ": can't be opened";
+    const auto fail = [&](const std::string& reason) {
+        problem = inputName(path) + ": " + reason;
         return std::nullopt;
-    }
-    if (path != "-" && fileKindOf(path) != FileKind::Trajectory) {
-        problem = path + ": not a trajectory";
-        return std::nullopt;
-    }
+    };
+    const TrajectoryInput input = openTrajectoryAt(path);
+    if (input.device == nullptr)
+        return fail(openFault(path));
+    if (path != "-" && fileKindOf(path) != FileKind::Trajectory)
+        return fail("is no trajectory");
     TrajectoryFile file;
     file.header = readTrajectoryHeader(input.device.get(), input.isProcess);
     file.samples = readRecords(input.device.get(), input.isProcess);
-    if (file.samples.isEmpty()) {
-        problem = inputName(path) + ": holds no samples";
-        return std::nullopt;
-    }
+    if (!input.cameWhole())
+        return fail("its compressed data are damaged or cut short");
+    if (file.samples.isEmpty())
+        return fail("holds no samples");
     return file;
-}
-
-std::string inputName(const std::string& path) {
-    return path == "-" ? "standard input" : path;
 }

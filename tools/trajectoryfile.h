@@ -1,4 +1,4 @@
-// Reads a trajectory for the sub-commands: its header and samples, none of the files that it names.
+// Opens and reads trajectories for the sub-commands, from files and from standard input.
 #pragma once
 
 #include <optional>
@@ -6,16 +6,18 @@
 
 #include <QMap>
 
+#include "trajectoryinput.h"
 #include "trajectoryreader.h"
 
+// The trajectory at `path`; "-" is standard input.
+TrajectoryInput openTrajectoryAt(const std::string& path);
+
+// A trajectory's header and samples, none of the files that it names.
 struct TrajectoryFile {
     TrajectoryFileHeader header;
     QMap<double, keyframe> samples; // at least one
 };
 
-// The trajectory at `path`; "-" is standard input. Nothing, with the reason in `problem`, when it can't be opened, is
-// something else or holds no samples.
+// Nothing, with the reason in `problem`, when the trajectory can't be opened or decompressed, is something else or
+// holds no samples.
 std::optional<TrajectoryFile> readTrajectoryFile(const std::string& path, std::string& problem);
-
-// How messages call `path`.
-std::string inputName(const std::string& path);

@@ -5,8 +5,8 @@
 
 #include "encounter.h"
 #include "engagementfiles.h"
-#include "trajectoryinput.h"
-#include "trajectoryreader.h"
+#include "shortestnumber.h"
+#include "trajectoryfile.h"
 #include "trajectorysummary.h"
 
 namespace {
@@ -103,22 +103,20 @@ void describeSamples(const TrajectorySummary& summary, LengthUnit unit, InfoReco
 }
 } // namespace
 
-InfoFault describeTrajectory(const QString& path, LengthUnit unit, InfoRecord& record) {
-    const TrajectoryInput input = openTrajectory(path);
-    record["is_compressed"] = input.isProcess;
+InfoFault describeTrajectory(const std::string& path, LengthUnit unit, InfoRecord& record) {
+    const TrajectoryInput input = openTrajectoryAt(path);
+    if (path != "-")
+        record["is_compressed"] = input.isProcess;
     if (input.device == nullptr)
         return input.isProcess ? "the program uncompress can't be started" : "can't be opened";
-    return describeTrajectory(input.device.get(), input.isProcess, unit, record);
-}
-
-InfoFault describeTrajectory(QIODevice* device, bool isProcess, LengthUnit unit, InfoRecord& record) {
-    const TrajectoryFileHeader header = readTrajectoryHeader(device, isProcess);
+    const TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
     if (header.terrainTopoPath.isNull())
-        return isProcess ? "can't be decompressed, or is empty" : "is empty";
+        return input.isProcess ? "can't be decompressed, or is empty" : "is empty";
     SampleTable table;
-    readEachRecord(device, isProcess, [&table](const keyframe& sample, const std::vector<flareKeyframe>& flares) {
+    const auto addSample = [&table](const keyframe& sample, const std::vector<flareKeyframe>& flares) {
         table.add(sample, flares);
-    });
+    };
+    const bool isLastWhole = readEachRecord(input.device.get(), input.isProcess, addSample);
     const TrajectorySummary summary = table.summarise();
     const EngagementFiles files = chooseFiles(header);
     record["header"] = headerRecord(header);
@@ -130,5 +128,7 @@ InfoFault describeTrajectory(QIODevice* device, bool isProcess, LengthUnit unit,
     if (summary.samples == 0)
         return "holds no samples";
     describeSamples(summary, unit, record);
-    return std::nullopt;
+    if (!input.cameWhole())
+        return "its compressed data are damaged or cut short";
+    return isLastWhole ? std::nullopt : InfoFault("the data end within the last record");
 }

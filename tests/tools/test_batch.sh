@@ -22,7 +22,7 @@ echo nonsense >ETXYZ.OUT.broken
 status=0
 sh -c "$(block 1)" 2>"$folder/messages" || status=$?
 [ "$status" -eq 123 ] || fail "the broken engagement went unnoticed: $status"
-grep -qx 'sorvane render: ETXYZ.OUT.broken: no engagement in it' "$folder/messages" || fail "$(cat "$folder/messages")"
+grep -qx 'sorvane render: ETXYZ.OUT.broken: holds no samples' "$folder/messages" || fail "$(cat "$folder/messages")"
 for engagement in "${engagements[@]}"; do
     [ -s "movies/$engagement.avi" ] || fail "no movie of $engagement"
 done

@@ -26,17 +26,23 @@ TEST(CommandLine, TellsHelpAndVersionOnStandardOutput) {
 }
 
 TEST(CommandLine, RefusesWrongUsageOnStandardError) {
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{},
-          {"nonsense"},
-          {"demo"},
-          {"demo", "a", "b"},
-          {"demo", "a", "--data-root", "b"},
-          {"--nonsense"}}) {
-        const CommandRun run = runCommand(arguments);
+    struct Row {
+        std::vector<std::string> arguments;
+        const char* message;
+    };
+    for (const Row& row : std::initializer_list<Row>{
+             {{}, "sorvane: a sub-command is required; see sorvane --help\n"},
+             {{"nonsense", "a"}, "sorvane: there is no sub-command or option nonsense; see sorvane --help\n"},
+             {{"--nonsense"}, "sorvane: there is no sub-command or option --nonsense; see sorvane --help\n"},
+             {{"demo"}, "sorvane demo: DIR is required; see sorvane demo --help\n"},
+             {{"demo", "a", "b"},
+              "sorvane demo: the following argument was not expected: b; see sorvane demo --help\n"},
+             {{"demo", "a", "--data-root", "b"},
+              "sorvane demo: --data-root: an absolute path is wanted, not b; see sorvane demo --help\n"}}) {
+        const CommandRun run = runCommand(row.arguments);
         EXPECT_EQ(run.status, ExitStatus::Failed);
         EXPECT_EQ(run.out, "");
-        EXPECT_NE(run.err, "");
+        EXPECT_EQ(run.err, row.message);
     }
 }
 

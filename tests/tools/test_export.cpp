@@ -1,5 +1,6 @@
 // `sorvane export`.
 #include <cmath>
+#include <cstdlib>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -8,6 +9,7 @@
 #include <QXmlStreamReader>
 
 #include "commandrun.h"
+#include "fulldisk.h"
 #include "geodetic.h"
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
@@ -141,17 +143,21 @@ TEST_F(ExportTest, SaysWhatIsWrongAndLeavesNoFile) {
         std::string message;
     };
     const std::string out = folder.file("out/a.kml");
+    const std::string damaged = folder.write("damaged.Z", "\x1f\x9d\x90nonsense");
     const Row rows[] = {
-        {{folder.file("missing")}, folder.file("missing") + ": can't be opened"},
-        {{folder.path().string()}, folder.path().string() + ": can't be opened"},
-        {{geometry}, geometry + ": not a trajectory"},
+        {{folder.file("missing")}, folder.file("missing") + ": there is no such file"},
+        {{folder.path().string()}, folder.path().string() + ": is not a regular file"},
+        {{geometry}, geometry + ": is no trajectory"},
         {{folder.write("ETXYZ.OUT.empty", "")}, folder.file("ETXYZ.OUT.empty") + ": holds no samples"},
-        {{file, "-o", "a.txt"}, "the format does not follow from the name a.txt: give --format"},
+        {{file, "-o", "a.txt"}, "a.txt: its name tells no format; give --format"},
         {{file, "--format", "kml"}, "kml needs --origin and --unit"},
         {{file, "--format", "czml", "--origin", "1,2"}, "czml needs --origin and --unit"},
         {{file, "--format", "kml", "--unit", "m", "--origin", "91,2"}, "--origin is not LAT,LON or LAT,LON,ALT: 91,2"},
         {{file, "--format", "kml", "--unit", "m", "--origin", "1,2", "--epoch", "soon"},
          "--epoch is no date of ISO 8601: soon"},
+        {{file, "--format", "kml", "--unit", "m", "--origin", "1,2", "--x-bearing", "nan"},
+         "--x-bearing is no finite number"},
+        {{damaged}, damaged + ": its compressed data are damaged or cut short"},
         {{late, "--format", "kml", "--unit", "m", "--origin", "1,2"},
          late + ": its times lie outside the years 1 to 9999"},
         {{file, "--unit", "m", "--origin", "1,2", "-o", out}, out + ": No such file or directory"},
@@ -165,5 +171,41 @@ TEST_F(ExportTest, SaysWhatIsWrongAndLeavesNoFile) {
         EXPECT_EQ(run.out, "");
     }
     EXPECT_EQ(runCommand({"export", file, "--unit", "miles"}).status, ExitStatus::Failed);
+}
+
+// As a shell runs it: with pipes, and with disks that are full.
+TEST_F(ExportTest, ReadsPipesAndTellsOfResultsThatAreLost) {
+    const std::string whole = runCommand({"export", file}).out;
+    const std::string command = "'" SORVANE_COMMAND "'";
+    const std::string out = folder.file("out");
+    struct Row {
+        std::string line;
+        int status;
+        std::string result;
+    };
+    const Row rows[] = {
+        {"(head -c 300 '" + file + "'; sleep 0.1; tail -c +301 '" + file + "') | " + command + " export -", 0, whole},
+        {"compress -cf '" + file + "' >'" + file + ".Z'; " + command + " export '" + file + ".Z'", 0, whole},
+        {command + " export '" + file + "' -o /dev/stdout", 0, whole},
+        {command + " export '" + file + "' >/dev/full", 2, ""},
+        {command + " export --help >/dev/full", 2, ""},
+        {command + " export - <&-", 2, ""},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(WEXITSTATUS(std::system(("(" + row.line + ") >'" + out + "' 2>/dev/null").c_str())), row.status);
+        EXPECT_EQ(readWholeFile(out), row.result) << row.line;
+    }
+}
+
+TEST_F(ExportTest, AFailedWriteLeavesWhatWasThere) {
+    const std::string table = folder.write("a.csv", "before");
+    CommandRun run;
+    {
+        const FullDisk full(100);
+        run = runCommand({"export", file, "-o", table});
+    }
+    EXPECT_EQ(run.status, ExitStatus::Failed);
+    EXPECT_EQ(run.err, "sorvane export: " + table + ": could not be written\n");
+    EXPECT_EQ(readWholeFile(table), "before");
 }
 } // namespace

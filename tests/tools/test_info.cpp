@@ -1,4 +1,5 @@
 // `sorvane info` on good and on broken files.
+#include <algorithm>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -201,6 +202,8 @@ TEST_F(Info, GoesOnAfterBrokenFiles) {
         {directory.write("ETXYZ.OUT.0", header), "holds no samples"},
         {directory.write("ETXYZ.OUT.2", ""), "is empty"},
         {directory.write("broken.Z", "nothing compressed"), "can't be decompressed, or is empty"},
+        {directory.write("ETXYZ.OUT.cut", std::string(header) + "0 1 1 2 3 0 0 0\n"),
+         "the data end within the last record"},
         {directory.write("a.vnl", "1 1\n0 0 0 0 0 0\n0 0 0 0 0 1 v\n1 1 1 2 p\n"),
          "ends the viewer: us2 should be less than numVerts = 1, but is 1."},
         {directory.write("b.vnl", "3 2000000000\n"), "announces more or fewer facets than it can hold"},
@@ -227,7 +230,9 @@ TEST_F(Info, GoesOnAfterBrokenFiles) {
     std::string expected;
     for (std::size_t i = 0; i < std::size(rows); ++i) {
         EXPECT_EQ(files[i].value("error", ""), rows[i].error) << rows[i].path;
-        expected += "sorvane info: " + rows[i].path + ": " + rows[i].error + "\n";
+        std::string line = "sorvane info: " + rows[i].path + ": " + rows[i].error;
+        std::ranges::replace(line, '\n', '?'); // what a file holds can't break it
+        expected += line + "\n";
     }
     EXPECT_EQ(err, expected);
     EXPECT_EQ(files.back()["samples"], 3);

@@ -7,13 +7,13 @@
 #include <thread>
 
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <QImage>
 
 #include "commandrun.h"
 #include "environmentvariable.h"
+#include "fulldisk.h"
 #include "makedemonstration.h"
 #include "moviereader.h"
 #include "temporarydirectory.h"
@@ -160,8 +160,8 @@ TEST_F(RenderTest, ABrokenFileIsNamedAndLeftOut) {
     const std::string missing = directory.file("missing");
     const CommandRun run = render("a.png", {broken, missing});
     EXPECT_EQ(run.status, ExitStatus::ProblemsFound);
-    EXPECT_THAT(run.err, HasSubstr("sorvane render: " + broken + ": no engagement in it\n"));
-    EXPECT_THAT(run.err, HasSubstr("sorvane render: " + missing + ": No such file or directory\n"));
+    EXPECT_THAT(run.err, HasSubstr("sorvane render: " + broken + ": holds no samples\n"));
+    EXPECT_THAT(run.err, HasSubstr("sorvane render: " + missing + ": there is no such file\n"));
     EXPECT_TRUE(QImage(QString::fromStdString(results.file("a.png"))).convertToFormat(QImage::Format_RGB32) == alone);
 
     const CommandRun none = runCommand({"render", missing, "-o", results.file("none.png")});
@@ -192,27 +192,13 @@ TEST_F(RenderTest, AFileThatEndsTheViewerIsLeftOut) {
     EXPECT_TRUE(QImage(QString::fromStdString(results.file("a.png"))).convertToFormat(QImage::Format_RGB32) == alone);
 }
 
-// While one lives, no file can grow beyond some bytes, as on a full disk.
-struct FullDisk {
-    FullDisk() {
-        ::getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit little{2000, before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &little);
-    }
-    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before); }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-    rlimit before{};
-};
-
 TEST_F(RenderTest, AFailedWriteLeavesWhatWasThere) {
     for (const char* const name : {"a.png", "a.bmp", "a.avi", "a.mpg"}) {
         std::filesystem::remove_all(results.path());
         results.write(name, "before");
         CommandRun run;
         {
-            const FullDisk full;
+            const FullDisk full(2000);
             run = render(name, {"--view", "target"});
         }
         EXPECT_EQ(run.status, ExitStatus::Failed);

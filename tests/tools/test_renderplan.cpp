@@ -110,10 +110,11 @@ TEST(RenderCommand, RefusesWhatCanNotBeMeant) {
     EXPECT_EQ(refusal({"-o", "a.png", "--follow", "2"}), "sorvane render: --follow counts the files from 1 to 1");
     EXPECT_EQ(
         refusal({"-o", "a.png", "--eye", "1,2"}),
-        "--eye: three numbers with commas between them are wanted, such as 100,0,-250.5");
+        "sorvane render: --eye: three numbers with commas between them are wanted, such as 100,0,-250.5; "
+        "see sorvane render --help");
     EXPECT_EQ(
         refusal({"-o", "a.png", "--size", "640*480"}),
-        "--size: width and height in pixels are wanted, such as 640x480");
+        "sorvane render: --size: width and height in pixels are wanted, such as 640x480; see sorvane render --help");
     EXPECT_EQ(refusal({"-o", "a.xyz"}).substr(0, 49), "sorvane render: a.xyz: no format is called xyz, b");
 }
 
