@@ -15,9 +15,13 @@
 #include "playbackclock.h"
 
 void FileReload::registerLoaded(const etxyz& engagement, const FileStamp& stamp) {
+    registerLoaded(engagement, stamp, modelFilesOf(engagement));
+}
+
+void FileReload::registerLoaded(const etxyz& engagement, const FileStamp& stamp, ModelFiles files) {
     places_.facts.add(engagement);
     places_.watch.watch(engagement.menu->title(), stamp);
-    modelFiles_[&engagement] = modelFilesOf(engagement);
+    modelFiles_[&engagement] = std::move(files);
 }
 
 QStringList FileReload::reloadAll() {
@@ -33,18 +37,19 @@ QStringList FileReload::reloadAll() {
             continue;
         }
         etxyz& loaded = *fresh;
-        replace(*old, std::move(fresh));
-        registerLoaded(loaded, stamp);
+        ModelFiles files = modelFilesOf(loaded); // before they are read
+        replace(*old, std::move(fresh), files);
+        registerLoaded(loaded, stamp, std::move(files));
     }
     places_.view.setKeyframe(places_.view.currentTime());
     places_.view.update();
     return unreadable;
 }
 
-void FileReload::replace(etxyz& old, std::unique_ptr<etxyz> fresh) {
+void FileReload::replace(etxyz& old, std::unique_ptr<etxyz> fresh, const ModelFiles& files) {
     etxyz& successor = *fresh;
     successor.menu = std::exchange(old.menu, nullptr);
-    takeOverModels(old, successor);
+    takeOverModels(old, successor, files);
     std::ranges::replace(places_.engagements, &old, &successor);
     places_.view.replaceEtxyz(old, successor);
     places_.facts.forget(old);
@@ -57,13 +62,12 @@ void FileReload::replace(etxyz& old, std::unique_ptr<etxyz> fresh) {
     places_.view.doneCurrent();
 }
 
-void FileReload::takeOverModels(etxyz& old, etxyz& fresh) {
+void FileReload::takeOverModels(etxyz& old, etxyz& fresh, const ModelFiles& now) {
     if (!old.areHardbodiesInitialized()) {
         places_.view.initHardbodiesIfReady(fresh);
         return;
     }
     const ModelFiles& before = modelFiles_.at(&old);
-    const ModelFiles now = modelFilesOf(fresh);
     // What is taken over is away while the rest is initialised, so that it isn't read again.
     const auto takeOver = [](auto& from, auto& to, bool isSame) {
         if (isSame)

@@ -36,8 +36,9 @@ public:
     QStringList reloadAll();
 
 private:
-    void replace(etxyz& old, std::unique_ptr<etxyz> fresh);
-    void takeOverModels(etxyz& old, etxyz& fresh);
+    void registerLoaded(const etxyz& engagement, const FileStamp& stamp, ModelFiles files);
+    void replace(etxyz& old, std::unique_ptr<etxyz> fresh, const ModelFiles& files);
+    void takeOverModels(etxyz& old, etxyz& fresh, const ModelFiles& now);
 
     ReloadPlaces places_;
     std::map<const etxyz*, ModelFiles> modelFiles_; // as they were when they were read
