@@ -15,7 +15,7 @@ std::vector<std::string> choicesOf(const std::string& typeName) {
         return {};
     std::vector<std::string> choices = CLI::detail::split(typeName.substr(begin + 1, end - begin - 1), ',');
     for (std::string& choice : choices)
-        choice = choice.substr(0, choice.find("->"));
+        choice.resize(std::min(choice.find("->"), choice.size()));
     return choices;
 }
 

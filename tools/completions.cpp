@@ -225,12 +225,19 @@ end
 )";
     const std::string begin = "complete -c " + command.name;
     script += begin + " -f\n";
+    const std::string first = begin + " -n " + asked;
     for (const OptionDescription& option : command.options)
-        script += fishOption(begin + " -n " + asked, option);
+        script += fishOption(first, option);
     for (const CommandDescription& subCommand : command.subCommands)
-        script += begin + " -n " + asked + " -a " + subCommand.name + " -d " +
-                  fishQuoted(firstSentence(subCommand.description)) + "\n";
-    for (const CommandDescription& subCommand : command.subCommands)
-        script += fishArguments(begin + " -n " + fishQuoted(asked + ' ' + subCommand.name), subCommand);
+        script.append(first)
+            .append(" -a ")
+            .append(subCommand.name)
+            .append(" -d ")
+            .append(fishQuoted(firstSentence(subCommand.description)) + "\n");
+    for (const CommandDescription& subCommand : command.subCommands) {
+        std::string after = begin;
+        after.append(" -n ").append(fishQuoted(asked + ' ' + subCommand.name));
+        script += fishArguments(after, subCommand);
+    }
     return script;
 }

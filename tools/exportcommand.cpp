@@ -70,7 +70,7 @@ public:
         if (format_ != "csv" && format_ != "kml" && format_ != "czml")
             return options_.output + ": its name tells no format; give --format";
         if (format_ != "csv")
-            if (const Complaint complaint = takePlace())
+            if (Complaint complaint = takePlace())
                 return complaint;
         std::string problem;
         const std::optional<TrajectoryFile> trajectory = readTrajectoryFile(options_.file, problem);

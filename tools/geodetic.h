@@ -18,6 +18,6 @@ public:
     GeodeticPosition positionOf(const float (&units)[3]) const;
 
 private:
-    double origin_[3];  // metres from the Earth's centre: towards 0° N 0° E, 0° N 90° E and the north pole
-    double axes_[3][3]; // x, y and z in the same directions, as long as a unit
+    double origin_[3] = {};  // metres from the Earth's centre: towards 0° N 0° E, 0° N 90° E and the north pole
+    double axes_[3][3] = {}; // x, y and z in the same directions, as long as a unit
 };

@@ -2,6 +2,7 @@
 #include "infotext.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include <QString>
@@ -26,8 +27,10 @@ Cell numberCell(const std::string& name, double value) {
 }
 
 Cell cellOf(const std::string& name, const InfoRecord& value) {
-    if (value.is_string())
-        return {readable(name), value == "" ? "-" : harmless(value.get<std::string>())};
+    if (value.is_string()) {
+        const auto text = value.get<std::string>();
+        return {readable(name), text.empty() ? "-" : harmless(text)};
+    }
     if (value.is_boolean())
         return {readable(name), value.get<bool>() ? "yes" : "no"};
     if (value.is_number_integer())
@@ -63,9 +66,10 @@ void writeTable(const InfoRecord& rows, std::size_t indentation, std::ostream& o
     for (const auto& [name, value] : rows.front().items())
         lines.front().push_back(cellOf(name, value).name);
     for (const InfoRecord& row : rows) {
-        std::vector<std::string>& line = lines.emplace_back();
+        std::vector<std::string> line;
         for (const auto& [name, value] : row.items())
             line.push_back(cellOf(name, value).text);
+        lines.push_back(std::move(line));
     }
     std::vector<std::size_t> widths(lines.front().size());
     for (const auto& line : lines)
