@@ -32,6 +32,8 @@ struct WindowParts {
 class WindowFeatures {
 public:
     explicit WindowFeatures(const WindowParts& parts);
+    WindowFeatures(const WindowFeatures&) = delete;
+    WindowFeatures& operator=(const WindowFeatures&) = delete;
 
     // An engagement has been registered; its file had this stamp before it was read.
     void engagementAdded(const etxyz& engagement, const FileStamp& stamp);

@@ -47,7 +47,8 @@ TEST(KeyTableTest, OnlyModifiersThatTypeACharacterAreOverlooked) {
 TEST(KeyTableTest, PrintsSectionsWithTables) {
     const QString text = keyTableAsMarkdown();
     EXPECT_TRUE(text.startsWith("### Playback\n\n| key | what it does |\n|---|---|\n| `Space` | play forward"));
-    for (const char* const part : {"\n\n### Loop\n\n| key |", "\n| `\\` | loop", "\n| `F1`, `?` | list of the keys |\n"})
+    for (const char* const part :
+         {"\n\n### Loop\n\n| key |", "\n| `\\` | loop", "\n| `F1`, `?` | list of the keys |\n"})
         EXPECT_TRUE(text.contains(part)) << part;
 }
 } // namespace
