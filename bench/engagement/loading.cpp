@@ -2,7 +2,6 @@
 #include <benchmark/benchmark.h>
 
 #include <fcntl.h>
-#include <malloc.h>
 #include <memory>
 #include <unistd.h>
 
@@ -13,32 +12,14 @@
 #include <fast_float/fast_float.h>
 
 #include "etxyz.h"
+#include "loadbench.h"
 #include "longtrajectory.h"
 
 namespace {
 constexpr int kHeaderLines = 12;
 
-// So that every iteration asks the system for its memory, as a program does with its first file.
-void giveMemoryBack() {
-    ::malloc_trim(0);
-}
-
-void load(benchmark::State& state, const QString& path) {
-    for (auto _ : state) {
-        auto engagement = std::make_unique<etxyz>();
-        engagement->LoadETXYZ(path);
-        state.PauseTiming();
-        if (engagement->keyframes.size() != kSampleCount)
-            state.SkipWithError("not all samples were read");
-        engagement.reset();
-        giveMemoryBack();
-        state.ResumeTiming();
-    }
-    state.SetBytesProcessed(state.iterations() * QFileInfo(path).size());
-}
-
 void loadPlain(benchmark::State& state) {
-    load(state, longTrajectory());
+    benchmarkLoad(state, longTrajectory());
 }
 
 class ObviousReader {
@@ -149,7 +130,7 @@ void bareScan(benchmark::State& state) {
 }
 
 void loadCompressed(benchmark::State& state) {
-    load(state, compressedTrajectory());
+    benchmarkLoad(state, compressedTrajectory());
 }
 
 void uncompressAlone(benchmark::State& state) {

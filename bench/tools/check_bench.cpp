@@ -1,20 +1,13 @@
 // `sorvane check` on a long trajectory: time against the viewer's load of it.
 #include <benchmark/benchmark.h>
 
-#include <malloc.h>
-#include <memory>
 #include <sstream>
 
 #include "commandline.h"
-#include "etxyz.h"
+#include "loadbench.h"
 #include "longtrajectory.h"
 
 namespace {
-// So that every iteration asks the system for its memory, as a program does with its first file.
-void giveMemoryBack() {
-    ::malloc_trim(0);
-}
-
 void check(benchmark::State& state) {
     const std::string path = longTrajectory().toStdString();
     for (auto _ : state) {
@@ -32,17 +25,7 @@ void check(benchmark::State& state) {
 }
 
 void load(benchmark::State& state) {
-    const QString path = longTrajectory();
-    for (auto _ : state) {
-        auto engagement = std::make_unique<etxyz>();
-        engagement->LoadETXYZ(path);
-        state.PauseTiming();
-        if (engagement->keyframes.size() != kSampleCount)
-            state.SkipWithError("not all samples were read");
-        engagement.reset();
-        giveMemoryBack();
-        state.ResumeTiming();
-    }
+    benchmarkLoad(state, longTrajectory());
 }
 } // namespace
 
