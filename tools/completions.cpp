@@ -80,7 +80,7 @@ std::string bashArguments(const CommandDescription& command) {
     return branch + "\n        fi\n        ;;\n";
 }
 
-// In a specification of _arguments a bracket ends a description and a colon a field.
+// In what _arguments takes a bracket ends a description and a colon a field.
 std::string zshText(const std::string& text) {
     std::string escaped = replaced(text, '\\', "\\\\");
     for (const char special : {'[', ']', ':'})
