@@ -80,7 +80,7 @@ std::string optionTerm(const OptionDescription& option) {
     return option.metavariable.empty() ? term : term + " " + italic(option.metavariable);
 }
 
-std::string sentence(std::string text) {
+std::string sentence(const std::string& text) {
     return text.empty() || text.ends_with('.') ? text : text + '.';
 }
 
