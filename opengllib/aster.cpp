@@ -5,10 +5,12 @@
 #include <vector>
 
 #include "cnumericlocale.h"
+#include "fail.h"
 #include "filechecks.h"
 #include "inputfile.h"
-#include "printerror.h"
 #include "textlines.h"
+
+using sorvane::fail;
 
 namespace {
 std::vector<Aster::asterdata> cache;
@@ -69,10 +71,8 @@ bool Aster::readFile(float lambda1, float lambda2) {
         return true;
     }
     const auto text = readInputFile(name_, kMaximumBytes);
-    if (!text) {
-        printError(__FILE__, "readFile", __LINE__, "Could not open file \"%s\" for reading.", 1, name_.c_str());
-        return false;
-    }
+    if (!text)
+        return fail("readFile", "Could not open file \"%s\" for reading.", name_.c_str());
     entry.reflectance = reflectance_ = bandMean(*text, lambda1, lambda2);
     cache.push_back(entry);
     return true;

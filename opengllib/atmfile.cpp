@@ -7,9 +7,11 @@
 #include <vector>
 
 #include "cnumericlocale.h"
+#include "fail.h"
 #include "inputfile.h"
-#include "printerror.h"
 #include "textlines.h"
+
+using sorvane::fail;
 
 struct AtmFile::atmData {
     std::string fileName;
@@ -39,10 +41,8 @@ bool AtmFile::Load(const std::string& name) {
     if (InCache())
         return true;
     const auto text = readInputFile(name, kMaximumBytes);
-    if (!text) {
-        printError(__FILE__, "Load", __LINE__, "Unable to open file \"%s\" for reading.", 1, name.c_str());
-        return false;
-    }
+    if (!text)
+        return fail("Load", "Unable to open file \"%s\" for reading.", name.c_str());
     if (!parse(*text))
         return false;
     if (cache.size() > kMaximumCached)
@@ -58,46 +58,30 @@ bool AtmFile::parse(std::string_view text) {
     TextLines lines(text);
     char line[kLineLength];
 
-    if (!lines.getLine(line, sizeof line)) {
-        printError(__FILE__, "Load", __LINE__, "Unexpected EOF found when reading line 1.", 0);
-        return false;
-    }
+    if (!lines.getLine(line, sizeof line))
+        return fail("Load", "Unexpected EOF found when reading line 1.");
     float unused[7];
-    if (std::sscanf(line, "%f %f %f", &unused[0], &unused[1], &unused[2]) < 3) {
-        printError(
-            __FILE__, "Load", __LINE__, "Unexpected file format, line 1. Expected 3 floats, but received \"%s\".", 1,
-            line);
-        return false;
-    }
+    if (std::sscanf(line, "%f %f %f", &unused[0], &unused[1], &unused[2]) < 3)
+        return fail("Load", "Unexpected file format, line 1. Expected 3 floats, but received \"%s\".", line);
 
-    if (!lines.getLine(line, sizeof line)) {
-        printError(__FILE__, "Load", __LINE__, "Unexpected EOF found when reading line 2.", 0);
-        return false;
-    }
+    if (!lines.getLine(line, sizeof line))
+        return fail("Load", "Unexpected EOF found when reading line 2.");
     int unusedInts[4];
     float zenith = 0.0F;
     float azimuth = 0.0F;
     if (std::sscanf(
             line, "%d %d %f %d %d %f %f %f %f %f", &unusedInts[0], &unusedInts[1], &unused[0], &unusedInts[2],
-            &unusedInts[3], &unused[1], &unused[2], &unused[3], &zenith, &azimuth) < 10) {
-        printError(__FILE__, "Load", __LINE__, "Unexpected file format, line 2. Received \"%s\".", 1, line);
-        return false;
-    }
+            &unusedInts[3], &unused[1], &unused[2], &unused[3], &zenith, &azimuth) < 10)
+        return fail("Load", "Unexpected file format, line 2. Received \"%s\".", line);
 
-    if (!lines.getLine(line, sizeof line)) {
-        printError(__FILE__, "Load", __LINE__, "Unexpected EOF found when reading line 3.", 0);
-        return false;
-    }
+    if (!lines.getLine(line, sizeof line))
+        return fail("Load", "Unexpected EOF found when reading line 3.");
     float earth = 0.0F;
     float sky = 0.0F;
     float direct = 0.0F;
     float bearing = 0.0F;
-    if (std::sscanf(line, "%f %f %f %f", &earth, &sky, &direct, &bearing) < 4) {
-        printError(
-            __FILE__, "Load", __LINE__, "Unexpected file format, line 3. Expected 4 floats, but received \"%s\".", 1,
-            line);
-        return false;
-    }
+    if (std::sscanf(line, "%f %f %f %f", &earth, &sky, &direct, &bearing) < 4)
+        return fail("Load", "Unexpected file format, line 3. Expected 4 floats, but received \"%s\".", line);
 
     solarZenith_ = 180.0F - zenith;
     solarAzimuth_ = azimuth;

@@ -4,10 +4,12 @@
 #include <cstdio>
 
 #include "cnumericlocale.h"
+#include "fail.h"
 #include "filechecks.h"
 #include "inputfile.h"
-#include "printerror.h"
 #include "textlines.h"
+
+using sorvane::fail;
 
 namespace {
 constexpr std::size_t kMaximumCached = 256;
@@ -15,7 +17,7 @@ constexpr std::size_t kLineLength = 256;
 constexpr std::size_t kMaximumBytes = 65536; // blanks between the numbers included
 
 void reportMissing(const char* function, const std::string& path) {
-    printError(__FILE__, function, __LINE__, "File \"%s\" does not exist.", 1, path.c_str());
+    fail(function, "File \"%s\" does not exist.", path.c_str());
 }
 } // namespace
 

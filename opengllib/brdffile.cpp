@@ -10,10 +10,12 @@
 #include <new>
 
 #include "cnumericlocale.h"
+#include "fail.h"
 #include "inputfile.h"
 #include "plainfields.h"
-#include "printerror.h"
 #include "textlines.h"
+
+using sorvane::fail;
 
 namespace {
 std::list<BrdfFile> cache;
@@ -73,60 +75,36 @@ private:
 };
 
 bool BrdfFile::Parser::readSignature() {
-    if (!nextLine()) {
-        printError(__FILE__, "Load", __LINE__, "Unable to read the BRDF file header on line 1 (unexpected EOF).", 0);
-        return false;
-    }
+    if (!nextLine())
+        return fail("Load", "Unable to read the BRDF file header on line 1 (unexpected EOF).");
     char word[kLineLength];
-    if (std::sscanf(line_, "%255s", word) < 1) {
-        printError(__FILE__, "Load", __LINE__, "Corrupt BRDF file header on line 1.", 0);
-        return false;
-    }
-    if (std::strcmp(word, "BRDF") != 0) {
-        printError(__FILE__, "Load", __LINE__, "Missing BRDF file signature on line 1.", 0);
-        return false;
-    }
+    if (std::sscanf(line_, "%255s", word) < 1)
+        return fail("Load", "Corrupt BRDF file header on line 1.");
+    if (std::strcmp(word, "BRDF") != 0)
+        return fail("Load", "Missing BRDF file signature on line 1.");
     return true;
 }
 
 bool BrdfFile::Parser::readClasses() {
-    if (!nextLine()) {
-        printError(
-            __FILE__, "Load", __LINE__, "Unable to read the number of BRDF classes on line 2 (unexpected EOF).", 0);
-        return false;
-    }
+    if (!nextLine())
+        return fail("Load", "Unable to read the number of BRDF classes on line 2 (unexpected EOF).");
     int count = 0;
-    if (std::sscanf(line_, "%d", &count) < 1) {
-        printError(
-            __FILE__, "Load", __LINE__, "Bad format for the number of BRDF classes on line 2 (expected an int).", 0);
-        return false;
-    }
-    if (count < 1) {
-        printError(
-            __FILE__, "Load", __LINE__, "Invalid number of BRDF classes on line 2. Should be positive but is %d.", 1,
-            count);
-        return false;
-    }
+    if (std::sscanf(line_, "%d", &count) < 1)
+        return fail("Load", "Bad format for the number of BRDF classes on line 2 (expected an int).");
+    if (count < 1)
+        return fail("Load", "Invalid number of BRDF classes on line 2. Should be positive but is %d.", count);
     for (int i = 0; i < count; ++i) {
         const int lineNumber = i + 3;
-        if (!nextLine()) {
-            printError(
-                __FILE__, "Load", __LINE__, "Unable to read the BRDF class on line %d (unexpected EOF).", 1,
-                lineNumber);
-            return false;
-        }
+        if (!nextLine())
+            return fail("Load", "Unable to read the BRDF class on line %d (unexpected EOF).", lineNumber);
         BrdfClass brdfClass{};
-        if (!readClass(line_, brdfClass)) {
-            printError(__FILE__, "Load", __LINE__, "Bad format for the BRDF class on line %d.", 1, lineNumber);
-            return false;
-        }
-        if (brdfClass.b < 0.0F) {
-            printError(
-                __FILE__, "Load", __LINE__,
-                "Invalid brdf_fresnel (b) parameter on line %d (parameter #3). b should be nonnegative but is %f.", 2,
+        if (!readClass(line_, brdfClass))
+            return fail("Load", "Bad format for the BRDF class on line %d.", lineNumber);
+        if (brdfClass.b < 0.0F)
+            return fail(
+                "Load",
+                "Invalid brdf_fresnel (b) parameter on line %d (parameter #3). b should be nonnegative but is %f.",
                 lineNumber, static_cast<double>(brdfClass.b));
-            return false;
-        }
         brdfClass.G = normalisation(brdfClass.b);
         file_.classes_.push_back(brdfClass);
     }
@@ -147,29 +125,19 @@ bool BrdfFile::Parser::addRange(int lineNumber) {
     int last = 0;
     int brdfClass = 0;
     const bool isRead = readRange(line_, first, last, brdfClass);
-    if (!isRead) {
-        printError(__FILE__, "Load", __LINE__, kBadRange, 1, lineNumber);
-        return false;
-    }
-    if (first > last) {
-        printError(
-            __FILE__, "Load", __LINE__,
-            "Error on line %d. Starting index (parameter 1) %d is larger than ending index (parameter 2) %d.", 3,
+    if (!isRead)
+        return fail("Load", kBadRange, lineNumber);
+    if (first > last)
+        return fail(
+            "Load", "Error on line %d. Starting index (parameter 1) %d is larger than ending index (parameter 2) %d.",
             lineNumber, first, last);
-        return false;
-    }
-    if (brdfClass < 1 || brdfClass > file_.numBrdfClasses()) {
-        printError(
-            __FILE__, "Load", __LINE__,
-            "Error on line %d. Bad brdfClass (parameter 3). brdfClass is %d but should be a positive integer.", 2,
+    if (brdfClass < 1 || brdfClass > file_.numBrdfClasses())
+        return fail(
+            "Load", "Error on line %d. Bad brdfClass (parameter 3). brdfClass is %d but should be a positive integer.",
             lineNumber, brdfClass);
-        return false;
-    }
     const std::int64_t count = std::int64_t{last} - first + 1;
-    if (first == std::numeric_limits<int>::min() || facets_ + count > kMaximumFacets) {
-        printError(__FILE__, "Load", __LINE__, kBadRange, 1, lineNumber);
-        return false;
-    }
+    if (first == std::numeric_limits<int>::min() || facets_ + count > kMaximumFacets)
+        return fail("Load", kBadRange, lineNumber);
     if (!file_.elements_.empty() && file_.elements_.back().end >= first - 1)
         file_.isAscending_ = false;
     file_.elements_.push_back({first - 1, last - 1, brdfClass - 1});
@@ -205,8 +173,7 @@ bool BrdfFile::Load(const std::string& name) {
     } catch (const std::bad_alloc&) {
         clear();
     }
-    printError(__FILE__, "Load", __LINE__, "Could not open file \"%s\" for reading.", 1, name.c_str());
-    return false;
+    return fail("Load", "Could not open file \"%s\" for reading.", name.c_str());
 }
 
 bool BrdfFile::parse(std::string_view text) {
@@ -268,22 +235,22 @@ int BrdfFile::SortedFacetIndex(int facet) {
         lastRange_ = findRange(facet);
     const int brdfClass = lastRange_ < 0 ? -1 : elements_[static_cast<std::size_t>(lastRange_)].brdfClass;
     if (brdfClass < 0 || brdfClass >= numBrdfClasses()) {
-        printError(
-            __FILE__, "SortedFacetIndex", __LINE__,
+        fail(
+            "SortedFacetIndex",
             "Invalid BRDF class index %d for facet %d. Class index should be between nonnegative and smaller than "
             "numBrdfClasses_ = %d.",
-            3, brdfClass, facet, numBrdfClasses());
+            brdfClass, facet, numBrdfClasses());
         return -1;
     }
     FacetBlock& block = blocks_[static_cast<std::size_t>(brdfClass)];
     const int slot = block.next++;
     const int end = block.startIndex_ + block.facetCount_;
     if (block.next > end) {
-        printError(
-            __FILE__, "SortedFacetIndex", __LINE__,
+        fail(
+            "SortedFacetIndex",
             "Invalid blockVector index. Value is %d be should be no greater than startIndex_ + facetCount_ = %d + %d = "
             "%d.",
-            4, block.next, block.startIndex_, block.facetCount_, end);
+            block.next, block.startIndex_, block.facetCount_, end);
         return -1;
     }
     return slot;

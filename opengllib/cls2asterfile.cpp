@@ -5,11 +5,13 @@
 #include <cstdio>
 #include <utility>
 
+#include "fail.h"
 #include "filechecks.h"
 #include "inputfile.h"
 #include "messages.h"
-#include "printerror.h"
 #include "textlines.h"
+
+using sorvane::fail;
 
 namespace {
 std::vector<Cls2AsterFile::c2aData> cache;
@@ -98,7 +100,7 @@ bool Cls2AsterFile::countClasses() {
 int Cls2AsterFile::getIndexByClass(int cls) const {
     const auto found = std::ranges::find(classes_, cls);
     if (found == classes_.end()) {
-        printError(__FILE__, "getIndexByClass", __LINE__, "Could not find class %d.", 1, cls);
+        fail("getIndexByClass", "Could not find class %d.", cls);
         return -1;
     }
     return static_cast<int>(found - classes_.begin());
@@ -107,7 +109,7 @@ int Cls2AsterFile::getIndexByClass(int cls) const {
 Aster Cls2AsterFile::getAsterByClass(int cls) const {
     const int index = getIndexByClass(cls);
     if (index < 0) {
-        printError(__FILE__, "getAsterByClass", __LINE__, "Received negative index %d.", 1, index);
+        fail("getAsterByClass", "Received negative index %d.", index);
         return {};
     }
     return asters_[static_cast<std::size_t>(index)];

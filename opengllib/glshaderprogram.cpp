@@ -3,7 +3,9 @@
 
 #include <GL/glew.h>
 
-#include "printerror.h"
+#include "fail.h"
+
+using sorvane::fail;
 
 namespace {
 // Where the driver lacks shaders, or GLEW has not been initialised, the entry points are null.
@@ -32,20 +34,14 @@ GLShaderProgram::~GLShaderProgram() {
 
 bool GLShaderProgram::LoadSourceFiles(const std::string& vertexPath, const std::string& fragmentPath) {
     if (!vertexPath.empty()) {
-        if (!vertexShader_.Load(vertexPath)) {
-            printError(
-                __FILE__, "LoadSourceFiles", __LINE__, "Unable to load vertex shader \"%s\".", 1, vertexPath.c_str());
-            return false;
-        }
+        if (!vertexShader_.Load(vertexPath))
+            return fail("LoadSourceFiles", "Unable to load vertex shader \"%s\".", vertexPath.c_str());
         vertexLoaded_ = true;
     }
     if (fragmentPath.empty())
         return true;
-    if (!fragmentShader_.Load(fragmentPath)) {
-        printError(
-            __FILE__, "LoadSourceFiles", __LINE__, "Unable to load fragment shader \"%s\".", 1, fragmentPath.c_str());
-        return false;
-    }
+    if (!fragmentShader_.Load(fragmentPath))
+        return fail("LoadSourceFiles", "Unable to load fragment shader \"%s\".", fragmentPath.c_str());
     fragmentLoaded_ = true;
     return true;
 }
@@ -59,36 +55,26 @@ bool GLShaderProgram::Init(const std::string& vertexPath, const std::string& fra
     GLuint vertex = 0;
     if (vertexLoaded_) {
         vertex = createShader(GL_VERTEX_SHADER);
-        if (vertex == 0) {
-            printError(__FILE__, "Init", __LINE__, "Vertex shader creation failed.", 0);
-            return false;
-        }
-        if (!compile(vertex, vertexShader_)) {
-            printError(__FILE__, "Init", __LINE__, "Vertex shader compilation failed.", 0);
-            return false;
-        }
+        if (vertex == 0)
+            return fail("Init", "Vertex shader creation failed.");
+        if (!compile(vertex, vertexShader_))
+            return fail("Init", "Vertex shader compilation failed.");
     }
     GLuint fragment = 0;
     if (fragmentLoaded_) {
         fragment = createShader(GL_FRAGMENT_SHADER);
         // Deliberately tests the vertex shader: a program needs one, and every program of the viewer has both.
-        if (vertex == 0) {
-            printError(__FILE__, "Init", __LINE__, "Fragment shader creation failed.", 0);
-            return false;
-        }
-        if (!compile(fragment, fragmentShader_)) {
-            printError(__FILE__, "Init", __LINE__, "Fragment shader compilation failed.", 0);
-            return false;
-        }
+        if (vertex == 0)
+            return fail("Init", "Fragment shader creation failed.");
+        if (!compile(fragment, fragmentShader_))
+            return fail("Init", "Fragment shader compilation failed.");
     }
 
     if (program_ != 0)
         glDeleteProgram(program_);
     program_ = hasShaders() ? glCreateProgram() : 0;
-    if (program_ == 0) {
-        printError(__FILE__, "Init", __LINE__, "glCreateProgram() failed.", 0);
-        return false;
-    }
+    if (program_ == 0)
+        return fail("Init", "glCreateProgram() failed.");
     if (vertexLoaded_)
         glAttachShader(program_, vertex);
     if (fragmentLoaded_)
@@ -96,10 +82,8 @@ bool GLShaderProgram::Init(const std::string& vertexPath, const std::string& fra
     glLinkProgram(program_);
     GLint isLinked = GL_FALSE;
     glGetProgramiv(program_, GL_LINK_STATUS, &isLinked);
-    if (isLinked != GL_TRUE) {
-        printError(__FILE__, "Init", __LINE__, "Shader link failed.", 0);
-        return false;
-    }
+    if (isLinked != GL_TRUE)
+        return fail("Init", "Shader link failed.");
     return true;
 }
 
@@ -116,13 +100,13 @@ void GLShaderProgram::Deactivate() {
 int GLShaderProgram::GetUniformVariable(const char* name) const {
     const GLint location = program_ == 0 ? -1 : glGetUniformLocation(program_, name);
     if (location == -1)
-        printError(__FILE__, "GetUniformVariable", __LINE__, "No variable named \"%s\" exists.", 1, name);
+        fail("GetUniformVariable", "No variable named \"%s\" exists.", name);
     return location;
 }
 
 int GLShaderProgram::GetAttribLocation(const char* name) const {
     const GLint location = program_ == 0 ? -1 : glGetAttribLocation(program_, name);
     if (location == -1)
-        printError(__FILE__, "GetAttribLocation", __LINE__, "No variable named \"%s\" exists.", 1, name);
+        fail("GetAttribLocation", "No variable named \"%s\" exists.", name);
     return location;
 }

@@ -7,8 +7,10 @@
 #include <GL/glew.h>
 
 #include "dynamicdata.h"
-#include "printerror.h"
+#include "fail.h"
 #include "vnlfile.h"
+
+using sorvane::fail;
 
 bool Hardbody::Init(
     const std::string& brdfPath, const std::string& vnlPath, const std::string& radPath, const std::string& shaderDir,
@@ -30,8 +32,7 @@ bool Hardbody::Init(
         if (rotor_ != nullptr)
             turnedVertices_.assign(arrays_.vertices_.get(), arrays_.vertices_.get() + vertexCount_);
     } catch (const std::bad_alloc&) {
-        printError(__FILE__, "Init", __LINE__, "Out of memory.", 0);
-        return false;
+        return fail("Init", "Out of memory.");
     }
 
     shader_.reset();
@@ -40,10 +41,8 @@ bool Hardbody::Init(
         if (!shader_->Init(shaderDir, earthRadiance, skyRadiance, solarBeam, range_))
             return false;
     }
-    if (!buffers_.create(arrays_, facets_, flags_.perFrameUpload)) {
-        printError(__FILE__, "Init", __LINE__, "Vertex buffer creation failed.", 0);
-        return false;
-    }
+    if (!buffers_.create(arrays_, facets_, flags_.perFrameUpload))
+        return fail("Init", "Vertex buffer creation failed.");
     isUsable_ = true;
     return true;
 }
@@ -72,17 +71,16 @@ bool Hardbody::AllocateBuffers() {
     const auto address = [](const auto& array) {
         return static_cast<const void*>(array.get());
     };
-    printError(
-        __FILE__, "AllocateBuffers", __LINE__,
+    return fail(
+        "AllocateBuffers",
         "Unable to allocate all the necessary arrays. Array address follow: vertices_ (%p), normals_ (%p), "
         "primaryColors_ (%p), secondaryColors_ (%p), indices_ (%p), facetMap_ (%p), facetCentroids_ (%p), "
         "facetNormals_ (%p), multiFacetRadiances_ (%p), tempArray_ (%p), earth_form_factors_ (%p), sky_form_factors_ "
         "(%p).",
-        12, address(arrays_.vertices_), address(arrays_.normals_), address(arrays_.primaryColors_),
+        address(arrays_.vertices_), address(arrays_.normals_), address(arrays_.primaryColors_),
         address(arrays_.secondaryColors_), address(arrays_.indices_), address(arrays_.facetMap_),
         address(arrays_.facetCentroids_), address(arrays_.facetNormals_), address(arrays_.multiFacetRadiances_),
         address(arrays_.tempArray_), address(arrays_.earth_form_factors_), address(arrays_.sky_form_factors_));
-    return false;
 }
 
 // A body without form factors is usual and no fault; form factors of another body are one as soon as they are used.
@@ -96,10 +94,8 @@ bool Hardbody::loadSubfacets(const std::string& vnlPath) {
         flags_.multiFacet = false;
     if (flags_.multiFacet) {
         const std::span normals(arrays_.facetNormals_.get(), count);
-        if (!subfacets_.Init(normals)) {
-            printError(__FILE__, "Init", __LINE__, "Subfacet object initialization failed.", 0);
-            return false;
-        }
+        if (!subfacets_.Init(normals))
+            return fail("Init", "Subfacet object initialization failed.");
         multiFacet_.init(
             subfacets_, brdf_, normals, std::span(arrays_.facetCentroids_.get(), count), std::span(rad_.rad(), count));
     }

@@ -5,16 +5,18 @@
 #include <cstdio>
 #include <memory>
 
-#include "printerror.h"
+#include "fail.h"
 #include "rasterlayout.h"
+
+using sorvane::fail;
 
 namespace {
 void reportShortRow(const ShortRow& row, const RowLayout& layout) {
-    printError(
-        __FILE__, "loadCLSFileTORVALE", __LINE__,
+    fail(
+        "loadCLSFileTORVALE",
         "Error when reading samples. When trying to read row %d of samples, expected to receive %d samples each of "
         "size %d bytes but only receieved %d.",
-        4, row.number, static_cast<int>(layout.columns), static_cast<int>(layout.itemBytes), row.received);
+        row.number, static_cast<int>(layout.columns), static_cast<int>(layout.itemBytes), row.received);
 }
 
 // Reads samples of several bytes row by row and keeps the low byte of each.
@@ -38,12 +40,11 @@ std::optional<ShortRow> readLowBytes(std::FILE* stream, const RowLayout& layout,
 unsigned char* loadCLSFileTORVALE(const std::string& path, GHead& header) {
     const FileHandle stream = openInputFile(path);
     if (stream == nullptr) {
-        printError(
-            __FILE__, "loadCLSFileTORVALE", __LINE__, "Unable to open file \"%s\" for reading.", 1, path.c_str());
+        fail("loadCLSFileTORVALE", "Unable to open file \"%s\" for reading.", path.c_str());
         return nullptr;
     }
     if (std::fread(&header, sizeof header, 1, stream.get()) != 1) {
-        printError(__FILE__, "loadCLSFileTORVALE", __LINE__, "Unable to read header from CLS file.", 0);
+        fail("loadCLSFileTORVALE", "Unable to read header from CLS file.");
         return nullptr;
     }
     const int sampleSize = sampleSizeOf(header);
@@ -57,9 +58,9 @@ unsigned char* loadCLSFileTORVALE(const std::string& path, GHead& header) {
     auto pSamples = allocateSamples<unsigned char>(layout.rows, layout.columns);
     if (pSamples == nullptr) {
         const int count = shownProduct(layout.rows, layout.columns);
-        printError(
-            __FILE__, "loadCLSFileTORVALE", __LINE__,
-            "Could not allocate %d unsigned chars (%d bytes) for the array pSamples.", 2, count, count);
+        fail(
+            "loadCLSFileTORVALE", "Could not allocate %d unsigned chars (%d bytes) for the array pSamples.", count,
+            count);
         return nullptr;
     }
     const auto row = sampleSize == 1 ? readRows(stream.get(), layout, 0, layout.rows, pSamples.get())

@@ -7,9 +7,11 @@
 #include <new>
 
 #include "cnumericlocale.h"
+#include "fail.h"
 #include "inputfile.h"
-#include "printerror.h"
 #include "textlines.h"
+
+using sorvane::fail;
 
 namespace {
 constexpr std::size_t kLineLength = 256;
@@ -28,10 +30,8 @@ bool parseCLStoMat(std::string_view text, unsigned char* table, unsigned& count)
     int cls = 0;
     int material = 0;
     for (count = 0; lines.getLine(line, sizeof line); ++count) {
-        if (count == kMaximumClassPairs) {
-            printError(__FILE__, "loadCLStoMatFile", __LINE__, "Ran out of buffer, exiting.", 0);
-            return false;
-        }
+        if (count == kMaximumClassPairs)
+            return fail("loadCLStoMatFile", "Ran out of buffer, exiting.");
         [[maybe_unused]] const int numbers = std::sscanf(line, "%d %d", &cls, &material);
         table[2 * std::size_t{count}] = static_cast<unsigned char>(cls);
         table[2 * std::size_t{count} + 1] = static_cast<unsigned char>(material);
@@ -56,9 +56,7 @@ unsigned char* cls2mat(const unsigned char* cls, unsigned size, const unsigned c
     for (unsigned i = 0; i < size; ++i) {
         const unsigned char* const pair = pairs[cls[i]];
         if (pair == nullptr) {
-            printError(
-                __FILE__, "cls2mat", __LINE__, "Did not find a material for index %d (clsNum %d).", 2,
-                static_cast<int>(i), int{cls[i]});
+            fail("cls2mat", "Did not find a material for index %d (clsNum %d).", static_cast<int>(i), int{cls[i]});
             return nullptr;
         }
         materials[i] = pair[1];

@@ -4,10 +4,12 @@
 #include <cstdio>
 
 #include "cnumericlocale.h"
+#include "fail.h"
 #include "inputfile.h"
 #include "messages.h"
-#include "printerror.h"
 #include "textlines.h"
+
+using sorvane::fail;
 
 namespace {
 constexpr std::size_t kLineLength = 256;
@@ -15,10 +17,8 @@ constexpr std::size_t kLineLength = 256;
 
 bool loadRefsFile(const std::string& path, unsigned count, float* out) {
     const auto text = readInputFile(path, count * kLineLength);
-    if (!text) {
-        printError(__FILE__, "loadRefsFile", __LINE__, "Unable to open file \"%s\" for reading.", 1, path.c_str());
-        return false;
-    }
+    if (!text)
+        return fail("loadRefsFile", "Unable to open file \"%s\" for reading.", path.c_str());
     return parseRefs(*text, count, out);
 }
 
@@ -28,30 +28,24 @@ bool parseRefs(std::string_view text, unsigned count, float* out) {
     TextLines lines(text);
     char line[kLineLength];
     for (unsigned i = 0; i < count; ++i) {
-        if (!lines.getLine(line, sizeof line)) {
-            printError(
-                __FILE__, "loadRefsFile", __LINE__,
-                "Unexpected EOF when trying to read material data. Expected %d materials but only read %d.", 2,
+        if (!lines.getLine(line, sizeof line))
+            return fail(
+                "loadRefsFile",
+                "Unexpected EOF when trying to read material data. Expected %d materials but only read %d.",
                 static_cast<int>(count), static_cast<int>(i) - 1);
-            return false;
-        }
         float* const pair = out + 2 * std::size_t{i};
-        if (std::sscanf(line, "%f %f", pair, pair + 1) < 2) {
-            printError(
-                __FILE__, "loadRefsFile", __LINE__, "Malformed line %d. Expected 2 floats, but received \"%s\".", 2,
-                static_cast<int>(i + 2), line);
-            return false;
-        }
+        if (std::sscanf(line, "%f %f", pair, pair + 1) < 2)
+            return fail(
+                "loadRefsFile", "Malformed line %d. Expected 2 floats, but received \"%s\".", static_cast<int>(i + 2),
+                line);
     }
     return true;
 }
 
 bool loadTempFile(const std::string& path, unsigned char count, float* out) {
     const auto text = readInputFile(path, count * kLineLength);
-    if (!text) {
-        printError(__FILE__, "loadTempFile", __LINE__, "Unable to open \"%s\" for reading.", 1, path.c_str());
-        return false;
-    }
+    if (!text)
+        return fail("loadTempFile", "Unable to open \"%s\" for reading.", path.c_str());
     return parseTemp(*text, count, out);
 }
 
@@ -60,17 +54,13 @@ bool parseTemp(std::string_view text, unsigned char count, float* out) {
     TextLines lines(text);
     char line[kLineLength];
     for (int i = 0; i < count; ++i) {
-        if (!lines.getLine(line, sizeof line)) {
-            printError(
-                __FILE__, "loadTempFile", __LINE__,
-                "Unexpected EOF when trying to read temp file. Expected %d lines but only found %d.", 2, int{count},
-                i + 1);
-            return false;
-        }
+        if (!lines.getLine(line, sizeof line))
+            return fail(
+                "loadTempFile", "Unexpected EOF when trying to read temp file. Expected %d lines but only found %d.",
+                int{count}, i + 1);
         float* const pair = out + std::ptrdiff_t{2} * i;
         if (std::sscanf(line, "%f %f", pair, pair + 1) < 2) {
-            printError(
-                __FILE__, "loadTempFile", __LINE__, "Malformed line %d: \"%s\". Expected 2 floats.", 2, i + 1, line);
+            fail("loadTempFile", "Malformed line %d: \"%s\". Expected 2 floats.", i + 1, line);
             printMessage("LoadTempFile::loadTempFile: unexpected line format: %s", line);
             return false;
         }

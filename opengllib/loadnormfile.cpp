@@ -6,9 +6,11 @@
 #include <cstring>
 
 #include "bkgheader.h"
+#include "fail.h"
 #include "ghead.h"
-#include "printerror.h"
 #include "rasterlayout.h"
+
+using sorvane::fail;
 
 namespace {
 constexpr char kSignature[] = "NORM";
@@ -16,9 +18,9 @@ constexpr char kSignature[] = "NORM";
 Vertex3* loadNormals(std::FILE* stream, const char* function, int firstSize, int secondSize) {
     auto normals = readContiguous<Vertex3>(stream, firstSize, secondSize);
     if (normals.values == nullptr)
-        printError(
-            __FILE__, function, __LINE__, "Could not allocate %d *  %d = %d objects of type Vertex3 for array pData.",
-            3, firstSize, secondSize, shownProduct(firstSize, secondSize));
+        fail(
+            function, "Could not allocate %d *  %d = %d objects of type Vertex3 for array pData.", firstSize,
+            secondSize, shownProduct(firstSize, secondSize));
     return normals.values.release();
 }
 } // namespace
@@ -26,12 +28,12 @@ Vertex3* loadNormals(std::FILE* stream, const char* function, int firstSize, int
 Vertex3* loadNormFileTORVAL(const std::string& path) {
     const FileHandle stream = openInputFile(path);
     if (stream == nullptr) {
-        printError(__FILE__, "loadNormFileTORVAL", __LINE__, "Unable to open \"%s\" for reading.", 1, path.c_str());
+        fail("loadNormFileTORVAL", "Unable to open \"%s\" for reading.", path.c_str());
         return nullptr;
     }
     GHead header{};
     if (std::fread(&header, sizeof header, 1, stream.get()) != 1) {
-        printError(__FILE__, "loadNormFileTORVAL", __LINE__, "Unable to read header from norm file.", 0);
+        fail("loadNormFileTORVAL", "Unable to read header from norm file.");
         return nullptr;
     }
     if (header.packtype >= 4)
@@ -43,14 +45,13 @@ Vertex3* loadNormFileMORLAN(const std::string& path) {
     BKG_header header{};
     const FileHandle stream = ReadHeader(path, header);
     if (stream == nullptr) {
-        printError(__FILE__, "loadNormFileMORLAN", __LINE__, "Unable to open \"%s\" for reading.", 1, path.c_str());
+        fail("loadNormFileMORLAN", "Unable to open \"%s\" for reading.", path.c_str());
         return nullptr;
     }
     if (std::memcmp(header.headerSignature, kSignature, sizeof kSignature) != 0) {
-        printError(
-            __FILE__, "loadNormFileMORLAN", __LINE__,
-            "\"%s\" is not a norm file (header signature says \"%.*s\" not \"NORM\").", 2, path.c_str(),
-            static_cast<int>(sizeof header.headerSignature), header.headerSignature);
+        fail(
+            "loadNormFileMORLAN", "\"%s\" is not a norm file (header signature says \"%.*s\" not \"NORM\").",
+            path.c_str(), static_cast<int>(sizeof header.headerSignature), header.headerSignature);
         return nullptr;
     }
     return loadNormals(stream.get(), "loadNormFileMORLAN", header.sizeX, header.sizeY);

@@ -6,9 +6,11 @@
 #include <limits>
 #include <span>
 
+#include "fail.h"
 #include "messages.h"
-#include "printerror.h"
 #include "rasterlayout.h"
+
+using sorvane::fail;
 
 namespace {
 // Names of OpenGL, whose headers this file can do without.
@@ -17,9 +19,9 @@ constexpr unsigned kRed = 6403;
 constexpr unsigned kFloat = 5126;
 
 void reportShortRow(const ShortRow& row, int columns) {
-    printError(
-        __FILE__, "loadRADFile", __LINE__, "When reading row %d of samples, expected %d floats but only received %d.",
-        3, row.number, columns, row.received);
+    fail(
+        "loadRADFile", "When reading row %d of samples, expected %d floats but only received %d.", row.number, columns,
+        row.received);
 }
 
 // An all-negative raster keeps the smallest positive number as its maximum: deliberate, as is that number.
@@ -57,12 +59,12 @@ float* loadRADFile(
     type = kFloat;
     const FileHandle stream = openInputFile(path);
     if (stream == nullptr) {
-        printError(__FILE__, "loadRADFile", __LINE__, "Unable to open \"%s\" for reading.", 1, path.c_str());
+        fail("loadRADFile", "Unable to open \"%s\" for reading.", path.c_str());
         return nullptr;
     }
     GHead header{};
     if (std::fread(&header, sizeof header, 1, stream.get()) != 1) {
-        printError(__FILE__, "loadRADFile", __LINE__, "Unable to read header from rad file.", 0);
+        fail("loadRADFile", "Unable to read header from rad file.");
         return nullptr;
     }
     width = header.ncols;
@@ -78,9 +80,9 @@ float* loadRADFile(
     }
     auto pSamples = allocateSamples<float>(layout.rows, layout.columns);
     if (pSamples == nullptr) {
-        printError(
-            __FILE__, "loadRADFile", __LINE__, "Could not allocate %d * %d = %d floats (%d bytes) for array pSamples.",
-            4, header.ncols, header.nrows, shownProduct(layout.rows, layout.columns),
+        fail(
+            "loadRADFile", "Could not allocate %d * %d = %d floats (%d bytes) for array pSamples.", header.ncols,
+            header.nrows, shownProduct(layout.rows, layout.columns),
             shownProduct(layout.rows, layout.columns, sizeof(float)));
         return nullptr;
     }

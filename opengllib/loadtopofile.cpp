@@ -7,11 +7,13 @@
 #include <memory>
 
 #include "endprocess.h"
+#include "fail.h"
 #include "filechecks.h"
 #include "headerconversion.h"
 #include "messages.h"
-#include "printerror.h"
 #include "rasterlayout.h"
+
+using sorvane::fail;
 
 namespace {
 constexpr int kItemBytes = 2;
@@ -30,10 +32,9 @@ struct Range {
 };
 
 void reportShortRow(const ShortRow& row, int columns) {
-    printError(
-        __FILE__, "loadTopoFile", __LINE__,
-        "When reading row %d, expected %d items of size %d bytes, but only received %d.", 4, row.number, columns,
-        kItemBytes, row.received);
+    fail(
+        "loadTopoFile", "When reading row %d, expected %d items of size %d bytes, but only received %d.", row.number,
+        columns, kItemBytes, row.received);
 }
 
 // Scaling keeps or reverses the order of the samples, so that the extremes are those of the stored values, scaled.
@@ -63,9 +64,9 @@ float* loadTopoFile(const std::string& path, GHead& header) {
     }
     auto pData = allocateSamples<float>(layout.rows, layout.columns);
     if (pData == nullptr) {
-        printError(
-            __FILE__, "loadTopoFile", __LINE__, "Unable to allocate %d * %d = %d floats (%d bytes) for array pData.", 4,
-            header.nrows, header.ncols, shownProduct(layout.rows, layout.columns),
+        fail(
+            "loadTopoFile", "Unable to allocate %d * %d = %d floats (%d bytes) for array pData.", header.nrows,
+            header.ncols, shownProduct(layout.rows, layout.columns),
             shownProduct(layout.rows, layout.columns, sizeof(float)));
         return nullptr;
     }
@@ -75,8 +76,8 @@ float* loadTopoFile(const std::string& path, GHead& header) {
     // Without a row nothing vouches for the size of one.
     const auto staged = allocateSamples<std::uint16_t>(std::min(rowsAtATime, layout.rows), layout.columns);
     if (staged == nullptr) {
-        printError(
-            __FILE__, "loadTopoFile", __LINE__, "Unable to allocate %d unsigned shorts (%d bytes).", 2, header.ncols,
+        fail(
+            "loadTopoFile", "Unable to allocate %d unsigned shorts (%d bytes).", header.ncols,
             shownProduct(1, layout.columns, 2));
         return nullptr;
     }
@@ -100,7 +101,7 @@ float* loadTopoFile(const std::string& path, GHead& header) {
 float* loadFTopFile(const std::string& path, BKG_header& header) {
     const FileHandle stream = ReadHeader(path, header);
     if (stream == nullptr) {
-        printError(__FILE__, "loadFTopFile", __LINE__, "Unable to open and read header of \"%s\".", 1, path.c_str());
+        fail("loadFTopFile", "Unable to open and read header of \"%s\".", path.c_str());
         return nullptr;
     }
     const auto count = sampleCount(header.sizeY, header.sizeX, sizeof(float));
@@ -108,18 +109,17 @@ float* loadFTopFile(const std::string& path, BKG_header& header) {
     const bool isShort = count && available < static_cast<std::int64_t>(*count);
     auto out = isShort ? nullptr : allocateSamples<float>(header.sizeY, header.sizeX);
     if (!isShort && out == nullptr) {
-        printError(
-            __FILE__, "loadFTopFile", __LINE__, "Could not allocate %d * %d = %d floats (%d bytes) for array out.", 4,
-            header.sizeX, header.sizeY, shownProduct(header.sizeX, header.sizeY),
+        fail(
+            "loadFTopFile", "Could not allocate %d * %d = %d floats (%d bytes) for array out.", header.sizeX,
+            header.sizeY, shownProduct(header.sizeX, header.sizeY),
             shownProduct(header.sizeX, header.sizeY, sizeof(float)));
         endProcess();
     }
     const std::size_t received = isShort ? static_cast<std::size_t>(available)
                                          : readData(stream.get(), out.get(), *count * sizeof(float)) / sizeof(float);
     if (received < *count) {
-        printError(
-            __FILE__, "loadFTopFile", __LINE__,
-            "Unexpected EOF found when loading TOP file. Expected %d floats but only read %d.", 2,
+        fail(
+            "loadFTopFile", "Unexpected EOF found when loading TOP file. Expected %d floats but only read %d.",
             static_cast<int>(*count), static_cast<int>(received));
         endProcess();
     }

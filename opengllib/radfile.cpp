@@ -10,9 +10,11 @@
 #include <new>
 
 #include "cnumericlocale.h"
+#include "fail.h"
 #include "inputfile.h"
 #include "messages.h"
-#include "printerror.h"
+
+using sorvane::fail;
 
 namespace {
 constexpr std::size_t kWord = 4;
@@ -87,65 +89,46 @@ bool RadFile::Load(const std::string& name, int expectedFacets) {
     } catch (const std::bad_alloc&) {
         Cleanup();
     }
-    printError(__FILE__, "Load", __LINE__, "Unable to open \"%s\" for reading.", 1, name.c_str());
-    return false;
+    return fail("Load", "Unable to open \"%s\" for reading.", name.c_str());
 }
 
 bool RadFile::parse(std::string_view bytes, int expectedFacets) {
     Cleanup();
     Words words(bytes);
-    if (!words.skip(kHeaderBytes)) {
-        printError(__FILE__, "Load", __LINE__, "Unexpected EOF while trying to read header.", 0);
-        return false;
-    }
+    if (!words.skip(kHeaderBytes))
+        return fail("Load", "Unexpected EOF while trying to read header.");
     std::int32_t facets = 0;
     std::memcpy(&facets, bytes.data() + kCountOffset, sizeof facets);
-    if (facets != expectedFacets) {
-        printError(
-            __FILE__, "Load", __LINE__, "File contains %d facets, but only expected %d.", 2, facets, expectedFacets);
-        return false;
-    }
+    if (facets != expectedFacets)
+        return fail("Load", "File contains %d facets, but only expected %d.", facets, expectedFacets);
 
     // A short file is found out before the arrays are allocated, so that nothing larger than the file is. In both
     // messages the count read comes first and the expected one second; their words say the reverse.
     const auto wanted = static_cast<std::size_t>(std::max(facets, 0));
     const std::size_t radiances = words.available(wanted);
-    if (radiances < wanted) {
-        printError(
-            __FILE__, "Load", __LINE__,
-            "Unexpected EOF when trying to read radiance values (expected %d, but only found %d).", 2,
+    if (radiances < wanted)
+        return fail(
+            "Load", "Unexpected EOF when trying to read radiance values (expected %d, but only found %d).",
             static_cast<int>(radiances), facets);
-        return false;
-    }
     rad_ = allocate(facets);
-    if (rad_ == nullptr) {
-        printError(
-            __FILE__, "Load", __LINE__, "Could not allocate %d floats (%d bytes) for array rad_.", 2, facets,
-            bytesOf(facets));
-        return false;
-    }
+    if (rad_ == nullptr)
+        return fail("Load", "Could not allocate %d floats (%d bytes) for array rad_.", facets, bytesOf(facets));
     bbe_ = allocate(facets);
     if (bbe_ == nullptr) {
         Cleanup();
-        printError(
-            __FILE__, "Load", __LINE__, "Could not allocate %d floats (%d bytes) for array bbe_.", 2, facets,
-            bytesOf(facets));
-        return false;
+        return fail("Load", "Could not allocate %d floats (%d bytes) for array bbe_.", facets, bytesOf(facets));
     }
     words.copy(rad_.get(), wanted);
     if (!words.skip(kPaddingBytes)) {
         Cleanup();
-        printError(__FILE__, "Load", __LINE__, "Unexpected EOF when trying to read padding.", 0);
-        return false;
+        return fail("Load", "Unexpected EOF when trying to read padding.");
     }
     const std::size_t emittances = words.available(wanted);
     if (emittances < wanted) {
         Cleanup();
-        printError(
-            __FILE__, "Load", __LINE__,
-            "Unexpected EOF when trying to read blackbody emittances (expected %d, but only found %d).", 2,
+        return fail(
+            "Load", "Unexpected EOF when trying to read blackbody emittances (expected %d, but only found %d).",
             static_cast<int>(emittances), facets);
-        return false;
     }
     words.copy(bbe_.get(), wanted);
     facets_ = facets;

@@ -7,7 +7,9 @@
 
 #include "brdffile.h"
 #include "endprocess.h"
-#include "printerror.h"
+#include "fail.h"
+
+using sorvane::fail;
 
 namespace {
 constexpr int kDiffuseOnly = 2;
@@ -54,7 +56,7 @@ void checkDirection(const char* name, const Vector<float>& direction) {
     const float w = direction.ElementAt(3);
     if (w == 0.0F)
         return;
-    printError(__FILE__, "sr_brdf_internal", __LINE__, "%s[3] should be 0 but is %f.", 2, name, static_cast<double>(w));
+    fail("sr_brdf_internal", "%s[3] should be 0 but is %f.", name, static_cast<double>(w));
     endProcess();
 }
 } // namespace

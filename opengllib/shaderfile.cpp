@@ -5,8 +5,10 @@
 #include <cstdio>
 #include <new>
 
+#include "fail.h"
 #include "inputfile.h"
-#include "printerror.h"
+
+using sorvane::fail;
 
 std::vector<shaderTrackingInfo> shaderCache;
 
@@ -28,9 +30,7 @@ bool ShaderFile::allocate(const char* function, std::int64_t size) {
     if (buf_ != nullptr)
         return true;
     const int bytes = static_cast<int>(size + 1);
-    printError(
-        __FILE__, function, __LINE__, "Unable to allocate %d GLchars (%d bytes) for array buf_.", 2, bytes, bytes);
-    return false;
+    return fail(function, "Unable to allocate %d GLchars (%d bytes) for array buf_.", bytes, bytes);
 }
 
 void ShaderFile::clear() {
@@ -59,17 +59,14 @@ bool ShaderFile::Load(const std::string& path) {
     setName(path);
     clear();
     const std::int64_t size = File::Size(path, true);
-    if (size <= 0) {
-        printError(__FILE__, "Load", __LINE__, "No source code found for shader %s.", 1, path.c_str());
-        return false;
-    }
+    if (size <= 0)
+        return fail("Load", "No source code found for shader %s.", path.c_str());
     if (!allocate("Load", size))
         return false;
     const FileHandle stream = openInputFile(path);
     if (stream == nullptr) {
         clear();
-        printError(__FILE__, "Load", __LINE__, "Unable to open \"%s\" for reading.", 1, path.c_str());
-        return false;
+        return fail("Load", "Unable to open \"%s\" for reading.", path.c_str());
     }
     const auto wanted = static_cast<std::size_t>(size);
     const std::size_t got = std::fread(buf_.get(), 1, wanted, stream.get());
@@ -77,10 +74,9 @@ bool ShaderFile::Load(const std::string& path) {
     if (got < wanted) {
         clear();
         // The count read comes first although the words say the reverse.
-        printError(
-            __FILE__, "Load", __LINE__, "Unexpected EOF when reading file (expected %d bytes, read %d).", 2,
-            static_cast<int>(got), static_cast<int>(size));
-        return false;
+        return fail(
+            "Load", "Unexpected EOF when reading file (expected %d bytes, read %d).", static_cast<int>(got),
+            static_cast<int>(size));
     }
     if (shaderCache.size() > kMaximumRows)
         shaderCache.clear();

@@ -7,9 +7,11 @@
 #include <new>
 
 #include "cnumericlocale.h"
+#include "fail.h"
 #include "plainfields.h"
-#include "printerror.h"
 #include "trackedline.h"
+
+using sorvane::fail;
 
 namespace {
 bool isFormFactor(float value) {
@@ -53,16 +55,10 @@ bool SubfacetFile::Parser::parse() {
 }
 
 bool SubfacetFile::Parser::readCount() {
-    if (!line_.next(lines_)) {
-        printError(__FILE__, "Load", __LINE__, "Unexpected EOF when trying to read number of facets.", 0);
-        return false;
-    }
-    if (std::sscanf(line_.text(), "%d", &count_) < 1 || count_ < 0) {
-        printError(
-            __FILE__, "Load", __LINE__, "Malformed line 1. Expected a number of facets, but received \"%s\".", 1,
-            line_.text());
-        return false;
-    }
+    if (!line_.next(lines_))
+        return fail("Load", "Unexpected EOF when trying to read number of facets.");
+    if (std::sscanf(line_.text(), "%d", &count_) < 1 || count_ < 0)
+        return fail("Load", "Malformed line 1. Expected a number of facets, but received \"%s\".", line_.text());
     // Every facet has a line: more facets than lines can't be read, whatever line 1 says.
     const std::size_t readable = std::min<std::size_t>(static_cast<std::size_t>(count_), lines_.remaining());
     file_.earth_.reserve(readable);
@@ -112,15 +108,11 @@ bool SubfacetFile::Parser::nextLine(int facet) {
     ++lineNumber_;
     if (line_.next(lines_))
         return true;
-    printError(__FILE__, "Load", __LINE__, "Unexpected EOF when trying to read facet %d.", 1, facet);
-    return false;
+    return fail("Load", "Unexpected EOF when trying to read facet %d.", facet);
 }
 
 bool SubfacetFile::Parser::reportLine(int facet) {
-    printError(
-        __FILE__, "Load", __LINE__, "Malformed line %d when reading facet %d. Received \"%s\".", 3, lineNumber_, facet,
-        line_.text());
-    return false;
+    return fail("Load", "Malformed line %d when reading facet %d. Received \"%s\".", lineNumber_, facet, line_.text());
 }
 
 bool SubfacetFile::Load(const std::string& name, std::span<float> earthFormFactors, std::span<float> skyFormFactors) {

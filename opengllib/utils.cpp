@@ -9,9 +9,11 @@
 
 #include "cnumericlocale.h"
 #include "endprocess.h"
+#include "fail.h"
 #include "messages.h"
-#include "printerror.h"
 #include "tgafile.h"
+
+using sorvane::fail;
 
 namespace {
 template <class T> void swapRows(unsigned long width, unsigned long height, T* data) {
@@ -49,16 +51,14 @@ void Float32ToRGB8(
     const float* src, unsigned char* dst, unsigned long srcWidth, unsigned long srcHeight, unsigned long width,
     unsigned long height) {
     if (width > srcWidth) {
-        printError(
-            __FILE__, __func__, __LINE__,
-            "Destination width must be less than source width, but dest_width = %d and source_width = %d", 2,
+        fail(
+            __func__, "Destination width must be less than source width, but dest_width = %d and source_width = %d",
             static_cast<int>(width), static_cast<int>(srcWidth));
         endProcess();
     }
     if (height > srcHeight) {
-        printError(
-            __FILE__, __func__, __LINE__,
-            "Destination height must be less than source height, but dest_height = %d and source_height = %d", 2,
+        fail(
+            __func__, "Destination height must be less than source height, but dest_height = %d and source_height = %d",
             static_cast<int>(height), static_cast<int>(srcHeight));
         endProcess();
     }
@@ -75,10 +75,7 @@ bool Snapshot(
     const auto pBytes = allocateRgb(width, height);
     if (pBytes == nullptr) {
         const int count = static_cast<int>(width * 3 * height);
-        printError(
-            __FILE__, __func__, __LINE__, "Could not allocate %d unsigned chars (%d bytes) for array pBytes.", 2, count,
-            count);
-        return false;
+        return fail(__func__, "Could not allocate %d unsigned chars (%d bytes) for array pBytes.", count, count);
     }
     Float32ToRGB8(data, pBytes.get(), srcWidth, srcHeight, width, height);
     TgaFile file;
@@ -90,9 +87,9 @@ bool Snapshot(
 float ClampToRange(float x, float x1, float x2) {
     if (x1 > x2) {
         const CNumericLocale decimalPoint;
-        printError(
-            __FILE__, __func__, __LINE__, "Parameters must satisfy x1 <= x2, but x1 = %f and x2 = %f", 2,
-            static_cast<double>(x1), static_cast<double>(x2));
+        fail(
+            __func__, "Parameters must satisfy x1 <= x2, but x1 = %f and x2 = %f", static_cast<double>(x1),
+            static_cast<double>(x2));
         endProcess();
     }
     return x < x1 ? x1 : x > x2 ? x2 : x;

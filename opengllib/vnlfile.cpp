@@ -12,11 +12,13 @@
 #include "brdffile.h"
 #include "cnumericlocale.h"
 #include "endprocess.h"
+#include "fail.h"
 #include "messages.h"
 #include "plainfields.h"
-#include "printerror.h"
 #include "radfile.h"
 #include "trackedline.h"
+
+using sorvane::fail;
 
 namespace {
 constexpr float kThird = 0.3333333F; // bit pattern 0x3EAAAAAA, the float below the one nearest to 1/3
@@ -50,9 +52,7 @@ bool readFacet(TrackedLine& line, std::array<int, 3>& vertices) {
 unsigned short vertexIndex(int oneBased, int corner, int numVerts) {
     const auto index = static_cast<unsigned short>(static_cast<unsigned int>(oneBased) - 1U);
     if (index >= numVerts) {
-        printError(
-            __FILE__, "Load", __LINE__, "us%d should be less than numVerts = %d, but is %d.", 3, corner, numVerts,
-            index);
+        fail("Load", "us%d should be less than numVerts = %d, but is %d.", corner, numVerts, index);
         endProcess();
     }
     return index;
@@ -101,28 +101,18 @@ bool VertexTable::read(FileTracker& lines, int numVerts) {
     // Every vertex has a line of its own: more of them than lines left can't all be read, whatever line 1 says.
     const auto readable = static_cast<std::size_t>(std::clamp<std::int64_t>(numVerts, 0, lines.remaining()));
     positions.reset(numVerts < 0 ? nullptr : new (std::nothrow) Triple[readable]);
-    if (positions == nullptr) {
-        printError(
-            __FILE__, "Load", __LINE__, "Could not allocate %d Vertex objects for array vnlVertex.", 1, numVerts);
-        return false;
-    }
+    if (positions == nullptr)
+        return fail("Load", "Could not allocate %d Vertex objects for array vnlVertex.", numVerts);
     normals.reset(new (std::nothrow) Triple[readable]);
-    if (normals == nullptr) {
-        printError(
-            __FILE__, "Load", __LINE__, "Could not allocate %d Vertex objects for array vnlNormals.", 1, numVerts);
-        return false;
-    }
+    if (normals == nullptr)
+        return fail("Load", "Could not allocate %d Vertex objects for array vnlNormals.", numVerts);
     TrackedLine line;
     for (int i = 0; i < numVerts; ++i) {
-        if (!line.next(lines)) {
-            printError(__FILE__, "Load", __LINE__, "Unexpected EOF when reading vertex %d.", 1, i + 1);
-            return false;
-        }
+        if (!line.next(lines))
+            return fail("Load", "Unexpected EOF when reading vertex %d.", i + 1);
         const auto vertex = static_cast<std::size_t>(i);
-        if (!readVertex(line, positions[vertex], normals[vertex])) {
-            printError(__FILE__, "Load", __LINE__, "Malformed line %d. Received \"%s\".", 2, i + 3, line.text());
-            return false;
-        }
+        if (!readVertex(line, positions[vertex], normals[vertex]))
+            return fail("Load", "Malformed line %d. Received \"%s\".", i + 3, line.text());
     }
     return true;
 }
@@ -132,17 +122,13 @@ bool readFacets(
     const VnlArrays& arrays) {
     TrackedLine line;
     for (int k = 0; k < numFacets; ++k) {
-        if (!line.next(lines)) {
-            printError(__FILE__, "Load", __LINE__, "Unexpected EOF when trying to read facet %d.", 1, k + 1);
-            return false;
-        }
+        if (!line.next(lines))
+            return fail("Load", "Unexpected EOF when trying to read facet %d.", k + 1);
         std::array<int, 3> named{};
-        if (!readFacet(line, named)) {
-            printError(
-                __FILE__, "Load", __LINE__, "Malformed line %d when reading facet %d. Received \"%s\".", 3,
-                vertices.count + k + 3, k + 1, line.text());
-            return false;
-        }
+        if (!readFacet(line, named))
+            return fail(
+                "Load", "Malformed line %d when reading facet %d. Received \"%s\".", vertices.count + k + 3, k + 1,
+                line.text());
         const std::array<unsigned short, 3> indices = {
             vertexIndex(named[0], 0, vertices.count), vertexIndex(named[1], 1, vertices.count),
             vertexIndex(named[2], 2, vertices.count)};
@@ -181,10 +167,8 @@ bool VnlFile::Load(
     Tuple3<float>* cornerEmittance, Vector<float>* facetCentroids, Vector<float>* facetNormals, int* sortedIndex) {
     setName(name);
     const FileTrackerHandle lines(fTrackerOpen(name.c_str(), "r", TrackedLine::kLineLength));
-    if (lines == nullptr) {
-        printError(__FILE__, "Load", __LINE__, "Unable to open \"%s\" for reading.", 1, name.c_str());
-        return false;
-    }
+    if (lines == nullptr)
+        return fail("Load", "Unable to open \"%s\" for reading.", name.c_str());
     return parse(
         *lines, brdf, rad,
         {facets, cornerPositions, cornerNormals, cornerRadiance, cornerEmittance, facetCentroids, facetNormals,
@@ -196,36 +180,25 @@ bool VnlFile::parse(FileTracker& lines, BrdfFile& brdf, const RadFile& rad, cons
     TrackedLine line;
 
     if (!line.next(lines)) {
-        printError(
-            __FILE__, "Load", __LINE__, "Unexpected EOF when trying to read number of vertices and subfacets.", 0);
+        fail("Load", "Unexpected EOF when trying to read number of vertices and subfacets.");
         printMessage("VnlFile::Load: unexpected EOF found.");
         return false;
     }
     int numVerts = 0;
     int numFacets = 0;
-    if (std::sscanf(line.text(), "%d %d", &numVerts, &numFacets) < 2) {
-        printError(
-            __FILE__, "Load", __LINE__, "Malformed line 1. Expected 2 ints, but received \"%s\".", 1, line.text());
-        return false;
-    }
-    if (numFacets != brdf.numFacets()) {
-        printError(
-            __FILE__, "Load", __LINE__,
-            "Number of facets in VNL file, %d, does not match the number of facets in the BRDF file, %d.", 2, numFacets,
-            brdf.numFacets());
-        return false;
-    }
+    if (std::sscanf(line.text(), "%d %d", &numVerts, &numFacets) < 2)
+        return fail("Load", "Malformed line 1. Expected 2 ints, but received \"%s\".", line.text());
+    if (numFacets != brdf.numFacets())
+        return fail(
+            "Load", "Number of facets in VNL file, %d, does not match the number of facets in the BRDF file, %d.",
+            numFacets, brdf.numFacets());
 
-    if (!line.next(lines)) {
-        printError(__FILE__, "Load", __LINE__, "Unexpected EOF when trying to read bounding box.", 0);
-        return false;
-    }
+    if (!line.next(lines))
+        return fail("Load", "Unexpected EOF when trying to read bounding box.");
     std::array<float, 6> box{}; // x1 x2 y1 y2 z1 z2
     if (std::sscanf(line.text(), "%f %f %f %f %f %f", &box[0], &box[1], &box[2], &box[3], &box[4], &box[5]) < 6) {
         // No comma after "floats": the texts of the two lines differ.
-        printError(
-            __FILE__, "Load", __LINE__, "Malformed line 2. Expected 6 floats but received \"%s\".", 1, line.text());
-        return false;
+        return fail("Load", "Malformed line 2. Expected 6 floats but received \"%s\".", line.text());
     }
     boundingBox_ = boxCorners(box);
 

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "endprocess.h"
+#include "fail.h"
 #include "printerror.h"
 #include "temporarydirectory.h"
 
@@ -25,6 +26,15 @@ TEST(PrintError, NamesTheFunctionBeforeTheFileAndFormatsItsArgumentsWhateverTheC
                              "Error in function \"b\" of file \"a\" (line #2): " +
                                  std::string(5000, 'x') + "\n");
     EXPECT_EQ(GetCapturedStdout(), "");
+}
+
+TEST(Fail, NamesTheFileAndTheLineOfItsCaller) {
+    CaptureStderr();
+    const unsigned line = __LINE__ + 1;
+    EXPECT_FALSE(sorvane::fail("Load", "%d%s", 9, "%"));
+    EXPECT_EQ(
+        GetCapturedStderr(),
+        "Error in function \"Load\" of file \"" __FILE__ "\" (line #" + std::to_string(line) + "): 9%\n");
 }
 
 TEST(EndProcessDeathTest, FlushesEveryStreamAndEndsWithStatusOne) {
