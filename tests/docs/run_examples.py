@@ -3,9 +3,10 @@
 
 usage: run_examples.py DOCUMENT SORVANE_PROGRAM [--renew]
 
-A line "$ …" is a command; what follows up to the next one is its output, both streams together. A line "…" of the
-document stands for any lines, "…" within a line for anything. The folder in which the examples run is called /home/me in the document. With --renew,
-outputs that hold no "…" are written anew, and an output that is "…" alone is written for the first time.
+A block "```text FILE" becomes that file. In a block "```console" a line "$ …" is a command; what follows up to the next
+one is its output, both streams together. A line "…" of the document stands for any lines, "…" within a line for anything.
+The folder in which the examples run is called /home/me in the document. With --renew, outputs that hold no "…" are
+written anew, and an output that is "…" alone is written for the first time.
 """
 
 import os
@@ -57,10 +58,16 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         shell = Shell(pathlib.Path(folder).resolve())
 
+        def write_file(block):
+            pathlib.Path(folder, block["file"]).write_text(block["contents"], encoding="utf-8")
+            return block[0]
+
         def run_block(block):
             nonlocal failures
+            if block["file"]:
+                return write_file(block)
             lines = []
-            for part in re.split(r"^(?=\$ )", block.group(1), flags=re.MULTILINE):
+            for part in re.split(r"^(?=\$ )", block["contents"], flags=re.MULTILINE):
                 if not part:
                     continue
                 command, *expected = part.splitlines()
@@ -74,7 +81,8 @@ def main():
             return "```console\n" + "".join(line + "\n" for line in lines) + "```"
 
         text = DOCUMENT.read_text(encoding="utf-8")
-        renewed = re.sub(r"^```console\n(.*?)^```", run_block, text, flags=re.MULTILINE | re.DOTALL)
+        blocks = r"^```(?:console|text (?P<file>\S+))\n(?P<contents>.*?)^```"
+        renewed = re.sub(blocks, run_block, text, flags=re.MULTILINE | re.DOTALL)
         if is_renewing:
             DOCUMENT.write_text(renewed, encoding="utf-8")
     return 1 if failures else 0
