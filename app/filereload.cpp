@@ -8,7 +8,7 @@
 #include <QSlider>
 
 #include "aircraftwidget.h"
-#include "engagementfacts.h"
+#include "factsofengagements.h"
 #include "etxyz.h"
 #include "filewatch.h"
 #include "keptengagements.h"

@@ -4,7 +4,7 @@
 #include <QList>
 
 #include "currentengagement.h"
-#include "engagementfacts.h"
+#include "factsofengagements.h"
 #include "filereload.h"
 #include "filewatch.h"
 #include "keytable.h"

@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "etxyz.h"
-
 namespace {
 void addFlares(const QMap<double, keyframe>& samples, std::vector<EngagementEvent>& events) {
     std::unordered_set<int> known;
@@ -38,17 +36,4 @@ EngagementFacts factsOf(const QMap<double, keyframe>& samples) {
     std::ranges::stable_sort(facts.events, {}, &EngagementEvent::time);
     facts.events = merged(facts.events);
     return facts;
-}
-
-void FactsOfEngagements::add(const etxyz& engagement) {
-    entries_[&engagement] = {.samples = engagement.keyframes, .facts = {}};
-}
-
-const EngagementFacts& FactsOfEngagements::of(const etxyz& engagement) {
-    Entry& entry = entries_.at(&engagement);
-    if (!entry.facts) {
-        entry.facts = factsOf(entry.samples);
-        entry.samples.clear();
-    }
-    return *entry.facts;
 }
