@@ -8,6 +8,7 @@
 #include "fail.h"
 #include "filechecks.h"
 #include "inputfile.h"
+#include "texthead.h"
 #include "textlines.h"
 
 using sorvane::fail;
@@ -15,7 +16,6 @@ using sorvane::fail;
 namespace {
 std::vector<Aster::asterdata> cache;
 
-constexpr int kHeaderLines = 26;
 constexpr std::size_t kLineLength = 512;
 constexpr std::size_t kMaximumBytes = std::size_t{64} << 20; // far above any sample
 
@@ -29,7 +29,7 @@ class Points {
 public:
     explicit Points(std::string_view text) : lines_(text) {
         char line[kLineLength];
-        for (int i = 0; i < kHeaderLines; ++i)
+        for (int i = 0; i < Aster::kHeaderLines; ++i)
             lines_.getLine(line, sizeof line);
     }
 
@@ -45,6 +45,10 @@ private:
     TextLines lines_;
 };
 } // namespace
+
+bool Aster::looksLike(const sorvane::TextHead& head) {
+    return head.numbers(kHeaderLines) == 2 && head.numbers(0) == 0;
+}
 
 Aster::Aster(const std::string& path, float lambda1, float lambda2) {
     if (!CheckFileExistance(path, ""))

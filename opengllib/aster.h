@@ -6,8 +6,19 @@
 
 inline const std::string ASTER_EXT = "txt";
 
+namespace sorvane {
+class TextHead;
+}
+
+// Text, lines of at most 511 characters: kHeaderLines lines that are skipped, then lines of two numbers, a wavelength
+// and a reflectance in percent, with wavelengths rising or falling.
 class Aster {
 public:
+    static constexpr int kHeaderLines = 26;
+
+    // Whether a text, of which no line counts as a comment, begins like a sample.
+    static bool looksLike(const sorvane::TextHead& head);
+
     // One entry of the process-wide cache, which only grows.
     struct asterdata {
         std::string name;

@@ -9,6 +9,7 @@
 #include "cnumericlocale.h"
 #include "fail.h"
 #include "inputfile.h"
+#include "texthead.h"
 #include "textlines.h"
 
 using sorvane::fail;
@@ -34,6 +35,10 @@ constexpr std::size_t kMaximumBytes = 3 * kLineLength;
 constexpr float kRadiansPerDegree = 0.017453292F; // bit pattern 0x3C8EFA35; the body transforms use another constant
 constexpr float kSquareMetresPerSquareCentimetre = 0.0001F;
 } // namespace
+
+bool AtmFile::looksLike(const sorvane::TextHead& head) {
+    return head.numbers(0) == 3 && head.numbers(1) == 10 && head.numbers(2) == 4;
+}
 
 bool AtmFile::Load(const std::string& name) {
     setName(name);

@@ -7,8 +7,22 @@
 #include "file.h"
 #include "vector.h"
 
+namespace sorvane {
+class TextHead;
+}
+
+// Text of three lines:
+//     three numbers, ignored
+//     ten numbers, the 1st, 2nd, 4th and 5th of them integers; the last two are used: 180 minus the sun's zenith angle,
+//     and its azimuth from north towards east, degrees
+//     diffuse earth, diffuse sky and direct solar radiance, W/m²/sr; bearing of the signature, degrees
 class AtmFile : public File {
 public:
+    static constexpr const char* kExtension = "atm";
+
+    // Whether a text of any name begins like an atmosphere file.
+    static bool looksLike(const sorvane::TextHead& head);
+
     // One entry of the process-wide cache: the file name and the six values.
     struct atmData;
 

@@ -12,8 +12,11 @@ struct bandParams {
     float lambda2;
 };
 
+// Text: a line that is ignored, then two numbers, the lower and the upper edge in the unit of the samples' wavelengths.
 class BandFile {
 public:
+    static constexpr const char* kExtension = "band";
+
     // Publishes the shared instance; always true.
     static bool Create();
     static BandFile* instance_;

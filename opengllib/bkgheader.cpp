@@ -1,4 +1,4 @@
-// The header of a MORLAN ("BKG") raster file.
+// The header of a BKG raster file.
 #include "bkgheader.h"
 
 #include <cstddef>
@@ -11,24 +11,10 @@ namespace {
 constexpr std::size_t kHeaderBytes = 512;
 constexpr std::size_t kSignatureLength = sizeof BKG_HEADER_SIGNATURE - 1;
 
-// Hands every field to `visit`, in the order of the file.
-template <class Header, class Visitor> constexpr void visitFields(Header& h, Visitor visit) {
-    const auto visitAll = [&visit](auto&... fields) {
-        (visit(fields), ...);
-    };
-    visitAll(
-        h.fileId, h.headerSignature, h.geodeticProjection, h.geodeticSpheroid, h.geodeticDatum, h.hemisphere,
-        h.geodeticZone, h.transform, h.dimensions, h.originatingAgency, h.fileCreationDate, h.validBand,
-        h.weatherSetDate, h.weatherSetTime, h.relativeHumidity, h.windSpeed, h.windDirection, h.ambientAirTemperature,
-        h.barometricPressure, h.visibility, h.pyranometer, h.sizeX, h.sizeY, h.xStepSize, h.yStepSize, h.baseX, h.baseY,
-        h.databaseReference, h.reserved2, h.databaseMean, h.databaseStdDev, h.databaseMinimum, h.databaseMaximum,
-        h.associatedBlock);
-}
-
 constexpr std::size_t bytesOfFields() {
     constexpr BKG_header header{};
     std::size_t bytes = 0;
-    visitFields(header, [&bytes](const auto& field) { bytes += sizeof field; });
+    sorvane::visitFields(header, [&bytes](const char*, const auto& field) { bytes += sizeof field; });
     return bytes;
 }
 static_assert(bytesOfFields() == kHeaderBytes);
@@ -46,7 +32,7 @@ FileHandle ReadHeader(const std::string& path, BKG_header& header) {
     std::byte bytes[kHeaderBytes]{};
     [[maybe_unused]] const std::size_t got = std::fread(bytes, 1, sizeof bytes, stream.get());
     const std::byte* at = bytes;
-    visitFields(header, [&at](auto& field) {
+    sorvane::visitFields(header, [&at](const char*, auto& field) {
         std::memcpy(&field, at, sizeof field);
         at += sizeof field;
     });
@@ -69,7 +55,8 @@ FileHandle BeginBKGFile(const std::string& path, BKG_header& header) {
     if (stream == nullptr)
         return nullptr;
     std::memcpy(header.fileId, BKG_HEADER_SIGNATURE, kSignatureLength);
-    visitFields(header, [&stream](const auto& field) { std::fwrite(&field, sizeof field, 1, stream.get()); });
+    sorvane::visitFields(
+        header, [&stream](const char*, const auto& field) { std::fwrite(&field, sizeof field, 1, stream.get()); });
     return stream;
 }
 

@@ -1,8 +1,10 @@
-// The header of a MORLAN ("BKG") raster file: 512 bytes without gaps in the file, in little-endian order.
+// The header of a BKG raster file: 512 bytes without gaps in the file, in little-endian order.
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <string>
+#include <type_traits>
 
 #include "inputfile.h"
 
@@ -47,6 +49,51 @@ struct BKG_header {
     float databaseMaximum;
     char associatedBlock[136]; // two names of 60 bytes each, the rest is free
 };
+
+namespace sorvane {
+
+// Hands every field to `visit` with its name, in the order of the file, in which they lie without gaps; without a name
+// what is not interpreted, or not as it stands.
+template <class Header, class Visitor>
+requires std::same_as<std::remove_const_t<Header>, BKG_header>
+constexpr void visitFields(Header& h, Visitor visit) {
+    visit(nullptr, h.fileId);
+    visit("headerSignature", h.headerSignature);
+    visit("geodeticProjection", h.geodeticProjection);
+    visit("geodeticSpheroid", h.geodeticSpheroid);
+    visit("geodeticDatum", h.geodeticDatum);
+    visit("hemisphere", h.hemisphere);
+    visit("geodeticZone", h.geodeticZone);
+    visit("transform", h.transform);
+    visit("dimensions", h.dimensions);
+    visit("originatingAgency", h.originatingAgency);
+    visit("fileCreationDate", h.fileCreationDate);
+    visit("validBand", h.validBand);
+    visit("weatherSetDate", h.weatherSetDate);
+    visit("weatherSetTime", h.weatherSetTime);
+    visit("relativeHumidity", h.relativeHumidity);
+    visit("windSpeed", h.windSpeed);
+    visit("windDirection", h.windDirection);
+    visit("ambientAirTemperature", h.ambientAirTemperature);
+    visit("barometricPressure", h.barometricPressure);
+    visit("visibility", h.visibility);
+    visit("pyranometer", h.pyranometer);
+    visit("sizeX", h.sizeX);
+    visit("sizeY", h.sizeY);
+    visit("xStepSize", h.xStepSize);
+    visit("yStepSize", h.yStepSize);
+    visit("baseX", h.baseX);
+    visit("baseY", h.baseY);
+    visit("databaseReference", h.databaseReference);
+    visit(nullptr, h.reserved2);
+    visit("databaseMean", h.databaseMean);
+    visit("databaseStdDev", h.databaseStdDev);
+    visit("databaseMinimum", h.databaseMinimum);
+    visit("databaseMaximum", h.databaseMaximum);
+    visit(nullptr, h.associatedBlock);
+}
+
+} // namespace sorvane
 
 // Opens a file and reads its header. The stream is at the first sample, offset 512, and belongs to the caller. Null,
 // with no message, when the file can't be opened. A file that is too short leaves the missing fields zero and the

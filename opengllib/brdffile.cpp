@@ -13,6 +13,7 @@
 #include "fail.h"
 #include "inputfile.h"
 #include "plainfields.h"
+#include "texthead.h"
 #include "textlines.h"
 
 using sorvane::fail;
@@ -65,7 +66,6 @@ private:
     bool readClasses();
     bool readRanges();
     bool addRange(int lineNumber);
-    void placeBlocks();
 
     const CNumericLocale decimalPoint_;
     TextLines lines_;
@@ -116,7 +116,7 @@ bool BrdfFile::Parser::readRanges() {
     for (int lineNumber = file_.numBrdfClasses() + 3; nextLine(); ++lineNumber)
         if (!addRange(lineNumber))
             return false;
-    placeBlocks();
+    file_.placeBlocks();
     return true;
 }
 
@@ -146,14 +146,30 @@ bool BrdfFile::Parser::addRange(int lineNumber) {
     return true;
 }
 
-void BrdfFile::Parser::placeBlocks() {
+void BrdfFile::placeBlocks() {
     int start = 0;
-    for (FacetBlock& block : file_.blocks_) {
+    for (FacetBlock& block : blocks_) {
         block.startIndex_ = block.next = start;
         start += block.facetCount_;
     }
-    file_.numFacets_ = start;
-    file_.numVertices_ = 3 * start;
+    numFacets_ = start;
+    numVertices_ = 3 * start;
+}
+
+bool BrdfFile::looksLike(const sorvane::TextHead& head) {
+    return head.word(0, 0) == "BRDF";
+}
+
+void BrdfFile::makeUniform(int facets) {
+    clear();
+    constexpr float kNoDirection = 0.0F; // b
+    classes_.push_back({0.0F, 1.0F, kNoDirection, 1.0F, normalisation(kNoDirection), 2});
+    blocks_.resize(1);
+    if (facets > 0) {
+        elements_.push_back({0, facets - 1, 0});
+        blocks_.front().facetCount_ = facets;
+    }
+    placeBlocks();
 }
 
 bool BrdfFile::Load(const std::string& name) {

@@ -7,6 +7,17 @@
 
 #include "file.h"
 
+namespace sorvane {
+class TextHead;
+}
+
+// Text, lines of at most 255 characters:
+//     BRDF
+//     number of classes N, at least 1
+//     N lines: diffuse reflectance, emissivity, b, e, mode, one word
+//     to the end: first facet, last facet, class, one word
+// Facets and classes count from 1, the last facet of a range belongs to it. The words are ignored and may be missing.
+
 // The parameters of one class for sr_brdf_internal.
 struct BrdfClass {
     float rho_d;   // diffuse reflectance
@@ -33,6 +44,14 @@ struct FacetBlock {
 
 class BrdfFile : public File {
 public:
+    static constexpr const char* kExtension = "brdf";
+
+    // Whether a text of any name begins like a reflectance file.
+    static bool looksLike(const sorvane::TextHead& head);
+
+    // Becomes the file of a body of so many facets, not negative, in one class that reflects nothing.
+    void makeUniform(int facets);
+
     // Reads the file `name`, or takes it from the process-wide cache. On failure prints one message, returns false and
     // leaves the object without classes and facets.
     bool Load(const std::string& name);
@@ -67,6 +86,7 @@ private:
     class Parser;
 
     void clear();
+    void placeBlocks();
     // The index of the range that FacetIndxToBrdfClass finds, or -1.
     int findRange(int facet) const;
 

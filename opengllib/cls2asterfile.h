@@ -9,6 +9,7 @@
 
 inline const std::string CLS2ASTER_EXT = "cls2aster";
 
+// Text, lines of at most 511 characters, "class sample"; those that begin with "#" and empty ones are skipped.
 class Cls2AsterFile {
 public:
     // One entry of the process-wide cache, which only grows: the samples that a table resolves to for a band.

@@ -47,6 +47,47 @@ static_assert(sizeof(GHead) == 512 && offsetof(GHead, fileType) == 36 && offseto
 static_assert(offsetof(GHead, airrad) == 244 && offsetof(GHead, wldUnits) == 304 && offsetof(GHead, idescript) == 400);
 static_assert(offsetof(GHead, trailer) == 480 && offsetof(GHead, filler) == 488);
 
+namespace sorvane {
+
+// Hands every field to `visit` with its name, in the order of the file; without one what is not interpreted.
+template <class Visitor> void visitFields(const GHead& h, Visitor visit) {
+    visit("headkey", h.headkey);
+    visit("nrows", h.nrows);
+    visit("ncols", h.ncols);
+    visit("nbands", h.nbands);
+    visit("packtype", h.packtype);
+    visit("cellUnits", h.cellUnits);
+    visit("xCellSize", h.xCellSize);
+    visit("yCellSize", h.yCellSize);
+    visit("zscale", h.zscale);
+    visit("fileType", h.fileType);
+    visit("MinVals", h.MinVals);
+    visit("MaxVals", h.MaxVals);
+    visit("iassocf1", h.iassocf1);
+    visit("iassocf2", h.iassocf2);
+    visit("airrad", h.airrad);
+    visit(nullptr, h.reserved1);
+    visit("lambda1", h.lambda1);
+    visit("lambda2", h.lambda2);
+    visit("xStart", h.xStart);
+    visit("yStart", h.yStart);
+    visit("xorg", h.xorg);
+    visit("yorg", h.yorg);
+    visit("nsources", h.nsources);
+    visit("source", h.source);
+    visit("intens", h.intens);
+    visit("wldUnits", h.wldUnits);
+    visit("world", h.world);
+    visit("mean", h.mean);
+    visit("stddev", h.stddev);
+    visit("idescript", h.idescript);
+    visit("trailer", h.trailer);
+    visit("ambienttemp", h.ambienttemp);
+    visit(nullptr, h.filler);
+}
+
+} // namespace sorvane
+
 // Opens a file and reads its header. The stream is at the first sample, offset 512, and belongs to the caller. Null,
 // with no message and with `header` in an unknown state, when the file can't be opened or is shorter than a header.
 FileHandle ReadHeader(const std::string& path, GHead& header);

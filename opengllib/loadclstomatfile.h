@@ -4,6 +4,12 @@
 #include <string>
 #include <string_view>
 
+namespace sorvane {
+inline constexpr const char* kClassToMaterialExtension = "cls2mat";
+}
+
+// Text: a line for each pair, "class material".
+
 // A table holds up to this many pairs of bytes: class, material.
 inline constexpr unsigned kMaximumClassPairs = 128;
 

@@ -13,7 +13,22 @@ using sorvane::fail;
 
 namespace {
 constexpr std::size_t kLineLength = 256;
+
+bool readPair(const char* line, float* first, float* second) {
+    return std::sscanf(line, "%f %f", first, second) == 2;
+}
 } // namespace
+
+std::vector<sorvane::MaterialValues> sorvane::readTemperatures(std::string_view text) {
+    const CNumericLocale decimalPoint;
+    TextLines lines(text);
+    char line[kLineLength];
+    std::vector<MaterialValues> materials;
+    MaterialValues values;
+    while (lines.getLine(line, sizeof line) && readPair(line, &values.temperature, &values.emissivity))
+        materials.push_back(values);
+    return materials;
+}
 
 bool loadRefsFile(const std::string& path, unsigned count, float* out) {
     const auto text = readInputFile(path, count * kLineLength);
@@ -34,7 +49,7 @@ bool parseRefs(std::string_view text, unsigned count, float* out) {
                 "Unexpected EOF when trying to read material data. Expected %d materials but only read %d.",
                 static_cast<int>(count), static_cast<int>(i) - 1);
         float* const pair = out + 2 * std::size_t{i};
-        if (std::sscanf(line, "%f %f", pair, pair + 1) < 2)
+        if (!readPair(line, pair, pair + 1))
             return fail(
                 "loadRefsFile", "Malformed line %d. Expected 2 floats, but received \"%s\".", static_cast<int>(i + 2),
                 line);
@@ -59,7 +74,7 @@ bool parseTemp(std::string_view text, unsigned char count, float* out) {
                 "loadTempFile", "Unexpected EOF when trying to read temp file. Expected %d lines but only found %d.",
                 int{count}, i + 1);
         float* const pair = out + std::ptrdiff_t{2} * i;
-        if (std::sscanf(line, "%f %f", pair, pair + 1) < 2) {
+        if (!readPair(line, pair, pair + 1)) {
             fail("loadTempFile", "Malformed line %d: \"%s\". Expected 2 floats.", i + 1, line);
             printMessage("LoadTempFile::loadTempFile: unexpected line format: %s", line);
             return false;

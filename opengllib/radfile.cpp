@@ -21,6 +21,7 @@ constexpr std::size_t kWord = 4;
 constexpr std::size_t kHeaderBytes = 19 * kWord;
 constexpr std::size_t kCountOffset = 10 * kWord; // the only header word that is used
 constexpr std::size_t kPaddingBytes = 2 * kWord;
+static_assert(RadFile::lengthFor(0) == kHeaderBytes + kPaddingBytes && RadFile::kHeadBytes == kCountOffset + kWord);
 constexpr float kStoredUnit = 1e-6F; // bit pattern 0x358637BD, W/cm²/sr
 
 // Room for `count` floats, not initialised; null when there is none.
@@ -77,13 +78,41 @@ void RadFile::Cleanup() {
     facets_ = 0;
 }
 
+std::optional<std::int32_t> RadFile::announcedFacets(std::string_view firstBytes) {
+    std::int32_t facets = 0;
+    if (firstBytes.size() < kHeadBytes)
+        return std::nullopt;
+    std::memcpy(&facets, firstBytes.data() + kCountOffset, sizeof facets);
+    return facets;
+}
+
+std::optional<std::int32_t> RadFile::readAnnouncedFacets(const std::string& name) {
+    return announcedFacets(readInputFile(name, kHeadBytes).value_or(""));
+}
+
+bool RadFile::isWhole(std::string_view firstBytes, std::int64_t fileLength) {
+    const std::optional<std::int32_t> facets = announcedFacets(firstBytes);
+    return facets && *facets >= 0 && fileLength == lengthFor(*facets);
+}
+
+bool RadFile::makeDark(int facets) {
+    Cleanup();
+    rad_ = allocate(facets);
+    bbe_ = allocate(facets);
+    if (rad_ == nullptr || bbe_ == nullptr)
+        return false;
+    std::fill_n(rad_.get(), facets, 0.0F);
+    std::fill_n(bbe_.get(), facets, 0.0F);
+    facets_ = facets;
+    return scale(facets);
+}
+
 bool RadFile::Load(const std::string& name, int expectedFacets) {
     Cleanup();
     setName(name);
     try {
         // What follows the emittances is ignored.
-        const std::size_t values = 2 * static_cast<std::size_t>(std::max(expectedFacets, 0));
-        const auto bytes = readInputFile(name, kHeaderBytes + kPaddingBytes + values * kWord);
+        const auto bytes = readInputFile(name, static_cast<std::size_t>(lengthFor(std::max(expectedFacets, 0))));
         if (bytes)
             return parse(*bytes, expectedFacets);
     } catch (const std::bad_alloc&) {

@@ -1,15 +1,39 @@
 // The radiance file (".rad"): radiance and blackbody emittance of every facet of a body.
 #pragma once
 
+#include <cstdint>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "file.h"
 
+// Binary, 32-bit words in little-endian order:
+//     bytes 0 … 39    ignored
+//           40 … 43   number of facets F, a signed integer
+//           44 … 75   ignored
+//           76 …      F radiances, single precision, in the order of the geometry file
+//           then 8    ignored
+//           then      F blackbody emittances, likewise
+// Values are in millionths of W/cm²/sr.
 class RadFile : public File {
 public:
+    static constexpr const char* kExtension = "rad"; // which rasters of radiances have too
+
+    // What the header of these first bytes, kHeadBytes or more, announces; nothing of fewer.
+    static constexpr std::size_t kHeadBytes = 44;
+    static std::optional<std::int32_t> announcedFacets(std::string_view firstBytes);
+    static std::optional<std::int32_t> readAnnouncedFacets(const std::string& name);
+    // The length of a file of so many facets.
+    static constexpr std::int64_t lengthFor(std::int64_t facets) { return 84 + 8 * facets; }
+    // Whether a file of these first bytes is exactly as long as its count of facets asks for.
+    static bool isWhole(std::string_view firstBytes, std::int64_t fileLength);
+
+    // Becomes the file of so many facets without radiance; false when they don't fit into memory.
+    bool makeDark(int facets);
+
     // Reads the file `name`, which must hold `expectedFacets` facets, and scales its values by a millionth to W/cm²/sr.
     // On failure prints one message, returns false and leaves both arrays null.
     bool Load(const std::string& name, int expectedFacets);

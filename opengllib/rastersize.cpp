@@ -1,33 +1,20 @@
 // How many columns and rows a raster file says it has.
 #include "rastersize.h"
 
-#include "bkgheader.h"
-#include "filechecks.h"
-#include "ghead.h"
-#include "loadtopofile.h"
+#include "rasterfamily.h"
 
 namespace {
-std::optional<RasterSize> bkgSize(const std::string& path) {
-    BKG_header header{};
-    if (ReadHeader(path, header) == nullptr)
-        return std::nullopt;
-    return RasterSize{header.sizeX, header.sizeY};
-}
-
-std::optional<RasterSize> torvaleSize(const std::string& path) {
-    GHead header{};
-    if (ReadHeader(path, header) == nullptr)
-        return std::nullopt;
-    return RasterSize{header.ncols, header.nrows};
+std::optional<RasterSize> sizeBy(const sorvane::RasterFamily& family, const std::string& path) {
+    const sorvane::RasterHeader header = family.readHeader(path);
+    return header.isUsable ? std::optional(header.size) : std::nullopt;
 }
 } // namespace
 
 std::optional<RasterSize> readTopographySize(const std::string& path) {
-    if (checkExtension(path, FTOP_EXT))
-        return bkgSize(path);
-    return checkExtension(path, TOPO_EXT) ? torvaleSize(path) : std::nullopt;
+    const sorvane::RasterFamily* const family = sorvane::topographyFamilyOf(path);
+    return family == nullptr ? std::nullopt : sizeBy(*family, path);
 }
 
 std::optional<RasterSize> readRasterSize(const std::string& path) {
-    return CheckMORLAN(path) ? bkgSize(path) : torvaleSize(path);
+    return sizeBy(sorvane::familyByFirstBytes(path), path);
 }

@@ -8,6 +8,7 @@
 #include "inputfile.h"
 #include "matrix.h"
 #include "messages.h"
+#include "texthead.h"
 
 namespace {
 // Skips lines that begin with '#'. Returns whether a character other than that follows; it is left in the stream.
@@ -25,6 +26,11 @@ bool skipComments(std::FILE* stream) {
     return true;
 }
 } // namespace
+
+bool Rotor::looksLike(const sorvane::TextHead& head) {
+    constexpr std::size_t kFields = 9;
+    return head.integers(0) >= 2 && head.numbers(0) >= kFields && head.words(0) == head.numbers(0);
+}
 
 Rotor::Rotor(const char* path) {
     const FileHandle stream = openInputFile(path);

@@ -4,8 +4,18 @@
 #include <array>
 #include <cstdio>
 
+namespace sorvane {
+class TextHead;
+}
+
+// Text, a line for each rotor; lines that begin with "#" are comments:
+//     first facet, last facet, hub x y z, axis x y z, turns per second
+// Facets count from 1 in file order, and the last one belongs to the rotor. Missing numbers are 0.
 class Rotor {
 public:
+    // Whether a text begins like a rotor file, which may have any name.
+    static bool looksLike(const sorvane::TextHead& head);
+
     // Reads the file at `path`. A rotor file is an essential part of a model that asks for one: every fault prints a
     // message on standard error and ends the process.
     explicit Rotor(const char* path);

@@ -115,6 +115,10 @@ bool SubfacetFile::Parser::reportLine(int facet) {
     return fail("Load", "Malformed line %d when reading facet %d. Received \"%s\".", lineNumber_, facet, line_.text());
 }
 
+std::string SubfacetFile::pathBeside(const std::string& geometryPath) {
+    return geometryPath.substr(0, geometryPath.size() - std::min<std::size_t>(geometryPath.size(), 3)) + kExtension;
+}
+
 bool SubfacetFile::Load(const std::string& name, std::span<float> earthFormFactors, std::span<float> skyFormFactors) {
     clear();
     setName(name);

@@ -19,6 +19,11 @@ class FileTracker;
 // Facets count from 1. Words behind the fields are ignored. Form factors are finite and not negative.
 class SubfacetFile : public File {
 public:
+    static constexpr const char* kExtension = "sff-txt";
+
+    // The form-factor file beside a geometry file: its name with the extension in place of the last three letters.
+    static std::string pathBeside(const std::string& geometryPath);
+
     // The facet that another one sees, counted from 0.
     struct Visible {
         int facet;

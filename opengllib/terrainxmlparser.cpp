@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string_view>
 #include <unistd.h>
@@ -14,6 +15,7 @@
 
 #include "cls2asterfile.h"
 #include "cnumericlocale.h"
+#include "filechecks.h"
 #include "inputfile.h"
 #include "loadclsfile.h"
 #include "loadnormfile.h"
@@ -107,7 +109,7 @@ void openTile(xmlTextReaderPtr reader, State& state) {
     state.tile = state.tiles[state.index] = new SubTerrain;
     const std::string& dir = state.dir.empty() ? state.description.datadir : state.dir;
     char number[20];
-    std::snprintf(number, sizeof number, "_n%04d", toInt(attribute(reader, "n")));
+    std::snprintf(number, sizeof number, "_n%04d", toInt(attribute(reader, sorvane::kTileNumber)));
     const std::string stem = inDirectory(dir, state.description.base + number);
     state.tile->setTopoFilePath(stem + "." + FTOP_EXT);
     state.tile->setNormFilePath(stem + "." + NORM_EXT);
@@ -140,19 +142,33 @@ void takeHeaderText(const std::string& text, State& state) {
     }
 }
 
-void takePlacementText(const std::string& text, const std::string& element, SubTerrain& tile) {
-    if (element == "origin_x")
-        tile.setOriginX(toFloat(text));
-    else if (element == "origin_y")
-        tile.setOriginY(toFloat(text));
-    else if (element == "width")
-        tile.setWidth(toInt(text));
-    else if (element == "height")
-        tile.setHeight(toInt(text));
-    else if (element == "minZ")
-        tile.setMinZ(toFloat(text));
-    else if (element == "maxZ")
-        tile.setMaxZ(toFloat(text));
+constexpr struct {
+    std::string_view element;
+    void (SubTerrain::*set)(int);
+} kIntegers[] = {
+    {"width", &SubTerrain::setWidth},
+    {"height", &SubTerrain::setHeight},
+};
+
+constexpr struct {
+    std::string_view element;
+    void (SubTerrain::*set)(float);
+} kReals[] = {
+    {"origin_x", &SubTerrain::setOriginX},
+    {"origin_y", &SubTerrain::setOriginY},
+    {"minZ", &SubTerrain::setMinZ},
+    {"maxZ", &SubTerrain::setMaxZ},
+};
+
+constexpr std::string_view kVectorParts[] = {"i", "j"};
+
+void takePlacementText(const std::string& text, std::string_view element, SubTerrain& tile) {
+    for (const auto& [name, set] : kIntegers)
+        if (element == name)
+            (tile.*set)(toInt(text));
+    for (const auto& [name, set] : kReals)
+        if (element == name)
+            (tile.*set)(toFloat(text));
 }
 
 // Reads up to the end of a <vec>, whose start is current. Without a tile its numbers go nowhere.
@@ -166,7 +182,7 @@ void processVecNode(xmlTextReaderPtr reader, SubTerrain* tile, bool isX) {
             return;
         if (isStart(reader)) {
             element = nodeName(reader);
-            if (element != "i" && element != "j")
+            if (std::ranges::find(kVectorParts, element) == std::end(kVectorParts))
                 printMessage("terrainXmlParser::processVecNode: don't know what's going on here");
         } else if (isText(reader)) {
             if (element == "i")
@@ -194,7 +210,7 @@ void processStart(xmlTextReaderPtr reader, State& state) {
         if (state.isInList)
             printMessage("terrainXmlParser::processNode: shouldn't have found a <subs>");
         state.isInList = state.isInList || !isEmpty;
-    } else if (state.isInList && name == "subterrain") {
+    } else if (state.isInList && name == sorvane::kTileElement) {
         openTile(reader, state);
         if (isEmpty)
             closeTile(state);
@@ -215,7 +231,7 @@ void processNode(xmlTextReaderPtr reader, State& state) {
         state.element.clear();
     } else if (isEnd(reader)) {
         state.element.clear();
-        if (nodeName(reader) == "subterrain")
+        if (nodeName(reader) == sorvane::kTileElement)
             closeTile(state);
         else if (nodeName(reader) == "subs")
             state.isInList = false;
@@ -223,7 +239,7 @@ void processNode(xmlTextReaderPtr reader, State& state) {
 }
 
 void processNodeCount(xmlTextReaderPtr reader, int& count) {
-    if (isStart(reader) && nodeName(reader) == "subterrain")
+    if (isStart(reader) && nodeName(reader) == sorvane::kTileElement)
         ++count;
 }
 } // namespace
@@ -278,6 +294,45 @@ void cleanUpSubTerrainList(SubTerrain** tiles, int count) {
         delete tiles[i];
     delete[] tiles;
 }
+
+namespace sorvane {
+
+bool looksLikeDescription(std::string_view text) {
+    return text.find("<subterrain") != std::string_view::npos;
+}
+
+std::string folderOfDescription(const std::string& path) {
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    return folder.empty() ? "." : folder;
+}
+
+std::string descriptionFor(const std::string& topography) {
+    return std::filesystem::path(topography).replace_extension(kDescriptionExtension).string();
+}
+
+ElementKind kindOfElement(std::string_view name) {
+    const auto isNamed = [name](const auto& row) {
+        return row.element == name;
+    };
+    if (std::ranges::any_of(kIntegers, isNamed))
+        return ElementKind::Integer;
+    const bool isPart = std::ranges::find(kVectorParts, name) != std::end(kVectorParts);
+    return isPart || std::ranges::any_of(kReals, isNamed) ? ElementKind::Real : ElementKind::Other;
+}
+
+TerrainSet readTerrainSet(const std::string& path, const std::string& directory) {
+    TerrainSet set;
+    int count = 0;
+    SubTerrain** const list = readTerrainXML(path, directory, count, set.description);
+    for (int i = 0; i < count; ++i)
+        set.tiles.emplace_back(std::exchange(list[i], nullptr));
+    cleanUpSubTerrainList(list, count);
+    const std::string& folder = directory.empty() ? set.description.datadir : directory;
+    set.companionStem = folder.empty() ? set.description.base : inDirectory(folder, set.description.base);
+    return set;
+}
+
+} // namespace sorvane
 
 void cleanupXML() {
     xmlCleanupParser();

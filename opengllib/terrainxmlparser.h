@@ -1,9 +1,16 @@
 // Reads the XML description of a terrain: the placement and the files of its tiles.
 #pragma once
 
+#include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
-class SubTerrain;
+#include "subterrain.h"
+
+// XML; docs/file-formats.md shows one. Outside of <subs>: <base>, <radbase>, <datadir>, <asterdb>. Inside, for each
+// tile, <subterrain n="N"> with the elements that kindOfElement knows; <vec dir="x"> and <vec dir="y"> hold <i> and
+// <j>.
 
 // What a description says besides its tiles.
 struct TerrainDescription {
@@ -27,6 +34,35 @@ SubTerrain** readTerrainXML(
 
 // Deletes the tiles and the array.
 void cleanUpSubTerrainList(SubTerrain** tiles, int count);
+
+namespace sorvane {
+
+inline constexpr const char* kDescriptionExtension = "xml";
+
+// Whether a text of any name holds the description of a set.
+bool looksLikeDescription(std::string_view text);
+
+// The folder in which the viewer looks for a set's files, whatever the description says: its own.
+std::string folderOfDescription(const std::string& path);
+
+// The description that takes the place of a topography raster: the one beside it of its stem; itself for a description.
+std::string descriptionFor(const std::string& topography);
+
+// What an element inside of <subs> has to hold; Other of those that hold no number.
+enum class ElementKind { Integer, Real, Other };
+ElementKind kindOfElement(std::string_view name);
+inline constexpr const char* kTileElement = "subterrain";
+inline constexpr const char* kTileNumber = "n"; // its attribute, an integer
+
+// A set as readTerrainXML reads it.
+struct TerrainSet {
+    TerrainDescription description;
+    std::vector<std::unique_ptr<SubTerrain>> tiles;
+    std::string companionStem; // of the files that all tiles share
+};
+TerrainSet readTerrainSet(const std::string& path, const std::string& directory);
+
+} // namespace sorvane
 
 // Releases what the XML library holds for the whole process.
 void cleanupXML();

@@ -12,10 +12,12 @@
 #include "brdffile.h"
 #include "cnumericlocale.h"
 #include "endprocess.h"
-#include "fail.h"
+#include "facetarrays.h"
+#include "inputfile.h"
 #include "messages.h"
 #include "plainfields.h"
 #include "radfile.h"
+#include "texthead.h"
 #include "trackedline.h"
 
 using sorvane::fail;
@@ -160,6 +162,33 @@ bool readFacets(
     return true;
 }
 } // namespace
+
+bool VnlFile::looksLike(const sorvane::TextHead& head) {
+    return head.integers(0) == 2 && head.words(0) == 2 && head.numbers(1) == 6 && head.words(2) == 7;
+}
+
+std::optional<VnlFile::Counts> VnlFile::announcedCounts(std::string_view text) {
+    const std::string head(text.substr(0, TrackedLine::kLineLength - 1));
+    Counts counts;
+    if (std::sscanf(head.c_str(), "%d %d", &counts.vertices, &counts.facets) < 2)
+        return std::nullopt;
+    return counts;
+}
+
+std::optional<VnlFile::Counts> VnlFile::readAnnouncedCounts(const std::string& name) {
+    return announcedCounts(readInputFile(name, TrackedLine::kLineLength).value_or(""));
+}
+
+bool VnlFile::LoadAlone(const std::string& name, int facets, FacetArrays& arrays) {
+    BrdfFile brdf;
+    RadFile rad;
+    brdf.makeUniform(facets);
+    return rad.makeDark(facets) && arrays.allocate(facets) &&
+           Load(
+               name, brdf, rad, arrays.indices_.get(), arrays.vertices_.get(), arrays.normals_.get(),
+               arrays.primaryColors_.get(), arrays.secondaryColors_.get(), arrays.facetCentroids_.get(),
+               arrays.facetNormals_.get(), arrays.facetMap_.get());
+}
 
 bool VnlFile::Load(
     const std::string& name, BrdfFile& brdf, RadFile& rad, Tuple3<unsigned short>* facets,

@@ -2,15 +2,29 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "file.h"
 #include "tuple3.h"
 #include "vector.h"
 
 class BrdfFile;
+struct FacetArrays;
 class FileTracker;
 class RadFile;
+namespace sorvane {
+class TextHead;
+}
+
+// Text, lines of at most 255 characters:
+//     number of vertices V, number of facets F
+//     bounding box: x1 x2 y1 y2 z1 z2
+//     V lines: position x y z, vertex normal x y z, one word
+//     F lines: facet number, three vertex numbers, one word
+// Vertices count from 1, facets by their lines. The words must be there; they and the facet numbers are ignored.
 
 // Where the facets go: arrays of F facets, the corner arrays of 3 · F corners, all supplied by the caller.
 // There are two index spaces, and that is deliberate. k numbers facets as the file does; the slot s, given by
@@ -28,6 +42,24 @@ struct VnlArrays {
 
 class VnlFile : public File {
 public:
+    static constexpr const char* kExtension = "vnl";
+
+    // Whether a text of any name begins like a geometry file.
+    static bool looksLike(const sorvane::TextHead& head);
+
+    // What line 1 announces; nothing where two numbers are not there.
+    struct Counts {
+        int vertices = 0;
+        int facets = 0;
+    };
+    static std::optional<Counts> announcedCounts(std::string_view text);
+    static std::optional<Counts> readAnnouncedCounts(const std::string& name);
+
+    // No file of fewer bytes holds so many facets.
+    static constexpr std::uintmax_t leastBytesOf(int facets) {
+        return std::uintmax_t{9} * static_cast<unsigned>(facets);
+    }
+
     // Reads the file `name` into the arrays. `brdf` must be loaded and not have been asked for slots, `rad` must hold
     // as many facets as `brdf`. On failure prints a message and returns false; the arrays may then be partly filled. A
     // facet that names a vertex that isn't there ends the process: deliberate, unlike every other fault.
@@ -35,6 +67,10 @@ public:
         const std::string& name, BrdfFile& brdf, RadFile& rad, Tuple3<unsigned short>* facets,
         Tuple3<float>* cornerPositions, Tuple3<float>* cornerNormals, Tuple3<float>* cornerRadiance,
         Tuple3<float>* cornerEmittance, Vector<float>* facetCentroids, Vector<float>* facetNormals, int* sortedIndex);
+
+    // Reads a geometry file without the body's others, as a body of `facets` facets of one class that radiate nothing,
+    // into `arrays`, which it allocates. False after a message on failure; the rest as Load.
+    bool LoadAlone(const std::string& name, int facets, FacetArrays& arrays);
 
     // Reads the lines of a geometry file; otherwise as Load.
     bool parse(FileTracker& lines, BrdfFile& brdf, const RadFile& rad, const VnlArrays& arrays);

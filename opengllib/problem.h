@@ -1,0 +1,39 @@
+// The one word for what is wrong, and for what a function answers that may fail.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace sorvane {
+
+// In words for the user, without the name of the file or a full stop: "is shorter than its header".
+struct Problem {
+    std::string text;
+
+    bool operator==(const Problem&) const = default;
+};
+
+// A value, or what kept it from being there.
+template <class T> class [[nodiscard]] Outcome {
+public:
+    Outcome(T value) : held_(std::move(value)) {}           // NOLINT(google-explicit-constructor): `return value;`
+    Outcome(Problem problem) : held_(std::move(problem)) {} // NOLINT(google-explicit-constructor)
+
+    explicit operator bool() const { return std::holds_alternative<T>(held_); }
+
+    // Only of one that holds a value.
+    T& operator*() & { return *std::get_if<T>(&held_); }
+    const T& operator*() const& { return *std::get_if<T>(&held_); }
+    T&& operator*() && { return std::move(*std::get_if<T>(&held_)); }
+    T* operator->() { return std::get_if<T>(&held_); }
+    const T* operator->() const { return std::get_if<T>(&held_); }
+
+    // Only of one that holds none.
+    const Problem& problem() const { return *std::get_if<Problem>(&held_); }
+
+private:
+    std::variant<T, Problem> held_;
+};
+
+} // namespace sorvane
