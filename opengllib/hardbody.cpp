@@ -88,8 +88,7 @@ bool Hardbody::loadSubfacets(const std::string& vnlPath) {
     const auto count = static_cast<std::size_t>(facets_);
     const std::span earth(arrays_.earth_form_factors_.get(), count);
     const std::span sky(arrays_.sky_form_factors_.get(), count);
-    const std::string base = vnlPath.substr(0, vnlPath.size() - std::min<std::size_t>(vnlPath.size(), 3));
-    const bool isLoaded = subfacets_.Load(base + "sff-txt", earth, sky);
+    const bool isLoaded = subfacets_.Load(SubfacetFile::pathBeside(vnlPath), earth, sky);
     if (!isLoaded)
         flags_.multiFacet = false;
     if (flags_.multiFacet) {

@@ -6,7 +6,9 @@
 #include <memory>
 
 #include "fail.h"
+#include "rasterfamily.h"
 #include "rasterlayout.h"
+#include "torvaleraster.h"
 
 using sorvane::fail;
 
@@ -50,7 +52,7 @@ unsigned char* loadCLSFileTORVALE(const std::string& path, GHead& header) {
     const int sampleSize = sampleSizeOf(header);
     if (sampleSize == 0)
         return nullptr;
-    const RowLayout layout{header.nrows, header.ncols, sampleSize, recordPadding(sampleSize, header.ncols)};
+    const RowLayout layout = sorvane::rowLayout(header, sorvane::RasterContent::Classes).value();
     if (const auto row = findShortRow(stream.get(), layout)) {
         reportShortRow(*row, layout);
         return nullptr;
@@ -80,10 +82,5 @@ unsigned char* loadCLSFileMorlan(const std::string& path, BKG_header& header) {
 }
 
 unsigned char* loadCLSFile(const std::string& path) {
-    if (!CheckMORLAN(path)) {
-        GHead discarded{};
-        return loadCLSFileTORVALE(path, discarded);
-    }
-    BKG_header discarded{};
-    return loadCLSFileMorlan(path, discarded);
+    return sorvane::familyByFirstBytes(path).loadClasses(path);
 }

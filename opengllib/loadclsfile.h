@@ -15,5 +15,5 @@ inline const std::string CLS_EXT = "cls";
 unsigned char* loadCLSFileTORVALE(const std::string& path, GHead& header);
 // Contiguous bytes; those that the file lacks are 0. No messages.
 unsigned char* loadCLSFileMorlan(const std::string& path, BKG_header& header);
-// The one of the two that the file asks for.
+// As the family of its first bytes reads it.
 unsigned char* loadCLSFile(const std::string& path);

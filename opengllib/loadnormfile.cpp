@@ -3,18 +3,16 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 
-#include "bkgheader.h"
+#include "bkgraster.h"
 #include "fail.h"
 #include "ghead.h"
-#include "rasterlayout.h"
+#include "rasterfamily.h"
+#include "torvaleraster.h"
 
 using sorvane::fail;
 
 namespace {
-constexpr char kSignature[] = "NORM";
-
 Vertex3* loadNormals(std::FILE* stream, const char* function, int firstSize, int secondSize) {
     auto normals = readContiguous<Vertex3>(stream, firstSize, secondSize);
     if (normals.values == nullptr)
@@ -36,7 +34,7 @@ Vertex3* loadNormFileTORVAL(const std::string& path) {
         fail("loadNormFileTORVAL", "Unable to read header from norm file.");
         return nullptr;
     }
-    if (header.packtype >= 4)
+    if (header.packtype >= sorvane::kPacktypesOfNormals)
         return nullptr;
     return loadNormals(stream.get(), "loadNormFileTORVAL", header.nrows, header.ncols);
 }
@@ -48,7 +46,7 @@ Vertex3* loadNormFileMORLAN(const std::string& path) {
         fail("loadNormFileMORLAN", "Unable to open \"%s\" for reading.", path.c_str());
         return nullptr;
     }
-    if (std::memcmp(header.headerSignature, kSignature, sizeof kSignature) != 0) {
+    if (!sorvane::isOfNormals(header)) {
         fail(
             "loadNormFileMORLAN", "\"%s\" is not a norm file (header signature says \"%.*s\" not \"NORM\").",
             path.c_str(), static_cast<int>(sizeof header.headerSignature), header.headerSignature);
@@ -58,5 +56,5 @@ Vertex3* loadNormFileMORLAN(const std::string& path) {
 }
 
 Vertex3* loadNormFile(const std::string& path) {
-    return CheckMORLAN(path) ? loadNormFileMORLAN(path) : loadNormFileTORVAL(path);
+    return sorvane::familyByFirstBytes(path).loadNormals(path);
 }

@@ -18,5 +18,5 @@ static_assert(sizeof(Vertex3) == 12);
 Vertex3* loadNormFileTORVAL(const std::string& path);
 // The header's signature must be "NORM".
 Vertex3* loadNormFileMORLAN(const std::string& path);
-// The one of the two that the file asks for.
+// As the family of its first bytes reads it.
 Vertex3* loadNormFile(const std::string& path);

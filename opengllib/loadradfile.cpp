@@ -8,7 +8,9 @@
 
 #include "fail.h"
 #include "messages.h"
+#include "rasterfamily.h"
 #include "rasterlayout.h"
+#include "torvaleraster.h"
 
 using sorvane::fail;
 
@@ -44,7 +46,7 @@ void mapToUnitRange(std::span<float> values) {
 bool isOldRadMap(const std::string& path) {
     GHead header{};
     const FileHandle stream = ReadHeader(path, header);
-    if (stream == nullptr || dataBytes(stream.get()) <= std::int64_t{header.nrows} * header.ncols)
+    if (stream == nullptr || !sorvane::hasPaddedRadiances(header, dataBytes(stream.get())))
         return false;
     printMessage("LoadRadMap::isOldRadMap: using old fortran style");
     return true;
@@ -72,8 +74,7 @@ float* loadRADFile(
     bytesPerSample = sampleSizeOf(header);
     if (bytesPerSample == 0)
         return nullptr;
-    // Reads floats whatever the packing says, but pads by the packing.
-    const RowLayout layout{header.nrows, header.ncols, sizeof(float), recordPadding(bytesPerSample, header.ncols)};
+    const RowLayout layout = sorvane::rowLayout(header, sorvane::RasterContent::Radiance).value();
     if (const auto row = findShortRow(stream.get(), layout)) {
         reportShortRow(*row, header.ncols);
         return nullptr;
@@ -114,17 +115,5 @@ float* loadRadFileMORLAN(const std::string& path, BKG_header& header) {
 }
 
 float* loadRadFile(const std::string& path) {
-    if (CheckMORLAN(path)) {
-        BKG_header discarded{};
-        return loadRadFileMORLAN(path, discarded);
-    }
-    if (isOldRadMap(path)) {
-        int discarded[5];
-        unsigned alsoDiscarded[2];
-        return loadRADFile(
-            path, discarded[0], discarded[1], discarded[2], discarded[3], alsoDiscarded[0], alsoDiscarded[1],
-            discarded[4], false);
-    }
-    GHead discarded{};
-    return loadRadFile(path, discarded);
+    return sorvane::familyByFirstBytes(path).loadRadiance(path);
 }

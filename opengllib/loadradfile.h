@@ -10,9 +10,8 @@ inline const std::string RAD_EXT = "rad";
 
 // The loaders return a new array of rows × columns floats, which the caller releases with delete[], or null.
 
-// Whether a TORVALE file has its rows padded to 512-byte records; says so on standard output when it has. Compares the
-// file's length with a number of samples, not of bytes, so that every whole file of floats counts as padded:
-// deliberate, the existing files are.
+// Whether a TORVALE file has its rows padded to 512-byte records, as hasPaddedRadiances; says so on standard output
+// when it has.
 bool isOldRadMap(const std::string& path);
 
 // TORVALE, rows padded to records. The outputs describe the samples as a texture. `normalise` maps them to 0 to 1.
@@ -26,5 +25,5 @@ float* loadRadFile(const std::string& path, GHead& header);
 // BKG, contiguous. What the file lacks is 0. No messages.
 float* loadRadFileMORLAN(const std::string& path, BKG_header& header);
 
-// The one of the three that the file asks for.
+// As the family of its first bytes reads it.
 float* loadRadFile(const std::string& path);

@@ -8,15 +8,14 @@
 
 #include "endprocess.h"
 #include "fail.h"
-#include "filechecks.h"
-#include "headerconversion.h"
 #include "messages.h"
+#include "rasterfamily.h"
 #include "rasterlayout.h"
+#include "torvaleraster.h"
 
 using sorvane::fail;
 
 namespace {
-constexpr int kItemBytes = 2;
 constexpr std::int64_t kStagedSamples = 32768;
 
 struct Range {
@@ -31,10 +30,10 @@ struct Range {
     }
 };
 
-void reportShortRow(const ShortRow& row, int columns) {
+void reportShortRow(const ShortRow& row, const RowLayout& layout) {
     fail(
         "loadTopoFile", "When reading row %d, expected %d items of size %d bytes, but only received %d.", row.number,
-        columns, kItemBytes, row.received);
+        static_cast<int>(layout.columns), static_cast<int>(layout.itemBytes), row.received);
 }
 
 // Scaling keeps or reverses the order of the samples, so that the extremes are those of the stored values, scaled.
@@ -53,13 +52,11 @@ void scaleRows(const std::uint16_t* samples, std::size_t count, float scale, flo
 
 float* loadTopoFile(const std::string& path, GHead& header) {
     const FileHandle stream = ReadHeader(path, header);
-    const int sampleSize = stream == nullptr ? 0 : sampleSizeOf(header);
-    if (sampleSize == 0)
+    if (stream == nullptr || sampleSizeOf(header) == 0)
         return nullptr;
-    // Reads two bytes a sample whatever the packing says, but pads by the packing: deliberate, files rely on it.
-    const RowLayout layout{header.nrows, header.ncols, kItemBytes, recordPadding(sampleSize, header.ncols)};
+    const RowLayout layout = sorvane::rowLayout(header, sorvane::RasterContent::Topography).value();
     if (const auto row = findShortRow(stream.get(), layout)) {
-        reportShortRow(*row, header.ncols);
+        reportShortRow(*row, layout);
         return nullptr;
     }
     auto pData = allocateSamples<float>(layout.rows, layout.columns);
@@ -86,7 +83,7 @@ float* loadTopoFile(const std::string& path, GHead& header) {
     for (std::int64_t first = 0; first < layout.rows && columns > 0; first += rowsAtATime) {
         const std::int64_t count = std::min(rowsAtATime, layout.rows - first);
         if (const auto row = readRows(stream.get(), layout, first, count, staged.get())) {
-            reportShortRow(*row, header.ncols);
+            reportShortRow(*row, layout);
             return nullptr;
         }
         scaleRows(
@@ -127,15 +124,8 @@ float* loadFTopFile(const std::string& path, BKG_header& header) {
 }
 
 float* loadTopoFile(const std::string& path, BKG_header& header) {
-    if (checkExtension(path, FTOP_EXT))
-        return loadFTopFile(path, header);
-    if (checkExtension(path, TOPO_EXT)) {
-        GHead torvale{};
-        float* const samples = loadTopoFile(path, torvale);
-        if (samples != nullptr)
-            ghead2bkg_header(torvale, header);
-        return samples;
-    }
+    if (const sorvane::RasterFamily* const family = sorvane::topographyFamilyOf(path))
+        return family->loadTopography(path, header);
     printMessage("LoadTopoFile::loadTopoFile( string, bkgheader): unrecognized file extension");
     return nullptr;
 }

@@ -12,7 +12,6 @@
 #include "rasterlayout.h"
 #include "terrainfileexists.h"
 #include "terrainmesh.h"
-#include "terrainreflectance.h"
 #include "terrainshader.h"
 
 SubTerrain::SubTerrain() = default;
@@ -122,6 +121,11 @@ bool SubTerrain::chooseLighting() {
     return true;
 }
 
+ReflectanceFiles SubTerrain::reflectanceFiles() const {
+    return {paths_.classes, paths_.classToAster,    paths_.asterDirectory,
+            paths_.band,    paths_.classToMaterial, paths_.temperature};
+}
+
 bool SubTerrain::load() {
     printMessage("SubTerrain::load");
     loaded_ = false;
@@ -176,8 +180,7 @@ bool SubTerrain::loadNormals() {
 }
 
 bool SubTerrain::loadReflectances() {
-    const ReflectanceFiles files{paths_.classes, paths_.classToAster,    paths_.asterDirectory,
-                                 paths_.band,    paths_.classToMaterial, paths_.temperature};
+    const ReflectanceFiles files = reflectanceFiles();
     const ReflectanceRoute route = reflective_ ? reflectanceRoute(files) : ReflectanceRoute::None;
     if (route == ReflectanceRoute::None) {
         reflective_ = false;

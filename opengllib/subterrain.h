@@ -9,6 +9,7 @@
 #include "lights.h"
 #include "loadnormfile.h"
 #include "rastersize.h"
+#include "terrainreflectance.h"
 
 class AtmFile;
 class TerrainMesh;
@@ -80,6 +81,8 @@ public:
     const std::string& getBandFilePath() const { return paths_.band; }
     const std::string& getAsterDbFilePath() const { return paths_.asterDirectory; }
     const std::string& getCls2AsterFilePath() const { return paths_.classToAster; }
+
+    ReflectanceFiles reflectanceFiles() const;
 
     // Reads the files and fills the buffers. False after a line on standard output; nothing of the try is then kept.
     bool load();

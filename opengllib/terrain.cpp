@@ -6,20 +6,16 @@
 #include <filesystem>
 #include <utility>
 
-#include "bkgheader.h"
-#include "cls2asterfile.h"
 #include "dataroot.h"
 #include "filechecks.h"
-#include "ghead.h"
 #include "loadclsfile.h"
-#include "loadtopofile.h"
 #include "messages.h"
+#include "rasterfamily.h"
 #include "terrainreflectance.h"
 #include "terrainxmlparser.h"
+#include "torvaleraster.h"
 
 namespace {
-const std::string kDescriptionExtension = "xml";
-
 std::string inDirectory(const std::string& directory, const std::string& name) {
     return directory.empty() || directory.ends_with('/') ? directory + name : directory + "/" + name;
 }
@@ -42,25 +38,14 @@ bool reportRoutes(const ReflectanceFiles& files) {
 
 // Size, cells and heights of a tile from the header of its topography.
 void placeFromHeader(const std::string& topo, SubTerrain& tile) {
-    BKG_header bkg{};
-    GHead torvale{};
-    if (checkExtension(topo, FTOP_EXT)) {
-        ReadHeaderOnly(topo, bkg);
-    } else {
-        ReadHeaderOnly(topo, torvale);
-        bkg.sizeX = torvale.ncols;
-        bkg.sizeY = torvale.nrows;
-        bkg.xStepSize = torvale.xCellSize;
-        bkg.yStepSize = torvale.yCellSize;
-        bkg.databaseMinimum = torvale.MinVals[0];
-        bkg.databaseMaximum = torvale.MaxVals[0];
-    }
-    tile.setWidth(bkg.sizeX);
-    tile.setHeight(bkg.sizeY);
-    tile.setXvec(bkg.xStepSize, 0.0F);
-    tile.setYvec(0.0F, bkg.yStepSize);
-    tile.setMinZ(bkg.databaseMinimum);
-    tile.setMaxZ(bkg.databaseMaximum);
+    const sorvane::RasterFamily* const named = sorvane::topographyFamilyOf(topo);
+    const sorvane::RasterHeader header = (named != nullptr ? *named : sorvane::kTorvaleFamily).readHeader(topo);
+    tile.setWidth(header.size.columns);
+    tile.setHeight(header.size.rows);
+    tile.setXvec(header.cellX, 0.0F);
+    tile.setYvec(0.0F, header.cellY);
+    tile.setMinZ(header.minimum);
+    tile.setMaxZ(header.maximum);
 }
 } // namespace
 
@@ -79,8 +64,7 @@ bool Terrain::Init(
         return false;
     }
     setShaderDir(shaderDir);
-    const std::string description =
-        checkExtension(topo, kDescriptionExtension) ? topo : withoutExtension(topo) + "." + kDescriptionExtension;
+    const std::string description = sorvane::descriptionFor(topo);
     if (!FileExists(description))
         initTile(topo, rad, range);
     else if (!initSet(description, range))
@@ -96,8 +80,7 @@ bool Terrain::Init(
 }
 
 bool Terrain::initSet(const std::string& description, float range) {
-    const std::string directory = std::filesystem::path(description).parent_path().string();
-    return load(description, directory.empty() ? "." : directory, range);
+    return load(description, sorvane::folderOfDescription(description), range);
 }
 
 void Terrain::initTile(const std::string& topo, const std::string& rad, float range) {
@@ -114,21 +97,17 @@ void Terrain::initTile(const std::string& topo, const std::string& rad, float ra
 
 bool Terrain::load(const std::string& description, const std::string& directory, float radianceScale) {
     tiles_.clear();
-    TerrainDescription described;
-    int count = 0;
-    SubTerrain** const list = readTerrainXML(description, directory, count, described);
-    for (int i = 0; i < count; ++i)
-        tiles_.emplace_back(std::exchange(list[i], nullptr));
-    cleanUpSubTerrainList(list, count);
+    sorvane::TerrainSet set = sorvane::readTerrainSet(description, directory);
+    tiles_ = std::move(set.tiles);
     if (tiles_.empty())
         return false;
 
-    SharedFiles files = filesBeside(inDirectory(directory.empty() ? described.datadir : directory, described.base));
+    SharedFiles files = filesBeside(set.companionStem);
     if (files.asterDirectory.empty())
-        files.asterDirectory = described.asterdb;
-    printMessage("terrain::load: dynamic sunlight reflections: %s", FileExists(files.atmosphere) ? "ON" : "OFF");
-    const bool isReflective = reportRoutes(
-        {"", files.classToAster, files.asterDirectory, files.band, files.classToMaterial, files.temperature});
+        files.asterDirectory = set.description.asterdb;
+    printMessage(
+        "terrain::load: dynamic sunlight reflections: %s", FileExists(files.companions.atmosphere) ? "ON" : "OFF");
+    const bool isReflective = reportRoutes(files.companions.reflectanceFiles(files.asterDirectory));
     printMessage("terrain::load: dynamic light reflections: %s", isReflective ? "ON" : "OFF");
     share(files, radianceScale);
     return true;
@@ -137,26 +116,24 @@ bool Terrain::load(const std::string& description, const std::string& directory,
 Terrain::SharedFiles Terrain::filesBeside(const std::string& stem) const {
     const std::string shaders = shaderDirectory_.empty() ? dataPath("openglshaders/") : shaderDirectory_;
     SharedFiles files = shared_;
-    files.atmosphere = firstExisting(shared_.atmosphere, stem + ".atm");
     files.vertexShader = firstExisting(shared_.vertexShader, inDirectory(shaders, "TerrainRefl.vert"));
     files.fragmentShader = firstExisting(shared_.fragmentShader, inDirectory(shaders, "TerrainRefl.frag"));
-    files.band = firstExisting(shared_.band, stem + ".band");
-    files.classToAster = firstExisting(shared_.classToAster, stem + "." + CLS2ASTER_EXT);
-    files.classToMaterial = firstExisting(shared_.classToMaterial, stem + ".cls2mat");
-    files.temperature = firstExisting(shared_.temperature, stem + ".temp");
+    const sorvane::TerrainCompanions beside = sorvane::companionsOf(stem);
+    for (const auto companion : sorvane::TerrainCompanions::kAll)
+        files.companions.*companion = firstExisting(shared_.companions.*companion, beside.*companion);
     return files;
 }
 
 void Terrain::share(const SharedFiles& files, float radianceScale) {
     using Setter = void (SubTerrain::*)(const std::string&);
     const std::pair<const std::string&, Setter> settings[] = {
-        {files.atmosphere, &SubTerrain::setAtmFile},
+        {files.companions.atmosphere, &SubTerrain::setAtmFile},
         {files.vertexShader, &SubTerrain::setVertShader},
         {files.fragmentShader, &SubTerrain::setFragShader},
-        {files.band, &SubTerrain::setBandFilePath},
-        {files.classToAster, &SubTerrain::setCls2AsterFilePath},
-        {files.classToMaterial, &SubTerrain::setCls2MatFilePath},
-        {files.temperature, &SubTerrain::setTempFilePath},
+        {files.companions.band, &SubTerrain::setBandFilePath},
+        {files.companions.classToAster, &SubTerrain::setCls2AsterFilePath},
+        {files.companions.classToMaterial, &SubTerrain::setCls2MatFilePath},
+        {files.companions.temperature, &SubTerrain::setTempFilePath},
     };
     for (const auto& [path, set] : settings)
         if (FileExists(path))

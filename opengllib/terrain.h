@@ -8,6 +8,7 @@
 
 #include "lights.h"
 #include "subterrain.h"
+#include "terraincompanions.h"
 
 // Construction needs no GL context; drawing, loadAll, CleanUp and the destructor of a terrain whose tiles are loaded
 // need the same one current.
@@ -20,14 +21,14 @@ public:
 
     // Files that all tiles share, for load. One that is not set, or does not exist, is looked for beside the tiles
     // under the set's base name.
-    void setAtmFile(const std::string& path) { shared_.atmosphere = path; }
+    void setAtmFile(const std::string& path) { shared_.companions.atmosphere = path; }
     void setVertShader(const std::string& path) { shared_.vertexShader = path; }
     void setFragShader(const std::string& path) { shared_.fragmentShader = path; }
-    void setBandFilePath(const std::string& path) { shared_.band = path; }
+    void setBandFilePath(const std::string& path) { shared_.companions.band = path; }
     void setAsterDbFilePath(const std::string& path) { shared_.asterDirectory = path; }
-    void setCls2AsterFilePath(const std::string& path) { shared_.classToAster = path; }
-    void setCls2MatFilePath(const std::string& path) { shared_.classToMaterial = path; }
-    void setTempFilePath(const std::string& path) { shared_.temperature = path; }
+    void setCls2AsterFilePath(const std::string& path) { shared_.companions.classToAster = path; }
+    void setCls2MatFilePath(const std::string& path) { shared_.companions.classToMaterial = path; }
+    void setTempFilePath(const std::string& path) { shared_.companions.temperature = path; }
     // Where the shaders are that are not set; the data root's "openglshaders/" without.
     void setShaderDir(const std::string& directory) { shaderDirectory_ = directory; }
 
@@ -71,13 +72,9 @@ public:
 private:
     // Until one is set it has a name that no file has.
     struct SharedFiles {
-        std::string atmosphere = "atmFile";
+        sorvane::TerrainCompanions companions{"atmFile", "bandFP", "cls2asterFP", "cls2matFP", "tempFP"};
         std::string vertexShader = "vertShader";
         std::string fragmentShader = "fragShader";
-        std::string band = "bandFP";
-        std::string classToAster = "cls2asterFP";
-        std::string classToMaterial = "cls2matFP";
-        std::string temperature = "tempFP";
         std::string asterDirectory;
     };
 

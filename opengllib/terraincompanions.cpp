@@ -9,10 +9,6 @@
 
 namespace sorvane {
 
-std::vector<std::string> TerrainCompanions::all() const {
-    return {atmosphere, band, classToAster, classToMaterial, temperature};
-}
-
 TerrainCompanions companionsOf(const std::string& stem) {
     return {
         stem + "." + AtmFile::kExtension,       stem + "." + BandFile::kExtension,  stem + "." + CLS2ASTER_EXT,

@@ -1,8 +1,8 @@
 // The tables and the atmosphere beside a terrain.
 #pragma once
 
+#include <array>
 #include <string>
-#include <vector>
 
 #include "terrainreflectance.h"
 
@@ -17,13 +17,17 @@ struct TerrainCompanions {
     std::string temperature;
 
     // In the order in which descriptions list them.
-    std::vector<std::string> all() const;
+    static const std::array<std::string TerrainCompanions::*, 5> kAll;
 
     // Of both routes, without a raster of classes.
     ReflectanceFiles reflectanceFiles(const std::string& asterDirectory) const {
         return {"", classToAster, asterDirectory, band, classToMaterial, temperature};
     }
 };
+
+inline constexpr std::array<std::string TerrainCompanions::*, 5> TerrainCompanions::kAll = {
+    &TerrainCompanions::atmosphere, &TerrainCompanions::band, &TerrainCompanions::classToAster,
+    &TerrainCompanions::classToMaterial, &TerrainCompanions::temperature};
 
 // Under the path `stem` with the ending of each.
 TerrainCompanions companionsOf(const std::string& stem);

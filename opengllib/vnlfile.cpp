@@ -13,6 +13,7 @@
 #include "cnumericlocale.h"
 #include "endprocess.h"
 #include "facetarrays.h"
+#include "fail.h"
 #include "inputfile.h"
 #include "messages.h"
 #include "plainfields.h"
