@@ -12,7 +12,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(sys.argv[1])
-ROOMS = "opengllib engagement view video app tools demo".split()
+ROOMS = "opengllib engagement engagement/trajectory view video app tools demo".split()
 DEFINITION = r"^(?:template <[^>]*>\s*)?(?:class|struct|enum class|enum|union) (\w+)(?: final)?(?: : [^{;]*)?\s*\{"
 
 places = collections.defaultdict(set)
