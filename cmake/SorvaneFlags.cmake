@@ -15,8 +15,10 @@ target_compile_options(
             -Wnon-virtual-dtor
             -Woverloaded-virtual
             -Wformat=2
-            -Wnull-dereference
-            -Werror)
+            -Wnull-dereference)
+if(SORVANE_WERROR)
+  target_compile_options(sorvane_flags INTERFACE -Werror)
+endif()
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # GCC 12 warns about null dereferences inside the standard library and Qt, and about overlapping copies inside the

@@ -12,12 +12,12 @@ import re
 import sys
 
 ROOT = pathlib.Path(sys.argv[1])
-ROOMS = "opengllib engagement engagement/trajectory view video app tools demo".split()
+ROOMS = "opengllib engagement analysis view video app tools demo".split()
 DEFINITION = r"^(?:template <[^>]*>\s*)?(?:class|struct|enum class|enum|union) (\w+)(?: final)?(?: : [^{;]*)?\s*\{"
 
 places = collections.defaultdict(set)
 for room in ROOMS:
-    for path in [*(ROOT / room).glob("*.h"), *(ROOT / room).glob("*.cpp")]:
+    for path in [*(ROOT / room).rglob("*.h"), *(ROOT / room).rglob("*.cpp")]:
         text = re.sub(r"^namespace \{\n.*?^\}", "", path.read_text(encoding="utf-8"), flags=re.DOTALL | re.MULTILINE)
         for name in re.findall(DEFINITION, text, re.MULTILINE):
             places[name].add(str(path.relative_to(ROOT)))

@@ -114,7 +114,7 @@ SubCommand addCheckCommand(CLI::App& parent) {
     parser->add_flag("--json", options->isJson, "Print the findings as a JSON record");
     parser->footer("Prints a line for each finding: \"file:line:column: error: text\", or \"warning\" for \"error\".\n"
                    "Status: 0 when there are no errors, 1 when there are, 2 when a PATH can't be read.");
-    parser->callback([parser, options] {
+    parser->callback([options] {
         if (options->paths.empty() && options->movieSize.empty())
             throw CLI::RequiredError("PATH");
     });
