@@ -3,6 +3,7 @@
 
 #include "numbertext.h"
 
+namespace sorvane {
 std::string atmosphereText(const AtmosphereValues& values) {
     // Three numbers that nobody uses: here the bounds of the band in micrometres and the visibility in kilometres.
     std::string text = "3.000 5.000 23.000\n";
@@ -24,3 +25,4 @@ std::string atmosphereText(const AtmosphereValues& values) {
     text += '\n';
     return text;
 }
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include <string>
 
+namespace sorvane {
 // Angles in degrees, radiances in W/m²/sr.
 struct AtmosphereValues {
     double solarZenith = 0.0;  // 0 is up
@@ -15,3 +16,4 @@ struct AtmosphereValues {
 
 // Its three lines.
 std::string atmosphereText(const AtmosphereValues& values);
+} // namespace sorvane

@@ -7,12 +7,13 @@
 
 #include "mesh.h"
 
+namespace sorvane {
 // Facets that spin.
 struct SpinningPart {
     std::size_t firstFacet = 0; // counted from 0
     std::size_t facetCount = 0;
-    Triple hub;
-    Triple axis;
+    Vec3d hub;
+    Vec3d axis;
     double rate = 0.0; // turns per second
 };
 
@@ -35,3 +36,4 @@ std::string reflectanceText(const Body& body);
 std::string radianceBytes(const Body& body, double gain);
 // The rotor file.
 std::string rotorText(const Body& body);
+} // namespace sorvane

@@ -7,6 +7,7 @@
 #include "body.h"
 #include "numbertext.h"
 
+namespace sorvane {
 namespace {
 constexpr int kMetreDecimals = 5;
 
@@ -49,7 +50,7 @@ double blackbodyRadiance(double kelvin) {
 
 struct Vertex {
     std::size_t point;
-    Triple normal;
+    Vec3d normal;
 };
 
 // The points of a mesh once for each different normal.
@@ -77,19 +78,19 @@ struct Vertices {
     }
 };
 
-void appendPoint(std::string& text, const Triple& point) {
+void appendPoint(std::string& text, const Vec3d& point) {
     for (const double value : {point.x, point.y, point.z}) {
         appendFixed(text, value, kMetreDecimals);
         text += ' ';
     }
 }
 
-void appendBox(std::string& text, const std::vector<Triple>& points) {
+void appendBox(std::string& text, const std::vector<Vec3d>& points) {
     const char* separator = "";
-    for (double Triple::*const value : {&Triple::x, &Triple::y, &Triple::z}) {
+    for (double Vec3d::*const value : {&Vec3d::x, &Vec3d::y, &Vec3d::z}) {
         const auto [least, greatest] = std::minmax_element(
             points.begin(), points.end(), [value](auto& a, auto& b) { return a.*value < b.*value; });
-        for (const Triple* const point : {&*least, &*greatest}) {
+        for (const Vec3d* const point : {&*least, &*greatest}) {
             text += separator;
             appendFixed(text, point->*value, kMetreDecimals);
             separator = " ";
@@ -183,3 +184,4 @@ std::string rotorText(const Body& body) {
     }
     return text;
 }
+} // namespace sorvane

@@ -6,6 +6,7 @@
 #include "datatree.h"
 #include "formfactors.h"
 
+namespace sorvane {
 namespace {
 // A clear summer afternoon in the mid-wave infrared, with the sun 40 degrees high in the south-west. The zenith angle
 // is measured from the wrong end, deliberately: the viewer takes the sun's direction, whose z points up, unchanged into
@@ -62,3 +63,4 @@ std::vector<DemonstrationFile> formFactorFiles() {
         {kMissileFormFactors, formFactorText(formFactors(missile().mesh, 128))},
     };
 }
+} // namespace sorvane

@@ -6,6 +6,7 @@
 #include "bodyfolders.h"
 #include "shadersources.h"
 
+namespace sorvane {
 std::vector<DemonstrationFile> dataTreeFiles() {
     std::vector<DemonstrationFile> files;
     for (auto makeFiles : {bodyFiles, formFactorFiles, shaderSources})
@@ -13,3 +14,4 @@ std::vector<DemonstrationFile> dataTreeFiles() {
             files.push_back({"data/" + file.name, std::move(file.contents)});
     return files;
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include "demonstrationfile.h"
 
+namespace sorvane {
 // The stock files' names below the data root, which the viewer also falls back to.
 inline constexpr const char* kTerrainTopography = "ter0010/ter0010.top";
 inline constexpr const char* kTerrainRadiance = "ter0010/ter0010_w0001_t1500_b0001.rad";
@@ -26,3 +27,4 @@ inline constexpr const char* kHelicopterRotors = "tgt4005/tgt4005.rotor";
 
 // Every file of the tree; the names begin with "data/".
 std::vector<DemonstrationFile> dataTreeFiles();
+} // namespace sorvane

@@ -3,7 +3,9 @@
 
 #include <string>
 
+namespace sorvane {
 struct DemonstrationFile {
     std::string name; // below the demonstration's directory
     std::string contents;
 };
+} // namespace sorvane

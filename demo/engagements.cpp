@@ -12,6 +12,7 @@
 #include "terrainset.h"
 #include "trajectory.h"
 
+namespace sorvane {
 namespace {
 // Rises smoothly from 0 at `start` to 1 `duration` seconds later.
 double eased(double time, double start, double duration) {
@@ -138,3 +139,4 @@ std::vector<DemonstrationFile> engagementFiles(const std::string& dataRoot) {
         {"ETXYZ.OUT.sparse", sparse(dataRoot)},
     };
 }
+} // namespace sorvane

@@ -6,6 +6,8 @@
 
 #include "demonstrationfile.h"
 
+namespace sorvane {
 // Their trajectory files. `dataRoot` is the absolute path of the data tree, without a closing slash: the headers name
 // the files in it.
 std::vector<DemonstrationFile> engagementFiles(const std::string& dataRoot);
+} // namespace sorvane

@@ -7,6 +7,7 @@
 
 #include "mesh.h"
 
+namespace sorvane {
 // What share of the radiation that leaves a facet, as diffusely as Lambert's law has it, goes where.
 struct FormFactors {
     struct Visible {
@@ -26,3 +27,4 @@ std::vector<FormFactors> formFactors(const Mesh& mesh, int rays);
 
 // The form-factor file (".sff-txt").
 std::string formFactorText(const std::vector<FormFactors>& factors);
+} // namespace sorvane

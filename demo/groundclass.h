@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace sorvane {
 enum class GroundClass : std::uint8_t { Water = 1, Meadow, Forest, Wheat, Soil, Rock, Asphalt, Roof };
 
 // Values in the band of 3 to 5 micrometres on a summer afternoon.
@@ -30,3 +31,4 @@ inline constexpr std::array<GroundCover, 8> kGroundCovers = {{
 constexpr const GroundCover& coverOf(GroundClass ground) {
     return kGroundCovers[static_cast<std::size_t>(ground) - 1];
 }
+} // namespace sorvane

@@ -2,6 +2,7 @@
 #include "body.h"
 #include "loft.h"
 
+namespace sorvane {
 namespace {
 constexpr Part kSkin = {Material::Paint, 274.0};
 constexpr Part kGlass = {Material::Canopy, 272.0};
@@ -11,10 +12,10 @@ constexpr Part kExhaust = {Material::Nozzle, 338.0};
 constexpr Part kTube = {Material::Metal, 270.0};
 constexpr Part kHead = {Material::Metal, 282.0};
 constexpr Part kBlade = {Material::Radome, 274.0};
-constexpr Triple kUp = {0.0, 0.0, 1.0};
-constexpr Triple kLeft = {0.0, 1.0, 0.0};
-constexpr Triple kMainHub = {0.0, 0.0, 1.95};
-constexpr Triple kTailHub = {-7.05, 0.42, 1.40};
+constexpr Vec3d kUp = {0.0, 0.0, 1.0};
+constexpr Vec3d kLeft = {0.0, 1.0, 0.0};
+constexpr Vec3d kMainHub = {0.0, 0.0, 1.95};
+constexpr Vec3d kTailHub = {-7.05, 0.42, 1.40};
 
 Oval oval(double x, double halfWidth, double halfHeight, double y, double z, Part part, double squareness = 2.0) {
     return {x, halfWidth, halfHeight, {0.0, y, z}, squareness, part};
@@ -83,7 +84,7 @@ Mesh mainRotor() {
 }
 
 Mesh tailRotor() {
-    const Triple& hub = kTailHub;
+    const Vec3d& hub = kTailHub;
     Mesh rotor;
     const Mesh blade = wing(
         {{hub.x + 0.06, hub.y, hub.z + 0.05}, 0.18, 0.12}, {{hub.x + 0.06, hub.y, hub.z + 1.10}, 0.18, 0.10}, 4, 4,
@@ -93,7 +94,7 @@ Mesh tailRotor() {
     return rotor;
 }
 
-void addRotor(Body& body, const Mesh& rotor, const Triple& hub, const Triple& axis, double rate) {
+void addRotor(Body& body, const Mesh& rotor, const Vec3d& hub, const Vec3d& axis, double rate) {
     body.spinningParts.push_back({body.mesh.facets.size(), rotor.facets.size(), hub, axis, rate});
     append(body.mesh, rotor);
 }
@@ -115,3 +116,4 @@ Body helicopter() {
     addRotor(body, tailRotor(), kTailHub, kLeft, 21.0);
     return body;
 }
+} // namespace sorvane

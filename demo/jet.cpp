@@ -2,6 +2,7 @@
 #include "body.h"
 #include "loft.h"
 
+namespace sorvane {
 namespace {
 constexpr Part kSkin = {Material::Paint, 277.0};
 constexpr Part kCanopy = {Material::Canopy, 275.0};
@@ -11,7 +12,7 @@ constexpr Part kEngineBay = {Material::Paint, 291.0};
 constexpr Part kTailPipe = {Material::Metal, 294.0};
 constexpr Part kPetals = {Material::Nozzle, 305.0};
 constexpr Part kCavity = {Material::Nozzle, 338.0};
-constexpr Triple kUp = {0.0, 0.0, 1.0};
+constexpr Vec3d kUp = {0.0, 0.0, 1.0};
 
 Mesh fuselage() {
     const auto at = [](double x, double halfWidth, double halfHeight, double z, Part part) {
@@ -39,7 +40,7 @@ Mesh canopy() {
 
 // From the fan in the intake forwards to the lip, back along the outside to the nozzle, and forwards again into it.
 Mesh leftEngine() {
-    constexpr Triple kAxis = {0.0, 1.05, -0.28};
+    constexpr Vec3d kAxis = {0.0, 1.05, -0.28};
     const auto at = [&](double x, double halfWidth, double halfHeight, double squareness, Part part) {
         return Oval{x, halfWidth, halfHeight, kAxis, squareness, part};
     };
@@ -56,14 +57,14 @@ Mesh leftEngine() {
     ovals.push_back(at(-8.78, 0.47, 0.47, 2.0, kCavity));
     ovals.push_back(at(-8.10, 0.50, 0.50, 2.0, kCavity));
     ovals.push_back(at(-7.30, 0.52, 0.52, 2.0, kCavity));
-    return loft(kAxis + Triple{1.0, 0.0, 0.0}, kIntake, ovalSections(ovals, 24), kAxis + Triple{-7.50, 0.0, 0.0});
+    return loft(kAxis + Vec3d{1.0, 0.0, 0.0}, kIntake, ovalSections(ovals, 24), kAxis + Vec3d{-7.50, 0.0, 0.0});
 }
 
 Mesh leftHalf() {
     Mesh half = leftEngine();
     append(half, wing({{1.75, 1.56, -0.05}, 5.40, 0.05}, {{-2.60, 6.60, -0.20}, 1.50, 0.04}, 8, 12, kUp, kSkin));
     append(half, wing({{-4.40, 1.62, -0.15}, 3.00, 0.05}, {{-7.20, 4.10, -0.25}, 1.20, 0.04}, 5, 10, kUp, kSkin));
-    const Triple across = unit(Triple{0.0, 2.75, -0.60});
+    const Vec3d across = unit(Vec3d{0.0, 2.75, -0.60});
     append(half, wing({{-4.20, 1.35, 0.29}, 3.20, 0.06}, {{-6.90, 1.95, 3.00}, 1.20, 0.05}, 5, 10, across, kSkin));
     return half;
 }
@@ -79,3 +80,4 @@ Body jet() {
     append(body.mesh, mirrored(left));
     return body;
 }
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <numbers>
 
+namespace sorvane {
 namespace {
 constexpr double kStep = 0.001; // seconds
 constexpr int kMaximumSteps = 29'500;
@@ -17,8 +18,8 @@ constexpr double kThreatRollRate = 25.0; // degrees per second
 constexpr double kFlareBurnTime = 4.0;
 constexpr double kFlareDrag = 0.006; // per metre: deceleration over the square of the speed
 constexpr double kFlareEjectionSpeed = 30.0;
-constexpr double kFlareBrightness = 2.5e7;        // makes a sphere of five metres white in a view of 30 degrees
-constexpr Triple kFlareSpin = {80.0, 50.0, 65.0}; // degrees per second
+constexpr double kFlareBrightness = 2.5e7;       // makes a sphere of five metres white in a view of 30 degrees
+constexpr Vec3d kFlareSpin = {80.0, 50.0, 65.0}; // degrees per second
 
 double radians(double degrees) {
     return degrees * std::numbers::pi / 180.0;
@@ -28,15 +29,15 @@ double degrees(double radians) {
 }
 
 // The unit vector of a heading and a climb angle.
-Triple direction(double headingDegrees, double climbDegrees) {
+Vec3d direction(double headingDegrees, double climbDegrees) {
     const double heading = radians(headingDegrees);
     const double climb = radians(climbDegrees);
     return {std::cos(climb) * std::cos(heading), std::cos(climb) * std::sin(heading), -std::sin(climb)};
 }
-double headingOf(const Triple& v) {
+double headingOf(const Vec3d& v) {
     return degrees(std::atan2(v.y, v.x));
 }
-double climbOf(const Triple& v) {
+double climbOf(const Vec3d& v) {
     return degrees(std::atan2(-v.z, std::hypot(v.x, v.y)));
 }
 
@@ -46,8 +47,8 @@ double unwrapped(double angle, double before) {
 }
 
 struct Target {
-    Triple position;
-    Triple velocity;
+    Vec3d position;
+    Vec3d velocity;
     double heading; // degrees
     double climb = 0.0;
     double bank = 0.0;
@@ -72,21 +73,21 @@ struct Target {
 
 // Guided by proportional navigation: it turns as fast as the line of sight, times a constant.
 struct Threat {
-    Triple position;
-    Triple velocity;
+    Vec3d position;
+    Vec3d velocity;
     double heading; // of the velocity and of the line of sight, both unwrapped
     double lineOfSightHeading;
 
     Threat(const EngagementPlan& plan, const Target& target) : position(plan.threatStart) {
-        const Triple sight = target.position - position;
+        const Vec3d sight = target.position - position;
         lineOfSightHeading = headingOf(sight);
         heading = lineOfSightHeading + plan.launchOffset;
         velocity = plan.threatSpeed(0.0) * direction(heading, climbOf(sight) + plan.launchLoft);
     }
     void advance(const EngagementPlan& plan, const Target& target, double time) {
-        const Triple sight = target.position - position;
-        const Triple sightRate = 1.0 / dot(sight, sight) * cross(sight, target.velocity - velocity);
-        Triple acceleration = kNavigationConstant * cross(sightRate, velocity);
+        const Vec3d sight = target.position - position;
+        const Vec3d sightRate = 1.0 / dot(sight, sight) * cross(sight, target.velocity - velocity);
+        Vec3d acceleration = kNavigationConstant * cross(sightRate, velocity);
         if (const double size = length(acceleration); size > kMaximumAcceleration)
             acceleration = kMaximumAcceleration / size * acceleration;
         position = position + kStep * velocity;
@@ -102,20 +103,20 @@ struct Threat {
 struct Flare {
     int id;
     FlareRelease release;
-    Triple position;
-    Triple velocity;
+    Vec3d position;
+    Vec3d velocity;
     double age = 0.0;
 
     // Ejected downwards, to either side in turn.
     Flare(int number, const FlareRelease& itsRelease, const Target& target)
         : id(number), release(itsRelease), position(target.position) {
         const double side = number % 2 == 0 ? 1.0 : -1.0;
-        const Triple sideways = direction(target.heading + side * 90.0, 0.0);
-        velocity = target.velocity + kFlareEjectionSpeed * unit(sideways + Triple{0.0, 0.0, 1.0});
+        const Vec3d sideways = direction(target.heading + side * 90.0, 0.0);
+        velocity = target.velocity + kFlareEjectionSpeed * unit(sideways + Vec3d{0.0, 0.0, 1.0});
     }
     void advance() {
         position = position + kStep * velocity;
-        const Triple acceleration = Triple{0.0, 0.0, kGravity} - kFlareDrag * length(velocity) * velocity;
+        const Vec3d acceleration = Vec3d{0.0, 0.0, kGravity} - kFlareDrag * length(velocity) * velocity;
         velocity = velocity + kStep * acceleration;
         age += kStep;
     }
@@ -168,7 +169,7 @@ private:
         for (; released_ < plan_.flares.size() && plan_.flares[released_].time <= time_; ++released_)
             flares_.emplace_back(static_cast<int>(released_) + 1, plan_.flares[released_], target_);
     }
-    Triple sight() const { return target_.position - threat_.position; }
+    Vec3d sight() const { return target_.position - threat_.position; }
     double range() const { return length(sight()); }
     double closingSpeed() const { return dot(sight(), threat_.velocity - target_.velocity) / range(); }
 
@@ -199,3 +200,4 @@ private:
 std::vector<TrajectorySample> fly(const EngagementPlan& plan) {
     return Flight(plan).fly();
 }
+} // namespace sorvane

@@ -6,6 +6,7 @@
 
 #include "trajectory.h"
 
+namespace sorvane {
 // A quantity over time (seconds).
 using OverTime = std::function<double(double)>;
 
@@ -17,14 +18,14 @@ struct FlareRelease {
 
 // Positions in metres with z down; headings in degrees from x towards y; speeds in metres per second.
 struct EngagementPlan {
-    Triple targetStart;
+    Vec3d targetStart;
     double targetHeading = 0.0;
     double targetSpeed = 250.0;
     OverTime targetBank;  // degrees, right wing down is positive; the aircraft turns as a coordinated turn does
     OverTime targetClimb; // degrees
     std::vector<FlareRelease> flares; // in the order of their times
 
-    Triple threatStart;
+    Vec3d threatStart;
     double launchOffset = 0.0; // degrees by which the threat leaves to the right of the line to the target
     double launchLoft = 0.0;   // and above it
     OverTime threatSpeed;
@@ -35,3 +36,4 @@ struct EngagementPlan {
 // Flies the plan from time 0.0 and samples it at its interval, and once more at the end: when the threat is within
 // reach of its fuze or has passed the target, or at 29.5 s at the latest. Angles run on without wrapping.
 std::vector<TrajectorySample> fly(const EngagementPlan& plan);
+} // namespace sorvane

@@ -6,8 +6,119 @@
 #include <cstdint>
 #include <numbers>
 
+namespace sorvane {
 namespace {
 constexpr double kFullTurn = 2.0 * std::numbers::pi;
+
+// The country's numbers, in metres where nothing else is said; x runs east, y north.
+struct Place {
+    double x;
+    double y;
+};
+struct Wave {
+    double amplitude;
+    double length;
+    double phase; // radians
+
+    double at(double along) const { return amplitude * std::sin(kFullTurn * along / length + phase); }
+};
+// Smooth noise: the size of its largest features, and a number of its own.
+struct Noise {
+    double size;
+    std::uint32_t salt;
+};
+
+constexpr struct {
+    double middle = 2250.0;
+    Wave bends{420.0, 4200.0, 0.4};
+    Wave meanders{120.0, 1450.0, 1.0};
+    double halfWidth = 42.0;
+    double valley = 620.0; // about half of the floor's width
+} kRiver;
+
+constexpr struct {
+    double valleyX = 3000.0;
+    Wave valleyBends{380.0, 4200.0, 0.2};
+    double crossY = 2300.0;
+    Wave crossBends{160.0, 3600.0, 0.0};
+    double crossWestEnd = 1250.0;
+    double halfWidth = 9.0;
+} kRoads;
+
+// In the west, from south to north.
+constexpr struct {
+    double crestX = 560.0;
+    double swing = 40.0; // of the crest about crestX
+    double topY = 600.0; // every `topSpacing` there is a top
+    double topSpacing = 3000.0;
+    double dip = 0.16; // twice of it between the tops, of 1
+    double westSlope = 800.0;
+    double eastSlope = 620.0;
+} kRidge;
+
+constexpr struct {
+    Place top{3900.0, 4300.0};
+    double stretch = 1.15; // longer from west to east
+    double slope = 680.0;
+} kHill;
+
+// In the south-east, along a line through `start`.
+constexpr struct {
+    Place start{5000.0, 0.0};
+    Place run{1500.0, 3500.0};
+    double lowest = 0.4; // of the crest, of 1, and what noise adds to it
+    double added = 0.55;
+    Noise crest{900.0, 11};
+    double northWestSlope = 620.0;
+    double southEastSlope = 1000.0;
+} kRange;
+
+constexpr struct {
+    Noise spurs{640.0, 91}; // make slopes wider and narrower by turns
+    Noise rolling{900.0, 21};
+    double rollingHeight = 0.2; // of 1
+    Noise gullies{480.0, 31};
+    double gullyDepth = 0.9;
+} kSlopes;
+
+constexpr struct {
+    double cosine = 0.966; // of the angle by which they lie askew
+    double sine = 0.259;
+    double across = 260.0;
+    double along = 380.0;
+    double shift = 0.37; // from row to row, of a field's length
+    std::uint32_t cropSalt = 41;
+    std::uint32_t radianceSalt = 71;
+    double wheat = 0.38; // of all fields
+    double wheatOrSoil = 0.68;
+} kFields;
+
+// Around the place where the roads meet.
+constexpr struct {
+    double y = 2250.0;
+    double radius = 420.0;
+    double plot = 45.0;
+    double built = 0.62; // of the plots in the middle
+    std::uint32_t salt = 51;
+} kVillage;
+
+// Where what grows: heights are parts of the tops', slopes the z of the normal.
+constexpr struct {
+    Noise patches{420.0, 61};
+    double rockSlope = 0.9;
+    double rockHeight = 0.9;
+    double forestLowest = 0.17;
+    double fieldHighest = 0.3;
+    double fieldSlope = 0.975;
+    double fieldFromRiver = 90.0;
+    double riverForest = 130.0;
+} kCover;
+
+constexpr struct {
+    double sunlight = 1.5; // how much a slope's share of the sun changes, of 1
+    double darkest = 0.3;
+    Noise grain{90.0, 81};
+} kRadiance;
 
 // A number from 0 to 1 that belongs to a cell and looks like chance.
 double hashed(std::int64_t column, std::int64_t row, std::uint32_t salt) {
@@ -28,7 +139,8 @@ double bell(double distance, double width) {
 }
 
 // Smooth noise from 0 to 1 with features of one size.
-double noise(double x, double y, double size, std::uint32_t salt) {
+double noise(double x, double y, const Noise& kind) {
+    const auto [size, salt] = kind;
     const double column = std::floor(x / size);
     const double row = std::floor(y / size);
     const double u = smooth(x / size - column);
@@ -41,16 +153,16 @@ double noise(double x, double y, double size, std::uint32_t salt) {
 }
 
 // The same with finer and finer features.
-double fractal(double x, double y, double size, std::uint32_t salt) {
+double fractal(double x, double y, Noise kind) {
     double sum = 0.0;
     double weight = 0.5;
-    for (std::uint32_t octave = 0; octave < 4; ++octave, weight *= 0.5, size *= 0.47)
-        sum += weight * noise(x, y, size, salt + octave);
+    for (int octave = 0; octave < 4; ++octave, weight *= 0.5, kind.size *= 0.47, ++kind.salt)
+        sum += weight * noise(x, y, kind);
     return sum / 0.9375;
 }
 
 double riverX(double y) {
-    return 2250.0 + 420.0 * std::sin(kFullTurn * y / 4200.0 + 0.4) + 120.0 * std::sin(kFullTurn * y / 1450.0 + 1.0);
+    return kRiver.middle + kRiver.bends.at(y) + kRiver.meanders.at(y);
 }
 // Nearly the distance: less where the river runs askew.
 double riverDistance(double x, double y) {
@@ -59,29 +171,30 @@ double riverDistance(double x, double y) {
 }
 
 double valleyRoadX(double y) {
-    return 3000.0 + 380.0 * std::sin(kFullTurn * y / 4200.0 + 0.2);
+    return kRoads.valleyX + kRoads.valleyBends.at(y);
 }
 double crossRoadY(double x) {
-    return 2300.0 + 160.0 * std::sin(kFullTurn * x / 3600.0);
+    return kRoads.crossY + kRoads.crossBends.at(x);
 }
 
 // Of the tops, 1, over the valley floor, 0.
 double relief(double x, double y) {
-    // Wider and narrower by turns, which makes spurs and hollows.
-    const double spurs = 0.45 + 1.1 * fractal(x, y, 640.0, 91);
-    const double crestX = 560.0 + 40.0 * std::cos(kFullTurn * (y - 600.0) / 6000.0);
-    const double crest = 1.0 - 0.16 * (1.0 - std::cos(kFullTurn * (y - 600.0) / 3000.0));
-    const double ridge = crest * bell(x - crestX, (x < crestX ? 800.0 : 620.0) * spurs);
-    const double hill = bell(std::hypot((x - 3900.0) / 1.15, y - 4300.0), 680.0 * spurs);
-    const double fromRange = ((x - 5000.0) * 3500.0 - y * 1500.0) / std::hypot(3500.0, 1500.0);
-    const double range =
-        (0.4 + 0.55 * noise(x, y, 900.0, 11)) * bell(fromRange, (fromRange < 0.0 ? 620.0 : 1000.0) * spurs);
-    const double rolling = 0.2 * fractal(x, y, 900.0, 21);
+    const double spurs = 0.45 + 1.1 * fractal(x, y, kSlopes.spurs);
+    const double fromTop = kFullTurn * (y - kRidge.topY) / kRidge.topSpacing;
+    const double crestX = kRidge.crestX + kRidge.swing * std::cos(fromTop / 2.0);
+    const double crest = 1.0 - kRidge.dip * (1.0 - std::cos(fromTop));
+    const double ridge = crest * bell(x - crestX, (x < crestX ? kRidge.westSlope : kRidge.eastSlope) * spurs);
+    const double hill = bell(std::hypot((x - kHill.top.x) / kHill.stretch, y - kHill.top.y), kHill.slope * spurs);
+    const double fromRange = ((x - kRange.start.x) * kRange.run.y - (y - kRange.start.y) * kRange.run.x) /
+                             std::hypot(kRange.run.y, kRange.run.x);
+    const double range = (kRange.lowest + kRange.added * noise(x, y, kRange.crest)) *
+                         bell(fromRange, (fromRange < 0.0 ? kRange.northWestSlope : kRange.southEastSlope) * spurs);
+    const double rolling = kSlopes.rollingHeight * fractal(x, y, kSlopes.rolling);
     const double raised = 1.0 - (1.0 - ridge) * (1.0 - hill) * (1.0 - range) * (1.0 - rolling);
     // Gullies on the slopes, none on the tops and on the floor.
-    const double gully = std::max(0.0, 1.0 - 4.0 * std::abs(fractal(x, y, 480.0, 31) - 0.5));
-    const double carved = raised - 0.9 * raised * raised * (1.0 - raised) * gully;
-    return carved * (1.0 - bell(riverDistance(x, y), 620.0));
+    const double gully = std::max(0.0, 1.0 - 4.0 * std::abs(fractal(x, y, kSlopes.gullies) - 0.5));
+    const double carved = raised - kSlopes.gullyDepth * raised * raised * (1.0 - raised) * gully;
+    return carved * (1.0 - bell(riverDistance(x, y), kRiver.valley));
 }
 
 // The fields lie askew; the number of a field is that of its column and row.
@@ -90,26 +203,27 @@ struct Field {
     std::int64_t row;
 };
 Field fieldAt(double x, double y) {
-    const double along = 0.966 * x + 0.259 * y;
-    const double across = 0.966 * y - 0.259 * x;
-    const double row = std::floor(across / 260.0);
-    return {static_cast<std::int64_t>(std::floor(along / 380.0 + 0.37 * row)), static_cast<std::int64_t>(row)};
+    const double along = kFields.cosine * x + kFields.sine * y;
+    const double across = kFields.cosine * y - kFields.sine * x;
+    const double row = std::floor(across / kFields.across);
+    return {
+        static_cast<std::int64_t>(std::floor(along / kFields.along + kFields.shift * row)),
+        static_cast<std::int64_t>(row)};
 }
 
 GroundClass cropAt(double x, double y) {
     const Field field = fieldAt(x, y);
-    const double kind = hashed(field.column, field.row, 41);
-    if (kind < 0.38)
+    const double kind = hashed(field.column, field.row, kFields.cropSalt);
+    if (kind < kFields.wheat)
         return GroundClass::Wheat;
-    return kind < 0.68 ? GroundClass::Soil : GroundClass::Meadow;
+    return kind < kFields.wheatOrSoil ? GroundClass::Soil : GroundClass::Meadow;
 }
 
-// Houses around the place where the roads meet.
 bool isRoof(double x, double y) {
-    const double distance = std::hypot(x - valleyRoadX(2250.0), y - 2250.0);
-    const auto column = static_cast<std::int64_t>(std::floor(x / 45.0));
-    const auto row = static_cast<std::int64_t>(std::floor(y / 45.0));
-    return hashed(column, row, 51) < 0.62 * (1.0 - distance / 420.0);
+    const double distance = std::hypot(x - valleyRoadX(kVillage.y), y - kVillage.y);
+    const auto column = static_cast<std::int64_t>(std::floor(x / kVillage.plot));
+    const auto row = static_cast<std::int64_t>(std::floor(y / kVillage.plot));
+    return hashed(column, row, kVillage.salt) < kVillage.built * (1.0 - distance / kVillage.radius);
 }
 } // namespace
 
@@ -117,36 +231,39 @@ double Landscape::elevation(double x, double y) const {
     return reliefMetres_ * relief(x, y);
 }
 
-GroundClass Landscape::groundClass(double x, double y, const Triple& normal, double cellMetres) const {
-    const double halfRoad = std::max(9.0, 0.55 * cellMetres);
+GroundClass Landscape::groundClass(double x, double y, const Vec3d& normal, double cellMetres) const {
+    const double halfRoad = std::max(kRoads.halfWidth, 0.55 * cellMetres);
     const double fromCrossRoad = std::abs(y - crossRoadY(x));
-    if (fromCrossRoad < halfRoad && x > 1250.0)
+    if (fromCrossRoad < halfRoad && x > kRoads.crossWestEnd)
         return GroundClass::Asphalt; // over the river there is a bridge
-    if (riverDistance(x, y) < std::max(42.0, 0.7 * cellMetres))
+    if (riverDistance(x, y) < std::max(kRiver.halfWidth, 0.7 * cellMetres))
         return GroundClass::Water;
     if (std::abs(x - valleyRoadX(y)) < halfRoad)
         return GroundClass::Asphalt;
     if (isRoof(x, y))
         return GroundClass::Roof;
     const double height = relief(x, y);
-    const double patch = fractal(x, y, 420.0, 61);
-    if (normal.z < 0.9 - 0.08 * patch || (height > 0.9 && patch > 0.5))
+    const double patch = fractal(x, y, kCover.patches);
+    if (normal.z < kCover.rockSlope - 0.08 * patch || (height > kCover.rockHeight && patch > 0.5))
         return GroundClass::Rock;
-    if (height > 0.17 && patch > 0.6 - 0.22 * smooth((height - 0.17) / 0.3) * smooth((0.95 - height) / 0.2))
+    // Most forest grows half-way up.
+    const double aboveLowest = height - kCover.forestLowest;
+    if (aboveLowest > 0.0 && patch > 0.6 - 0.22 * smooth(aboveLowest / 0.3) * smooth((0.95 - height) / 0.2))
         return GroundClass::Forest;
     const double fromRiver = riverDistance(x, y);
-    if (height < 0.3 && fromRiver > 90.0 + 60.0 * patch && normal.z > 0.975)
+    if (height < kCover.fieldHighest && fromRiver > kCover.fieldFromRiver + 60.0 * patch &&
+        normal.z > kCover.fieldSlope)
         return cropAt(x, y);
-    return fromRiver < 130.0 && patch > 0.55 ? GroundClass::Forest : GroundClass::Meadow;
+    return fromRiver < kCover.riverForest && patch > 0.55 ? GroundClass::Forest : GroundClass::Meadow;
 }
 
-double
-Landscape::radiance(double x, double y, GroundClass ground, const Triple& normal, const Triple& towardsSun) const {
+double Landscape::radiance(double x, double y, GroundClass ground, const Vec3d& normal, const Vec3d& towardsSun) const {
     const double sunlight = std::max(0.0, dot(normal, towardsSun)) - towardsSun.z;
-    const double heated = ground == GroundClass::Water ? 1.0 : 1.0 + 1.5 * sunlight;
+    const double heated = ground == GroundClass::Water ? 1.0 : 1.0 + kRadiance.sunlight * sunlight;
     const Field field = fieldAt(x, y);
     const bool isField = ground == GroundClass::Wheat || ground == GroundClass::Soil;
-    const double ownField = isField ? 0.88 + 0.24 * hashed(field.column, field.row, 71) : 1.0;
-    const double grain = ground == GroundClass::Water ? 1.0 : 0.9 + 0.2 * fractal(x, y, 90.0, 81);
-    return coverOf(ground).radiance * std::max(0.3, heated) * ownField * grain;
+    const double ownField = isField ? 0.88 + 0.24 * hashed(field.column, field.row, kFields.radianceSalt) : 1.0;
+    const double grain = ground == GroundClass::Water ? 1.0 : 0.9 + 0.2 * fractal(x, y, kRadiance.grain);
+    return coverOf(ground).radiance * std::max(kRadiance.darkest, heated) * ownField * grain;
 }
+} // namespace sorvane

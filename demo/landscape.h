@@ -2,8 +2,9 @@
 #pragma once
 
 #include "groundclass.h"
-#include "triple.h"
+#include "vec3.h"
 
+namespace sorvane {
 // A square of 6.5 km, x east and y north in metres from its south-west corner. Everything is a smooth or hashed
 // function of the place, so that a map can sample it with any cell size.
 class Landscape {
@@ -17,11 +18,12 @@ public:
 
     // What covers the ground where its upward normal is `normal`. Roads and the river are at least about one cell of
     // `cellMetres` wide, so that they stay unbroken on a coarse map.
-    GroundClass groundClass(double x, double y, const Triple& normal, double cellMetres) const;
+    GroundClass groundClass(double x, double y, const Vec3d& normal, double cellMetres) const;
 
     // In-band radiance in W/cm²/sr: what the class emits, more where the ground leans to the sun.
-    double radiance(double x, double y, GroundClass ground, const Triple& normal, const Triple& towardsSun) const;
+    double radiance(double x, double y, GroundClass ground, const Vec3d& normal, const Vec3d& towardsSun) const;
 
 private:
     double reliefMetres_;
 };
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include "oldstyletile.h"
 #include "terrainset.h"
 
+namespace sorvane {
 namespace {
 // A clear summer afternoon in the mid-wave infrared. Terrain has z up and y north, the bodies above it have z down and
 // y the other way: the sun's azimuth is 180 degrees minus that in the bodies' atmosphere, so that both are lit from the
@@ -26,3 +27,4 @@ std::vector<DemonstrationFile> landscapeFiles(const std::string& dataRoot) {
         file.name.insert(0, "data/");
     return files;
 }
+} // namespace sorvane

@@ -4,12 +4,13 @@
 #include <cmath>
 #include <numbers>
 
+namespace sorvane {
 namespace {
 // The tops stay a little below the launch.
 constexpr double kHeadroomMetres = 3.0;
 
 // x east, y north, z up.
-Triple towardsSun(const AtmosphereValues& sun) {
+Vec3d towardsSun(const AtmosphereValues& sun) {
     const double zenith = sun.solarZenith * std::numbers::pi / 180.0;
     const double azimuth = sun.solarAzimuth * std::numbers::pi / 180.0;
     return {std::sin(zenith) * std::sin(azimuth), std::sin(zenith) * std::cos(azimuth), std::cos(zenith)};
@@ -29,7 +30,7 @@ std::vector<T> cutOut(const std::vector<T>& values, int stride, int firstColumn,
 
 LandscapeMap mapOf(int columns, int rows, double cellMetres, double launchHeight, const AtmosphereValues& sun) {
     const Landscape landscape(launchHeight - kHeadroomMetres);
-    const Triple sunward = towardsSun(sun);
+    const Vec3d sunward = towardsSun(sun);
     // One more post on every side, for the slopes.
     const int stride = columns + 2;
     std::vector<double> elevations;
@@ -42,7 +43,7 @@ LandscapeMap mapOf(int columns, int rows, double cellMetres, double launchHeight
     for (int row = 0; row < rows; ++row)
         for (int column = 0; column < columns; ++column) {
             const double* const here = elevations.data() + std::ptrdiff_t{row + 1} * stride + column + 1;
-            const Triple normal = unit({here[-1] - here[1], here[-stride] - here[stride], 2.0 * cellMetres});
+            const Vec3d normal = unit(Vec3d{here[-1] - here[1], here[-stride] - here[stride], 2.0 * cellMetres});
             const double x = column * cellMetres;
             const double y = row * cellMetres;
             const GroundClass ground = landscape.groundClass(x, y, normal, cellMetres);
@@ -61,3 +62,4 @@ LandscapeMap partOf(const LandscapeMap& map, int firstColumn, int firstRow, int 
     };
     return {columns, rows, map.cellMetres, cut(map.heights), cut(map.normals), cut(map.classes), cut(map.radiances)};
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "landscape.h"
 #include "tuple3.h"
 
+namespace sorvane {
 // Row by row from the south, each row from the west. All arrays have columns × rows entries.
 struct LandscapeMap {
     int columns = 0;
@@ -24,3 +25,4 @@ LandscapeMap mapOf(int columns, int rows, double cellMetres, double launchHeight
 
 // The part of a map with its south-west post at (firstColumn, firstRow).
 LandscapeMap partOf(const LandscapeMap& map, int firstColumn, int firstRow, int columns, int rows);
+} // namespace sorvane

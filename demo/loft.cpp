@@ -6,7 +6,8 @@
 #include <numbers>
 #include <utility>
 
-Mesh loft(const Triple& firstTip, Part firstPart, const std::vector<Section>& sections, const Triple& lastTip) {
+namespace sorvane {
+Mesh loft(const Vec3d& firstTip, Part firstPart, const std::vector<Section>& sections, const Vec3d& lastTip) {
     const std::size_t count = sections.front().ring.size();
     Mesh mesh;
     mesh.points.push_back(firstTip);
@@ -55,14 +56,14 @@ std::vector<Oval> smoothed(const std::vector<Oval>& ovals, int steps) {
             const auto between = [&](double Oval::*value) {
                 return curve(a.*value, b.*value, c.*value, d.*value, t);
             };
-            const auto centreBetween = [&](double Triple::*value) {
+            const auto centreBetween = [&](double Vec3d::*value) {
                 return curve(a.centre.*value, b.centre.*value, c.centre.*value, d.centre.*value, t);
             };
             result.push_back(
                 {between(&Oval::x),
                  between(&Oval::halfWidth),
                  between(&Oval::halfHeight),
-                 {centreBetween(&Triple::x), centreBetween(&Triple::y), centreBetween(&Triple::z)},
+                 {centreBetween(&Vec3d::x), centreBetween(&Vec3d::y), centreBetween(&Vec3d::z)},
                  between(&Oval::squareness),
                  b.part});
         }
@@ -83,7 +84,7 @@ std::vector<Section> ovalSections(const std::vector<Oval>& ovals, int points) {
             const double angle = 2.0 * std::numbers::pi * (i + 0.5) / points;
             section.ring.push_back(
                 oval.centre +
-                Triple{oval.x, oval.halfWidth * bulge(std::cos(angle)), oval.halfHeight * bulge(std::sin(angle))});
+                Vec3d{oval.x, oval.halfWidth * bulge(std::cos(angle)), oval.halfHeight * bulge(std::sin(angle))});
         }
         sections.push_back(std::move(section));
     }
@@ -96,19 +97,19 @@ double halfThickness(double x) {
     return 5.0 * (0.2969 * std::sqrt(x) + x * (-0.1260 + x * (-0.3516 + x * (0.2843 - x * 0.1036))));
 }
 
-Triple middle(const std::vector<Triple>& points) {
-    Triple sum;
-    for (const Triple& point : points)
+Vec3d middle(const std::vector<Vec3d>& points) {
+    Vec3d sum;
+    for (const Vec3d& point : points)
         sum = sum + point;
     return 1.0 / static_cast<double>(points.size()) * sum;
 }
 } // namespace
 
-Mesh wing(const WingEnd& root, const WingEnd& tip, int spans, int chordSteps, const Triple& upwards, Part part) {
+Mesh wing(const WingEnd& root, const WingEnd& tip, int spans, int chordSteps, const Vec3d& upwards, Part part) {
     std::vector<Section> sections;
     for (int span = 0; span <= spans; ++span) {
         const double t = static_cast<double>(span) / spans;
-        const Triple leadingEdge = root.leadingEdge + t * (tip.leadingEdge - root.leadingEdge);
+        const Vec3d leadingEdge = root.leadingEdge + t * (tip.leadingEdge - root.leadingEdge);
         const double chord = std::lerp(root.chord, tip.chord, t);
         const double thickness = std::lerp(root.thickness, tip.thickness, t) * chord;
         Section section{{}, part};
@@ -117,10 +118,11 @@ Mesh wing(const WingEnd& root, const WingEnd& tip, int spans, int chordSteps, co
             const double along = 0.5 - 0.5 * std::cos(std::numbers::pi * fromLeadingEdge / chordSteps);
             const double side = i == fromLeadingEdge ? 1.0 : -1.0;
             section.ring.push_back(
-                leadingEdge + Triple{-along * chord, 0.0, 0.0} +
+                leadingEdge + Vec3d{-along * chord, 0.0, 0.0} +
                 side * (i % chordSteps == 0 ? 0.0 : halfThickness(along)) * thickness * upwards);
         }
         sections.push_back(std::move(section));
     }
     return loft(middle(sections.front().ring), part, sections, middle(sections.back().ring));
 }
+} // namespace sorvane

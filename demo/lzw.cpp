@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+namespace sorvane {
 namespace {
 constexpr unsigned kMinimumWidth = 9;
 constexpr unsigned kMaximumWidth = 16;
@@ -127,3 +128,4 @@ std::string lzwCompressed(std::string_view bytes) {
     codes.finish();
     return out;
 }
+} // namespace sorvane

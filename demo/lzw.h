@@ -4,5 +4,7 @@
 #include <string>
 #include <string_view>
 
+namespace sorvane {
 // The compressed bytes, with the two magic bytes in front, that `uncompress` turns back into `bytes`.
 std::string lzwCompressed(std::string_view bytes);
+} // namespace sorvane

@@ -9,6 +9,7 @@
 #include "engagements.h"
 #include "landscapefiles.h"
 
+namespace sorvane {
 namespace {
 // Whether a reader that collapses white space gets the path back as it is.
 bool survivesInAHeader(const std::string& path) {
@@ -55,3 +56,4 @@ Failure makeDemonstration(
         return exception.what();
     }
 }
+} // namespace sorvane

@@ -6,6 +6,7 @@
 
 #include "outputfile.h"
 
+namespace sorvane {
 // Fills `directory`, which is created when it is missing, with the trajectory files ETXYZ.OUT.turn,
 // ETXYZ.OUT.crossing.Z and ETXYZ.OUT.sparse and the tree data/ that serves as their data root (PELSAR_DATA). The same
 // directory always gets the same bytes; the headers hold its absolute path, which must therefore have no line break, no
@@ -14,3 +15,4 @@
 [[nodiscard]] Failure makeDemonstration(
     const std::filesystem::path& directory, const std::filesystem::path& dataRoot = {},
     const std::function<bool()>& stops = {});
+} // namespace sorvane

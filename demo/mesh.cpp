@@ -5,12 +5,13 @@
 #include <numbers>
 #include <utility>
 
-Triple areaVector(const Mesh& mesh, const MeshFacet& facet) {
-    const Triple& first = mesh.points[facet.corners[0]];
+namespace sorvane {
+Vec3d areaVector(const Mesh& mesh, const MeshFacet& facet) {
+    const Vec3d& first = mesh.points[facet.corners[0]];
     return 0.5 * cross(mesh.points[facet.corners[1]] - first, mesh.points[facet.corners[2]] - first);
 }
 
-Triple centroid(const Mesh& mesh, const MeshFacet& facet) {
+Vec3d centroid(const Mesh& mesh, const MeshFacet& facet) {
     return 1.0 / 3.0 * (mesh.points[facet.corners[0]] + mesh.points[facet.corners[1]] + mesh.points[facet.corners[2]]);
 }
 
@@ -33,7 +34,7 @@ void append(Mesh& mesh, const Mesh& other) {
 
 Mesh mirrored(const Mesh& mesh) {
     Mesh result = mesh;
-    for (Triple& point : result.points)
+    for (Vec3d& point : result.points)
         point.y = -point.y;
     for (MeshFacet& facet : result.facets)
         std::swap(facet.corners[1], facet.corners[2]);
@@ -41,30 +42,30 @@ Mesh mirrored(const Mesh& mesh) {
 }
 
 // Rodrigues' formula.
-Mesh turned(const Mesh& mesh, const Triple& hub, const Triple& axis, double degrees) {
+Mesh turned(const Mesh& mesh, const Vec3d& hub, const Vec3d& axis, double degrees) {
     const double angle = degrees * std::numbers::pi / 180.0;
     Mesh result = mesh;
-    for (Triple& point : result.points) {
-        const Triple arm = point - hub;
+    for (Vec3d& point : result.points) {
+        const Vec3d arm = point - hub;
         point = hub + std::cos(angle) * arm + std::sin(angle) * cross(axis, arm) +
                 (1.0 - std::cos(angle)) * dot(axis, arm) * axis;
     }
     return result;
 }
 
-std::vector<std::array<Triple, 3>> cornerNormals(const Mesh& mesh) {
+std::vector<std::array<Vec3d, 3>> cornerNormals(const Mesh& mesh) {
     constexpr double kCosineOfCrease = 0.766;
-    std::vector<Triple> areas;
+    std::vector<Vec3d> areas;
     std::vector<std::vector<std::size_t>> facetsAt(mesh.points.size());
     for (const MeshFacet& facet : mesh.facets) {
         for (const std::size_t corner : facet.corners)
             facetsAt[corner].push_back(areas.size());
         areas.push_back(areaVector(mesh, facet));
     }
-    std::vector<std::array<Triple, 3>> normals(mesh.facets.size());
+    std::vector<std::array<Vec3d, 3>> normals(mesh.facets.size());
     for (std::size_t i = 0; i < mesh.facets.size(); ++i)
         for (std::size_t corner = 0; corner < 3; ++corner) {
-            Triple sum;
+            Vec3d sum;
             for (const std::size_t other : facetsAt[mesh.facets[i].corners[corner]])
                 if (dot(areas[i], areas[other]) >= kCosineOfCrease * length(areas[i]) * length(areas[other]))
                     sum = sum + areas[other];
@@ -72,3 +73,4 @@ std::vector<std::array<Triple, 3>> cornerNormals(const Mesh& mesh) {
         }
     return normals;
 }
+} // namespace sorvane

@@ -6,8 +6,9 @@
 #include <span>
 #include <vector>
 
-#include "triple.h"
+#include "vec3.h"
 
+namespace sorvane {
 // What a facet is made of: the reflectance class.
 enum class Material { Paint, Metal, Canopy, Nozzle, Radome, Duct };
 inline constexpr std::size_t kMaterials = 6;
@@ -24,13 +25,13 @@ struct MeshFacet {
 
 // Model axes: x forward, y left, z up, in metres.
 struct Mesh {
-    std::vector<Triple> points;
+    std::vector<Vec3d> points;
     std::vector<MeshFacet> facets;
 };
 
 // Half the cross product of two edges: outward, as long as the facet is large.
-Triple areaVector(const Mesh& mesh, const MeshFacet& facet);
-Triple centroid(const Mesh& mesh, const MeshFacet& facet);
+Vec3d areaVector(const Mesh& mesh, const MeshFacet& facet);
+Vec3d centroid(const Mesh& mesh, const MeshFacet& facet);
 
 // What a closed surface encloses, negative when its facets face inwards.
 double signedVolume(const Mesh& mesh);
@@ -42,8 +43,9 @@ void append(Mesh& mesh, const Mesh& other);
 Mesh mirrored(const Mesh& mesh);
 
 // The same turned about a unit axis through `hub`, right-handed.
-Mesh turned(const Mesh& mesh, const Triple& hub, const Triple& axis, double degrees);
+Mesh turned(const Mesh& mesh, const Vec3d& hub, const Vec3d& axis, double degrees);
 
 // For each facet the normals of its corners: the mean over the facets that meet in the point without an edge sharper
 // than about 40 degrees.
-std::vector<std::array<Triple, 3>> cornerNormals(const Mesh& mesh);
+std::vector<std::array<Vec3d, 3>> cornerNormals(const Mesh& mesh);
+} // namespace sorvane

@@ -5,6 +5,7 @@
 #include "body.h"
 #include "loft.h"
 
+namespace sorvane {
 namespace {
 constexpr Part kCase = {Material::Paint, 281.0};
 constexpr Part kMotorCase = {Material::Paint, 296.0};
@@ -24,10 +25,10 @@ Mesh fins(double rootX, double rootChord, double tipX, double tipChord, double i
     Mesh mesh;
     for (int i = 0; i < 4; ++i) {
         const double angle = std::numbers::pi * (0.25 + 0.5 * i);
-        const Triple outwards = {0.0, std::cos(angle), std::sin(angle)};
-        const Triple across = {0.0, -std::sin(angle), std::cos(angle)};
-        const WingEnd root = {innerRadius * outwards + Triple{rootX, 0.0, 0.0}, rootChord, 0.05};
-        const WingEnd tip = {outerRadius * outwards + Triple{tipX, 0.0, 0.0}, tipChord, 0.05};
+        const Vec3d outwards = {0.0, std::cos(angle), std::sin(angle)};
+        const Vec3d across = {0.0, -std::sin(angle), std::cos(angle)};
+        const WingEnd root = {innerRadius * outwards + Vec3d{rootX, 0.0, 0.0}, rootChord, 0.05};
+        const WingEnd tip = {outerRadius * outwards + Vec3d{tipX, 0.0, 0.0}, tipChord, 0.05};
         append(mesh, wing(root, tip, 2, 4, across, kFin));
     }
     return mesh;
@@ -61,3 +62,4 @@ Body bullet() {
     append(body.mesh, loft({0.10, 0.0, 0.0}, kJacket, ovalSections(ovals, 16), {-0.084, 0.0, 0.0}));
     return body;
 }
+} // namespace sorvane

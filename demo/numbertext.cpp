@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+namespace sorvane {
 void appendFixed(std::string& text, double value, int decimals) {
     std::array<char, 32> digits{};
     const auto [end, error] =
@@ -12,10 +13,11 @@ void appendFixed(std::string& text, double value, int decimals) {
         text.append(digits.data(), end);
 }
 
-void appendFixed(std::string& text, const Triple& values) {
+void appendFixed(std::string& text, const Vec3d& values) {
     appendFixed(text, values.x);
     text += ' ';
     appendFixed(text, values.y);
     text += ' ';
     appendFixed(text, values.z);
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "numbertext.h"
 #include "rasterfile.h"
 
+namespace sorvane {
 namespace {
 constexpr int kPosts = 128; // each way
 constexpr double kCellMetres = 51.2;
@@ -78,3 +79,4 @@ std::vector<DemonstrationFile> oldStyleTileFiles(const AtmosphereValues& atmosph
         {stem + ".atm", atmosphereText(atmosphere)},
     };
 }
+} // namespace sorvane

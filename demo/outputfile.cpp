@@ -7,6 +7,7 @@
 
 #include "inputfile.h"
 
+namespace sorvane {
 namespace {
 std::string failureText(const std::filesystem::path& path, const std::error_code& error) {
     return "can not write " + path.string() + ": " + error.message();
@@ -44,3 +45,4 @@ Failure writeOutputFile(const std::filesystem::path& path, std::string_view cont
     std::filesystem::remove(fresh, ignored);
     return failureText(path, error);
 }
+} // namespace sorvane

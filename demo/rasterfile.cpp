@@ -15,6 +15,7 @@
 #include "inputfile.h"
 #include "rasterlayout.h"
 
+namespace sorvane {
 namespace {
 // A file without a name that lives in memory, for the header's writer, which writes files.
 class MemoryFile {
@@ -90,3 +91,4 @@ std::string bkgFile(const GHead& header, std::span<const std::byte> samples) {
     append(file, samples);
     return file;
 }
+} // namespace sorvane

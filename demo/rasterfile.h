@@ -7,6 +7,7 @@
 
 #include "ghead.h"
 
+namespace sorvane {
 // The header of a raster of the demonstration; `fileType` has at most eight letters. The minimum, maximum and mean of
 // band 0 are those of `values`.
 GHead rasterHeader(int columns, int rows, double cellMetres, const char* fileType, std::span<const float> values = {});
@@ -18,3 +19,4 @@ std::string torvaleFile(const GHead& header, std::span<const std::byte> samples,
 
 // BKG: the converted header and the samples. The date is always the same.
 std::string bkgFile(const GHead& header, std::span<const std::byte> samples);
+} // namespace sorvane

@@ -5,5 +5,7 @@
 
 #include "demonstrationfile.h"
 
+namespace sorvane {
 // Their sources; the names are below the data root.
 std::vector<DemonstrationFile> shaderSources();
+} // namespace sorvane

@@ -8,6 +8,7 @@
 
 #include "numbertext.h"
 
+namespace sorvane {
 namespace {
 constexpr int kFirst = 40; // in steps of a twentieth of a micrometre
 constexpr int kLast = 280;
@@ -41,3 +42,4 @@ std::string spectrumText(const GroundCover& cover) {
     }
     return text;
 }
+} // namespace sorvane

@@ -10,6 +10,7 @@
 #include "rasterfile.h"
 #include "spectrum.h"
 
+namespace sorvane {
 namespace {
 constexpr int kTilesEachWay = 3;
 constexpr int kPosts = 97; // of a tile, each way; neighbours share the posts of their common edge
@@ -109,3 +110,4 @@ std::vector<DemonstrationFile> terrainSetFiles(const std::string& root, const At
             files.push_back({std::string("ter0020/spectra/") + cover.name + ".txt", spectrumText(cover)});
     return files;
 }
+} // namespace sorvane

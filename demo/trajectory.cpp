@@ -5,8 +5,9 @@
 
 #include "numbertext.h"
 
+namespace sorvane {
 namespace {
-std::string tripleText(const Triple& values) {
+std::string tripleText(const Vec3d& values) {
     std::string text;
     appendFixed(text, values);
     return text;
@@ -21,7 +22,7 @@ void appendFlare(std::string& text, const FlareSample& flare) {
     appendFixed(text, flare.angles);
     text += ' ';
     // Readers look at the second and third band only when the line announces three.
-    appendFixed(text, flare.bandCount < 3 ? Triple{flare.scale.x, 0.0, 0.0} : flare.scale);
+    appendFixed(text, flare.bandCount < 3 ? Vec3d{flare.scale.x, 0.0, 0.0} : flare.scale);
     text += ' ' + std::to_string(flare.bandCount) + '\n';
 }
 
@@ -84,3 +85,4 @@ trajectoryText(const TrajectoryHeader& header, const std::vector<TrajectorySampl
     }
     return text;
 }
+} // namespace sorvane

@@ -4,16 +4,17 @@
 #include <string>
 #include <vector>
 
-#include "triple.h"
+#include "vec3.h"
 
+namespace sorvane {
 // One flare at one time.
 struct FlareSample {
     int id = 0;
     int kind = 0;
-    Triple position;
+    Vec3d position;
     double brightness = 0.0;
-    Triple angles;     // degrees
-    Triple scale;      // metres; the drawn sphere's half axes
+    Vec3d angles;      // degrees
+    Vec3d scale;       // metres; the drawn sphere's half axes
     int bandCount = 1; // 1: the first half axis serves for all three; 3: each has its own
 };
 
@@ -21,13 +22,13 @@ struct FlareSample {
 // (from x towards y) in degrees, to be applied in this order.
 struct TrajectorySample {
     double time = 0.0; // seconds
-    Triple targetPosition;
-    Triple targetAttitude;
-    Triple threatPosition;
-    Triple threatAttitude;
+    Vec3d targetPosition;
+    Vec3d targetAttitude;
+    Vec3d threatPosition;
+    Vec3d threatAttitude;
     double range = 0.0;        // metres between the two
     double closingSpeed = 0.0; // metres per second
-    Triple gyro;
+    Vec3d gyro;
     std::vector<FlareSample> flares;
 };
 
@@ -36,8 +37,8 @@ struct TrajectoryHeader {
     std::string terrainTopography;
     std::string terrainRadiance;
     std::string targetSignature;
-    Triple terrainPosts;
-    Triple terrainOrigin;
+    Vec3d terrainPosts;
+    Vec3d terrainOrigin;
     std::string targetGeometry;
     std::string targetReflectance;
     std::string remark;
@@ -52,3 +53,4 @@ enum class Comments { None, Explanatory };
 // The text of a trajectory file. Explanatory comments name every header line and number every sample.
 std::string
 trajectoryText(const TrajectoryHeader& header, const std::vector<TrajectorySample>& samples, Comments comments);
+} // namespace sorvane

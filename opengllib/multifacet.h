@@ -10,9 +10,9 @@
 class BrdfFile;
 class SubfacetFile;
 
-// For facet k, seen from the eye: the sum over the facets j that it sees of
-//     f_r(class of k; normal of k, direction to j, direction to the eye) · π · form factor k to j · radiance of j.
-// All that doesn't depend on the eye is worked out once.
+// The radiance that a facet k reflects towards the eye is a sum over the facets j that k sees, its sources:
+//     Σ f_r(class of k; normal of k, direction to j, direction to the eye) · π · form factor k to j · radiance of j
+// f_r is a sum of terms. init works out what each term takes from the sources, update what it takes from the eye.
 class MultiFacet {
 public:
     // `subfacets` must be initialised; normals, centroids and radiances are per facet in file order, as many as it has.
@@ -27,21 +27,22 @@ private:
     struct Facet {
         Vector<float> normal;
         Vector<float> centroid;
-        float b = 0.0F;
-        float e2 = 0.0F;
-        float constant = 0.0F; // the parts of the sum that depend on the eye in no way,
-        float diffuse = 0.0F;  // and by the viewer's directional factor only
-        std::size_t first = 0; // the sources of the specular part
-        std::size_t last = 0;
+        float b = 0.0F;        // of its class
+        float e2 = 0.0F;       // the square of its class's e
+        float constant = 0.0F; // the terms without the eye, summed
+        float diffuse = 0.0F;  // the terms that the eye enters as one common factor, summed without that factor
+        std::size_t first = 0; // in Sources: those of the specular term, which the eye enters source by source
+        std::size_t last = 0;  // one past them
     };
 
-    // One array for each property, so that several sources are worked on at once. Each facet's sources are filled up to
-    // a multiple of kLanes with sources of no strength.
+    // The sources of all facets, one facet after the other. Every property has an array of its own, so that the
+    // compiler can work on kLanes sources at once; for its sake sources of strength 0 fill each facet's up to a
+    // multiple of kLanes.
     static constexpr std::size_t kLanes = 8;
     struct Sources {
-        std::vector<float> x, y, z; // unit direction to the source
-        std::vector<float> cosine;  // to the facet's normal
-        std::vector<float> strength;
+        std::vector<float> x, y, z;  // unit vector from the facet to the source
+        std::vector<float> cosine;   // between that vector and the facet's normal
+        std::vector<float> strength; // what the lobe of the specular term is multiplied by
 
         void add(const Vector<float>& direction, float cosineToNormal, float value);
     };

@@ -21,32 +21,32 @@ SubTerrain::~SubTerrain() {
 }
 
 void SubTerrain::setOriginX(float a0) {
-    originX_ = a0;
+    placement_.origin[0] = a0;
     boundsDirty_ = true;
 }
 
 void SubTerrain::setOriginY(float b0) {
-    originY_ = b0;
+    placement_.origin[1] = b0;
     boundsDirty_ = true;
 }
 
 void SubTerrain::setXvec(float a1, float a2) {
-    xvec_ = {a1, a2};
+    placement_.xvec = {a1, a2};
     boundsDirty_ = true;
 }
 
 void SubTerrain::setYvec(float b1, float b2) {
-    yvec_ = {b1, b2};
+    placement_.yvec = {b1, b2};
     boundsDirty_ = true;
 }
 
 void SubTerrain::setWidth(int postsPerRow) {
-    width_ = postsPerRow;
+    placement_.columns = postsPerRow;
     boundsDirty_ = true;
 }
 
 void SubTerrain::setHeight(int rows) {
-    height_ = rows;
+    placement_.rows = rows;
     boundsDirty_ = true;
 }
 
@@ -61,21 +61,21 @@ void SubTerrain::setMaxZ(float z) {
 }
 
 void SubTerrain::getScale(float& x, float& y, float& z) const {
-    x = scale_[0];
-    y = scale_[1];
-    z = scale_[2];
+    x = placement_.scale[0];
+    y = placement_.scale[1];
+    z = placement_.scale[2];
 }
 
 std::size_t SubTerrain::posts() const {
-    return static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
+    return static_cast<std::size_t>(placement_.columns) * static_cast<std::size_t>(placement_.rows);
 }
 
 bool SubTerrain::hasSize(const std::string& path, const std::optional<RasterSize>& size) const {
-    if (!size || *size == RasterSize{width_, height_})
+    if (!size || *size == RasterSize{placement_.columns, placement_.rows})
         return true; // a file without a header is its loader's to report
     printMessage(
         "SubTerrain::load: %s has %d x %d samples, the tile has %d x %d", path.c_str(), size->columns, size->rows,
-        width_, height_);
+        placement_.columns, placement_.rows);
     return false;
 }
 
@@ -149,18 +149,19 @@ bool SubTerrain::loadSteps() {
 bool SubTerrain::allocateArrays() {
     unallocateArrays();
     // The indices of posts are 32-bit, and counts of them are handed to OpenGL as such.
-    if (width_ < 1 || height_ < 1 || std::int64_t{width_} * height_ > INT32_MAX / 2)
+    if (placement_.columns < 1 || placement_.rows < 1 ||
+        std::int64_t{placement_.columns} * placement_.rows > INT32_MAX / 2)
         return false;
     heights_.reset(loadTopoFile(paths_.topography));
     if (heights_ == nullptr)
         return false;
-    if (scale_[2] != 1.0F)
+    if (placement_.scale[2] != 1.0F)
         for (float& height : std::span(heights_.get(), posts()))
-            height *= scale_[2];
+            height *= placement_.scale[2];
     if (loadNormals()) {
-        colours_ = allocateSamples<float>(height_, 3 * std::int64_t{width_});
-        vertices_ = allocateSamples<float>(height_, 3 * std::int64_t{width_});
-        indices_ = allocateSamples<std::uint32_t>(height_ - 1, 2 * std::int64_t{width_});
+        colours_ = allocateSamples<float>(placement_.rows, 3 * std::int64_t{placement_.columns});
+        vertices_ = allocateSamples<float>(placement_.rows, 3 * std::int64_t{placement_.columns});
+        indices_ = allocateSamples<std::uint32_t>(placement_.rows - 1, 2 * std::int64_t{placement_.columns});
         if (colours_ != nullptr && vertices_ != nullptr && indices_ != nullptr)
             return true;
     }
@@ -172,7 +173,7 @@ bool SubTerrain::loadNormals() {
     if (sunlit_ || reflective_) {
         normals_.reset(loadNormFile(paths_.normals));
     } else {
-        normals_ = allocateSamples<Vertex3>(height_, width_);
+        normals_ = allocateSamples<Vertex3>(placement_.rows, placement_.columns);
         if (normals_ != nullptr)
             std::fill_n(normals_.get(), posts(), Vertex3{0.0F, 0.0F, 1.0F});
     }
@@ -191,26 +192,23 @@ bool SubTerrain::loadReflectances() {
 }
 
 void SubTerrain::fillVertices() {
+    const sorvane::TilePlacement placement = placement_; // a copy, which no write through `at` can change
     float* at = vertices_.get();
     const float* height = heights_.get();
-    for (int row = 0; row < height_; ++row) {
-        const auto r = static_cast<float>(row);
-        for (int column = 0; column < width_; ++column) {
-            const auto c = static_cast<float>(column);
-            *at++ = (xvec_[0] * c + xvec_[1] * r) * scale_[0] + originX_;
-            *at++ = (yvec_[0] * c + yvec_[1] * r) * scale_[1] + originY_;
-            *at++ = *height++ * scale_[2] + originZ_;
+    for (int row = 0; row < placement.rows; ++row)
+        for (int column = 0; column < placement.columns; ++column) {
+            const std::array<float, 3> position = placement.position(column, row, *height++);
+            at = std::ranges::copy(position, at).out;
         }
-    }
 }
 
 void SubTerrain::fillIndices() {
     // Rows that run north need the other order for the triangles to face up.
-    const auto width = static_cast<std::uint32_t>(width_);
-    const std::uint32_t first = yvec_[1] > 0.0F ? width : 0;
+    const auto width = static_cast<std::uint32_t>(placement_.columns);
+    const std::uint32_t first = placement_.yvec[1] > 0.0F ? width : 0;
     const std::uint32_t second = width - first;
     std::uint32_t* at = indices_.get();
-    for (std::uint32_t row = 0; row + 1 < static_cast<std::uint32_t>(height_); ++row)
+    for (std::uint32_t row = 0; row + 1 < static_cast<std::uint32_t>(placement_.rows); ++row)
         for (std::uint32_t post = row * width; post < (row + 1) * width; ++post) {
             *at++ = post + first;
             *at++ = post + second;
@@ -219,14 +217,14 @@ void SubTerrain::fillIndices() {
 
 bool SubTerrain::setupBuffers() {
     fillVertices();
-    if (!(xvec_[0] > 0.0F)) {
+    if (!(placement_.xvec[0] > 0.0F)) {
         printMessage("SubTerrain::SetupBuffers: x-direction vector points west");
         printMessage("\tThis logic needs to be added. Sorry :(");
         return false;
     }
     fillIndices();
     mesh_ = std::make_unique<TerrainMesh>();
-    mesh_->upload(vertices_.get(), &normals_[0].x, colours_.get(), indices_.get(), width_, height_);
+    mesh_->upload(vertices_.get(), &normals_[0].x, colours_.get(), indices_.get(), placement_.columns, placement_.rows);
     return true;
 }
 
@@ -236,20 +234,10 @@ bool SubTerrain::getElevation(float x, float y, float& z) const {
         printMessage("SubTerrain::getElevation: not loaded");
         return false;
     }
-    const auto [a1, a2] = xvec_;
-    const auto [b1, b2] = yvec_;
-    const auto [scaleX, scaleY, scaleZ] = scale_;
-    const float det = b2 * (a1 * scaleX) * scaleY - a2 * scaleX * b1 * scaleY;
-    // The second term takes x, not y: deliberate, it vanishes for grids that point north.
-    const float column = (b2 * scaleY * (x - originX_) - scaleY * b1 * (x - originY_)) / det;
-    const float row = (-a2 * scaleX * (x - originX_) + (y - originY_) * a1 * scaleX) / det;
-    if (!(column >= 0.0F && column < static_cast<float>(width_) && row >= 0.0F && row < static_cast<float>(height_)))
-        return false;
-    // A float holds a large grid's far edge only nearly.
-    const int c = std::min(static_cast<int>(column), width_ - 1);
-    const int r = std::min(static_cast<int>(row), height_ - 1);
-    z = heights_[static_cast<std::size_t>(r) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(c)];
-    return true;
+    const std::optional<std::size_t> post = placement_.postAt(x, y);
+    if (post)
+        z = heights_[*post];
+    return post.has_value();
 }
 
 const SubTerrain::Bounds& SubTerrain::bounds() {
@@ -258,23 +246,8 @@ const SubTerrain::Bounds& SubTerrain::bounds() {
 }
 
 void SubTerrain::recalculateBounds() {
-    if (!boundsDirty_)
-        return;
-    bool isFirst = true;
-    for (const int column : {0, width_})
-        for (const int row : {0, height_})
-            for (const float height : {minZ_, maxZ_}) {
-                const auto c = static_cast<float>(column);
-                const auto r = static_cast<float>(row);
-                const std::array<float, 3> corner = {
-                    (xvec_[0] * c + xvec_[1] * r) * scale_[0] + originX_,
-                    (yvec_[0] * c + yvec_[1] * r) * scale_[1] + originY_, height * scale_[2] + originZ_};
-                for (std::size_t i = 0; i < corner.size(); ++i) {
-                    bounds_.minimum[i] = isFirst ? corner[i] : std::min(bounds_.minimum[i], corner[i]);
-                    bounds_.maximum[i] = isFirst ? corner[i] : std::max(bounds_.maximum[i], corner[i]);
-                }
-                isFirst = false;
-            }
+    if (boundsDirty_)
+        bounds_ = placement_.bounds(minZ_, maxZ_);
     boundsDirty_ = false;
 }
 
@@ -286,10 +259,14 @@ bool SubTerrain::isVisible(float, float, float, float, float, float, float, floa
 void SubTerrain::print() const {
     const CNumericLocale decimalPoint;
     std::puts("Subterrain:");
-    std::printf("\tOrigin: (%f, %f)\n", double{originX_}, double{originY_});
-    std::printf("\tx-vec: %f x (%f, %f)\n", double{scale_[0]}, double{xvec_[0]}, double{xvec_[1]});
-    std::printf("\ty-vec: %f x (%f, %f)\n", double{scale_[1]}, double{yvec_[0]}, double{yvec_[1]});
-    std::printf("\twidth (x-size): %d\n", width_);
-    std::printf("\theight (y-size): %d\n", height_);
-    std::printf("\tmin/max Z: %f x [%f, %f]\n", double{scale_[2]}, double{minZ_}, double{maxZ_});
+    std::printf("\tOrigin: (%f, %f)\n", double{placement_.origin[0]}, double{placement_.origin[1]});
+    std::printf(
+        "\tx-vec: %f x (%f, %f)\n", double{placement_.scale[0]}, double{placement_.xvec[0]},
+        double{placement_.xvec[1]});
+    std::printf(
+        "\ty-vec: %f x (%f, %f)\n", double{placement_.scale[1]}, double{placement_.yvec[0]},
+        double{placement_.yvec[1]});
+    std::printf("\twidth (x-size): %d\n", placement_.columns);
+    std::printf("\theight (y-size): %d\n", placement_.rows);
+    std::printf("\tmin/max Z: %f x [%f, %f]\n", double{placement_.scale[2]}, double{minZ_}, double{maxZ_});
 }

@@ -10,15 +10,14 @@
 #include "loadnormfile.h"
 #include "rastersize.h"
 #include "terrainreflectance.h"
+#include "tileplacement.h"
 
 class AtmFile;
 class TerrainMesh;
 class TerrainShader;
 
-// Post (column c, row r) lies in the world at
-//     x = (a1 · c + a2 · r) · scale x + a0     y = (b1 · c + b2 · r) · scale y + b0     z = h · scale z + originZ
-// where h is the stored height, which was multiplied by scale z once while loading: it is in z twice and in elevations
-// once. Deliberate, existing sets rely on it.
+// Its posts lie where its TilePlacement says. Their stored heights were multiplied by scale z once while loading, which
+// is thus in z twice and in elevations once: deliberate, existing sets rely on it.
 //
 // Construction needs no GL context; everything that loads or draws, and the destructor of a loaded tile, needs the same
 // one current.
@@ -40,23 +39,23 @@ public:
     void setMinZ(float z);
     void setMaxZ(float z);
     // These do not make the bounds new: deliberate, they are set before the tile is first asked for them.
-    void setOriginZ(float z) { originZ_ = z; }
-    void setScale(float x, float y, float z) { scale_ = {x, y, z}; }
+    void setOriginZ(float z) { placement_.origin[2] = z; }
+    void setScale(float x, float y, float z) { placement_.scale = {x, y, z}; }
     // What radiances are multiplied by for the picture.
     void setRadScale(float scale) { radScale_ = scale; }
 
-    float getOriginX() const { return originX_; }
-    float getOriginY() const { return originY_; }
-    float getOriginZ() const { return originZ_; }
-    int getWidth() const { return width_; }
-    int getHeight() const { return height_; }
+    float getOriginX() const { return placement_.origin[0]; }
+    float getOriginY() const { return placement_.origin[1]; }
+    float getOriginZ() const { return placement_.origin[2]; }
+    int getWidth() const { return placement_.columns; }
+    int getHeight() const { return placement_.rows; }
     float getMinZ() const { return minZ_; }
     float getMaxZ() const { return maxZ_; }
     void getScale(float& x, float& y, float& z) const;
     void getRadScale(float& scale) const { scale = radScale_; }
     // Sizes of a cell along world x and y.
-    float getXsize() const { return xvec_[0] * scale_[0]; }
-    float getYsize() const { return yvec_[1] * scale_[1]; }
+    float getXsize() const { return placement_.xvec[0] * placement_.scale[0]; }
+    float getYsize() const { return placement_.yvec[1] * placement_.scale[1]; }
 
     // Files. Until one is set it has a name that no file has.
     void setTopoFilePath(const std::string& path) { paths_.topography = path; }
@@ -104,11 +103,8 @@ public:
     // loaded.
     bool getElevation(float x, float y, float& z) const;
 
-    // World box between minZ and maxZ; the corners count the far column and row.
-    struct Bounds {
-        std::array<float, 3> minimum{};
-        std::array<float, 3> maximum{};
-    };
+    // World box between minZ and maxZ.
+    using Bounds = sorvane::TileBounds;
     const Bounds& bounds();
     void recalculateBounds();
     // Whether the tile is in sight. Always true so far.
@@ -156,18 +152,12 @@ private:
     void renderSecondPass(const Lights& lights) const;
 
     bool loaded_ = false;
-    float originX_ = 0.0F;
-    float originY_ = 0.0F;
-    std::array<float, 2> xvec_{1.0F, 0.0F};
-    std::array<float, 2> yvec_{0.0F, 1.0F};
-    float originZ_ = 0.0F;
+    sorvane::TilePlacement placement_;
     float minZ_ = 0.0F;
     float maxZ_ = 0.0F;
     Bounds bounds_;
     float radScale_ = 1.0F;
     bool boundsDirty_ = true;
-    int width_ = 0;
-    int height_ = 0;
     std::array<float, 3> solarDir_{0.0F, 0.0F, 1.0F};
     bool sunlit_ = false;
     bool reflective_ = false;
@@ -181,7 +171,6 @@ private:
     std::unique_ptr<TerrainShader> shader_;
     std::unique_ptr<TerrainMesh> mesh_;
     unsigned texture_ = 0;
-    std::array<float, 3> scale_{1.0F, 1.0F, 1.0F};
     bool skipFirstPass_ = false;
     bool drawSecondPass_ = false;
 };

@@ -62,10 +62,11 @@ bool SubTerrain::loadShader() {
         uniforms.diffuseSkyRadiance = atmosphere_->diffuseSkyRadiance();
         uniforms.solarBeam = atmosphere_->directSolarRadiance();
     }
-    uniforms.a = {originX_, xvec_[0] * scale_[0], xvec_[1] * scale_[0]};
-    uniforms.b = {originY_, yvec_[0] * scale_[1], yvec_[1] * scale_[1]};
-    uniforms.width = static_cast<float>(width_);
-    uniforms.height = static_cast<float>(height_);
+    const auto& [origin, xvec, yvec, scale, columns, rows] = placement_;
+    uniforms.a = {origin[0], xvec[0] * scale[0], xvec[1] * scale[0]};
+    uniforms.b = {origin[1], yvec[0] * scale[1], yvec[1] * scale[1]};
+    uniforms.width = static_cast<float>(columns);
+    uniforms.height = static_cast<float>(rows);
     shader_ = std::make_unique<TerrainShader>();
     if (shader_->init(paths_.vertexShader, paths_.fragmentShader, uniforms))
         return true;
@@ -89,7 +90,9 @@ bool SubTerrain::loadTextures() {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_BASE_LEVEL, 0);
     glTexParameteri(GL_TEXTURE_2D, GL_GENERATE_MIPMAP, GL_TRUE);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_LUMINANCE32F_ARB, width_, height_, 0, GL_LUMINANCE, GL_FLOAT, radiances.get());
+    glTexImage2D(
+        GL_TEXTURE_2D, 0, GL_LUMINANCE32F_ARB, placement_.columns, placement_.rows, 0, GL_LUMINANCE, GL_FLOAT,
+        radiances.get());
     glBindTexture(GL_TEXTURE_2D, 0);
     return true;
 }

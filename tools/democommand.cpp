@@ -27,7 +27,7 @@ SubCommand addDemoCommand(CLI::App& parent) {
                 const auto stops = [] {
                     return Interrupt::requested() != 0;
                 };
-                if (const Failure failure = makeDemonstration(*directory, *root, stops)) {
+                if (const auto failure = sorvane::makeDemonstration(*directory, *root, stops)) {
                     streams.err << "sorvane demo: " << *failure << std::endl;
                     return ExitStatus::Failed;
                 }

@@ -34,7 +34,7 @@ struct Window {
         window = std::make_unique<new_sorvane>();
         view = window->findChild<QOpenGLWidget*>("glWidget");
         window->show();
-        if (!makeDemonstration(folder.path().toStdString()))
+        if (!sorvane::makeDemonstration(folder.path().toStdString()))
             window->loadEtxyzFile(folder.filePath("ETXYZ.OUT.turn"));
         QTest::qWait(200);
         window->resize(window->width() + 824 - view->width(), window->height() + 480 - view->height());

@@ -29,7 +29,7 @@ int run(const std::vector<std::string>& arguments) {
 
 std::vector<std::string> demonstrationFiles() {
     const std::filesystem::path folder = std::filesystem::temp_directory_path() / "sorvane_bench_demonstration";
-    if (const Failure failure = makeDemonstration(folder)) {
+    if (const auto failure = sorvane::makeDemonstration(folder)) {
         std::fprintf(stderr, "%s\n", failure->c_str());
         return {};
     }

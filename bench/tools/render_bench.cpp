@@ -28,7 +28,7 @@ struct Stage {
 
     Stage() {
         const std::string demo = folder.filePath("demo").toStdString();
-        if (makeDemonstration(demo))
+        if (sorvane::makeDemonstration(demo))
             std::abort();
         ::setenv("PELSAR_DATA", (demo + "/data/").c_str(), 1);
         view = std::make_unique<OffscreenView>(kSize);

@@ -30,7 +30,7 @@ struct RenderingTest : WindowTest {
 };
 
 TEST_F(RenderingTest, TheCommandDrawsWhatTheViewerShows) {
-    ASSERT_EQ(makeDemonstration(demo.toStdString()), std::nullopt);
+    ASSERT_EQ(sorvane::makeDemonstration(demo.toStdString()), std::nullopt);
     showWindow();
     window.loadEtxyzFile(demo + "/ETXYZ.OUT.turn");
     struct Row {

@@ -7,9 +7,9 @@
 #include "mesh.h"
 
 // Whether each edge belongs to two facets that run along it in opposite directions.
-inline bool isClosed(const Mesh& mesh) {
+inline bool isClosed(const sorvane::Mesh& mesh) {
     std::map<std::pair<std::size_t, std::size_t>, int> directions;
-    for (const MeshFacet& facet : mesh.facets)
+    for (const sorvane::MeshFacet& facet : mesh.facets)
         for (std::size_t i = 0; i < 3; ++i) {
             const std::size_t from = facet.corners[i];
             const std::size_t to = facet.corners[(i + 1) % 3];

@@ -19,6 +19,8 @@
 #include "temporarydirectory.h"
 #include "vnlfile.h"
 
+using namespace sorvane;
+
 namespace {
 // The files of one body in one band, below the data root, and what is expected of it.
 struct Expectation {
@@ -113,10 +115,10 @@ TEST(Bodies, FaceOutwardsWithCornersCounterClockwise) {
         for (std::size_t slot = 0; slot < static_cast<std::size_t>(body.brdf.numFacets()); ++slot) {
             const auto corner = [&](const auto& array, std::size_t i) {
                 const Tuple3<float>& value = array[3 * slot + i];
-                return Triple{value.x, value.y, value.z};
+                return Vec3d{value.x, value.y, value.z};
             };
-            const Triple a = corner(body.arrays.vertices_, 0);
-            const Triple area = cross(corner(body.arrays.vertices_, 1) - a, corner(body.arrays.vertices_, 2) - a);
+            const Vec3d a = corner(body.arrays.vertices_, 0);
+            const Vec3d area = cross(corner(body.arrays.vertices_, 1) - a, corner(body.arrays.vertices_, 2) - a);
             ASSERT_GT(length(area), 0.0) << slot;
             volume += dot(a, area);
             for (std::size_t i = 0; i < 3; ++i)
@@ -148,10 +150,10 @@ TEST(Bodies, SpinTheHelicoptersRotorsAboutTheirHubs) {
         for (std::size_t i = 0; i < 3; ++i)
             EXPECT_NEAR(turnedHub[i], hub[i], 1e-5F) << "the hub stays";
         // The mean of the blades is on the axis, so that nothing wobbles.
-        Triple sum;
+        Vec3d sum;
         for (int facet = rotor.getRotorStart(number) - 1; facet < rotor.getRotorEnd(number); ++facet)
             sum = sum + centroid(body.mesh, body.mesh.facets.at(static_cast<std::size_t>(facet)));
-        const Triple offset = 1.0 / static_cast<double>(part.facetCount) * sum - part.hub;
+        const Vec3d offset = 1.0 / static_cast<double>(part.facetCount) * sum - part.hub;
         EXPECT_LT(length(offset - dot(offset, part.axis) * part.axis), 0.02);
     }
 }
@@ -174,7 +176,7 @@ TEST(Loft, MakesAWingAsThickAsItsEndsSay) {
     EXPECT_TRUE(isClosed(mesh));
     EXPECT_GT(signedVolume(mesh), 0.0);
     const auto highest = std::max_element(
-        mesh.points.begin(), mesh.points.end(), [](const Triple& a, const Triple& b) { return a.z < b.z; });
+        mesh.points.begin(), mesh.points.end(), [](const Vec3d& a, const Vec3d& b) { return a.z < b.z; });
     EXPECT_NEAR(highest->z, 0.1, 2e-4) << "half of 10 per cent of a chord of 2";
     EXPECT_NEAR(highest->x, -0.6, 0.05) << "at 30 per cent of the chord";
 }

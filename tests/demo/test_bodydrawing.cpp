@@ -14,6 +14,8 @@
 #include "makedemonstration.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kSize = 64;
 

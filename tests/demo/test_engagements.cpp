@@ -13,6 +13,8 @@
 #include "temporarydirectory.h"
 #include "uncompressed.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr const char* kDataRoot = "/somewhere/demo/data";
 

@@ -14,10 +14,12 @@
 #include "subfacetfile.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 // A box around the origin, each side of two facets: the facets 2i and 2i + 1 make up side i, and the sides 2i and
 // 2i + 1 face each other along axis i. Seen from inside unless `facesOutwards`.
-Mesh box(const Triple& size, bool facesOutwards) {
+Mesh box(const Vec3d& size, bool facesOutwards) {
     Mesh mesh;
     for (const double x : {-0.5, 0.5})
         for (const double y : {-0.5, 0.5})
@@ -90,8 +92,8 @@ TEST(FormFactors, OfAConvexBodyAreEarthAndSkyByTheSlopeOfTheFacet) {
 TEST(FormFactors, AreThoseOfThePartThatShows) {
     // The small box stands half in the large one, and a third one is all inside.
     Mesh mesh = box({0.1, 0.1, 0.1}, true);
-    for (Triple& point : mesh.points)
-        point = point + Triple{0.0, 0.0, 0.5};
+    for (Vec3d& point : mesh.points)
+        point = point + Vec3d{0.0, 0.0, 0.5};
     append(mesh, box({1.0, 1.0, 1.0}, true));
     append(mesh, box({0.2, 0.2, 0.2}, true));
     const auto factors = formFactors(mesh, 1000);

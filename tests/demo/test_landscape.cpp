@@ -23,6 +23,8 @@
 #include "terrain.h"
 #include "uncompressed.h"
 
+using namespace sorvane;
+
 namespace {
 struct Kind {
     const char* name;

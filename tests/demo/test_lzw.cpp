@@ -10,6 +10,8 @@
 #include "temporarydirectory.h"
 #include "uncompressed.h"
 
+using namespace sorvane;
+
 namespace {
 std::string noise(std::size_t size, unsigned symbols) {
     std::mt19937 generator(static_cast<unsigned>(size));

@@ -12,6 +12,8 @@
 #include "makedemonstration.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 // Every file below `directory` by its relative name.
 std::map<std::string, std::string> filesBelow(const std::filesystem::path& directory) {

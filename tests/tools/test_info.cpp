@@ -123,7 +123,7 @@ TEST_F(Info, ReadsStandardInput) {
 }
 
 TEST_F(Info, DescribesEveryFileOfTheDemonstration) {
-    ASSERT_FALSE(makeDemonstration(directory.path()));
+    ASSERT_FALSE(sorvane::makeDemonstration(directory.path()));
     std::vector<std::string> paths;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(directory.path()))
         if (entry.is_regular_file() && !entry.path().string().ends_with("t") && !entry.path().string().ends_with("g"))

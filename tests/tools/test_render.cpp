@@ -175,7 +175,7 @@ TEST_F(RenderTest, ABrokenFileIsNamedAndLeftOut) {
 
 TEST_F(RenderTest, AFileThatEndsTheViewerIsLeftOut) {
     const QImage alone = rendered("alone.png");
-    ASSERT_EQ(makeDemonstration(directory.file("demo")), std::nullopt);
+    ASSERT_EQ(sorvane::makeDemonstration(directory.file("demo")), std::nullopt);
     const std::string geometry = "demo/data/tgt4004/tgt4004.vnl";
     std::string text = readWholeFile(directory.file(geometry));
     const std::size_t corner = text.find("1 1 2 3 radome");

@@ -23,7 +23,7 @@ struct BodiesTest : testing::Test {
     SceneOptions options;
 
     BodiesTest() {
-        EXPECT_FALSE(makeDemonstration(folder.path()).has_value());
+        EXPECT_FALSE(sorvane::makeDemonstration(folder.path()).has_value());
         options.showGrid = options.showHistoryLines = options.showDropLines = false;
         camera.setMode(ViewFree);
     }
@@ -83,7 +83,7 @@ TEST_F(BodiesTest, TheSunShinesFromAbove) {
     // The same engagement with the sun below the ground.
     const TemporaryDirectory nightFolder;
     const EnvironmentVariable nightRoot("PELSAR_DATA", (nightFolder.path() / "data/").string());
-    ASSERT_FALSE(makeDemonstration(nightFolder.path()).has_value());
+    ASSERT_FALSE(sorvane::makeDemonstration(nightFolder.path()).has_value());
     const auto atmosphere = nightFolder.path() / "data/tgt4004/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.atm";
     std::string text = readWholeFile(atmosphere);
     const std::size_t angle = text.find(" 50.000 ");

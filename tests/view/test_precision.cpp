@@ -56,7 +56,7 @@ struct PrecisionTest : testing::Test {
     EnvironmentVariable dataRoot{"PELSAR_DATA", (folder.path() / "data/").string()};
     OffscreenScene scene{400, 300};
 
-    PrecisionTest() { EXPECT_FALSE(makeDemonstration(folder.path()).has_value()); }
+    PrecisionTest() { EXPECT_FALSE(sorvane::makeDemonstration(folder.path()).has_value()); }
     std::unique_ptr<etxyz> engagementAt(const Vertex& shift) const {
         auto engagement = std::make_unique<etxyz>();
         engagement->LoadETXYZ(QString::fromStdString((folder.path() / "ETXYZ.OUT.turn").string()));
