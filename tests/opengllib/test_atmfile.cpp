@@ -177,8 +177,6 @@ TEST(AtmFile, PrintsItsValues) {
 
 TEST(AtmFile, ReadsADecimalPointInALocaleWithADecimalComma) {
     const DecimalCommaLocale locale;
-    if (!locale.isActive())
-        GTEST_SKIP() << "no locale with a decimal comma could be made";
     AtmFile atm;
     ASSERT_TRUE(atm.parse(kGood));
     expectGoodValues(atm);

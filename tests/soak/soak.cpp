@@ -76,7 +76,7 @@ int main(int argc, char** argv) {
     }
     glutInit(&argc, argv);
     const QTemporaryDir folder;
-    if (const Failure failure = sorvane::makeDemonstration(folder.path().toStdString())) {
+    if (const auto failure = sorvane::makeDemonstration(folder.path().toStdString())) {
         std::fprintf(stderr, "%s\n", failure->c_str());
         return 2;
     }

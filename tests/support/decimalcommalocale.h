@@ -3,12 +3,14 @@
 
 #include <clocale>
 #include <cstdlib>
+#include <stdexcept>
 #include <string>
 
 #include "environmentvariable.h"
 #include "temporarydirectory.h"
 
-// While one is alive and isActive(), numbers in the process's C locale are written with a decimal comma.
+// While one is alive, numbers in the process's C locale are written with a decimal comma. Throws where no such locale
+// can be made, so that no test passes without it.
 class DecimalCommaLocale {
 public:
     DecimalCommaLocale()
@@ -20,18 +22,15 @@ public:
         const std::string command = "localedef -c -i '" + source + "' -f ANSI_X3.4-1968 '" +
                                     directory_.file("decimal_comma") + "' >/dev/null 2>&1";
         [[maybe_unused]] const int status = std::system(command.c_str());
-        isActive_ = std::setlocale(LC_NUMERIC, "decimal_comma") != nullptr;
+        if (std::setlocale(LC_NUMERIC, "decimal_comma") == nullptr)
+            throw std::runtime_error("localedef can't make a locale: is the package locales installed?");
     }
     ~DecimalCommaLocale() { std::setlocale(LC_NUMERIC, before_.c_str()); }
     DecimalCommaLocale(const DecimalCommaLocale&) = delete;
     DecimalCommaLocale& operator=(const DecimalCommaLocale&) = delete;
 
-    // Whether such a locale could be made; if not, the test has nothing to show and skips.
-    bool isActive() const { return isActive_; }
-
 private:
     std::string before_;
     TemporaryDirectory directory_;
     EnvironmentVariable locPath_;
-    bool isActive_ = false;
 };
