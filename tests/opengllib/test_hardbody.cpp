@@ -63,13 +63,13 @@ struct Geometry {
     }
 };
 
-// Two rectangles, the left one of the second class.
+// Two rectangles; the first facet, of the left one, is of the second class.
 void writeTwoRectangles(const TemporaryDirectory& folder) {
     Geometry geometry;
     geometry.addRectangle(-1, 0, -1, 1);
     geometry.addRectangle(0, 1, -1, 1);
     folder.write("body.vnl", geometry.text());
-    folder.write("body.brdf", "BRDF\n2\n.2 .25 0 .3 0 x\n.2 .75 0 .3 0 x\n1 2 2 x\n3 4 1 x\n");
+    folder.write("body.brdf", "BRDF\n2\n.2 .25 0 .3 0 x\n.2 .75 0 .3 0 x\n1 1 2 x\n2 4 1 x\n");
     folder.write("body.rad", radBytes({1e5F, 2e5F, 3e5F, 4e5F}, {0, 0, 0, 0}));
 }
 
@@ -89,9 +89,9 @@ protected:
         glEnable(GL_DEPTH_TEST);
     }
 
-    void render(float time = 0.0F) {
+    void render(float time = 0.0F, const std::array<float, 3>& origin = {}) {
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-        Dynamic_Data data{{0, 0, 1, 0}, time};
+        Dynamic_Data data{{0, 0, 1, 0}, time, origin};
         body.Render(&data);
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
         pixels = context.pixels();
@@ -127,6 +127,10 @@ TEST_F(HardbodyTest, DrawsTheRadiancesOfItsFacets) {
     EXPECT_NEAR(at(-0.75F, 0.75F), 2.0F, 1e-5F);
     EXPECT_NEAR(at(0.75F, -0.75F), 3.0F, 1e-5F);
     EXPECT_NEAR(at(0.25F, 0.75F), 4.0F, 1e-5F);
+
+    body.SetWorldPos(3e6F, -1e6F, 7.0F);
+    render(0.0F, {3e6F + 1.0F, -1e6F, 7.0F});
+    EXPECT_NEAR(at(-0.75F, -0.75F), 3.0F, 1e-5F) << "relative to the frame's origin";
 }
 
 TEST_F(HardbodyTest, ReflectsByTheClassOfEachFacetWithFormFactorsOfOneUnlessAFileGivesThem) {
@@ -143,6 +147,13 @@ TEST_F(HardbodyTest, ReflectsByTheClassOfEachFacetWithFormFactorsOfOneUnlessAFil
     render();
     EXPECT_NEAR(at(-0.25F, -0.75F), 0.1F + 0.25F * 0.25F, 1e-4F);
     EXPECT_NEAR(at(0.75F, -0.75F), 0.3F + 0.5625F * 0.75F, 1e-4F);
+
+    // Those of another body count for nothing.
+    folder.write("body.sff-txt", "1\n1 0 0 0\n");
+    options.multiFacet = false;
+    ASSERT_TRUE(init(body, folder, options));
+    render();
+    EXPECT_NEAR(at(0.75F, -0.75F), 0.3F + 0.75F * 0.75F, 1e-4F);
 
     // The sun stands above, and the eye as well: f_r · cos 0 · beam.
     folder.write("body.sff-txt", "broken");
@@ -185,12 +196,15 @@ TEST_F(HardbodyTest, FacetsReflectEachOther) {
     EXPECT_NEAR(at(-0.75F, 0.5F), expected, 2e-3F * expected);
     EXPECT_EQ(at(0.5F, -0.75F), 0.0F);
 
-    // Turned over with the eye going along, nothing changes; seen from below there is nothing.
-    body.SetWorldPosAndOrientation(5, 6, 7, 180, 0, 0);
-    body.UpdateMultiFacet({5, 6, 7 - 1000, 1});
+    // Set up anew, or turned over with the eye going along, nothing changes; seen from below there is nothing.
+    ASSERT_TRUE(init(body, folder));
+    body.UpdateMultiFacet({0, 0, 1000, 1});
     EXPECT_NEAR(body.multiFacetRadiances()[1], expected, 2e-3F * expected);
-    body.UpdateMultiFacet({5, 6, 1000, 1});
+    body.SetWorldPosAndOrientation(5, 6, 7, 0, 90, 0);
+    body.UpdateMultiFacet({5 - 1000, 6, 7, 1});
     EXPECT_EQ(body.multiFacetRadiances()[1], 0.0F);
+    body.UpdateMultiFacet({5 + 1000, 6, 7, 1});
+    EXPECT_NEAR(body.multiFacetRadiances()[1], expected, 2e-3F * expected);
 
     // Off by choice, the form factors of the file stay.
     options.multiFacet = false;
@@ -280,6 +294,13 @@ TEST_F(HardbodyTest, RotorsTurnWithTimeFromTheVerticesAsLoaded) {
         EXPECT_NEAR(at(0.0F, 0.0F), 0.25F, 1e-6F);
     }
 
+    // A rotor ends where its line says: a quarter of a turn of the square alone shows nothing.
+    folder.write("square.rotor", "1 2 0 0 0 0 0 1 0.25\n");
+    options.rotorPath = folder.file("square.rotor");
+    ASSERT_TRUE(init(body, folder, options));
+    render(1.0F);
+    EXPECT_NEAR(at(0.5F, 0.0F), 0.5F, 1e-6F);
+
     // Without a path no rotor file is read, although rotors are asked for.
     options.rotorPath.clear();
     ASSERT_TRUE(init(body, folder, options));
@@ -360,4 +381,11 @@ TEST_F(HardbodyTest, BoxesFollowThePose) {
     const Rect<float> kept = rect;
     EXPECT_FALSE(body.NearPlaneProjection(rect, view, 5.5F));
     EXPECT_EQ(rect, kept);
+
+    // Turned by 45 degrees only an edge of the box lies behind a near plane half-way between its middle and that edge.
+    body.SetOrientation(0, 45, 0);
+    const float half = std::numbers::sqrt2_v<float> / 2;
+    ASSERT_TRUE(body.NearPlaneProjection(rect, view, 4 + half));
+    EXPECT_NEAR(rect.left, -half, 1e-5F);
+    EXPECT_NEAR(rect.right, half, 1e-5F);
 }

@@ -240,3 +240,17 @@ TEST_F(SubTerrainTest, ATileThatFailsIsTriedAgainAndNothingOfItIsKept) {
     EXPECT_THAT(outputOf([&] { tile.render(Lights()); }), HasSubstr("Topo File is missing"));
     EXPECT_THAT(outputOf([&] { tile.render(Lights()); }), HasSubstr("Topo File is missing"));
 }
+
+TEST(TilePlacement, FindsPostsOfSkewedGridsWithXInThePlaceOfYForTheColumn) {
+    // By hand, for 3 × 3 posts at (10, 20): the column is (b2 · sy · (x - 10) - b1 · sy · (x - 20)) / det, the row
+    // (a1 · sx · (y - 20) - a2 · sx · (x - 10)) / det, det = (a1 · b2 - a2 · b1) · sx · sy.
+    using Pair = std::array<float, 2>;
+    for (const auto& [xvec, yvec, scaleX, scaleY, x, y, post] :
+         Rows<Pair, Pair, float, float, float, float, std::size_t>{
+             {{4, 0}, {2, 5}, 1, 1, 18, 32, 8},    // column 2.2, row 2.4
+             {{4, 1}, {0, 5}, 1, 1, 18, 30, 5},    // 2, 1.6
+             {{4, 1}, {2, 5}, 2, 3, 34, 40, 5}}) { // 2.56, 1.04
+        const sorvane::TilePlacement placement{{10, 20, 0}, xvec, yvec, {scaleX, scaleY, 1}, 3, 3};
+        EXPECT_EQ(placement.postAt(x, y), post) << x;
+    }
+}
