@@ -8,7 +8,7 @@ int main(int argc, char** argv) {
         std::cerr << "usage: make_demonstration DIR\n";
         return 2;
     }
-    if (const Failure failure = makeDemonstration(argv[1])) {
+    if (const auto failure = sorvane::makeDemonstration(argv[1])) {
         std::cerr << "make_demonstration: " << *failure << '\n';
         return 2;
     }
