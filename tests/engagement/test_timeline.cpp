@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -119,9 +119,9 @@ TEST(Timeline, MatchesManyFlaresLikeFewAndFast) {
         etxyz engagement;
         engagement.keyframes.insert(0.0, sampleAt(0.0, 0, earlier));
         engagement.keyframes.insert(1.0, sampleAt(1.0, 0, later));
-        const auto start = std::chrono::steady_clock::now();
+        const std::clock_t start = std::clock(); // of this process: others may be busy
         const keyframe frame = engagement.InterpolatedFrame(0.5);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2)) << count;
+        EXPECT_LT(std::clock() - start, 2 * CLOCKS_PER_SEC) << count;
         for (int i = 0; i < count; ++i)
             ASSERT_EQ(frame.flares[i].pos[2], lastOf.value(earlier[i].id, 0.0F) * 0.5F) << i;
     }

@@ -202,31 +202,38 @@ def edits_of(row, text):
     return [Edit(start, start + len(old), "statement", [(row.switch, new)])]
 
 
-def merged(edits, path):
-    """Several rows may change the same piece; pieces that overlap otherwise are refused."""
+def merged(edits):
+    """Several rows may change the same piece. The outer one of two pieces comes before the inner one."""
     pieces = {}
     for edit in edits:
         piece = pieces.setdefault((edit.start, edit.end, edit.kind), Edit(edit.start, edit.end, edit.kind, []))
         piece.choices += edit.choices
-    ordered = sorted(pieces.values(), key=lambda piece: (piece.start, piece.end))
-    for earlier, later in zip(ordered, ordered[1:]):
-        if later.start < earlier.end:
+    return sorted(pieces.values(), key=lambda piece: (piece.start, -piece.end))
+
+
+def with_switches(piece, old):
+    for switch, new in piece.choices:
+        if piece.kind == "expression":
+            old = f"(::mutantIs<{switch}u>() ? ({new}) : ({old}))"
+        elif piece.kind == "statement":
+            old = f"{{ if (::mutantIs<{switch}u>()) {{ {new} }} else {{ {old} }} }}"
+        else:
+            old = new
+    return old
+
+
+def switched(text, begin, end, pieces, path):
+    """The text from begin to end with its pieces' switches."""
+    result = ""
+    while pieces:
+        piece, pieces = pieces[0], pieces[1:]
+        inner = [other for other in pieces if other.start < piece.end]
+        if any(other.end > piece.end for other in inner):
             raise TableError(f"{path.name}: two rows change overlapping pieces; add `how rebuild` to one of them")
-    return ordered
-
-
-def switched(text, edits, path):
-    for edit in reversed(merged(edits, path)):
-        old = text[edit.start:edit.end]
-        for switch, new in edit.choices:
-            if edit.kind == "expression":
-                old = f"(::mutantIs<{switch}u>() ? ({new}) : ({old}))"
-            elif edit.kind == "statement":
-                old = f"{{ if (::mutantIs<{switch}u>()) {{ {new} }} else {{ {old} }} }}"
-            else:
-                old = new
-        text = text[: edit.start] + old + text[edit.end:]
-    return text
+        pieces = pieces[len(inner):]
+        result += text[begin:piece.start] + with_switches(piece, switched(text, piece.start, piece.end, inner, path))
+        begin = piece.end
+    return result + text[begin:end]
 
 
 def switched_files(rows, sources):
@@ -245,7 +252,8 @@ def switched_files(rows, sources):
     texts = {}
     for path, found in edits.items():
         try:
-            texts[path] = switched(path.read_text(), found, path)
+            text = path.read_text()
+            texts[path] = switched(text, 0, len(text), merged(found), path)
         except TableError as error:
             faults.append(str(error))
     return texts, faults

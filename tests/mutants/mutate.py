@@ -23,7 +23,7 @@ import sys
 import tempfile
 import time
 
-from mutanttables import TABLES, Sources, TableError, read_tables, rooms, switched_files
+from mutanttables import TABLES, Sources, TableError, place_of, read_tables, rooms, switched_files
 
 ROOT = TABLES.parent.parent
 WORK = ROOT / "build/mutate"
@@ -237,17 +237,15 @@ def rebuilt(row, sources, targets):
 
     @contextlib.contextmanager
     def changed():
-        text = copy.read_text()
-        anchor = row.fields.get("near", row.old)
-        if text.count(anchor) != 1:
-            raise TableError(f"{row.place}: a switched row stands in the same place; give more of the line in `near`")
-        begin = text.index(anchor) + anchor.index(row.old)
+        text = path.read_text()
+        begin = place_of(row, text)
+        before = copy.read_text()
         try:
             copy.write_text(text[:begin] + row.new + text[begin + len(row.old):])
             build(targets)
             yield
         finally:
-            copy.write_text(text)
+            copy.write_text(before)
 
     return changed()
 

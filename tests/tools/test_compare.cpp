@@ -77,6 +77,10 @@ TEST_F(CompareTest, TheDifferencePictureShowsWhere) {
     ASSERT_EQ(shown.size(), QSize(10, 10));
     EXPECT_EQ(shown.pixel(3, 7), qRgb(128, 0, 0));
     EXPECT_EQ(shown.pixel(7, 3), qRgb(30, 30, 30));
+    runCommand({"compare", a, savedPicture("b.png", 100), "--difference", difference});
+    EXPECT_EQ(QImage(QString::fromStdString(difference)).pixel(3, 7), qRgb(128 + 100 * 127 / 255, 0, 0));
+    runCommand({"compare", a, savedPicture("b.png", 100), "--difference", difference, "--tolerance", "100"});
+    EXPECT_EQ(QImage(QString::fromStdString(difference)).pixel(3, 7), qRgb(30, 30, 30)) << "A's grey, not B's";
 }
 
 TEST_F(CompareTest, DifferentSizesAreADifference) {
@@ -96,6 +100,16 @@ TEST(PictureComparison, CountsOpacity) {
     half.setPixel(1, 0, qRgba(10, 20, 30, 155));
     EXPECT_EQ(comparePictures(clear, half).largest, 100);
     EXPECT_EQ(comparePictures(clear, half).differingShare(), 0.5);
+}
+
+TEST(PictureComparison, SeesEachChannel) {
+    QImage grey(1, 1, QImage::Format_RGB32);
+    grey.fill(qRgb(90, 90, 90));
+    for (const QRgb pixel : {qRgb(97, 90, 90), qRgb(90, 83, 90), qRgb(90, 90, 97)}) {
+        QImage other = grey;
+        other.setPixel(0, 0, pixel);
+        EXPECT_EQ(comparePictures(grey, other).largest, 7);
+    }
 }
 
 TEST_F(CompareTest, TrajectoriesDifferByTimeAndField) {
@@ -129,6 +143,53 @@ TEST_F(CompareTest, TrajectoriesDifferByTimeAndField) {
     EXPECT_EQ(json["found_differences"], 2); // the flare that is nowhere in A counts whatever the tolerance
     EXPECT_EQ(json["differences"][0], nlohmann::json::parse(R"({"time_s":1,"field":"flare_9_x","a":0,"b":2})"));
     EXPECT_EQ(json["only_in_b_s"], nlohmann::json::parse("[2.5]"));
+    const auto shortened = nlohmann::json::parse(runCommand({"compare", a, b, "--json", "--list", "1"}).out);
+    EXPECT_EQ(shortened["found_differences"], 4);
+    EXPECT_EQ(shortened["differences"].size(), 1U);
+    EXPECT_EQ(shortened["fields"][0]["largest_difference"], 0.5);
+}
+
+// Each number of a trajectory is another one, and changed by itself.
+TEST_F(CompareTest, NamesTheFieldOfEachNumber) {
+    const std::string header[] = {"terrain_topography", "terrain_radiance", "target_signature", "terrain_triple_a",
+                                  "terrain_triple_b",   "target_geometry",  "target_brdf",      "",
+                                  "text_9",             "int_10",           "threat_id",        "field_of_view_deg"};
+    const std::string sample =
+        "0 1 101 102 103 104 105 106\n107 108 109 110 111 112\n0 0 113 114 115\n"
+        "120 121 122 123 124 125 126 127 128 129 130 131 132\n";
+    const std::vector<std::pair<int, std::vector<std::string>>> fields = {
+        {101, {"target_x", "target_y", "target_z", "target_roll", "target_pitch", "target_yaw"}},
+        {107, {"threat_x", "threat_y", "threat_z", "threat_roll", "threat_pitch", "threat_yaw"}},
+        {113, {"gyro_roll", "gyro_pitch", "gyro_yaw"}},
+        {121, {"flare_120_kind", "flare_120_x", "flare_120_y", "flare_120_z", "flare_120_brightness"}},
+        {126, {"flare_120_value_1", "flare_120_value_2", "flare_120_value_3"}},
+        {129, {"flare_120_intensity_1", "flare_120_intensity_2", "flare_120_intensity_3", "flare_120_bands"}},
+    };
+    const std::string head = "a\nb\nc\n1 2 3\n4 5 6\nf\ng\nh\ni\n10\nk\n12\n";
+    const std::string a = folder.write("a", head + sample);
+    const auto differences = [&](const std::string& text) {
+        return runCommand({"compare", a, folder.write("b", text)}).out;
+    };
+    for (const auto& [first, names] : fields)
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            std::string changed = sample;
+            changed.replace(changed.find(std::to_string(first + static_cast<int>(i))), 1, "9");
+            EXPECT_THAT(differences(head + changed), testing::StartsWith("0 s " + names[i] + ": ")) << names[i];
+        }
+    std::size_t at = 0;
+    for (const std::string& name : header) {
+        std::string changed = head;
+        changed.insert(at, "7");
+        EXPECT_THAT(
+            differences(changed + sample), testing::StartsWith(name.empty() ? "equal: " : "header " + name + ": "));
+        at = head.find('\n', at) + 1;
+    }
+}
+
+TEST_F(CompareTest, TellsFlaresOfOneIdApart) {
+    const std::string a = savedTrajectory("a", {{.flares = {{.id = 4, .x = 1.0}, {.id = 4, .x = 2.0}}}});
+    const std::string b = savedTrajectory("b", {{.flares = {{.id = 4, .x = 1.0}, {.id = 4, .x = 3.0}}}});
+    EXPECT_THAT(runCommand({"compare", a, b}).out, testing::StartsWith("0 s flare_4_x: 2 | 3\n"));
 }
 
 TEST_F(CompareTest, TrajectoriesAgreeWithinTheTolerance) {

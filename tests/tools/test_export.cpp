@@ -1,7 +1,12 @@
 // `sorvane export`.
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <ctime>
+#include <filesystem>
 #include <sstream>
+
+#include <sys/stat.h>
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -9,6 +14,7 @@
 #include <QXmlStreamReader>
 
 #include "commandrun.h"
+#include "environmentvariable.h"
 #include "fulldisk.h"
 #include "geodetic.h"
 #include "temporarydirectory.h"
@@ -50,6 +56,15 @@ TEST_F(ExportTest, WritesARowForEachSampleInTheOrderOfTime) {
     EXPECT_EQ(readWholeFile(folder.file("a.csv")), run.out);
 }
 
+TEST_F(ExportTest, WritesEveryNumberInItsColumn) {
+    std::string text = trajectoryHeader().toStdString();
+    for (int i = 0; i < 1000; ++i)
+        text += std::to_string(i) + " 0 1 2 3 4 5 6\n7 8 9 10 11 12\n0 0 13 14 15\n";
+    const std::string out = runCommand({"export", folder.write("long", text)}).out;
+    EXPECT_THAT(out, HasSubstr("\n7,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,"));
+    EXPECT_EQ(std::ranges::count(out, '\n'), 1001);
+}
+
 // Places that arithmetic of 40 digits gives.
 constexpr double kTargetLatitude = 47.5206779658263;
 constexpr double kTargetLongitude = -122.21149935605;
@@ -65,8 +80,11 @@ TEST_F(ExportTest, WritesPositionsAndTimesForCesium) {
     ASSERT_EQ(json.size(), 3U);
     EXPECT_EQ(json[0]["id"], "document");
     EXPECT_EQ(json[0]["clock"]["interval"], "2026-11-21T12:30:00.100000Z/2026-11-21T12:30:02.100000Z");
+    EXPECT_EQ(json[0]["clock"]["currentTime"], "2026-11-21T12:30:00.100000Z");
     EXPECT_EQ(json[1]["id"], "target");
     EXPECT_EQ(json[2]["id"], "threat");
+    EXPECT_EQ(json[2]["point"]["color"]["rgba"], nlohmann::json::parse("[255,255,0,255]"));
+    EXPECT_EQ(json[1]["position"]["interpolationDegree"], 1);
     EXPECT_EQ(json[1]["position"]["epoch"], "2026-11-21T12:30:00.000000Z");
     const auto& numbers = json[1]["position"]["cartographicDegrees"];
     ASSERT_EQ(numbers.size(), 8U);
@@ -92,7 +110,8 @@ TEST_F(ExportTest, WritesPathAndTrackForEarthViewers) {
     EXPECT_EQ(tracks, 2);
     EXPECT_EQ(lines, 2);
     for (const char* const part :
-         {"<altitudeMode>absolute</altitudeMode>", "<coordinates>-122.211499356,47.520677966,801.0732\n",
+         {"<color>ff00ff00</color>", "<color>ff00ffff</color>", "<styleUrl>#threat</styleUrl>",
+          "<altitudeMode>absolute</altitudeMode>", "<coordinates>-122.211499356,47.520677966,801.0732\n",
           "<when>2000-01-01T00:00:02.100000Z</when>", "<gx:coord>-122.211499356 47.520677966 801.0732</gx:coord>"})
         EXPECT_THAT(run.out, HasSubstr(part));
 }
@@ -134,10 +153,19 @@ TEST(WorldTime, ReadsDatesAndStaysInFourDigitYears) {
         EXPECT_FALSE(worldTimeAfter(0, seconds));
 }
 
+TEST(WorldTime, WithoutAZoneIsUtcWhereverTheUserIs) {
+    {
+        const EnvironmentVariable zone("TZ", "UTC-9");
+        ::tzset();
+        EXPECT_EQ(worldTimeText(parseWorldTime("2024-02-28T12:00:00").value()), "2024-02-28T12:00:00.000000Z");
+    }
+    ::tzset();
+}
+
 TEST_F(ExportTest, SaysWhatIsWrongAndLeavesNoFile) {
     const std::string geometry = folder.write("a.vnl", "2 2\n");
     const std::string late =
-        folder.write("late", (trajectoryHeader() + trajectoryRecord({.time = 1e12})).toStdString());
+        folder.write("late", (trajectoryHeader() + trajectoryRecord({.time = 0.0}) + trajectoryRecord({.time = 1e12})).toStdString());
     struct Row {
         std::vector<std::string> arguments;
         std::string message;
@@ -195,6 +223,25 @@ TEST_F(ExportTest, ReadsPipesAndTellsOfResultsThatAreLost) {
         EXPECT_EQ(WEXITSTATUS(std::system(("(" + row.line + ") >'" + out + "' 2>/dev/null").c_str())), row.status);
         EXPECT_EQ(readWholeFile(out), row.result) << row.line;
     }
+}
+
+TEST_F(ExportTest, TakesPlacesAnywhereOnTheEarth) {
+    for (const char* const origin : {"-90,0", "90,-360", "-33.5,360,-50"})
+        EXPECT_EQ(
+            runCommand({"export", file, "--format", "kml", "--unit", "m", "--origin", origin}).status,
+            ExitStatus::Success)
+            << origin;
+}
+
+TEST_F(ExportTest, AResultFollowsALinkAndTheUsersMask) {
+    const std::string table = folder.file("a.csv");
+    const std::string link = folder.file("link.csv");
+    std::filesystem::create_symlink(table, link);
+    const mode_t before = ::umask(0022);
+    EXPECT_EQ(runCommand({"export", file, "-o", link}).status, ExitStatus::Success);
+    ::umask(before);
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(std::filesystem::status(table).permissions(), static_cast<std::filesystem::perms>(0644));
 }
 
 TEST_F(ExportTest, AFailedWriteLeavesWhatWasThere) {

@@ -11,6 +11,7 @@
 
 #include "commandrun.h"
 #include "environmentvariable.h"
+#include "infotext.h"
 #include "makedemonstration.h"
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
@@ -249,6 +250,12 @@ TEST_F(Info, PrintsTextForPeople) {
     EXPECT_THAT(
         run.out, HasSubstr("    class  facets  diffuse reflectance  emissivity  b  e    G  mode\n"
                            "    1      3       0.1                  0.78        0  0.3  1  0\n"));
+}
+
+TEST(InfoText, AlignsColumnsByCharacters) {
+    std::ostringstream out;
+    writeInfoText({{"path", "a\x1b"}, {"rows", {{{"name", "Ü"}, {"on", true}}, {{"name", "xyz"}, {"on", false}}}}}, out);
+    EXPECT_EQ(out.str(), "a?\n  rows\n    name  on\n    Ü     yes\n    xyz   no\n");
 }
 
 TEST_F(Info, PrintsValidJsonForNamesThatAreNotText) {

@@ -1,7 +1,9 @@
 // Rendering without a window: what the pictures show, and what is left behind when something goes wrong.
 #include <algorithm>
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <set>
 #include <thread>
@@ -14,6 +16,7 @@
 #include "commandrun.h"
 #include "environmentvariable.h"
 #include "fulldisk.h"
+#include "interrupt.h"
 #include "makedemonstration.h"
 #include "moviereader.h"
 #include "temporarydirectory.h"
@@ -111,6 +114,8 @@ TEST_F(RenderTest, TheCameraFollowsTheFileThatIsAskedFor) {
     const QImage first = rendered("1.png", {other.toStdString()});
     EXPECT_TRUE(rendered("2.png", {other.toStdString(), "--follow", "1"}) == first);
     EXPECT_FALSE(rendered("3.png", {other.toStdString(), "--follow", "2"}) == first);
+    EXPECT_EQ(render("until%d.png", {other.toStdString(), "--step", "1"}).status, ExitStatus::Success);
+    EXPECT_TRUE(resultNames().contains("until2.png")) << "the longest engagement decides, not the last";
 }
 
 TEST_F(RenderTest, SequencesAndMoviesHoldTheFramesOfTheirTimes) {
@@ -141,6 +146,18 @@ TEST_F(RenderTest, SequencesAndMoviesHoldTheFramesOfTheirTimes) {
                 differing += std::abs(qGreen(movie.frames.back().pixel(x, y)) - qGreen(last.pixel(x, y))) > 60 ? 1 : 0;
         EXPECT_LT(differing, 300) << name;
     }
+}
+
+TEST_F(RenderTest, MoviesHaveTheirBitRateAndKeyFrames) {
+    EXPECT_EQ(render("a.avi", {"--step", "0.1", "--to", "2", "--size", "64x48"}).status, ExitStatus::Success);
+    const std::string bytes = readWholeFile(results.file("a.avi"));
+    ASSERT_GT(bytes.size(), 40U);
+    std::uint32_t bytesPerSecond = 0; // second number of the main header
+    std::memcpy(&bytesPerSecond, bytes.data() + 36, sizeof bytesPerSecond);
+    EXPECT_EQ(bytesPerSecond, 10'000'000U / 8);
+    const Movie movie = readMovie(QString::fromStdString(results.file("a.avi")));
+    EXPECT_EQ(movie.frames.size(), 21U);
+    EXPECT_EQ(std::ranges::count(movie.isKeyFrame, true), 2);
 }
 
 TEST_F(RenderTest, TheSameBytesComeOutEachTime) {
@@ -212,15 +229,52 @@ TEST_F(RenderTest, AFailedWriteLeavesWhatWasThere) {
     EXPECT_THAT(render("folder.png").err, HasSubstr("folder.png: not a regular file\n"));
 }
 
+// Handles a signal in a way of its own for the length of a test, whatever the process was started with.
+class SignalHandling {
+public:
+    SignalHandling(int signal, void (*handler)(int)) : signal_(signal) {
+        struct sigaction action = {};
+        action.sa_handler = handler;
+        ::sigaction(signal_, &action, &before_);
+    }
+    ~SignalHandling() { ::sigaction(signal_, &before_, nullptr); }
+    SignalHandling(const SignalHandling&) = delete;
+    SignalHandling& operator=(const SignalHandling&) = delete;
+
+private:
+    int signal_;
+    struct sigaction before_ = {};
+};
+
+TEST(Interrupt, HeedsWhatIsNotIgnoredAndPutsHandlersBack) {
+    static int reached;
+    reached = 0;
+    const SignalHandling interrupted(SIGINT, [](int) { ++reached; });
+    const SignalHandling hungUp(SIGHUP, SIG_IGN); // as under nohup
+    {
+        const Interrupt interrupt;
+        ::raise(SIGHUP);
+        EXPECT_EQ(Interrupt::requested(), 0);
+        ::raise(SIGINT);
+        EXPECT_EQ(Interrupt::requested(), SIGINT);
+    }
+    EXPECT_EQ(reached, 0);
+    ::raise(SIGINT);
+    EXPECT_EQ(reached, 1);
+}
+
 TEST_F(RenderTest, AnInterruptedRunLeavesNothing) {
     for (const int signal : {SIGINT, SIGTERM}) {
+        const SignalHandling heeded(signal, [](int) {});
+        std::atomic<bool> hasEnded = false;
         std::thread killer([&] {
             // The movie's temporary file appears once the signals are taken care of.
-            for (int i = 0; i < 1000 && resultNames().empty(); ++i)
+            while (resultNames().empty() && !hasEnded)
                 std::this_thread::sleep_for(std::chrono::milliseconds(10));
             ::kill(::getpid(), signal);
         });
         const CommandRun run = render("a.avi", {"--to", "100000"});
+        hasEnded = true;
         killer.join();
         EXPECT_EQ(run.status, ExitStatus::Failed);
         EXPECT_THAT(run.err, StartsWith("sorvane render: "));

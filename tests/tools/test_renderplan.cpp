@@ -133,5 +133,17 @@ TEST(RenderPlan, SpellsOutTheCommandThatRepeatsIt) {
         "env 'PELSAR_DATA=/it'\\''s/' sorvane render '/a b/ETXYZ.OUT.1' /2 -o /o/%03d.png --view free "
         "--eye -100.5,0,1e-07 --look-at 0,0,0 --from 0 --to 1 --step 0.0033000000000000004 --size 320x240 --follow 2 "
         "--no-grid");
+
+    RenderRequest picture;
+    picture.files = {"ETXYZ.OUT.1"};
+    picture.output = "a.png";
+    picture.atSeconds = 1.5;
+    picture.scene.showTerrain = picture.scene.lineStyles = true;
+    picture.scene.showHistoryLines = picture.scene.showDropLines = false;
+    const std::string here = std::filesystem::current_path().string() + "/";
+    EXPECT_EQ(
+        reproducingCommand(picture, planRendering(picture, 1.0).plan),
+        "env 'PELSAR_DATA=/it'\\''s/' sorvane render " + here + "ETXYZ.OUT.1 -o " + here +
+            "a.png --view threat --at 1.5 --size 640x480 --terrain --no-history --no-drop-lines --line-styles");
 }
 } // namespace

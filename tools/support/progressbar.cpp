@@ -10,16 +10,16 @@ constexpr std::chrono::milliseconds kPause{100};
 constexpr std::int64_t kWidth = 40;
 } // namespace
 
-ProgressBar::ProgressBar(const Streams& streams, std::int64_t total, std::string unit)
-    : err_(streams.err), isTerminal_(streams.isErrTerminal), total_(total), unit_(std::move(unit)),
-      nextDrawing_(Clock::now() + kDelay) {}
+ProgressBar::ProgressBar(const Streams& streams, std::int64_t total, std::string unit, Clock::time_point (*now)())
+    : err_(streams.err), isTerminal_(streams.isErrTerminal), total_(total), unit_(std::move(unit)), now_(now),
+      nextDrawing_(now() + kDelay) {}
 
 void ProgressBar::show(std::int64_t done) {
-    if (!isTerminal_ || Clock::now() < nextDrawing_)
+    if (!isTerminal_ || now_() < nextDrawing_)
         return;
     // Back to the line's beginning; what is left of a longer line is erased.
     err_ << '\r' << progressLine(done, total_, unit_) << "\x1b[K" << std::flush;
-    nextDrawing_ = Clock::now() + kPause;
+    nextDrawing_ = now_() + kPause;
     isDrawn_ = true;
 }
 
@@ -32,7 +32,7 @@ void ProgressBar::clear() {
     if (!isDrawn_)
         return;
     err_ << "\r\x1b[K" << std::flush;
-    nextDrawing_ = Clock::now();
+    nextDrawing_ = now_();
     isDrawn_ = false;
 }
 

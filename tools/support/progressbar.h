@@ -11,8 +11,11 @@
 // back when it is cleared or ends.
 class ProgressBar {
 public:
-    // `unit` names what is counted, in the plural: "files".
-    ProgressBar(const Streams& streams, std::int64_t total, std::string unit);
+    using Clock = std::chrono::steady_clock;
+
+    // `unit` names what is counted, in the plural: "files". `now` is the time, for tests.
+    ProgressBar(
+        const Streams& streams, std::int64_t total, std::string unit, Clock::time_point (*now)() = Clock::now);
     ~ProgressBar() { clear(); }
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
@@ -25,12 +28,11 @@ public:
     void clear();
 
 private:
-    using Clock = std::chrono::steady_clock;
-
     std::ostream& err_;
     bool isTerminal_;
     std::int64_t total_;
     std::string unit_;
+    Clock::time_point (*now_)();
     Clock::time_point nextDrawing_;
     bool isDrawn_ = false;
 };
