@@ -56,22 +56,24 @@ expect "bash, values after =" "$(bash_completes sorvane export --format = c)" cs
 expect "bash, files" "$(bash_completes sorvane export "")" ""
 
 if has zsh; then
-    # A shell in a pseudo-terminal, with the answers written out by the function that would list them. The terminal
-    # may echo: no command holds a mark that is waited for.
+    # A shell in a pseudo-terminal, with the answers written out by the function that would list them. Keys are sent
+    # once its line editor says that it reads them, and nothing more before it has answered: what comes early goes
+    # through the terminal's own editing, or keeps the answer away. The terminal may echo: no command holds a mark that
+    # is waited for.
     zsh_completes() {
         zsh -f -c '
             zmodload zsh/zpty
             zpty shell zsh -f -i
             zpty -w shell "PS1= RPS1=; stty -echo; fpath=($1 \$fpath); autoload -U compinit; compinit -u -D"
-            zpty -w shell "bindkey \"^I\" complete-word; compadd() {
+            zpty -w shell "compadd() {
                 [[ \${@[(i)-(O|A|D)]} -le \$# ]] && { builtin compadd \"\$@\"; return }
                 local -a found; builtin compadd -O found \"\$@\"; print -rl -- \"<\${^found}>\"
                 builtin compadd \"\$@\" }"
-            zpty -w shell "print REA\"\"DY"
+            zpty -w shell "answer() { zle complete-word; print ANSW\"\"ERED }; zle -N answer; bindkey \"^I\" answer"
+            zpty -w shell "zle-line-init() { print REA\"\"DY }; zle -N zle-line-init"
             zpty -r -m shell line "*READY*"
             zpty -n -w shell "$2"$'"'\\t'"'
-            zpty -n -w shell $'"'\\C-u'"'"print DO\"\"NE"$'"'\\n'"'
-            zpty -r -m shell line "*DONE*"
+            zpty -r -m shell line "*ANSWERED*"
             print -r -- "$line"' zsh "$manual" "$1" | tr -d '\r' | sed -n 's/.*<\(.*\)>.*/\1/p' | tr ' ' '\n'
     }
     zsh -f -n "$manual/_sorvane" || failures=$((failures + 1))
