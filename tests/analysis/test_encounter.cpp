@@ -69,6 +69,13 @@ TEST(Encounter, AspectIsTheAngleFromTheNose) {
     }
 }
 
+TEST(Encounter, BlendsTheNoseBetweenSamples) {
+    const keyframe ahead = sample(0.0, 100, 0, 0);
+    keyframe aside = sample(2.0, 100, 0, 0);
+    aside.targetAtt[2] = 90.0F;
+    EXPECT_NEAR(encounterBetween(ahead, aside, 0.5).aspectDegrees, 22.5, 1e-6);
+}
+
 TEST(Encounter, TakesTheSpeedOfTheIntervalAfterASampleAndBeforeTheLast) {
     etxyz engagement;
     // Ranges 100, 90, 50, 60 at times 1, 2, 3, 4.
