@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <ctime>
 #include <cmath>
+#include <ctime>
 #include <limits>
 #include <random>
 

@@ -151,12 +151,21 @@ TEST_F(CompareTest, TrajectoriesDifferByTimeAndField) {
 
 // Each number of a trajectory is another one, and changed by itself.
 TEST_F(CompareTest, NamesTheFieldOfEachNumber) {
-    const std::string header[] = {"terrain_topography", "terrain_radiance", "target_signature", "terrain_triple_a",
-                                  "terrain_triple_b",   "target_geometry",  "target_brdf",      "",
-                                  "text_9",             "int_10",           "threat_id",        "field_of_view_deg"};
-    const std::string sample =
-        "0 1 101 102 103 104 105 106\n107 108 109 110 111 112\n0 0 113 114 115\n"
-        "120 121 122 123 124 125 126 127 128 129 130 131 132\n";
+    const std::string header[] = {
+        "terrain_topography",
+        "terrain_radiance",
+        "target_signature",
+        "terrain_triple_a",
+        "terrain_triple_b",
+        "target_geometry",
+        "target_brdf",
+        "",
+        "text_9",
+        "int_10",
+        "threat_id",
+        "field_of_view_deg"};
+    const std::string sample = "0 1 101 102 103 104 105 106\n107 108 109 110 111 112\n0 0 113 114 115\n"
+                               "120 121 122 123 124 125 126 127 128 129 130 131 132\n";
     const std::vector<std::pair<int, std::vector<std::string>>> fields = {
         {101, {"target_x", "target_y", "target_z", "target_roll", "target_pitch", "target_yaw"}},
         {107, {"threat_x", "threat_y", "threat_z", "threat_roll", "threat_pitch", "threat_yaw"}},

@@ -164,8 +164,9 @@ TEST(WorldTime, WithoutAZoneIsUtcWhereverTheUserIs) {
 
 TEST_F(ExportTest, SaysWhatIsWrongAndLeavesNoFile) {
     const std::string geometry = folder.write("a.vnl", "2 2\n");
-    const std::string late =
-        folder.write("late", (trajectoryHeader() + trajectoryRecord({.time = 0.0}) + trajectoryRecord({.time = 1e12})).toStdString());
+    const std::string late = folder.write(
+        "late",
+        (trajectoryHeader() + trajectoryRecord({.time = 0.0}) + trajectoryRecord({.time = 1e12})).toStdString());
     struct Row {
         std::vector<std::string> arguments;
         std::string message;

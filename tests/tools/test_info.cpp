@@ -254,7 +254,8 @@ TEST_F(Info, PrintsTextForPeople) {
 
 TEST(InfoText, AlignsColumnsByCharacters) {
     std::ostringstream out;
-    writeInfoText({{"path", "a\x1b"}, {"rows", {{{"name", "Ü"}, {"on", true}}, {{"name", "xyz"}, {"on", false}}}}}, out);
+    writeInfoText(
+        {{"path", "a\x1b"}, {"rows", {{{"name", "Ü"}, {"on", true}}, {{"name", "xyz"}, {"on", false}}}}}, out);
     EXPECT_EQ(out.str(), "a?\n  rows\n    name  on\n    Ü     yes\n    xyz   no\n");
 }
 

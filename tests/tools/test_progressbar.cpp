@@ -38,7 +38,9 @@ TEST(ProgressBar, AppearsOnATerminalWhenTheWorkIsLong) {
         }
         EXPECT_EQ(out.str(), "");
         if (isTerminal)
-            EXPECT_THAT(err.str(), testing::AllOf(HasSubstr("2 of 4 files"), testing::EndsWith("\r\x1b[K"), Not(HasSubstr("3 of 4"))));
+            EXPECT_THAT(
+                err.str(),
+                testing::AllOf(HasSubstr("2 of 4 files"), testing::EndsWith("\r\x1b[K"), Not(HasSubstr("3 of 4"))));
         else
             EXPECT_EQ(err.str(), "");
     }

@@ -14,8 +14,7 @@ public:
     using Clock = std::chrono::steady_clock;
 
     // `unit` names what is counted, in the plural: "files". `now` is the time, for tests.
-    ProgressBar(
-        const Streams& streams, std::int64_t total, std::string unit, Clock::time_point (*now)() = Clock::now);
+    ProgressBar(const Streams& streams, std::int64_t total, std::string unit, Clock::time_point (*now)() = Clock::now);
     ~ProgressBar() { clear(); }
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
