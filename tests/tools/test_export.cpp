@@ -235,7 +235,7 @@ TEST_F(ExportTest, TakesPlacesAnywhereOnTheEarth) {
 }
 
 TEST_F(ExportTest, AResultFollowsALinkAndTheUsersMask) {
-    const std::string table = folder.file("a.csv");
+    const std::string table = folder.write("a.csv", "before");
     const std::string link = folder.file("link.csv");
     std::filesystem::create_symlink(table, link);
     const mode_t before = ::umask(0022);

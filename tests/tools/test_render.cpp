@@ -223,6 +223,13 @@ TEST_F(RenderTest, AFailedWriteLeavesWhatWasThere) {
         EXPECT_EQ(resultNames(), std::set<std::string>{name});
         EXPECT_EQ(readWholeFile(results.file(name)), "before");
     }
+    // What a movie is closed with has no room left.
+    EXPECT_EQ(render("whole.avi", {"--to", "0.1"}).status, ExitStatus::Success);
+    {
+        const FullDisk full(static_cast<rlim_t>(std::filesystem::file_size(results.file("whole.avi"))) - 8);
+        EXPECT_EQ(render("cut.avi", {"--to", "0.1"}).status, ExitStatus::Failed);
+    }
+    EXPECT_FALSE(resultNames().contains("cut.avi"));
     for (const char* const name : {"missing/a.png", "missing/a.avi", "missing/%d.png"})
         EXPECT_THAT(render(name).err, HasSubstr(": No such file or directory\n")) << name;
     std::filesystem::create_directory(results.file("folder.png"));
