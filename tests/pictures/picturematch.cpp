@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 
+namespace sorvane {
 namespace {
 int differenceBetween(QRgb a, QRgb b) {
     return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
@@ -111,8 +112,6 @@ bool looksLike(const QImage& picture, int x, int y, const std::string& look) {
     };
     if (const auto colour = lineColours().find(look); colour != lineColours().end())
         return some([&](QRgb pixel) { return isNear(pixel, colour->second); });
-    if (look == "trail")
-        return some([](QRgb pixel) { return qRed(pixel) > 90 && qRed(pixel) > 2 * qGreen(pixel); });
     if (look == "lit")
         return some([](QRgb pixel) { return qGray(pixel) >= 8; });
     if (look == "black")
@@ -124,6 +123,10 @@ bool looksLike(const QImage& picture, int x, int y, const std::string& look) {
             return isNear(pixel, qRgb(qGreen(pixel), qGreen(pixel), qGreen(pixel))) && qGreen(pixel) >= least &&
                    qGreen(pixel) <= greatest;
         });
+    if (std::sscanf(look.c_str(), "red:%d-%d", &least, &greatest) == 2)
+        return some([&](QRgb pixel) {
+            return qRed(pixel) >= least && qRed(pixel) <= greatest && qRed(pixel) > 2 * qGreen(pixel);
+        });
     if (std::sscanf(look.c_str(), "point:%d-%d", &least, &greatest) == 2) {
         int brightest = 0;
         for (const QRgb pixel : pixels)
@@ -132,3 +135,4 @@ bool looksLike(const QImage& picture, int x, int y, const std::string& look) {
     }
     return false;
 }
+} // namespace sorvane

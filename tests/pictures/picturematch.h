@@ -5,6 +5,7 @@
 
 #include <QImage>
 
+namespace sorvane {
 // Another version of the renderer may put an edge or a line one pixel aside and round a shade to the next grey. So a
 // pixel differs where no pixel of the other picture's 3 × 3 pixels around it is alike, looked at from both pictures,
 // since a line that is missing is only missed from the reference. A change of shades that the neighbours hide shows in
@@ -33,9 +34,11 @@ PictureMatch matchPictures(const QImage& actual, const QImage& reference);
 QImage differenceOf(const QImage& actual, const QImage& reference);
 
 // Whether the pixel, in the middle of its 3 × 3 neighbours, looks as a point of the table says:
-//   green, yellow, cyan, trail, grid, reticle   one of the nine shows this line; with ! before it, none
-//   lit, black                                  one of the nine is brighter than black, all are black
-//   grey:LEAST-GREATEST                         the nine are grey, from LEAST to GREATEST
-//   point:LEAST-GREATEST                        the brightest of the nine is a grey of these
+//   green, yellow, cyan, grid, reticle   one of the nine shows this line; with ! before it, none
+//   red:LEAST-GREATEST                   one of the nine shows a flare's trail with this much red
+//   lit, black                           one of the nine is brighter than black, all are black
+//   grey:LEAST-GREATEST                  the nine are grey, from LEAST to GREATEST
+//   point:LEAST-GREATEST                 the brightest of the nine is a grey of these
 // An unknown look holds nowhere.
 bool looksLike(const QImage& picture, int x, int y, const std::string& look);
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <sstream>
 
+namespace sorvane {
 std::string pictureFolder() {
     return SORVANE_PICTURE_FOLDER;
 }
@@ -36,3 +37,4 @@ std::vector<PicturePoint> pointsOf(const std::string& picture) {
     }
     return points;
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+namespace sorvane {
 struct PictureRow {
     std::string name;
     std::string trajectory;           // in the demonstration's folder, or "scenes/…" for a small scene
@@ -27,3 +28,4 @@ std::string pictureFolder();
 
 std::vector<PictureRow> pictureRows();
 std::vector<PicturePoint> pointsOf(const std::string& picture);
+} // namespace sorvane

@@ -211,6 +211,15 @@ def add_drop(table, camera, engagement, time, body, look, number, heights=(0.5, 
         table.add(camera.pixel((x, y, height * z)), look, f"{body}'s drop line at {at} s, {height} of its height up")
 
 
+def add_trail(table, camera, engagement, number, times):
+    """A trail shines with 0.4 of red, reflects 0.8 of the ambient 0.1, and of the light beside the eye what its normal,
+    straight up, leaves."""
+    red = round(255.0 * min(0.4 + 0.8 * 0.1 + 0.8 * max(camera.ahead[2], 0.0), 1.0))
+    for time in times:
+        flare = engagement.samples[time]["flares"][number]
+        table.add(camera.pixel(tuple(flare[2:5])), f"red:{red - 6}-{red + 6}", f"flare {number}'s trail at {time} s")
+
+
 def add_ground(table, camera, places, look, what):
     for x, y in places:
         table.add(camera.pixel((x, y, 0.0)), look, f"{what} ({x}, {y})")
@@ -311,6 +320,8 @@ def work_out(demonstration):
             add_path(table, camera, engagement, time, "threat", lines.replace("green", "yellow"), (0.8, 1.0))
             if name != "free_view":
                 add_drop(table, camera, engagement, time, "target", drops, 3)
+                if name in ("no_grid", "no_drop_lines"):
+                    add_trail(table, camera, engagement, 3, (6.6, 6.8))
                 add_drop(table, camera, engagement, time, "threat", drops.replace("green", "yellow"), -2, (0.5,))
                 add_ground(table, camera, ((3000, -3000), (5000, -3000)), grid, "grid's crossing at")
             add_ground(table, camera, ((8000, -3000), (7000, -7000)), grid, "grid's crossing at")
@@ -343,14 +354,14 @@ def work_out(demonstration):
             table.add(camera.pixel((0.0, 0.0, -5 * 304.8 + 2.0)), "grid", "axis")
         elif name in ("paths", "line_styles"):
             add_path(table, camera, engagement, time, "target", "green", (0.02, 0.6, 1.0))
-            add_path(table, camera, engagement, time, "threat", "yellow", (0.9,))
-            for number in range(4):
+            add_path(table, camera, engagement, time, "threat", "yellow", (-2,))
+            for number in range(len(drop_times(engagement, time))):
                 add_drop(table, camera, engagement, time, "target", "green", number, (0.7, 0.02))
-            for y in (-90.0, -40.0, 60.0):
-                x, height = camera.pixel((0.0, y, -75.0))
-                if name == "paths":
-                    table.add((x, height), "trail", f"flare's trail at y {y}")
-            table.add(camera.pixel((0.0, 110.0, -75.0)), "black", "beyond the paths' ends")
+            if name == "paths":
+                add_trail(table, camera, engagement, 1, (0.25, 0.75))
+            for body in ("target", "threat"):
+                x, y, z = sample[body]
+                table.add(camera.pixel((x, y + 12.0, z)), "black", f"beyond the end of the {body}'s path")
             table.add(camera.pixel((0.0, -110.0, -50.0)), "black", "before the paths' starts")
         elif name in ("level_bodies", "turned_bodies", "far_bodies"):
             add_plates(table, camera, sample, "target", "nose left fin" if name == "level_bodies" else
@@ -369,6 +380,11 @@ def work_out(demonstration):
             for x, y in ((1.9, 7.9), (1.95, 7.8)):
                 point = in_world((x, y, 0.0), sample["target"], sample["target attitude"])
                 table.add(camera.pixel(point), plate_grey(camera, sample, "target", "left"), f"left wing at {x} {y}")
+        elif name == "reflecting_body":
+            add_plates(table, camera, sample, "threat", "upper tail")
+            # Nine tenths of what comes from the upper plate's two facets, by their form factors.
+            middle = in_world((0.0, -0.6, 0.0), sample["threat"], sample["threat attitude"])
+            table.add(camera.pixel(middle), grey(0.9 * (0.3 + 0.3) * plates("threat")["upper"][0]), "the matt plate")
         elif name == "distant_body":
             add_plates(table, camera, sample, "target", "nose right")
             add_corner(table, camera, sample, "nose", (9.0, -1.0, 0.0), (-0.9, 0.6, 0.0))

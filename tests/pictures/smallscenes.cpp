@@ -12,15 +12,17 @@
 #include "atmosphere.h"
 #include "datatree.h"
 #include "shadersources.h"
-#include "triple.h"
+#include "vec3.h"
 
+namespace sorvane {
 namespace {
 // What the viewer multiplies radiances with to get greys, where 1 is white; files have them in 1e-6 W/cm²/sr.
 constexpr double kGreysPerRadiance = 3000.0;
 constexpr double kFileUnit = 1e6;
 
 struct Plate {
-    std::array<Triple, 4> corners;
+    std::string name;
+    std::array<Vec3d, 4> corners;
     double grey = 0.0; // 0 to 255; of the other side, half of it
 };
 
@@ -28,11 +30,12 @@ std::vector<Plate> readPlates(const std::filesystem::path& path) {
     std::vector<Plate> plates;
     std::ifstream file(path);
     for (std::string line; std::getline(file, line);) {
+        if (line.starts_with('#'))
+            continue;
         std::istringstream words(line);
-        std::string name;
         Plate plate;
-        words >> name >> plate.grey;
-        for (Triple& corner : plate.corners)
+        words >> plate.name >> plate.grey;
+        for (Vec3d& corner : plate.corners)
             words >> corner.x >> corner.y >> corner.z;
         if (words)
             plates.push_back(plate);
@@ -52,9 +55,9 @@ std::string geometry(const std::vector<Plate>& plates) {
     std::size_t vertexCount = 0;
     std::size_t facetCount = 0;
     for (const Plate& plate : plates) {
-        const Triple normal = unit(cross(plate.corners[1] - plate.corners[0], plate.corners[2] - plate.corners[0]));
+        const Vec3d normal = unit(cross(plate.corners[1] - plate.corners[0], plate.corners[2] - plate.corners[0]));
         for (const double side : {1.0, -1.0}) {
-            for (const Triple& corner : plate.corners)
+            for (const Vec3d& corner : plate.corners)
                 vertices << corner.x << ' ' << corner.y << ' ' << corner.z << ' ' << side * normal.x << ' '
                          << side * normal.y << ' ' << side * normal.z << " v\n";
             const std::array<int, 6> order = side > 0.0 ? std::array{1, 2, 3, 1, 3, 4} : std::array{1, 3, 2, 1, 4, 3};
@@ -93,22 +96,28 @@ std::string radiances(const std::vector<Plate>& plates) {
     return bytes;
 }
 
-// One class that reflects nothing.
-std::string reflectances(std::size_t plates) {
-    return "BRDF\n1\n0 1 0 0 0 black\n1 " + std::to_string(4 * plates) + " 1 black\n";
+// A class that reflects nothing, and for plates named "matt" one that reflects nine tenths, to all sides alike.
+std::string reflectances(const std::vector<Plate>& plates) {
+    std::string text = "BRDF\n2\n0 1 0 0 0 black\n0.9 0.1 0 0 2 matt\n";
+    for (std::size_t i = 0; i < plates.size(); ++i)
+        text += std::to_string(4 * i + 1) + ' ' + std::to_string(4 * i + 4) +
+                (plates[i].name == "matt" ? " 2 matt\n" : " 1 black\n");
+    return text;
 }
 } // namespace
 
 void writeSmallSceneData(const std::filesystem::path& scenes, const std::filesystem::path& root) {
     const std::vector<Plate> target = readPlates(scenes / "target.plates");
     write(root / kTargetGeometry, geometry(target));
-    write(root / kTargetReflectance, reflectances(target.size()));
+    write(root / kTargetReflectance, reflectances(target));
     write(root / kTargetSignature, radiances(target));
     write(root / kAtmosphere, atmosphereText({}));
     const std::vector<Plate> threat = readPlates(scenes / "threat.plates");
     write(root / "tgt0450/tgt0450.vnl", geometry(threat));
-    write(root / "tgt0450/tgt0450_b0001.brdf", reflectances(threat.size()));
+    write(root / "tgt0450/tgt0450_b0001.brdf", reflectances(threat));
     write(root / "tgt0450/tgt0450_b0001.rad", radiances(threat));
+    std::filesystem::copy_file(scenes / "threat.sff-txt", root / kMissileFormFactors);
     for (const DemonstrationFile& file : shaderSources())
         write(root / file.name, file.contents);
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "projection.h"
 #include "scene.h"
 
+namespace sorvane {
 namespace {
 constexpr int kWidth = 240;
 constexpr int kHeight = 180;
@@ -64,3 +65,4 @@ QImage rotorPicture(const std::filesystem::path& demonstration) {
     drawBody(helicopter, {position, level}, lookAt, sunDirectionInEye(atmosphere, lookAt.rotation().data()), 0.02);
     return frame.picture();
 }
+} // namespace sorvane

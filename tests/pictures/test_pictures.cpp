@@ -14,6 +14,8 @@
 #include "specialpictures.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 // In this folder of the build lie the pictures that are not what they should be, each beside its difference.
 const std::filesystem::path kFailures = SORVANE_FAILED_PICTURES;

@@ -251,6 +251,36 @@ TEST_F(AircraftWidgetTest, LineStylesAreOffUntilTheyAreSetAndGoIntoTheFrame) {
     EXPECT_FALSE(grabFrame(view) == plain) << "the flare's trail is dotted";
 }
 
+TEST_F(AircraftWidgetTest, GyroViewHasTheSeekersFieldOfView) {
+    engagement.fieldOfView = 4.0F;
+    select(ViewGyro);
+    view.setKeyframe(0.0);
+    const QImage frame = grabFrame(view);
+    // The reticle's circle reaches the edge of the field of view, which is as high as the view.
+    const auto isReticle = [](int r, int g, int b) {
+        return std::abs(r - 178) < 3 && r == g && g == b;
+    };
+    EXPECT_GT(countPixels(frame.copy(48, 140, 5, 20), isReticle), 10);
+}
+
+TEST_F(AircraftWidgetTest, AnEngagementThatIsReadAgainShowsItsOwnLines) {
+    select(ViewTarget);
+    view.setKeyframe(1.0);
+    wheel(-3600);
+    const auto green = [](int r, int g, int b) {
+        return r == 0 && g == 255 && b == 0;
+    };
+    EXPECT_GT(countPixels(grabFrame(view), green), 50);
+    etxyz fresh; // as many samples, elsewhere
+    fresh.atm = std::make_unique<AtmFile>();
+    fresh.menu = &menu;
+    fresh.keyframes = engagement.keyframes;
+    for (keyframe& sample : fresh.keyframes)
+        sample.targetPos[0] = 1.0e5F;
+    view.replaceEtxyz(engagement, fresh);
+    EXPECT_EQ(countPixels(grabFrame(view), green), 0);
+}
+
 TEST_F(AircraftWidgetTest, EachCheckMarkOfTheViewMenuShowsItsPart) {
     QMainWindow window;
     Ui::new_sorvane form;

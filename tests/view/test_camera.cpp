@@ -119,6 +119,15 @@ TEST(Camera, DraggingTurnsTheEyeAboutTheCentreAsBothWereAtThePress) {
     }
 }
 
+TEST(Camera, ADragThatPannedTurnsAboutTheCentreAtThePressAllTheSame) {
+    Camera camera;
+    camera.press({0.0, 0.0});
+    camera.dragPan({100.0, 0.0});
+    camera.dragRotate({900.0, 0.0});
+    expectAt(camera.eye(), 0.0, 100.0, 0.0);
+    expectAt(camera.centre(), 0.0, 10.0, 0.0);
+}
+
 TEST(Camera, PanningSlidesEyeAndCentreByAThousandthOfTheirDistancePerPixel) {
     Camera camera;
     camera.press({5.0, 5.0});
