@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <optional>
@@ -76,7 +77,6 @@ template <class T> ContiguousSamples<T> readContiguous(std::FILE* stream, std::i
         return samples;
     const std::size_t received = readData(stream, samples.values.get(), *count * sizeof(T)) / sizeof(T);
     samples.isComplete = received == *count;
-    for (std::size_t i = received; i < *count; ++i)
-        samples.values[i] = T{};
+    std::memset(samples.values.get() + received, 0, (*count - received) * sizeof(T));
     return samples;
 }

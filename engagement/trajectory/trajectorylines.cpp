@@ -2,6 +2,7 @@
 #include "trajectorylines.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QIODevice>
 
@@ -10,13 +11,16 @@
 namespace {
 constexpr std::size_t kLimit = std::size_t{kMaximumLineBytes};
 constexpr std::size_t kPieceBytes = std::size_t{1} << 18; // small enough to stay in a processor's cache
+constexpr std::size_t kSmallestPieceBytes = 4096;
 } // namespace
 
 TrajectoryLines::TrajectoryLines(QIODevice* device, bool isProcess)
-    : device_(device), isProcess_(isProcess), ended_(!device->isOpen()),
-      buffer_(std::make_unique_for_overwrite<char[]>(kLimit + kPieceBytes)), begin_(buffer_.get()), end_(begin_) {
-    if (!ended_)
+    : device_(device), isProcess_(isProcess), ended_(!device->isOpen()) {
+    if (!ended_) {
         device_->setTextModeEnabled(false);
+        pieceBytes_ = std::clamp(static_cast<std::size_t>(device_->bytesAvailable()), kSmallestPieceBytes, kPieceBytes);
+    }
+    makeRoom(pieceBytes_);
 }
 
 std::string_view TrajectoryLines::take(const char* lineFeed) {
@@ -56,15 +60,15 @@ bool TrajectoryLines::nextAcrossPieces(std::string_view& line) {
 }
 
 bool TrajectoryLines::readPiece() {
-    if (begin_ != buffer_.get()) {
-        end_ = std::copy(begin_, end_, buffer_.get());
-        begin_ = buffer_.get();
-    }
+    if (!ended_)
+        makeRoom(pieceBytes_);
     while (!ended_) {
-        const qint64 length = device_->read(end_, static_cast<qint64>(kPieceBytes));
+        const qint64 length = device_->read(end_, static_cast<qint64>(pieceBytes_));
         if (length > 0) {
             sawUnusualBytes_ = sawUnusualBytes_ || !holdsOnlyPlainBytes({end_, static_cast<std::size_t>(length)});
             end_ += length;
+            if (static_cast<std::size_t>(length) == pieceBytes_)
+                pieceBytes_ = std::min(2 * pieceBytes_, kPieceBytes);
             return true;
         }
         // A process that ends during the wait may leave a last piece.
@@ -72,6 +76,18 @@ bool TrajectoryLines::readPiece() {
             !isProcess_ || (!device_->waitForReadyRead(kProcessWaitMilliseconds) && device_->bytesAvailable() == 0);
     }
     return false;
+}
+
+// Moves what is buffered to the front of a buffer that has room for so many bytes behind it.
+void TrajectoryLines::makeRoom(std::size_t bytes) {
+    const std::size_t kept = buffered();
+    std::unique_ptr<char[]> outgrown;
+    if (kept + bytes > bufferBytes_) {
+        bufferBytes_ = std::max(2 * kept, kept + bytes);
+        outgrown = std::exchange(buffer_, std::make_unique_for_overwrite<char[]>(bufferBytes_));
+    }
+    end_ = std::copy(begin_, end_, buffer_.get());
+    begin_ = buffer_.get();
 }
 
 bool TrajectoryLines::holdsOnlyPlainBytes(std::string_view bytes) {

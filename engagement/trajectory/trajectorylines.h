@@ -30,14 +30,17 @@ private:
     std::string_view take(const char* lineFeed);
     bool nextAcrossPieces(std::string_view& line);
     bool readPiece();
+    void makeRoom(std::size_t bytes);
     static bool holdsOnlyPlainBytes(std::string_view bytes);
 
     QIODevice* device_;
     bool isProcess_;
     bool ended_ = false;
     bool dropsRestOfLine_ = false;
-    bool sawUnusualBytes_ = false; // in any piece so far
-    std::unique_ptr<char[]> buffer_;
-    char* begin_; // what is buffered and not handed out
-    char* end_;
+    bool sawUnusualBytes_ = false;   // in any piece so far
+    std::size_t pieceBytes_ = 1;     // asked of the device at a time; grows while that much comes
+    std::unique_ptr<char[]> buffer_; // grows with the longest line
+    std::size_t bufferBytes_ = 0;
+    char* begin_ = nullptr; // what is buffered and not handed out
+    char* end_ = nullptr;
 };

@@ -4,9 +4,10 @@
 #include "loadclstomatfile.h"
 #include "loadmaterialtables.h"
 #include "memoryfile.h"
-#include "silenterrors.h"
+#include "messages.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const MessageCollection unprinted;
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     unsigned char table[2 * kMaximumClassPairs];
     unsigned count = 0;

@@ -1,10 +1,11 @@
 // The XML description of a terrain.
 #include "memoryfile.h"
-#include "silenterrors.h"
+#include "messages.h"
 #include "subterrain.h"
 #include "terrainxmlparser.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const MessageCollection unprinted;
     static const MemoryFile file;
     file.write(data, size);
     TerrainDescription description;

@@ -27,7 +27,8 @@ public:
     std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
 
     void write(const void* data, std::size_t size) const {
-        if (::ftruncate(descriptor_, 0) != 0 || ::pwrite(descriptor_, data, size, 0) != static_cast<ssize_t>(size))
+        if (::pwrite(descriptor_, data, size, 0) != static_cast<ssize_t>(size) ||
+            ::ftruncate(descriptor_, static_cast<off_t>(size)) != 0)
             std::abort();
     }
 
