@@ -1,17 +1,14 @@
 // A cursor over the blank-separated words of a simplified line.
 #pragma once
 
-#include <optional>
-
 #include <QString>
 
 #include "wordconversion.h"
 
 // Each next…() takes one word; a missing or malformed one gives 0.
-// `Conversion` makes numbers of words; a missing one is an empty word.
-template <class Conversion> class BasicTextWords {
+template <Conversion<QStringView> Converter> class BasicTextWords {
 public:
-    explicit BasicTextWords(const QString& simplifiedLine, Conversion conversion = {})
+    explicit BasicTextWords(const QString& simplifiedLine, Converter conversion = {})
         : conversion_(conversion), line_(simplifiedLine) {}
 
     bool atEnd() const { return at_ >= line_.size(); }
@@ -32,16 +29,9 @@ private:
         return word;
     }
 
-    [[no_unique_address]] Conversion conversion_;
+    [[no_unique_address]] Converter conversion_;
     QString line_;
     qsizetype at_ = 0;
 };
 
-// Nobody hears of a malformed or missing word.
-struct SilentTextConversion {
-    static std::optional<int> toInt(QStringView word) { return ::toInt(word); }
-    static std::optional<float> toFloat(QStringView word) { return ::toFloat(word); }
-    static std::optional<double> toDouble(QStringView word) { return ::toDouble(word); }
-};
-
-using TextWords = BasicTextWords<SilentTextConversion>;
+using TextWords = BasicTextWords<SilentConversion>;

@@ -1,16 +1,34 @@
-// Which line of a trajectory holds what. `Lines` hands out logical lines one after the other:
-//     bool next()              goes to the next line; false, with an empty line, at the end of the data
-//     QString text()           the line's simplified text (for the header only)
-//     auto withWords(use)      calls `use` with a cursor at the line's first word
+// Which line of a trajectory holds what.
 #pragma once
 
+#include <concepts>
 #include <vector>
 
 #include "recordlayout.h"
 #include "trajectoryreader.h"
 
+// A function of a cursor, for the concepts below.
+struct AnyUseOfWords {
+    bool operator()(const WordCursor auto& words) const { return words.atEnd(); }
+};
+
+// Goes from one logical line to the next: next() is false, and the line then empty, at the end of the data.
+// withWords(use) returns what `use` returns for a cursor at the line's first word.
+template <class L>
+concept LineSource = requires(L lines) {
+    { lines.next() } -> std::same_as<bool>;
+    { lines.withWords(AnyUseOfWords()) } -> std::same_as<bool>;
+};
+
+// The lines of a header, which holds texts too: text() is the line's simplified text, and the cursor has a
+// nextFloatOr(replacement) for a malformed number.
+template <class L>
+concept HeaderLineSource = LineSource<L> && requires(const L lines) {
+    { lines.text() } -> std::convertible_to<QString>;
+};
+
 // Takes twelve lines.
-template <class Lines> TrajectoryFileHeader readHeaderFrom(Lines& lines) {
+template <HeaderLineSource Lines> TrajectoryFileHeader readHeaderFrom(Lines& lines) {
     const auto nextText = [&] {
         lines.next();
         return lines.text();
@@ -38,13 +56,13 @@ template <class Lines> TrajectoryFileHeader readHeaderFrom(Lines& lines) {
 }
 
 // Goes to a record's first line; false when the records have ended.
-template <class Lines> bool nextRecord(Lines& lines) {
+template <LineSource Lines> bool nextRecord(Lines& lines) {
     return lines.next() && !lines.withWords([](const auto& words) { return words.atEnd(); });
 }
 
 // Reads the record at whose first line `lines` is. Its flares replace what is in `flares`, where a caller finds the
 // memory of the record before. False when the data ended within the record.
-template <class Lines> bool readRecord(Lines& lines, keyframe& sample, std::vector<flareKeyframe>& flares) {
+template <LineSource Lines> bool readRecord(Lines& lines, keyframe& sample, std::vector<flareKeyframe>& flares) {
     lines.withWords([&](const auto& words) { readTargetLine(words, sample); });
     if (lines.next())
         lines.withWords([&](const auto& words) { readThreatLine(words, sample); });

@@ -14,31 +14,10 @@
 #include "trajectorylines.h"
 
 namespace {
-// The logical lines of a device, one QString each.
-class TextLineSource {
+// The logical lines of a device, from large pieces. Those with unusual bytes take the way through QString.
+class RecordLines {
 public:
-    TextLineSource(QIODevice* device, bool isProcess) : device_(device), isProcess_(isProcess) {}
-
-    bool next() {
-        if (::atEnd(device_, isProcess_))
-            return false;
-        line_ = readUncommented(device_, isProcess_);
-        return !line_.isNull();
-    }
-
-    // Calls `use` with a cursor at the line's first word.
-    template <class Use> auto withWords(Use use) const { return use(TextWords(line_)); }
-
-private:
-    QIODevice* device_;
-    bool isProcess_;
-    QString line_;
-};
-
-// The same lines from large pieces. Those with unusual bytes take the way of the other source.
-class PieceLineSource {
-public:
-    PieceLineSource(QIODevice* device, bool isProcess) : lines_(device, isProcess) {}
+    RecordLines(QIODevice* device, bool isProcess) : lines_(device, isProcess) {}
 
     bool next() {
         while (lines_.next(line_)) {
@@ -66,9 +45,9 @@ private:
 };
 
 // The header's lines. Those that the data lack are null.
-class HeaderLineSource {
+class HeaderLines {
 public:
-    HeaderLineSource(QIODevice* device, bool isProcess) : device_(device), isProcess_(isProcess) {}
+    HeaderLines(QIODevice* device, bool isProcess) : device_(device), isProcess_(isProcess) {}
 
     bool next() {
         line_ = readUncommented(device_, isProcess_);
@@ -84,7 +63,7 @@ private:
 };
 
 // Hands each record to `take`, the sample without its flares. False when the last one is truncated.
-template <class LineSource, class Take> bool forEachRecord(LineSource& lines, Take take) {
+template <class Take> bool forEachRecord(RecordLines lines, Take take) {
     std::vector<flareKeyframe> flares; // reused, so that whoever keeps them allocates once, at their size
     bool isWhole = true;
     while (nextRecord(lines)) {
@@ -94,10 +73,16 @@ template <class LineSource, class Take> bool forEachRecord(LineSource& lines, Ta
     }
     return isWhole;
 }
+} // namespace
 
-template <class LineSource> QMap<double, keyframe> readRecordsFrom(LineSource lines) {
+TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess) {
+    HeaderLines lines(device, isProcess);
+    return readHeaderFrom(lines);
+}
+
+QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess) {
     std::map<double, keyframe> samples;
-    forEachRecord(lines, [&](keyframe& sample, const std::vector<flareKeyframe>& flares) {
+    forEachRecord(RecordLines(device, isProcess), [&](keyframe& sample, const std::vector<flareKeyframe>& flares) {
         sample.flares = QList<flareKeyframe>(flares.begin(), flares.end());
         // Times mostly ascend: with the hint that takes constant time.
         const double time = sample.time;
@@ -105,22 +90,7 @@ template <class LineSource> QMap<double, keyframe> readRecordsFrom(LineSource li
     });
     return QMap<double, keyframe>(std::move(samples));
 }
-} // namespace
-
-TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess) {
-    HeaderLineSource lines(device, isProcess);
-    return readHeaderFrom(lines);
-}
-
-QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess) {
-    return readRecordsFrom(PieceLineSource(device, isProcess));
-}
 
 bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take) {
-    PieceLineSource lines(device, isProcess);
-    return forEachRecord(lines, take);
-}
-
-QMap<double, keyframe> readRecordsLineByLine(QIODevice* device, bool isProcess) {
-    return readRecordsFrom(TextLineSource(device, isProcess));
+    return forEachRecord(RecordLines(device, isProcess), take);
 }

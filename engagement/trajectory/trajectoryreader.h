@@ -1,4 +1,4 @@
-// Reads a trajectory: twelve header lines, then a record of lines for each sample. Pure parsers over an open device.
+// Reads a trajectory from an open device: twelve header lines, then a record of lines for each sample.
 #pragma once
 
 #include <functional>
@@ -26,19 +26,17 @@ struct TrajectoryFileHeader {
     float fieldOfView = 1.5F; // degrees; what a malformed one leaves
 };
 
-// Takes twelve logical lines. Those that the data lack count as blank.
+// Reads the twelve lines of the header. A line that the data lack counts as blank. Of each reader here: with
+// `isProcess` the device is a process, whose data are waited for.
 TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess);
 
-// The records from where the device stands to the end of the data or the first blank line in a record's first place. A
-// truncated last record is kept, with zeros for what is missing. A later record replaces an earlier one of its time.
+// Reads the records, from where the device stands. They end with the data, or with a blank line where a record would
+// begin. When the data end within a record, it is kept, and what is missing of it is 0. Of two records with the same
+// time the later one is kept.
 QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess);
 
-// Hands out the same records one after the other, those too that a later one of their time replaces: for who needs no
-// map, which costs as much as reading. The sample comes without its flares; both are valid during the call. False when
-// the data end within the last record.
+// Hands every record to `take`, in the order of the file; two with the same time are both handed out. Quicker than
+// readRecords, where half of the time goes into the map. The sample's own list of flares is empty. Both arguments are
+// valid during the call only. Returns false when the data end within the last record.
 using RecordSink = std::function<void(const keyframe& sample, const std::vector<flareKeyframe>& flares)>;
 bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take);
-
-// The same as readRecords in the plainest way: readUncommented for each line and QString's conversions for each number.
-// readRecords is checked against it.
-QMap<double, keyframe> readRecordsLineByLine(QIODevice* device, bool isProcess);

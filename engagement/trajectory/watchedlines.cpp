@@ -40,14 +40,7 @@ bool WatchedLines::decode() {
 qsizetype WatchedLines::wordCount() const {
     if (!isPlain_)
         return text_.isEmpty() ? 0 : text_.count(u' ') + 1;
-    qsizetype words = 0;
-    bool wasBlank = true;
-    for (const char c : line_) {
-        const bool isBlank = isPlainBlank(c);
-        words += wasBlank && !isBlank ? 1 : 0;
-        wasBlank = isBlank;
-    }
-    return words;
+    return countWords(line_);
 }
 
 void WatchedLines::beginRecord() {

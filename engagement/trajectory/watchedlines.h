@@ -50,12 +50,11 @@ public:
     }
 
     template <class Use> auto withWords(Use use) {
-        return isPlain_ ? use(WatchedPlainWords(line_, WatchedPlainConversion(line_, wordFaults_)))
-                        : withTextWords(use);
+        return isPlain_ ? use(WatchedPlainWords(line_, WatchedConversion(line_, wordFaults_))) : withTextWords(use);
     }
     template <class Use> auto withTextWords(Use use) {
         const QString simplified = text();
-        return use(WatchedTextWords(simplified, WatchedTextConversion(simplified, wordFaults_)));
+        return use(WatchedTextWords(simplified, WatchedConversion(QStringView(simplified), wordFaults_)));
     }
 
     // The simplified text, null at the end.

@@ -2,7 +2,6 @@
 // viewer's cursors give.
 #pragma once
 
-#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -22,56 +21,42 @@ struct WordFault {
     bool isMissing = false;
 };
 
-class WatchedPlainConversion {
+// The words of a line, or of its part before one of them.
+inline qsizetype countWords(std::string_view part) {
+    qsizetype words = 0;
+    bool wasBlank = true;
+    for (const char c : part) {
+        const bool isBlank = sorvane::isPlainBlank(c);
+        words += wasBlank && !isBlank ? 1 : 0;
+        wasBlank = isBlank;
+    }
+    return words;
+}
+// Of the part of a simplified line.
+inline qsizetype countWords(QStringView part) {
+    return part.count(u' ');
+}
+
+// Converts the words of a line and remembers those that are none.
+template <class Word> class WatchedConversion {
 public:
-    WatchedPlainConversion(std::string_view line, std::vector<WordFault>& faults) : line_(line), faults_(&faults) {}
+    WatchedConversion(Word line, std::vector<WordFault>& faults) : line_(line), faults_(&faults) {}
 
-    int toInt(std::string_view word) const { return valueOf(::toInt(text(word)), word, NumberKind::Integer); }
-    float toFloat(std::string_view word) const { return valueOf(::toFloat(text(word)), word, NumberKind::Real); }
-    double toDouble(std::string_view word) const { return valueOf(::toDouble(text(word)), word, NumberKind::Real); }
-
-private:
-    static QString text(std::string_view word) {
-        return QString::fromLatin1(word.data(), static_cast<qsizetype>(word.size()));
-    }
-
-    template <class Number> Number valueOf(std::optional<Number> number, std::string_view word, NumberKind kind) const {
-        if (!number)
-            faults_->push_back({wordsBefore(word.data()), kind, word.empty()});
-        return number.value_or(Number{});
-    }
-
-    qsizetype wordsBefore(const char* word) const {
-        qsizetype words = 0;
-        for (const char* at = line_.data(); at != word; ++at)
-            words += !isPlainBlank(*at) && isPlainWordEnd(at + 1, line_.data() + line_.size()) ? 1 : 0;
-        return words;
-    }
-
-    std::string_view line_;
-    std::vector<WordFault>* faults_;
-};
-
-class WatchedTextConversion {
-public:
-    WatchedTextConversion(const QString& simplifiedLine, std::vector<WordFault>& faults)
-        : line_(simplifiedLine), faults_(&faults) {}
-
-    std::optional<int> toInt(QStringView word) const { return watched(::toInt(word), word, NumberKind::Integer); }
-    std::optional<float> toFloat(QStringView word) const { return watched(::toFloat(word), word, NumberKind::Real); }
-    std::optional<double> toDouble(QStringView word) const { return watched(::toDouble(word), word, NumberKind::Real); }
+    std::optional<int> toInt(Word word) const { return watched(::toInt(word), word, NumberKind::Integer); }
+    std::optional<float> toFloat(Word word) const { return watched(::toFloat(word), word, NumberKind::Real); }
+    std::optional<double> toDouble(Word word) const { return watched(::toDouble(word), word, NumberKind::Real); }
 
 private:
     template <class Number>
-    std::optional<Number> watched(std::optional<Number> number, QStringView word, NumberKind kind) const {
+    std::optional<Number> watched(std::optional<Number> number, Word word, NumberKind kind) const {
         if (!number)
-            faults_->push_back({line_.first(word.data() - line_.data()).count(u' '), kind, word.isEmpty()});
+            faults_->push_back({countWords(Word(line_.data(), word.data())), kind, word.empty()});
         return number;
     }
 
-    QStringView line_;
+    Word line_;
     std::vector<WordFault>* faults_;
 };
 
-using WatchedPlainWords = BasicPlainWords<WatchedPlainConversion>;
-using WatchedTextWords = BasicTextWords<WatchedTextConversion>;
+using WatchedPlainWords = BasicPlainWords<WatchedConversion<std::string_view>>;
+using WatchedTextWords = BasicTextWords<WatchedConversion<QStringView>>;

@@ -1,27 +1,34 @@
 // The numbers of a trajectory file as words of its lines.
 #pragma once
 
-#include <cmath>
-#include <limits>
+#include <concepts>
 #include <optional>
+#include <string_view>
 
 #include <QStringView>
 
 // A word that is not wholly a number of its type, or is not finite, is malformed: nothing. Independent of the locale.
-inline std::optional<int> toInt(QStringView word) {
-    bool isNumber = false;
-    const int value = word.toInt(&isNumber);
-    return isNumber ? std::optional(value) : std::nullopt;
-}
+std::optional<int> toInt(QStringView word);
+std::optional<double> toDouble(QStringView word);
+std::optional<float> toFloat(QStringView word);
 
-inline std::optional<double> toDouble(QStringView word) {
-    bool isNumber = false;
-    const double value = word.toDouble(&isNumber);
-    return isNumber && std::isfinite(value) ? std::optional(value) : std::nullopt;
-}
+// The same of a word in plain ASCII.
+std::optional<int> toInt(std::string_view word);
+std::optional<double> toDouble(std::string_view word);
+std::optional<float> toFloat(std::string_view word);
 
-inline std::optional<float> toFloat(QStringView word) {
-    bool isNumber = false;
-    const float value = word.toFloat(&isNumber);
-    return isNumber && std::isfinite(value) ? std::optional(value) : std::nullopt;
-}
+// Makes numbers of words, of which an empty one is missing: nothing for a missing or malformed one. A cursor over words
+// has its words converted by one, which may remember what it could not convert.
+template <class C, class Word>
+concept Conversion = std::copyable<C> && requires(const C conversion, Word word) {
+    { conversion.toInt(word) } -> std::same_as<std::optional<int>>;
+    { conversion.toFloat(word) } -> std::same_as<std::optional<float>>;
+    { conversion.toDouble(word) } -> std::same_as<std::optional<double>>;
+};
+
+// Nobody hears of a missing or malformed word.
+struct SilentConversion {
+    template <class Word> static std::optional<int> toInt(Word word) { return ::toInt(word); }
+    template <class Word> static std::optional<float> toFloat(Word word) { return ::toFloat(word); }
+    template <class Word> static std::optional<double> toDouble(Word word) { return ::toDouble(word); }
+};

@@ -7,6 +7,7 @@
 
 #include "devices.h"
 #include "identical.h"
+#include "linebylinereader.h"
 #include "trajectoryreader.h"
 #include "watchedreader.h"
 

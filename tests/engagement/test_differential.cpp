@@ -10,6 +10,7 @@
 
 #include "devices.h"
 #include "identical.h"
+#include "linebylinereader.h"
 
 namespace {
 constexpr int kTexts = 4000;

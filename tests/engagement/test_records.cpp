@@ -9,6 +9,7 @@
 
 #include "devices.h"
 #include "identical.h"
+#include "linebylinereader.h"
 #include "linereading.h"
 #include "rows.h"
 
