@@ -6,9 +6,14 @@
 #include <QFile>
 #include <QStringList>
 
+#include "atmfile.h"
+#include "brdffile.h"
 #include "dataroot.h"
+#include "radfile.h"
+#include "subfacetfile.h"
 #include "threatnames.h"
 #include "trajectoryreader.h"
+#include "vnlfile.h"
 
 namespace {
 constexpr float kStockTripleA[3] = {6.6F, 6.6F, 1.0F};
@@ -22,6 +27,10 @@ QString stockPath(const char* relativePath) {
 QString withoutExtension(QString path) {
     path.chop(kExtensionLength);
     return path;
+}
+
+QString withExtension(const QString& base, const char* extension) {
+    return base + u'.' + QLatin1String(extension);
 }
 
 QString firstCharacterAfter(const QString& text, const QString& mark) {
@@ -67,6 +76,30 @@ void nameThreatFiles(const QString& threatId, EngagementFiles& files) {
     files.threatSignatureBase = files.threatModelBase + QStringLiteral("_b000") + files.band;
 }
 } // namespace
+
+namespace sorvane {
+
+QString geometryPath(const QString& geometryBase) {
+    return withExtension(geometryBase, VnlFile::kExtension);
+}
+
+QString formFactorPath(const QString& geometryBase) {
+    return withExtension(geometryBase, SubfacetFile::kExtension);
+}
+
+QString reflectancePath(const QString& signatureBase) {
+    return withExtension(signatureBase, BrdfFile::kExtension);
+}
+
+QString radiancePath(const QString& signatureBase) {
+    return withExtension(signatureBase, RadFile::kExtension);
+}
+
+QString atmospherePath(const QString& signatureBase) {
+    return withExtension(signatureBase, AtmFile::kExtension);
+}
+
+} // namespace sorvane
 
 EngagementFiles namedFiles(const TrajectoryFileHeader& header) {
     EngagementFiles files;

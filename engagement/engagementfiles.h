@@ -5,6 +5,15 @@
 
 struct TrajectoryFileHeader;
 
+namespace sorvane {
+// The files of a body under the path of its geometry or of its signature, without an extension.
+QString geometryPath(const QString& geometryBase);
+QString formFactorPath(const QString& geometryBase);
+QString reflectancePath(const QString& signatureBase);
+QString radiancePath(const QString& signatureBase);
+QString atmospherePath(const QString& signatureBase);
+} // namespace sorvane
+
 struct EngagementFiles {
     bool isStockTerrain = false; // one of the two terrain files named is not there
     QString terrainTopoPath;
@@ -21,12 +30,12 @@ struct EngagementFiles {
     QString threatModelBase;
     QString threatSignatureBase;
 
-    QString atmospherePath() const { return targetSignatureBase + QStringLiteral(".atm"); }
-    QString targetGeometryPath() const { return targetGeometryBase + QStringLiteral(".vnl"); }
-    QString targetRadiancePath() const { return targetSignatureBase + QStringLiteral(".rad"); }
-    QString threatGeometryPath() const { return threatModelBase + QStringLiteral(".vnl"); }
-    QString threatRadiancePath() const { return threatSignatureBase + QStringLiteral(".rad"); }
-    QString threatBrdfPath() const { return threatSignatureBase + QStringLiteral(".brdf"); }
+    QString atmospherePath() const { return sorvane::atmospherePath(targetSignatureBase); }
+    QString targetGeometryPath() const { return sorvane::geometryPath(targetGeometryBase); }
+    QString targetRadiancePath() const { return sorvane::radiancePath(targetSignatureBase); }
+    QString threatGeometryPath() const { return sorvane::geometryPath(threatModelBase); }
+    QString threatRadiancePath() const { return sorvane::radiancePath(threatSignatureBase); }
+    QString threatBrdfPath() const { return sorvane::reflectancePath(threatSignatureBase); }
 };
 
 // The files that the header names, whether or not they are there.

@@ -4,6 +4,7 @@
 #include <QFile>
 
 #include "dataroot.h"
+#include "engagementfiles.h"
 
 namespace {
 constexpr float kRange = 3000.0F; // makes visible greys of radiances in W/cm²/sr
@@ -38,14 +39,14 @@ void initTerrain(Terrain& terrain, const QString& topographyPath, const QString&
 } // namespace
 
 void etxyz::InitHardbodies() {
-    const QString geometry = QStringLiteral(".vnl");
-    const QString radiance = QStringLiteral(".rad");
     if (atm != nullptr && target != nullptr)
-        initBody(*target, targetBrdfPath, targetGeometryBase + geometry, targetSignatureBase + radiance, *atm);
+        initBody(
+            *target, targetBrdfPath, sorvane::geometryPath(targetGeometryBase),
+            sorvane::radiancePath(targetSignatureBase), *atm);
     if (atm != nullptr && threat != nullptr)
         initBody(
-            *threat, threatSignatureBase + QStringLiteral(".brdf"), threatModelBase + geometry,
-            threatSignatureBase + radiance, *atm);
+            *threat, sorvane::reflectancePath(threatSignatureBase), sorvane::geometryPath(threatModelBase),
+            sorvane::radiancePath(threatSignatureBase), *atm);
     if (atm != nullptr && terrain != nullptr)
         initTerrain(*terrain, terrainTopoPath, terrainRadPath);
     hardbodiesInitialized = true;

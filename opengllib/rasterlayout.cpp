@@ -59,6 +59,18 @@ std::int64_t recordPadding(int sampleSize, int columns) {
     return columns < 0 ? 0 : (bytes + kRecordBytes - 1) / kRecordBytes * kRecordBytes - bytes;
 }
 
+std::optional<NeededBytes> neededBytes(const RowLayout& layout) {
+    if (!sampleCount(layout.rows, layout.columns, static_cast<std::size_t>(layout.itemBytes + kRecordBytes)))
+        return std::nullopt;
+    const std::int64_t stride = rowBytes(layout) + layout.skippedBytes;
+    return NeededBytes{layout.rows * stride - layout.skippedBytes, layout.rows * stride};
+}
+
+bool hasWholeHeader(std::FILE* stream) {
+    struct stat status {};
+    return ::fstat(::fileno(stream), &status) == 0 && status.st_size >= kHeaderBytes;
+}
+
 std::int64_t dataBytes(std::FILE* stream) {
     struct stat status {};
     return ::fstat(::fileno(stream), &status) == 0 ? std::max<std::int64_t>(status.st_size - kHeaderBytes, 0) : 0;

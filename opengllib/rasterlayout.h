@@ -22,6 +22,14 @@ struct RowLayout {
 // What fills a row of `columns` samples of `sampleSize` bytes up to a whole number of 512-byte records.
 std::int64_t recordPadding(int sampleSize, int columns);
 
+// Bytes behind the header that all rows need; at most those of what follows the last row's samples come on top.
+struct NeededBytes {
+    std::int64_t least = 0;
+    std::int64_t most = 0;
+};
+// Nothing for sizes that no file has.
+std::optional<NeededBytes> neededBytes(const RowLayout& layout);
+
 // The first row that a file is too short for.
 struct ShortRow {
     int number = 0;   // counted from 1
@@ -53,6 +61,9 @@ template <class T> std::unique_ptr<T[]> allocateSamples(std::int64_t rows, std::
         useLargePages(samples.get(), *count * sizeof(T));
     return samples;
 }
+
+// Whether a file is at least as long as a header of any family.
+bool hasWholeHeader(std::FILE* stream);
 
 // Bytes of a file behind its header.
 std::int64_t dataBytes(std::FILE* stream);

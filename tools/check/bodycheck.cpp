@@ -4,14 +4,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstring>
 #include <span>
 
 #include "atmfile.h"
 #include "brdffile.h"
 #include "facetarrays.h"
-#include "inputfile.h"
 #include "loadercheck.h"
 #include "radfile.h"
 #include "rotor.h"
@@ -23,30 +20,6 @@ constexpr const char* kValues = "unusable values";
 constexpr const char* kFailure = "the file can't be loaded";
 constexpr int kMostFacets = 65536 / 3; // by 16-bit numbers of corners
 constexpr int kRefusedFacets = 1 << 24;
-
-std::optional<int> facetsOfRadiance(const std::string& path) {
-    constexpr std::size_t kCountOffset = 40;
-    std::int32_t facets = 0;
-    const std::optional<std::string> head = readInputFile(path, kCountOffset + sizeof facets);
-    if (!head || head->size() < kCountOffset + sizeof facets)
-        return std::nullopt;
-    std::memcpy(&facets, head->data() + kCountOffset, sizeof facets);
-    return facets;
-}
-
-// A geometry file loads only together with the other two: files of one class and no radiance take their place.
-std::string plainReflectance(int facets) {
-    std::string text = "BRDF\n1\n0 1 0 1 2 -\n";
-    if (facets > 0)
-        text += std::string("1 ") + std::to_string(facets) + " 1 -\n";
-    return text;
-}
-
-std::string noRadiance(int facets) {
-    std::string bytes(84 + 8 * static_cast<std::size_t>(facets), '\0');
-    std::memcpy(bytes.data() + 40, &facets, sizeof facets);
-    return bytes;
-}
 
 bool isFinite(const Tuple3<float>& triple) {
     return std::isfinite(triple.x) && std::isfinite(triple.y) && std::isfinite(triple.z);
@@ -62,17 +35,6 @@ void checkFinite(std::span<const float> perFacet, const char* what, FindingList&
                 " is not finite");
 }
 
-bool loadGeometry(const std::string& path, int facets, FacetArrays& arrays) {
-    BrdfFile brdf;
-    RadFile rad;
-    VnlFile vnl;
-    return brdf.parse(plainReflectance(facets)) && rad.parse(noRadiance(facets), facets) && arrays.allocate(facets) &&
-           vnl.Load(
-               path, brdf, rad, arrays.indices_.get(), arrays.vertices_.get(), arrays.normals_.get(),
-               arrays.primaryColors_.get(), arrays.secondaryColors_.get(), arrays.facetCentroids_.get(),
-               arrays.facetNormals_.get(), arrays.facetMap_.get());
-}
-
 // Asks for a slot for every facet, as the geometry's loader does.
 bool handsOutSlots(BrdfFile& brdf) {
     for (int facet = 0; facet < brdf.numFacets(); ++facet)
@@ -83,19 +45,16 @@ bool handsOutSlots(BrdfFile& brdf) {
 } // namespace
 
 std::optional<int> facetsOfGeometry(const std::string& path) {
-    const std::optional<std::string> head = readInputFile(path, 256);
-    int vertices = 0;
-    int facets = 0;
-    if (!head || std::sscanf(head->c_str(), "%d %d", &vertices, &facets) != 2 || facets < 0)
-        return std::nullopt;
-    return facets;
+    const std::optional<VnlFile::Counts> counts = VnlFile::readAnnouncedCounts(path);
+    return counts && counts->facets >= 0 ? std::optional(counts->facets) : std::nullopt;
 }
 
 std::optional<int> checkGeometry(const std::string& path, FindingList& findings) {
     const std::optional<int> facets = facetsOfGeometry(path);
     FacetArrays arrays;
+    VnlFile geometry;
     const int tried = facets.value_or(0) > kRefusedFacets ? 0 : facets.value_or(0);
-    if (!checkLoader([&] { return loadGeometry(path, tried, arrays); }, findings, kFailure))
+    if (!checkLoader([&] { return geometry.LoadAlone(path, tried, arrays); }, findings, kFailure))
         return facets;
     const auto corners = 3 * static_cast<std::size_t>(tried);
     for (std::size_t corner = 0; corner < corners; ++corner)
@@ -132,7 +91,7 @@ std::optional<int> checkReflectance(const std::string& path, FindingList& findin
 }
 
 std::optional<int> checkBodyRadiance(const std::string& path, FindingList& findings) {
-    const std::optional<int> facets = facetsOfRadiance(path);
+    const std::optional<int> facets = RadFile::readAnnouncedFacets(path);
     RadFile rad;
     if (!checkLoader([&] { return rad.Load(path, facets.value_or(0)); }, findings, kFailure) || facets.value_or(0) < 1)
         return facets;

@@ -10,9 +10,12 @@
 #include "engagementfiles.h"
 #include "filechecks.h"
 #include "rastercheck.h"
+#include "subfacetfile.h"
 #include "tablecheck.h"
 #include "terraincheck.h"
+#include "terrainxmlparser.h"
 #include "trajectorycheck.h"
+#include "vnlfile.h"
 
 namespace {
 constexpr const char* kFacets = "counts of facets";
@@ -38,7 +41,7 @@ std::string geometryBeside(const std::string& path) {
     std::string stem = file.filename().string();
     while (!stem.empty()) {
         stem.resize(std::min(stem.find_last_of("._"), stem.size()));
-        const std::filesystem::path geometry = file.parent_path() / (stem + ".vnl");
+        const std::filesystem::path geometry = file.parent_path() / (stem + "." + VnlFile::kExtension);
         if (isThere(geometry.string()))
             return geometry.string();
         if (stem.find_last_of("._") == std::string::npos)
@@ -156,7 +159,7 @@ void CheckRun::checkTrajectoryAnd(const std::string& path, FindingList& findings
     if (!isThere(topography) || !isThere(radiance) || !terrains_.emplace(topography, radiance).second)
         return;
     pending_.emplace_back([this, topography, radiance] {
-        if (checkExtension(topography, "xml")) {
+        if (checkExtension(topography, sorvane::kDescriptionExtension)) {
             checkFile(topography, FileKind::TerrainDescription);
             return;
         }
@@ -169,7 +172,7 @@ void CheckRun::checkTrajectoryAnd(const std::string& path, FindingList& findings
 }
 
 void CheckRun::checkBody(const std::string& brdf, const std::string& geometry, const std::string& radiance) {
-    const std::string formFactors = geometry.substr(0, geometry.size() - 3) + "sff-txt";
+    const std::string formFactors = SubfacetFile::pathBeside(geometry);
     const std::pair<const std::string&, FileKind> files[] = {
         {geometry, FileKind::Geometry},
         {brdf, FileKind::Reflectance},

@@ -12,14 +12,14 @@
 #include <unistd.h>
 
 #include "inputfile.h"
+#include "terrainxmlparser.h"
 #include "wordconversion.h"
 
 namespace {
+using sorvane::ElementKind;
+
 constexpr const char* kForm = "faults of form";
 constexpr const char* kNumbers = "malformed numbers";
-
-constexpr std::string_view kIntegers[] = {"width", "height"};
-constexpr std::string_view kReals[] = {"origin_x", "origin_y", "minZ", "maxZ", "i", "j"};
 
 void reportFault(void* findings, xmlErrorPtr fault) {
     const std::string text = fault->message == nullptr ? "" : fault->message;
@@ -68,8 +68,9 @@ private:
     xmlTextReaderPtr reader_ = nullptr;
 };
 
-void checkNumber(const std::string& text, bool isInteger, FindingPlace place, FindingList& findings) {
+void checkNumber(const std::string& text, ElementKind kind, FindingPlace place, FindingList& findings) {
     const QString word = QString::fromStdString(text).trimmed();
+    const bool isInteger = kind == ElementKind::Integer;
     if (isInteger ? !toInt(word) : !toFloat(word))
         findings.error(place, kNumbers, "\"" + text + "\" is not " + (isInteger ? "an integer" : "a finite number"));
 }
@@ -89,14 +90,14 @@ DescriptionScan scanDescription(const std::string& path, FindingList& findings) 
         if (document.isStart()) {
             element = document.name();
             place = document.place();
-            if (element == "subterrain") {
+            if (element == sorvane::kTileElement) {
                 scan.tileLines.push_back(place.line);
-                checkNumber(document.attribute("n"), true, place, findings);
+                checkNumber(document.attribute(sorvane::kTileNumber), ElementKind::Integer, place, findings);
             }
         } else if (document.isText()) {
-            const bool isInteger = std::ranges::find(kIntegers, element) != std::end(kIntegers);
-            if (isInteger || std::ranges::find(kReals, element) != std::end(kReals))
-                checkNumber(document.value(), isInteger, place, findings);
+            const ElementKind kind = sorvane::kindOfElement(element);
+            if (kind != ElementKind::Other)
+                checkNumber(document.value(), kind, place, findings);
             element.clear();
         }
     }

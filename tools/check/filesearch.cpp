@@ -54,7 +54,7 @@ private:
     }
 
     void refuse(const std::string& path) {
-        err_ << command_ << ": " << path << ": " << openFault(path) << std::endl;
+        err_ << command_ << ": " << path << ": " << problemOfOpening(path).text << std::endl;
         found.isComplete = false;
     }
 

@@ -1,4 +1,4 @@
-// Checks a raster file of either family.
+// Checks a raster file of any family.
 #pragma once
 
 #include <string>

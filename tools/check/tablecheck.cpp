@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "aster.h"
 #include "bandfile.h"
 #include "cnumericlocale.h"
 #include "inputfile.h"
@@ -112,7 +113,6 @@ void checkClassToAster(const std::string& path, FindingList& findings) {
 }
 
 void checkSpectralSample(const std::string& path, FindingList& findings) {
-    constexpr std::int64_t kHeaderLines = 26;
     const std::optional<std::string> text = readTable(path, findings);
     if (!text)
         return;
@@ -121,7 +121,7 @@ void checkSpectralSample(const std::string& path, FindingList& findings) {
     forEachLine(*text, [&](const std::string& line, FindingPlace place) {
         float wavelength = 0.0F;
         float percent = 0.0F;
-        if (place.line <= kHeaderLines)
+        if (place.line <= Aster::kHeaderLines)
             return;
         if (std::sscanf(line.c_str(), "%f %f", &wavelength, &percent) == 2 && std::isfinite(wavelength + percent))
             ++points;
@@ -130,5 +130,7 @@ void checkSpectralSample(const std::string& path, FindingList& findings) {
     });
     if (points < 2)
         findings.error(
-            {}, kLines, std::string("the sample has ") + std::to_string(points) + " points behind its 26 header lines");
+            {}, kLines,
+            std::string("the sample has ") + std::to_string(points) + " points behind its " +
+                std::to_string(Aster::kHeaderLines) + " header lines");
 }

@@ -21,6 +21,7 @@
 #include "rastersize.h"
 #include "terrain.h"
 #include "terrainreflectance.h"
+#include "terrainxmlparser.h"
 
 namespace {
 constexpr const char* kTiles = "faults of tiles";
@@ -118,9 +119,7 @@ private:
     // The classes of the table that the tile goes by; nothing without one.
     std::optional<std::set<int>> knownClasses() {
         std::set<int> known;
-        const ReflectanceRoute route = reflectanceRoute(
-            {"", tile_.getCls2AsterFilePath(), tile_.getAsterDbFilePath(), tile_.getBandFilePath(),
-             tile_.getCls2MatFilePath(), tile_.getTempFilePath()});
+        const ReflectanceRoute route = reflectanceRoute(tile_.reflectanceFiles());
         if (route == ReflectanceRoute::None)
             return std::nullopt;
         if (route == ReflectanceRoute::Aster) {
@@ -227,15 +226,14 @@ std::vector<std::string> checkTerrainSet(const std::string& description, Finding
     const DescriptionScan scan = scanDescription(description, findings);
     if (!scan.isWellFormed)
         return {};
-    const std::string directory = std::filesystem::path(description).parent_path().string();
     return checkTiles(
-        [&](Terrain& terrain) { return terrain.load(description, directory.empty() ? "." : directory, 1.0F); },
+        [&](Terrain& terrain) { return terrain.load(description, sorvane::folderOfDescription(description), 1.0F); },
         scan.tileLines, findings);
 }
 
 std::vector<std::string>
 checkTerrainOf(const std::string& topography, const std::string& radiance, FindingList& findings) {
-    const std::string description = std::filesystem::path(topography).replace_extension("xml").string();
+    const std::string description = sorvane::descriptionFor(topography);
     if (FileExists(description))
         return {description};
     return checkTiles(

@@ -106,7 +106,7 @@ bool compareTrajectoryFiles(const CompareOptions& options, Streams& streams) {
 bool compareFiles(const CompareOptions& options, Streams& streams) {
     for (const std::string& path : {options.a, options.b})
         if (path != "-" && openInputFile(path) == nullptr)
-            throw CannotCompare(path + ": " + openFault(path));
+            throw CannotCompare(path + ": " + problemOfOpening(path).text);
     const bool isPictureA = isPicture(options.a);
     const bool isPictureB = isPicture(options.b);
     if (isPictureA && isPictureB)

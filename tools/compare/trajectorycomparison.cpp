@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "shortestnumber.h"
+#include "trajectoryheaderfields.h"
 
 namespace {
 struct TripleField {
@@ -32,30 +33,33 @@ constexpr FlareTriple kFlareTriples[] = {
     {{"_intensity_1", "_intensity_2", "_intensity_3"}, &flareKeyframe::intensity},
 };
 
+std::string textOf(const QString& text) {
+    return text.toStdString();
+}
+
+std::string textOf(int number) {
+    return std::to_string(number);
+}
+
+std::string textOf(float number) {
+    return shortestText(number);
+}
+
 std::string textOf(const float (&triple)[3]) {
     return shortestText(triple[0]) + ' ' + shortestText(triple[1]) + ' ' + shortestText(triple[2]);
 }
 
 std::vector<HeaderDifference> compareHeaders(const TrajectoryFileHeader& a, const TrajectoryFileHeader& b) {
     std::vector<HeaderDifference> differences;
-    const auto compare = [&](const char* field, const std::string& textA, const std::string& textB) {
+    for (const sorvane::TrajectoryHeaderField& field : sorvane::kTrajectoryHeaderFields) {
+        const auto text = [&](const TrajectoryFileHeader& header) {
+            return std::visit([&](auto member) { return textOf(header.*member); }, field.member);
+        };
+        const std::string textA = text(a);
+        const std::string textB = text(b);
         if (textA != textB)
-            differences.push_back({field, textA, textB});
-    };
-    const auto text = [](const QString& value) {
-        return value.toStdString();
-    };
-    compare("terrain_topography", text(a.terrainTopoPath), text(b.terrainTopoPath));
-    compare("terrain_radiance", text(a.terrainRadPath), text(b.terrainRadPath));
-    compare("target_signature", text(a.targetSignaturePath), text(b.targetSignaturePath));
-    compare("terrain_triple_a", textOf(a.terrainTripleA), textOf(b.terrainTripleA));
-    compare("terrain_triple_b", textOf(a.terrainTripleB), textOf(b.terrainTripleB));
-    compare("target_geometry", text(a.targetGeometryPath), text(b.targetGeometryPath));
-    compare("target_brdf", text(a.targetBrdfPath), text(b.targetBrdfPath));
-    compare("text_9", text(a.text9), text(b.text9));
-    compare("int_10", std::to_string(a.int10), std::to_string(b.int10));
-    compare("threat_id", text(a.threatId), text(b.threatId));
-    compare("field_of_view_deg", shortestText(a.fieldOfView), shortestText(b.fieldOfView));
+            differences.push_back({field.comparedName, textA, textB});
+    }
     return differences;
 }
 

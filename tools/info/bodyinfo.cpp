@@ -3,15 +3,12 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <numeric>
 
 #include "atmfile.h"
 #include "brdffile.h"
 #include "facetarrays.h"
-#include "inputfile.h"
 #include "radfile.h"
 #include "rotor.h"
 #include "shortestnumber.h"
@@ -19,46 +16,9 @@
 #include "vnlfile.h"
 
 namespace {
-constexpr const char* kCannotBeRead = "can't be read";
+using sorvane::Problem;
 
-struct GeometryCounts {
-    int vertices = 0;
-    int facets = 0;
-};
-
-// What line 1 announces; nothing where the loader will find it malformed.
-std::optional<GeometryCounts> readGeometryCounts(const std::string& path) {
-    constexpr std::size_t kLineBytes = 255;
-    const std::optional<std::string> line = readInputFile(path, kLineBytes);
-    GeometryCounts counts;
-    if (!line || std::sscanf(line->c_str(), "%d %d", &counts.vertices, &counts.facets) < 2)
-        return std::nullopt;
-    return counts;
-}
-
-// A geometry is loaded against a body's other files. These stand in for them: one class, radiances of 0.
-struct StandIns {
-    BrdfFile reflectance;
-    RadFile radiance;
-    FacetArrays arrays;
-
-    bool make(int facets) {
-        std::string text = "BRDF\n1\n0 0 0 0 0 x\n";
-        if (facets > 0)
-            text += "1 " + std::to_string(facets) + " 1 x\n";
-        constexpr std::size_t kCountOffset = 40;
-        std::string bytes(84 + 8 * static_cast<std::size_t>(facets), '\0');
-        std::memcpy(bytes.data() + kCountOffset, &facets, sizeof facets);
-        return reflectance.parse(text) && radiance.parse(bytes, facets) && arrays.allocate(facets);
-    }
-
-    bool load(const std::string& path, VnlFile& geometry) {
-        return geometry.Load(
-            path, reflectance, radiance, arrays.indices_.get(), arrays.vertices_.get(), arrays.normals_.get(),
-            arrays.primaryColors_.get(), arrays.secondaryColors_.get(), arrays.facetCentroids_.get(),
-            arrays.facetNormals_.get(), arrays.facetMap_.get());
-    }
-};
+const Problem kCannotBeRead{"can't be read"};
 
 InfoRecord pointRecord(const Tuple3<float>& point) {
     const float values[] = {point.x, point.y, point.z};
@@ -101,28 +61,26 @@ InfoRecord limitsRecord(std::span<const float> values) {
 }
 } // namespace
 
-InfoFault describeGeometry(const std::string& path, LengthUnit unit, InfoRecord& record) {
-    constexpr std::uintmax_t kShortestFacetLine = 9; // "1 1 1 1 x", and the last one may lack its line feed
-    const std::optional<GeometryCounts> counts = readGeometryCounts(path);
+std::optional<Problem> describeGeometry(const std::string& path, LengthUnit unit, InfoRecord& record) {
+    const std::optional<VnlFile::Counts> counts = VnlFile::readAnnouncedCounts(path);
     if (counts) {
         record["vertices"] = counts->vertices;
         record["facets"] = counts->facets;
-        if (counts->facets < 0 ||
-            static_cast<std::uintmax_t>(counts->facets) > std::filesystem::file_size(path) / kShortestFacetLine)
-            return "announces more or fewer facets than it can hold";
+        if (counts->facets < 0 || VnlFile::leastBytesOf(counts->facets) > std::filesystem::file_size(path))
+            return Problem{"announces more or fewer facets than it can hold"};
     }
     const int facets = counts ? counts->facets : 0;
-    StandIns standIns;
+    FacetArrays arrays;
     VnlFile geometry;
-    if (!standIns.make(facets) || !standIns.load(path, geometry))
+    if (!geometry.LoadAlone(path, facets, arrays))
         return kCannotBeRead;
     record["bounding_box"] = statedBox(geometry, unit);
     if (facets > 0)
-        record["extent"] = cornerExtent(standIns.arrays, facets, unit);
+        record["extent"] = cornerExtent(arrays, facets, unit);
     return std::nullopt;
 }
 
-InfoFault describeReflectance(const std::string& path, InfoRecord& record) {
+std::optional<Problem> describeReflectance(const std::string& path, InfoRecord& record) {
     BrdfFile file;
     if (!file.Load(path))
         return kCannotBeRead;
@@ -144,26 +102,23 @@ InfoFault describeReflectance(const std::string& path, InfoRecord& record) {
     return std::nullopt;
 }
 
-InfoFault describeBodyRadiance(const std::string& path, InfoRecord& record) {
-    constexpr std::size_t kCountOffset = 40;
-    std::int32_t facets = 0;
-    const std::optional<std::string> head = readInputFile(path, kCountOffset + sizeof facets);
-    if (!head || head->size() < kCountOffset + sizeof facets)
-        return "is shorter than its header";
-    std::memcpy(&facets, head->data() + kCountOffset, sizeof facets);
-    record["facets"] = facets;
+std::optional<Problem> describeBodyRadiance(const std::string& path, InfoRecord& record) {
+    const std::optional<std::int32_t> facets = RadFile::readAnnouncedFacets(path);
+    if (!facets)
+        return Problem{"is shorter than its header"};
+    record["facets"] = *facets;
     RadFile file;
-    if (!file.Load(path, facets))
+    if (!file.Load(path, *facets))
         return kCannotBeRead;
-    if (facets > 0) {
-        const auto count = static_cast<std::size_t>(facets);
+    if (*facets > 0) {
+        const auto count = static_cast<std::size_t>(*facets);
         record["radiance"] = limitsRecord({file.rad(), count});
         record["emittance"] = limitsRecord({file.bbe(), count});
     }
     return std::nullopt;
 }
 
-InfoFault describeFormFactors(const std::string& path, InfoRecord& record) {
+std::optional<Problem> describeFormFactors(const std::string& path, InfoRecord& record) {
     SubfacetFile file;
     if (!file.Load(path, {}, {}))
         return kCannotBeRead;
@@ -175,7 +130,7 @@ InfoFault describeFormFactors(const std::string& path, InfoRecord& record) {
     return std::nullopt;
 }
 
-InfoFault describeAtmosphere(const std::string& path, InfoRecord& record) {
+std::optional<Problem> describeAtmosphere(const std::string& path, InfoRecord& record) {
     AtmFile file;
     if (!file.Load(path))
         return kCannotBeRead;
@@ -190,7 +145,7 @@ InfoFault describeAtmosphere(const std::string& path, InfoRecord& record) {
     return std::nullopt;
 }
 
-InfoFault describeRotors(const std::string& path, LengthUnit unit, InfoRecord& record) {
+std::optional<Problem> describeRotors(const std::string& path, LengthUnit unit, InfoRecord& record) {
     const Rotor file(path.c_str());
     InfoRecord& rotors = record["rotors"] = InfoRecord::array();
     for (int rotor = 1; rotor <= file.getRotorCount(); ++rotor)

@@ -3,9 +3,9 @@
 
 #include "inforecord.h"
 
-InfoFault describeGeometry(const std::string& path, LengthUnit unit, InfoRecord& record);
-InfoFault describeReflectance(const std::string& path, InfoRecord& record);
-InfoFault describeBodyRadiance(const std::string& path, InfoRecord& record);
-InfoFault describeFormFactors(const std::string& path, InfoRecord& record);
-InfoFault describeAtmosphere(const std::string& path, InfoRecord& record);
-InfoFault describeRotors(const std::string& path, LengthUnit unit, InfoRecord& record);
+std::optional<sorvane::Problem> describeGeometry(const std::string& path, LengthUnit unit, InfoRecord& record);
+std::optional<sorvane::Problem> describeReflectance(const std::string& path, InfoRecord& record);
+std::optional<sorvane::Problem> describeBodyRadiance(const std::string& path, InfoRecord& record);
+std::optional<sorvane::Problem> describeFormFactors(const std::string& path, InfoRecord& record);
+std::optional<sorvane::Problem> describeAtmosphere(const std::string& path, InfoRecord& record);
+std::optional<sorvane::Problem> describeRotors(const std::string& path, LengthUnit unit, InfoRecord& record);

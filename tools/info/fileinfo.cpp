@@ -13,7 +13,9 @@
 #include "trajectoryinfo.h"
 
 namespace {
-InfoFault describe(FileKind kind, const std::string& path, LengthUnit unit, InfoRecord& record) {
+using sorvane::Problem;
+
+std::optional<Problem> describe(FileKind kind, const std::string& path, LengthUnit unit, InfoRecord& record) {
     switch (kind) {
     case FileKind::Trajectory:
         return describeTrajectory(path, unit, record);
@@ -46,17 +48,17 @@ InfoFault describe(FileKind kind, const std::string& path, LengthUnit unit, Info
     case FileKind::Unknown:
         break;
     }
-    return "is none of the files that the viewer reads";
+    return Problem{"is none of the files that the viewer reads"};
 }
 
-void takeOutcome(const LoaderOutcome& outcome, InfoFault fault, InfoRecord& record) {
+void takeOutcome(const LoaderOutcome& outcome, std::optional<Problem> problem, InfoRecord& record) {
     const bool hasMessages = !outcome.messages.empty();
     if (outcome.hasEndedProcess)
-        fault = "ends the viewer";
+        problem = Problem{"ends the viewer"};
     else if (!outcome.hasReturned())
-        fault = outcome.exceptionText;
-    if (fault)
-        record["error"] = hasMessages ? *fault + ": " + outcome.messages.back().text : *fault;
+        problem = Problem{outcome.exceptionText};
+    if (problem)
+        record["error"] = hasMessages ? problem->text + ": " + outcome.messages.back().text : problem->text;
     if (hasMessages) {
         InfoRecord& messages = record["messages"] = InfoRecord::array();
         for (const Message& message : outcome.messages)
@@ -70,15 +72,15 @@ InfoRecord describeFile(const std::string& path, LengthUnit unit) {
     const FileKind kind = isStandardInput ? FileKind::Trajectory : fileKindOf(path);
     InfoRecord record{{"path", path}, {"kind", nameOf(kind)}};
     if (!isStandardInput && openInputFile(path) == nullptr) {
-        record["error"] = openFault(path);
+        record["error"] = problemOfOpening(path).text;
         return record;
     }
-    InfoFault fault;
+    std::optional<Problem> problem;
     const LoaderOutcome outcome = runLoader([&] {
         if (!isStandardInput)
             record["size_bytes"] = std::filesystem::file_size(path);
-        fault = describe(kind, path, unit, record);
+        problem = describe(kind, path, unit, record);
     });
-    takeOutcome(outcome, std::move(fault), record);
+    takeOutcome(outcome, std::move(problem), record);
     return record;
 }

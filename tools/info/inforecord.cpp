@@ -12,13 +12,6 @@ InfoRecord numberList(std::span<const float> values) {
     return list;
 }
 
-std::string fixedText(std::span<const char> field) {
-    std::string_view text(field.data(), field.size());
-    text = text.substr(0, text.find('\0'));
-    const std::size_t last = text.find_last_not_of(' ');
-    return std::string(text.substr(0, last == std::string_view::npos ? 0 : last + 1));
-}
-
 std::string lengthName(const char* stem, LengthUnit unit) {
     return stem + lengthNameEnding(unit).toStdString();
 }

@@ -9,17 +9,13 @@
 #include <nlohmann/json.hpp>
 
 #include "measuretext.h"
+#include "problem.h"
 
-// A file's description: its members in the order in which they are shown. docs/json.md lists them.
+// A file's description: its members in the order in which they are shown. docs/json.md lists them. What describes a
+// file puts in what it can and answers why it could not describe it, or not wholly.
 using InfoRecord = nlohmann::ordered_json;
 
-// Why a file could not be described, or not wholly; nothing when it could.
-using InfoFault = std::optional<std::string>;
-
 InfoRecord numberList(std::span<const float> values);
-
-// The characters of a field of fixed width up to a zero byte, without blanks at the end.
-std::string fixedText(std::span<const char> field);
 
 std::string lengthName(const char* stem, LengthUnit unit); // "range", metres: "range_m"
 std::string speedName(const char* stem, LengthUnit unit);

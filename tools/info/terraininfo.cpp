@@ -3,47 +3,27 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <filesystem>
 #include <limits>
 #include <memory>
 #include <vector>
 
 #include "bandfile.h"
 #include "cls2asterfile.h"
-#include "cnumericlocale.h"
 #include "inputfile.h"
 #include "loadclstomatfile.h"
+#include "loadmaterialtables.h"
 #include "shortestnumber.h"
-#include "subterrain.h"
+#include "terraincompanions.h"
 #include "terrainfileexists.h"
-#include "terrainreflectance.h"
 #include "terrainxmlparser.h"
-#include "textlines.h"
 
 namespace {
-constexpr const char* kCannotBeRead = "can't be read";
+using sorvane::Problem;
+using sorvane::TerrainCompanions;
+using sorvane::TerrainSet;
+
+const Problem kCannotBeRead{"can't be read"};
 constexpr std::size_t kWholeFile = std::numeric_limits<std::size_t>::max();
-
-struct TerrainSet {
-    TerrainDescription description;
-    std::vector<std::unique_ptr<SubTerrain>> tiles;
-    std::string companionStem; // of the files that all tiles share
-};
-
-TerrainSet readSet(const std::string& path) {
-    // The viewer takes the files beside the description, whatever folder that names.
-    const std::string parent = std::filesystem::path(path).parent_path().string();
-    const std::string directory = parent.empty() ? "." : parent;
-    TerrainSet set;
-    int count = 0;
-    SubTerrain** const list = readTerrainXML(path, directory, count, set.description);
-    for (int i = 0; i < count; ++i)
-        set.tiles.emplace_back(std::exchange(list[i], nullptr));
-    cleanUpSubTerrainList(list, count);
-    set.companionStem = directory + "/" + set.description.base;
-    return set;
-}
 
 InfoRecord tileRecord(SubTerrain& tile, LengthUnit unit) {
     const SubTerrain::Bounds& bounds = tile.bounds();
@@ -71,19 +51,15 @@ InfoRecord extentRecord(const std::vector<std::unique_ptr<SubTerrain>>& tiles, L
         {lengthName("minimum", unit), numberList(box.minimum)}, {lengthName("maximum", unit), numberList(box.maximum)}};
 }
 
-InfoRecord companionsRecord(const std::string& stem) {
-    InfoRecord companions = InfoRecord::array();
-    for (const char* extension : {"atm", "band", "cls2aster", "cls2mat", "temp"}) {
-        const std::string path = stem + "." + extension;
-        companions.push_back({{"path", path}, {"exists", FileExists(path)}});
-    }
-    return companions;
+InfoRecord companionsRecord(const TerrainCompanions& companions) {
+    InfoRecord record = InfoRecord::array();
+    for (const auto companion : TerrainCompanions::kAll)
+        record.push_back({{"path", companions.*companion}, {"exists", FileExists(companions.*companion)}});
+    return record;
 }
 
-const char* routeOf(const TerrainSet& set) {
-    const std::string& stem = set.companionStem;
-    switch (reflectanceRoute(
-        {"", stem + ".cls2aster", set.description.asterdb, stem + ".band", stem + ".cls2mat", stem + ".temp"})) {
+const char* nameOf(ReflectanceRoute route) {
+    switch (route) {
     case ReflectanceRoute::Aster:
         return "spectra";
     case ReflectanceRoute::Material:
@@ -95,16 +71,17 @@ const char* routeOf(const TerrainSet& set) {
 }
 } // namespace
 
-InfoFault describeTerrain(const std::string& path, LengthUnit unit, InfoRecord& record) {
-    const TerrainSet set = readSet(path);
+std::optional<Problem> describeTerrain(const std::string& path, LengthUnit unit, InfoRecord& record) {
+    const TerrainSet set = sorvane::readTerrainSet(path, sorvane::folderOfDescription(path));
     if (set.tiles.empty())
-        return "describes no tiles";
+        return Problem{"describes no tiles"};
+    const TerrainCompanions companions = sorvane::companionsOf(set.companionStem);
     record["base"] = set.description.base;
     record["radiance_base"] = set.description.radbase;
     record["described_folder"] = set.description.datadir;
     record["spectra_folder"] = set.description.asterdb;
-    record["reflectance_by"] = routeOf(set);
-    record["companions"] = companionsRecord(set.companionStem);
+    record["reflectance_by"] = nameOf(reflectanceRoute(companions.reflectanceFiles(set.description.asterdb)));
+    record["companions"] = companionsRecord(companions);
     record["extent"] = extentRecord(set.tiles, unit);
     InfoRecord& tiles = record["tiles"] = InfoRecord::array();
     for (const auto& tile : set.tiles)
@@ -112,7 +89,7 @@ InfoFault describeTerrain(const std::string& path, LengthUnit unit, InfoRecord& 
     return std::nullopt;
 }
 
-InfoFault describeClassToAster(const std::string& path, InfoRecord& record) {
+std::optional<Problem> describeClassToAster(const std::string& path, InfoRecord& record) {
     const std::optional<std::string> text = readInputFile(path, kWholeFile);
     if (!text)
         return kCannotBeRead;
@@ -122,36 +99,30 @@ InfoFault describeClassToAster(const std::string& path, InfoRecord& record) {
     return std::nullopt;
 }
 
-InfoFault describeClassToMaterial(const std::string& path, InfoRecord& record) {
+std::optional<Problem> describeClassToMaterial(const std::string& path, InfoRecord& record) {
     std::array<unsigned char, std::size_t{2} * kMaximumClassPairs> pairs{};
     unsigned count = 0;
     const bool isRead = loadCLStoMatFile(path, pairs.data(), count);
     InfoRecord& classes = record["classes"] = InfoRecord::array();
     for (std::size_t i = 0; i < count; ++i)
         classes.push_back({{"class", pairs[2 * i]}, {"material", pairs[2 * i + 1]}});
-    return isRead ? std::nullopt : InfoFault(kCannotBeRead);
+    return isRead ? std::nullopt : std::optional(kCannotBeRead);
 }
 
-InfoFault describeTemperatures(const std::string& path, InfoRecord& record) {
+std::optional<Problem> describeTemperatures(const std::string& path, InfoRecord& record) {
     const std::optional<std::string> text = readInputFile(path, kWholeFile);
     if (!text)
         return kCannotBeRead;
-    constexpr std::size_t kLineLength = 256;
-    const CNumericLocale decimalPoint;
-    TextLines lines(*text);
-    char line[kLineLength];
-    float temperature = 0.0F;
-    float emissivity = 0.0F;
     InfoRecord& materials = record["materials"] = InfoRecord::array();
-    while (lines.getLine(line, sizeof line) && std::sscanf(line, "%f %f", &temperature, &emissivity) == 2)
+    for (const sorvane::MaterialValues& values : sorvane::readTemperatures(*text))
         materials.push_back(
             {{"material", materials.size() + 1},
-             {"temperature", shortestDouble(temperature)},
-             {"emissivity", shortestDouble(emissivity)}});
-    return materials.empty() ? InfoFault("begins with no pair of numbers") : std::nullopt;
+             {"temperature", shortestDouble(values.temperature)},
+             {"emissivity", shortestDouble(values.emissivity)}});
+    return materials.empty() ? std::optional(Problem{"begins with no pair of numbers"}) : std::nullopt;
 }
 
-InfoFault describeBand(const std::string& path, InfoRecord& record) {
+std::optional<Problem> describeBand(const std::string& path, InfoRecord& record) {
     const std::optional<std::string> text = readInputFile(path, kWholeFile);
     if (!text)
         return kCannotBeRead;
@@ -160,5 +131,5 @@ InfoFault describeBand(const std::string& path, InfoRecord& record) {
     BandFile::parse(*text, lower, upper);
     record["lower_edge"] = shortestDouble(lower);
     record["upper_edge"] = shortestDouble(upper);
-    return lower > 0.0F && upper > 0.0F ? std::nullopt : InfoFault("has no band edges above 0");
+    return lower > 0.0F && upper > 0.0F ? std::nullopt : std::optional(Problem{"has no band edges above 0"});
 }

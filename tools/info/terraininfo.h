@@ -3,8 +3,8 @@
 
 #include "inforecord.h"
 
-InfoFault describeTerrain(const std::string& path, LengthUnit unit, InfoRecord& record);
-InfoFault describeClassToAster(const std::string& path, InfoRecord& record);
-InfoFault describeClassToMaterial(const std::string& path, InfoRecord& record);
-InfoFault describeTemperatures(const std::string& path, InfoRecord& record);
-InfoFault describeBand(const std::string& path, InfoRecord& record);
+std::optional<sorvane::Problem> describeTerrain(const std::string& path, LengthUnit unit, InfoRecord& record);
+std::optional<sorvane::Problem> describeClassToAster(const std::string& path, InfoRecord& record);
+std::optional<sorvane::Problem> describeClassToMaterial(const std::string& path, InfoRecord& record);
+std::optional<sorvane::Problem> describeTemperatures(const std::string& path, InfoRecord& record);
+std::optional<sorvane::Problem> describeBand(const std::string& path, InfoRecord& record);

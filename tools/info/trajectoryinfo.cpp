@@ -7,23 +7,24 @@
 #include "engagementfiles.h"
 #include "shortestnumber.h"
 #include "trajectoryfile.h"
+#include "trajectoryheaderfields.h"
 #include "trajectorysummary.h"
 
 namespace {
+using sorvane::Problem;
+
+struct ToRecord {
+    InfoRecord operator()(const QString& text) const { return text.toStdString(); }
+    InfoRecord operator()(const float (&triple)[3]) const { return numberList(triple); }
+    InfoRecord operator()(int number) const { return number; }
+    InfoRecord operator()(float number) const { return shortestDouble(number); }
+};
+
 InfoRecord headerRecord(const TrajectoryFileHeader& header) {
-    return {
-        {"terrain_topography", header.terrainTopoPath.toStdString()},
-        {"terrain_radiance", header.terrainRadPath.toStdString()},
-        {"target_signature", header.targetSignaturePath.toStdString()},
-        {"terrain_triple_a", numberList(header.terrainTripleA)},
-        {"terrain_triple_b", numberList(header.terrainTripleB)},
-        {"target_geometry", header.targetGeometryPath.toStdString()},
-        {"target_reflectance", header.targetBrdfPath.toStdString()},
-        {"text_9", header.text9.toStdString()},
-        {"integer_10", header.int10},
-        {"threat_id", header.threatId.toStdString()},
-        {"field_of_view_deg", shortestDouble(header.fieldOfView)},
-    };
+    InfoRecord record;
+    for (const sorvane::TrajectoryHeaderField& field : sorvane::kTrajectoryHeaderFields)
+        record[field.name] = std::visit([&](auto member) { return ToRecord()(header.*member); }, field.member);
+    return record;
 }
 
 // A file that the engagement goes by, and what the viewer takes in its place.
@@ -103,15 +104,15 @@ void describeSamples(const TrajectorySummary& summary, LengthUnit unit, InfoReco
 }
 } // namespace
 
-InfoFault describeTrajectory(const std::string& path, LengthUnit unit, InfoRecord& record) {
+std::optional<Problem> describeTrajectory(const std::string& path, LengthUnit unit, InfoRecord& record) {
     const TrajectoryInput input = openTrajectoryAt(path);
     if (path != "-")
         record["is_compressed"] = input.isProcess;
     if (input.device == nullptr)
-        return input.isProcess ? "the program uncompress can't be started" : "can't be opened";
+        return Problem{input.isProcess ? "the program uncompress can't be started" : "can't be opened"};
     const TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
     if (header.terrainTopoPath.isNull())
-        return input.isProcess ? "can't be decompressed, or is empty" : "is empty";
+        return Problem{input.isProcess ? "can't be decompressed, or is empty" : "is empty"};
     SampleTable table;
     const auto addSample = [&table](const keyframe& sample, const std::vector<flareKeyframe>& flares) {
         table.add(sample, flares);
@@ -126,9 +127,9 @@ InfoFault describeTrajectory(const std::string& path, LengthUnit unit, InfoRecor
     record["files"] = filesRecord(namedFiles(header), files);
     record["samples"] = summary.samples;
     if (summary.samples == 0)
-        return "holds no samples";
+        return Problem{"holds no samples"};
     describeSamples(summary, unit, record);
     if (!input.cameWhole())
-        return "its compressed data are damaged or cut short";
-    return isLastWhole ? std::nullopt : InfoFault("the data end within the last record");
+        return Problem{"its compressed data are damaged or cut short"};
+    return isLastWhole ? std::nullopt : std::optional(Problem{"the data end within the last record"});
 }

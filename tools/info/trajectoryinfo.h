@@ -4,4 +4,4 @@
 #include "inforecord.h"
 
 // Reads the trajectory as the viewer does, but neither its bodies nor its terrain; "-" is standard input.
-InfoFault describeTrajectory(const std::string& path, LengthUnit unit, InfoRecord& record);
+std::optional<sorvane::Problem> describeTrajectory(const std::string& path, LengthUnit unit, InfoRecord& record);

@@ -3,39 +3,63 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include <sys/stat.h>
 
-#include <QStringList>
-
-#include "bkgheader.h"
-#include "ghead.h"
+#include "aster.h"
+#include "atmfile.h"
+#include "bandfile.h"
+#include "brdffile.h"
+#include "cls2asterfile.h"
+#include "filechecks.h"
 #include "inputfile.h"
-#include "wordconversion.h"
+#include "loadclstomatfile.h"
+#include "loadmaterialtables.h"
+#include "radfile.h"
+#include "rasterfamily.h"
+#include "rotor.h"
+#include "subfacetfile.h"
+#include "terrainxmlparser.h"
+#include "texthead.h"
+#include "trajectoryidentity.h"
+#include "vnlfile.h"
 
 namespace {
+using sorvane::RasterContent;
+using sorvane::RasterFamily;
+using sorvane::TextHead;
+
 constexpr std::size_t kHeadBytes = std::size_t{1} << 16; // long enough for comments before a trajectory's header
 
-constexpr std::pair<std::string_view, FileKind> kEndings[] = {
-    {".vnl", FileKind::Geometry},
-    {".brdf", FileKind::Reflectance},
-    {".sff-txt", FileKind::FormFactors},
-    {".atm", FileKind::Atmosphere},
-    {".top", FileKind::Raster},
-    {".le-ftop", FileKind::Raster},
-    {".norm", FileKind::Raster},
-    {".cls", FileKind::Raster},
-    {".xml", FileKind::TerrainDescription},
-    {".cls2aster", FileKind::ClassToAster},
-    {".cls2mat", FileKind::ClassToMaterial},
-    {".temp", FileKind::Temperature},
-    {".band", FileKind::Band},
+struct Format {
+    FileKind kind;
+    const char* name;
+    const char* extension;              // decides by itself; null where contents have to
+    bool (*looksLike)(const TextHead&); // of texts of any other name; null where the name has to decide
+};
+
+// Texts are taken for the first that they look like.
+const Format kFormats[] = {
+    {FileKind::Trajectory, "trajectory", nullptr, sorvane::looksLikeTrajectory},
+    {FileKind::SpectralSample, "spectral sample", nullptr, nullptr},
+    {FileKind::Reflectance, "reflectance", BrdfFile::kExtension, BrdfFile::looksLike},
+    {FileKind::Geometry, "geometry", VnlFile::kExtension, VnlFile::looksLike},
+    {FileKind::Atmosphere, "atmosphere", AtmFile::kExtension, AtmFile::looksLike},
+    {FileKind::Rotor, "rotors", nullptr, Rotor::looksLike},
+    {FileKind::TerrainDescription, "terrain description", sorvane::kDescriptionExtension,
+     [](const TextHead& head) {
+         return sorvane::looksLikeDescription(head.bytes());
+     }},
+    {FileKind::BodyRadiance, "body radiance", nullptr, nullptr},
+    {FileKind::FormFactors, "form factors", SubfacetFile::kExtension, nullptr},
+    {FileKind::Raster, "raster", nullptr, nullptr},
+    {FileKind::ClassToAster, "class to spectrum", CLS2ASTER_EXT.c_str(), nullptr},
+    {FileKind::ClassToMaterial, "class to material", sorvane::kClassToMaterialExtension, nullptr},
+    {FileKind::Temperature, "temperatures", sorvane::kTemperatureExtension, nullptr},
+    {FileKind::Band, "band", BandFile::kExtension, nullptr},
 };
 
 struct FileHead {
@@ -53,113 +77,31 @@ std::optional<FileHead> readHead(const std::string& path) {
     return head;
 }
 
-bool isMorlan(const FileHead& head) {
-    return head.bytes.starts_with(BKG_HEADER_SIGNATURE);
-}
-
-// Whether these can be the sizes of a raster: a body's file has other things there.
-bool hasTorvaleHeader(const FileHead& head) {
-    GHead header{};
-    if (head.bytes.size() < sizeof header)
-        return false;
-    std::memcpy(&header, head.bytes.data(), sizeof header);
-    return header.nrows > 0 && header.ncols > 0 && sampleSizeOf(header) > 0;
-}
-
-// Whether the file is exactly as long as its count of facets asks for.
-bool isWholeBodyRadiance(const FileHead& head) {
-    constexpr std::size_t kCountOffset = 40;
-    constexpr std::int64_t kFixedBytes = 84;
-    std::int32_t facets = 0;
-    if (head.bytes.size() < kCountOffset + sizeof facets)
-        return false;
-    std::memcpy(&facets, head.bytes.data() + kCountOffset, sizeof facets);
-    return facets >= 0 && head.size == kFixedBytes + 8 * std::int64_t{facets};
-}
-
+// The radiances of a body and those of a raster have the same extension.
 FileKind radianceKindOf(const FileHead& head) {
-    if (isMorlan(head) || (!isWholeBodyRadiance(head) && hasTorvaleHeader(head)))
+    if (sorvane::hasRasterSignature(head.bytes))
         return FileKind::Raster;
-    return FileKind::BodyRadiance;
+    const auto looksLikeRaster = [&](const RasterFamily* family) {
+        return family->looksLike(head.bytes);
+    };
+    const bool isRaster =
+        !RadFile::isWhole(head.bytes, head.size) && std::ranges::any_of(sorvane::rasterFamilies(), looksLikeRaster);
+    return isRaster ? FileKind::Raster : FileKind::BodyRadiance;
 }
 
-// The first words of a text's lines. Lines that begin with "#" are left out where they are comments.
-class HeadLines {
-public:
-    HeadLines(std::string_view bytes, bool hasComments) {
-        while (!bytes.empty() && lines_.size() < kMaximumLines) {
-            const std::string_view line = bytes.substr(0, bytes.find('\n'));
-            bytes.remove_prefix(std::min(bytes.size(), line.size() + 1));
-            if (!hasComments || !line.starts_with('#'))
-                lines_.push_back(QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size()))
-                                     .simplified()
-                                     .split(u' ', Qt::SkipEmptyParts));
-        }
-    }
-
-    std::size_t count() const { return lines_.size(); }
-    bool isBlank(std::size_t line) const { return line < count() && lines_[line].isEmpty(); }
-
-    // How many numbers the line, counted from 0, begins with.
-    qsizetype numbers(std::size_t line) const {
-        return leading(line, [](QStringView word) { return toDouble(word); });
-    }
-    qsizetype integers(std::size_t line) const {
-        return leading(line, [](QStringView word) { return toInt(word); });
-    }
-    qsizetype words(std::size_t line) const { return line < count() ? lines_[line].size() : 0; }
-    QString word(std::size_t line, qsizetype place) const { return line < count() ? lines_[line].value(place) : ""; }
-
-private:
-    static constexpr std::size_t kMaximumLines = 100;
-
-    template <class Convert> qsizetype leading(std::size_t line, Convert convert) const {
-        if (line >= count())
-            return 0;
-        const auto end =
-            std::ranges::find_if_not(lines_[line], [&](const QString& w) { return convert(w).has_value(); });
-        return end - lines_[line].begin();
-    }
-
-    std::vector<QStringList> lines_;
-};
-
-bool looksLikeTrajectory(const HeadLines& lines) {
-    constexpr std::size_t kTriples[] = {3, 4};
-    constexpr std::size_t kPaths[] = {0, 1, 2, 5, 6};
-    constexpr std::size_t kFirstRecord = 12;
-    return std::ranges::all_of(kTriples, [&](std::size_t line) { return lines.numbers(line) >= 3; }) &&
-           std::ranges::none_of(kPaths, [&](std::size_t line) { return lines.numbers(line) > 0; }) &&
-           (lines.count() <= kFirstRecord || lines.isBlank(kFirstRecord) || lines.numbers(kFirstRecord) >= 2);
+bool isSpectralSample(const FileHead& head, const std::string& name) {
+    return checkExtension(name, ASTER_EXT) && Aster::looksLike(TextHead(head.bytes, TextHead::Comments::None));
 }
 
-bool looksLikeRotor(const HeadLines& lines) {
-    constexpr qsizetype kFields = 9;
-    return lines.count() > 0 && lines.integers(0) >= 2 && lines.numbers(0) >= kFields &&
-           lines.words(0) == lines.numbers(0);
-}
-
-bool looksLikeSpectralSample(const HeadLines& lines) {
-    constexpr std::size_t kSkippedLines = 26;
-    return lines.numbers(kSkippedLines) == 2 && lines.numbers(0) == 0;
-}
-
-FileKind textKindOf(const FileHead& head, bool isNamedText) {
-    const HeadLines lines(head.bytes, true);
-    if (looksLikeTrajectory(lines))
-        return FileKind::Trajectory;
-    if (isNamedText && looksLikeSpectralSample(HeadLines(head.bytes, false)))
-        return FileKind::SpectralSample;
-    if (lines.word(0, 0) == "BRDF")
-        return FileKind::Reflectance;
-    if (lines.integers(0) == 2 && lines.words(0) == 2 && lines.numbers(1) == 6 && lines.words(2) == 7)
-        return FileKind::Geometry;
-    if (lines.numbers(0) == 3 && lines.numbers(1) == 10 && lines.numbers(2) == 4)
-        return FileKind::Atmosphere;
-    if (looksLikeRotor(lines))
-        return FileKind::Rotor;
-    if (head.bytes.find("<subterrain") != std::string::npos)
-        return FileKind::TerrainDescription;
+FileKind textKindOf(const FileHead& head, const std::string& name) {
+    const TextHead text(head.bytes);
+    for (const Format& format : kFormats) {
+        const bool isOfFormat = format.kind == FileKind::SpectralSample
+                                    ? isSpectralSample(head, name)
+                                    : format.looksLike != nullptr && format.looksLike(text);
+        if (isOfFormat)
+            return format.kind;
+    }
     return FileKind::Unknown;
 }
 } // namespace
@@ -169,52 +111,27 @@ FileKind fileKindOf(const std::string& path) {
     if (!head)
         return FileKind::Unknown;
     const std::string name = std::filesystem::path(path).filename().string();
-    for (const auto& [ending, kind] : kEndings)
-        if (name.ends_with(ending))
-            return kind;
-    if (name.ends_with(".rad"))
+    for (const Format& format : kFormats)
+        if (format.extension != nullptr && name.ends_with(std::string(".") + format.extension))
+            return format.kind;
+    switch (sorvane::rasterContentOf(path)) {
+    case RasterContent::Radiance:
         return radianceKindOf(*head);
-    if (name.starts_with("ETXYZ.OUT") || name.ends_with(".Z"))
+    case RasterContent::Unknown:
+        break;
+    default:
+        return FileKind::Raster;
+    }
+    if (sorvane::isNamedLikeTrajectory(name))
         return FileKind::Trajectory;
-    if (isMorlan(*head))
+    if (sorvane::hasRasterSignature(head->bytes))
         return FileKind::Raster;
     if (head->bytes.find('\0') != std::string::npos)
         return FileKind::Unknown;
-    return textKindOf(*head, name.ends_with(".txt"));
+    return textKindOf(*head, name);
 }
 
 const char* nameOf(FileKind kind) {
-    switch (kind) {
-    case FileKind::Trajectory:
-        return "trajectory";
-    case FileKind::Geometry:
-        return "geometry";
-    case FileKind::Reflectance:
-        return "reflectance";
-    case FileKind::BodyRadiance:
-        return "body radiance";
-    case FileKind::FormFactors:
-        return "form factors";
-    case FileKind::Atmosphere:
-        return "atmosphere";
-    case FileKind::Rotor:
-        return "rotors";
-    case FileKind::Raster:
-        return "raster";
-    case FileKind::TerrainDescription:
-        return "terrain description";
-    case FileKind::ClassToAster:
-        return "class to spectrum";
-    case FileKind::ClassToMaterial:
-        return "class to material";
-    case FileKind::Temperature:
-        return "temperatures";
-    case FileKind::Band:
-        return "band";
-    case FileKind::SpectralSample:
-        return "spectral sample";
-    case FileKind::Unknown:
-        break;
-    }
-    return "unknown";
+    const auto* const found = std::ranges::find(kFormats, kind, &Format::kind);
+    return found == std::end(kFormats) ? "unknown" : found->name;
 }

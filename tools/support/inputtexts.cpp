@@ -7,10 +7,10 @@ std::string inputName(const std::string& path) {
     return path == "-" ? "standard input" : path;
 }
 
-std::string openFault(const std::string& path) {
+sorvane::Problem problemOfOpening(const std::string& path) {
     std::error_code ignored;
     const std::filesystem::file_status status = std::filesystem::status(path, ignored);
     if (!std::filesystem::exists(status))
-        return "there is no such file";
-    return std::filesystem::is_regular_file(status) ? "can't be opened" : "is not a regular file";
+        return {"there is no such file"};
+    return {std::filesystem::is_regular_file(status) ? "can't be opened" : "is not a regular file"};
 }

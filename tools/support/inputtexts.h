@@ -3,8 +3,10 @@
 
 #include <string>
 
+#include "problem.h"
+
 // How messages call `path`: "-" is standard input.
 std::string inputName(const std::string& path);
 
 // Why `path` can't be opened, such as "there is no such file".
-std::string openFault(const std::string& path);
+sorvane::Problem problemOfOpening(const std::string& path);
