@@ -6,7 +6,9 @@
 #include <QFileInfo>
 
 #include "dataroot.h"
+#include "engagementfiles.h"
 #include "etxyz.h"
+#include "terrainxmlparser.h"
 
 namespace {
 void addFile(StampedFiles& files, const QString& path) {
@@ -28,9 +30,9 @@ StampedFiles
 bodyFiles(const QString& brdf, const QString& geometryBase, const QString& signatureBase, const QString& atmosphere) {
     StampedFiles files;
     addFile(files, brdf);
-    addFile(files, geometryBase + QStringLiteral(".vnl"));
-    addFile(files, geometryBase + QStringLiteral(".sff-txt")); // form factors
-    addFile(files, signatureBase + QStringLiteral(".rad"));
+    addFile(files, sorvane::geometryPath(geometryBase));
+    addFile(files, sorvane::formFactorPath(geometryBase)); // form factors
+    addFile(files, sorvane::radiancePath(signatureBase));
     addFile(files, atmosphere);
     addFolder(files, shaderFolder());
     return files;
@@ -43,7 +45,7 @@ StampedFiles terrainFiles(const QString& topography, const QString& radiances) {
     const QFileInfo raster(topography);
     const QString stem = raster.completeBaseName() + u'.';
     // A description names files as it likes.
-    const bool isDescribed = QFile::exists(raster.dir().filePath(stem + QStringLiteral("xml")));
+    const bool isDescribed = QFile::exists(raster.dir().filePath(stem + QLatin1String(sorvane::kDescriptionExtension)));
     addFolder(files, raster.dir(), isDescribed ? QString() : stem);
     addFolder(files, shaderFolder());
     return files;
@@ -51,12 +53,12 @@ StampedFiles terrainFiles(const QString& topography, const QString& radiances) {
 } // namespace
 
 ModelFiles modelFilesOf(const etxyz& engagement) {
-    const QString atmosphere = engagement.targetSignatureBase + QStringLiteral(".atm");
+    const QString atmosphere = sorvane::atmospherePath(engagement.targetSignatureBase);
     ModelFiles files;
     files.target =
         bodyFiles(engagement.targetBrdfPath, engagement.targetGeometryBase, engagement.targetSignatureBase, atmosphere);
     files.threat = bodyFiles(
-        engagement.threatSignatureBase + QStringLiteral(".brdf"), engagement.threatModelBase,
+        sorvane::reflectancePath(engagement.threatSignatureBase), engagement.threatModelBase,
         engagement.threatSignatureBase, atmosphere);
     files.terrain = terrainFiles(engagement.terrainTopoPath, engagement.terrainRadPath);
     return files;

@@ -55,7 +55,7 @@ RasterDescription describeBkg(const std::string& path, RasterContent content) {
     const std::optional<RowLayout> layout = rowLayout(header, content);
     RasterDescription description{summaryOf(header, isOpen), fieldsOf(header), layout, layout, {}, faultsOf(header)};
     if (content == RasterContent::Normals && !isOfNormals(header))
-        description.refusal = Problem{"is not a raster of normals: its header signature is not \"NORM\""};
+        description.refusal = "is not a raster of normals: its header signature is not \"NORM\"";
     return description;
 }
 

@@ -7,8 +7,12 @@
 
 namespace sorvane {
 
-// In words for the user, without the name of the file or a full stop: "is shorter than its header".
+// In words for the user, without a full stop: "is shorter than its header". Made of its words, so that a function can
+// return them.
 struct Problem {
+    Problem(std::string words) : text(std::move(words)) {} // NOLINT(google-explicit-constructor)
+    Problem(const char* words) : text(words) {}            // NOLINT(google-explicit-constructor)
+
     std::string text;
 
     bool operator==(const Problem&) const = default;

@@ -64,7 +64,7 @@ RasterDescription describeTorvale(const std::string& path, RasterContent content
     if (content == RasterContent::Radiance && stream != nullptr && !hasPaddedRadiances(header, dataBytes(stream.get())))
         description.readLayout->skippedBytes = 0;
     if (!isPackable(header, content))
-        description.refusal = Problem{"has a packtype that is refused, " + std::to_string(header.packtype)};
+        description.refusal = "has a packtype that is refused, " + std::to_string(header.packtype);
     return description;
 }
 

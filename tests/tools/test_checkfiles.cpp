@@ -50,6 +50,8 @@ TEST_F(CheckFiles, TellsWhatIsWrongWithASingleFile) {
     GHead odd = torvaleHeader(2, 2, 7);
     GHead topography = torvaleHeader(2, 2, 1);
     topography.xCellSize = topography.yCellSize = 1.0F;
+    GHead flat = topography;
+    flat.zscale = 0.0F;
     const struct {
         std::string name;
         std::string contents;
@@ -92,6 +94,9 @@ TEST_F(CheckFiles, TellsWhatIsWrongWithASingleFile) {
         {"a.top", bytesOf(topography) + std::string(516, 'x'), ""},
         {"b.top", bytesOf(odd) + std::string(1024, 'x'),
          "b.top:1:1: error: the packing 7 is none of 0, 1 and 2: no sample is read\n"},
+        {"e.top", bytesOf(flat) + std::string(516, 'x'), "e.top:1:1: warning: the samples are scaled by 0.000000\n"},
+        {"f.top", bytesOf(topography) + std::string(1025, 'x'),
+         "f.top:1:1: warning: the 2 x 2 samples need 516 bytes, and there are 1025\n"},
         {"c.top", bytesOf(topography) + "x",
          "c.top:1:1: error: When reading row 1, expected 2 items of size 2 bytes, but only received 0.\n"},
         {"d.top", "x", "d.top:1:1: error: the file is shorter than the 512 bytes of a header\n"},

@@ -191,9 +191,34 @@ std::string torvale(std::int32_t packtype, std::size_t sampleBytes) {
     return file;
 }
 
+TEST_F(Info, GivesTheFieldsOfARastersHeader) {
+    std::string top = torvale(1, 1024);
+    std::memcpy(top.data() + 36, "TOPO  ", 6);
+    std::string bkg = "MORLAN" + std::string(506 + 4, '\0');
+    std::memcpy(bkg.data() + 68, "CLASS", 5);
+    const std::int32_t one = 1;
+    for (const std::size_t size : {328, 332})
+        std::memcpy(bkg.data() + size, &one, sizeof one);
+    std::memcpy(bkg.data() + 376 + 60, "second", 6);
+    const Json files = describe({directory.write("a.top", top), directory.write("a.cls", bkg)});
+    EXPECT_EQ(files[0]["family"], "TORVALE");
+    EXPECT_EQ(files[0]["content"], "topography");
+    EXPECT_EQ(files[0]["columns"], 3);
+    EXPECT_EQ(files[0]["header"]["fileType"], "TOPO");
+    EXPECT_EQ(files[0]["header"]["MinVals"].size(), 10U);
+    EXPECT_FALSE(files[0]["header"].contains("reserved1"));
+    EXPECT_EQ(files[1]["family"], "BKG");
+    EXPECT_EQ(files[1]["header"]["headerSignature"], "CLASS");
+    EXPECT_EQ(files[1]["header"]["transform"].size(), 6U);
+    EXPECT_EQ(files[1]["header"]["associated2"], "second");
+    EXPECT_FALSE(files[1]["header"].contains("fileId"));
+}
+
 TEST_F(Info, GoesOnAfterBrokenFiles) {
     ASSERT_EQ(::mkfifo(directory.file("fifo").c_str(), 0600), 0);
     const std::string header = trajectoryHeader().toStdString();
+    std::string tall = torvale(2, 100); // 40 rows, of which it holds a few, and not even a byte a sample
+    tall[4] = 40;
     const struct {
         std::string path;
         const char* error;
@@ -217,6 +242,8 @@ TEST_F(Info, GoesOnAfterBrokenFiles) {
         {directory.write("a.top", torvale(1, 512 + 5)), "ends in row 2 of 2"},
         {directory.write("b.top", torvale(3, 1024)), "has a packtype that is refused, 3"},
         {directory.write("c.top", "short"), "is shorter than its header"},
+        {directory.write("p.norm", torvale(5, 100)), "has a packtype that is refused, 5"},
+        {directory.write("b.rad", tall), "ends in row 9 of 40"},
         {directory.write("m.norm", "MORLAN" + std::string(600, 'x')),
          "is not a raster of normals: its header signature is not \"NORM\""},
         {directory.write("a.xml", "<terrain><subs/></terrain>"), "describes no tiles: total of 0 subterrains"},

@@ -63,11 +63,11 @@ private:
 };
 
 void checkMovieSize(const std::string& text, Report& report) {
-    const std::optional<std::string> problem = movieSizeProblem(pictureSizeOf(text).value_or(QSize()));
+    const std::optional<sorvane::Problem> problem = movieSizeProblem(pictureSizeOf(text).value_or(QSize()));
     if (!problem)
         return;
     FindingList findings("--for-movie " + text, false);
-    findings.error({}, "sizes", *problem);
+    findings.error({}, "sizes", problem->text);
     report.add(findings.take());
 }
 

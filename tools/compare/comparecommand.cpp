@@ -67,7 +67,7 @@ bool comparePictureFiles(const CompareOptions& options, Streams& streams) {
     if (!options.difference.empty() && comparison.isSameSize()) {
         const Interrupt interrupt;
         if (const auto problem = writePicture(differencePicture(a, b, tolerance), options.difference))
-            throw CannotCompare(*problem);
+            throw CannotCompare(problem->text);
     }
     const PictureReport report{options.a, options.b, comparison, tolerance, options.allowed};
     options.isJson ? writeJson(streams.out, report) : writeText(streams.out, report);
@@ -75,10 +75,9 @@ bool comparePictureFiles(const CompareOptions& options, Streams& streams) {
 }
 
 TrajectoryFile readTrajectory(const std::string& path) {
-    std::string problem;
-    std::optional<TrajectoryFile> trajectory = readTrajectoryFile(path, problem);
+    sorvane::Outcome<TrajectoryFile> trajectory = readTrajectoryFile(path);
     if (!trajectory)
-        throw CannotCompare(problem);
+        throw CannotCompare(trajectory.problem().text);
     return *std::move(trajectory);
 }
 

@@ -34,7 +34,7 @@ struct ExportOptions {
 };
 
 // What is wrong, for people; nothing when all is well.
-using Complaint = std::optional<std::string>;
+using Complaint = std::optional<sorvane::Problem>;
 
 std::string formatOf(const ExportOptions& options) {
     if (!options.format.empty())
@@ -72,10 +72,9 @@ public:
         if (format_ != "csv")
             if (Complaint complaint = takePlace())
                 return complaint;
-        std::string problem;
-        const std::optional<TrajectoryFile> trajectory = readTrajectoryFile(options_.file, problem);
+        const sorvane::Outcome<TrajectoryFile> trajectory = readTrajectoryFile(options_.file);
         if (!trajectory)
-            return problem;
+            return trajectory.problem();
         if (format_ != "csv" && !(worldTimeAfter(epoch_, trajectory->samples.firstKey()) &&
                                   worldTimeAfter(epoch_, trajectory->samples.lastKey())))
             return inputName(options_.file) + ": its times lie outside the years 1 to 9999";
@@ -166,7 +165,7 @@ SubCommand addExportCommand(CLI::App& parent) {
         ->capture_default_str();
     return {parser, [options](Streams& streams) {
                 if (const Complaint complaint = Export(*options, streams).run()) {
-                    streams.err << "sorvane export: " << *complaint << std::endl;
+                    streams.err << "sorvane export: " << complaint->text << std::endl;
                     return ExitStatus::Failed;
                 }
                 return ExitStatus::Success;

@@ -67,7 +67,7 @@ std::optional<Problem> describeGeometry(const std::string& path, LengthUnit unit
         record["vertices"] = counts->vertices;
         record["facets"] = counts->facets;
         if (counts->facets < 0 || VnlFile::leastBytesOf(counts->facets) > std::filesystem::file_size(path))
-            return Problem{"announces more or fewer facets than it can hold"};
+            return "announces more or fewer facets than it can hold";
     }
     const int facets = counts ? counts->facets : 0;
     FacetArrays arrays;
@@ -105,7 +105,7 @@ std::optional<Problem> describeReflectance(const std::string& path, InfoRecord& 
 std::optional<Problem> describeBodyRadiance(const std::string& path, InfoRecord& record) {
     const std::optional<std::int32_t> facets = RadFile::readAnnouncedFacets(path);
     if (!facets)
-        return Problem{"is shorter than its header"};
+        return "is shorter than its header";
     record["facets"] = *facets;
     RadFile file;
     if (!file.Load(path, *facets))

@@ -48,15 +48,15 @@ std::optional<Problem> describe(FileKind kind, const std::string& path, LengthUn
     case FileKind::Unknown:
         break;
     }
-    return Problem{"is none of the files that the viewer reads"};
+    return "is none of the files that the viewer reads";
 }
 
 void takeOutcome(const LoaderOutcome& outcome, std::optional<Problem> problem, InfoRecord& record) {
     const bool hasMessages = !outcome.messages.empty();
     if (outcome.hasEndedProcess)
-        problem = Problem{"ends the viewer"};
+        problem = "ends the viewer";
     else if (!outcome.hasReturned())
-        problem = Problem{outcome.exceptionText};
+        problem = outcome.exceptionText;
     if (problem)
         record["error"] = hasMessages ? problem->text + ": " + outcome.messages.back().text : problem->text;
     if (hasMessages) {

@@ -41,9 +41,9 @@ std::optional<Problem> problemOf(std::FILE* stream, const std::optional<RowLayou
     if (!layout)
         return std::nullopt;
     if (layout->rows <= 0 || layout->columns <= 0)
-        return Problem{"has no samples by its header"};
+        return "has no samples by its header";
     if (const std::optional<ShortRow> row = findShortRow(stream, *layout))
-        return Problem{"ends in row " + std::to_string(row->number) + " of " + std::to_string(layout->rows)};
+        return "ends in row " + std::to_string(row->number) + " of " + std::to_string(layout->rows);
     return std::nullopt;
 }
 } // namespace
@@ -55,7 +55,7 @@ std::optional<Problem> describeRaster(const std::string& path, LengthUnit unit, 
     record["content"] = nameOf(content);
     const FileHandle stream = openInputFile(path);
     if (stream == nullptr || !hasWholeHeader(stream.get()))
-        return Problem{"is shorter than its header"};
+        return "is shorter than its header";
     const RasterDescription description = family.describe(path, content);
     describeSize(description.header, unit, record);
     record["header"] = headerRecord(description.fields);

@@ -74,7 +74,7 @@ const char* nameOf(ReflectanceRoute route) {
 std::optional<Problem> describeTerrain(const std::string& path, LengthUnit unit, InfoRecord& record) {
     const TerrainSet set = sorvane::readTerrainSet(path, sorvane::folderOfDescription(path));
     if (set.tiles.empty())
-        return Problem{"describes no tiles"};
+        return "describes no tiles";
     const TerrainCompanions companions = sorvane::companionsOf(set.companionStem);
     record["base"] = set.description.base;
     record["radiance_base"] = set.description.radbase;
@@ -119,7 +119,7 @@ std::optional<Problem> describeTemperatures(const std::string& path, InfoRecord&
             {{"material", materials.size() + 1},
              {"temperature", shortestDouble(values.temperature)},
              {"emissivity", shortestDouble(values.emissivity)}});
-    return materials.empty() ? std::optional(Problem{"begins with no pair of numbers"}) : std::nullopt;
+    return materials.empty() ? std::optional<Problem>("begins with no pair of numbers") : std::nullopt;
 }
 
 std::optional<Problem> describeBand(const std::string& path, InfoRecord& record) {
@@ -131,5 +131,5 @@ std::optional<Problem> describeBand(const std::string& path, InfoRecord& record)
     BandFile::parse(*text, lower, upper);
     record["lower_edge"] = shortestDouble(lower);
     record["upper_edge"] = shortestDouble(upper);
-    return lower > 0.0F && upper > 0.0F ? std::nullopt : std::optional(Problem{"has no band edges above 0"});
+    return lower > 0.0F && upper > 0.0F ? std::nullopt : std::optional<Problem>("has no band edges above 0");
 }

@@ -109,10 +109,10 @@ std::optional<Problem> describeTrajectory(const std::string& path, LengthUnit un
     if (path != "-")
         record["is_compressed"] = input.isProcess;
     if (input.device == nullptr)
-        return Problem{input.isProcess ? "the program uncompress can't be started" : "can't be opened"};
+        return input.isProcess ? "the program uncompress can't be started" : "can't be opened";
     const TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
     if (header.terrainTopoPath.isNull())
-        return Problem{input.isProcess ? "can't be decompressed, or is empty" : "is empty"};
+        return input.isProcess ? "can't be decompressed, or is empty" : "is empty";
     SampleTable table;
     const auto addSample = [&table](const keyframe& sample, const std::vector<flareKeyframe>& flares) {
         table.add(sample, flares);
@@ -127,9 +127,9 @@ std::optional<Problem> describeTrajectory(const std::string& path, LengthUnit un
     record["files"] = filesRecord(namedFiles(header), files);
     record["samples"] = summary.samples;
     if (summary.samples == 0)
-        return Problem{"holds no samples"};
+        return "holds no samples";
     describeSamples(summary, unit, record);
     if (!input.cameWhole())
-        return Problem{"its compressed data are damaged or cut short"};
-    return isLastWhole ? std::nullopt : std::optional(Problem{"the data end within the last record"});
+        return "its compressed data are damaged or cut short";
+    return isLastWhole ? std::nullopt : std::optional<Problem>("the data end within the last record");
 }

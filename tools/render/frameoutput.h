@@ -7,6 +7,8 @@
 
 #include <QImage>
 
+#include "problem.h"
+
 // Takes frames on the thread that draws them, writes them on threads of its own, and keeps as many waiting as keep both
 // busy. No file has its final name before it is whole; what is not finished is removed with the object.
 class FrameOutput {
@@ -21,5 +23,5 @@ public:
     virtual bool finish() = 0;
 
     // What went wrong, to be asked for after add or finish said so.
-    virtual std::optional<std::string> problem() const = 0;
+    virtual std::optional<sorvane::Problem> problem() const = 0;
 };

@@ -32,7 +32,7 @@ bool MovieOutput::finish() {
     return !hasFailed_ && file_.commit();
 }
 
-std::optional<std::string> MovieOutput::problem() const {
+std::optional<sorvane::Problem> MovieOutput::problem() const {
     if (file_.problem() || !hasFailed_)
         return file_.problem();
     if (encoder_.hasWriteError() || encoder_.refusal() == QVideoEncoder::Refusal::File)

@@ -9,6 +9,7 @@
 #include "atomicfile.h"
 #include "frameoutput.h"
 #include "framequeue.h"
+#include "problem.h"
 #include "qvideoencoder.h"
 
 // Encodes as the viewer's recordings do, on one thread beside the one that draws.
@@ -20,7 +21,7 @@ public:
 
     bool add(std::int64_t number, QImage picture) override;
     bool finish() override;
-    std::optional<std::string> problem() const override;
+    std::optional<sorvane::Problem> problem() const override;
 
 private:
     void encodeFrames();

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "problem.h"
+
 class NumberedName {
 public:
     // Reads the conversions in the last component of `path`: "%d" and "%04d" stand for the number, "%%" for a percent
@@ -12,7 +14,7 @@ public:
     explicit NumberedName(const std::string& path);
 
     // Why the name is refused; nothing when it is not.
-    const std::optional<std::string>& problem() const { return problem_; }
+    const std::optional<sorvane::Problem>& problem() const { return problem_; }
     bool hasNumber() const { return hasNumber_; }
 
     // The path with the number (at least 0) in its place.
@@ -24,5 +26,5 @@ private:
     std::size_t width_ = 0;
     char fill_ = ' ';
     bool hasNumber_ = false;
-    std::optional<std::string> problem_;
+    std::optional<sorvane::Problem> problem_;
 };

@@ -6,6 +6,8 @@
 
 #include <QImage>
 
+#include "problem.h"
+
 // A context in the compatibility profile, as the viewer draws in, current from construction to destruction on the
 // thread that made it, with a picture to draw into. A graphics processor's own display is preferred; without one, or
 // with LIBGL_ALWAYS_SOFTWARE set, Mesa draws in software.
@@ -17,7 +19,7 @@ public:
     OffscreenContext& operator=(const OffscreenContext&) = delete;
 
     // Why nothing can be drawn; nothing when all is well.
-    const std::optional<std::string>& problem() const { return problem_; }
+    const std::optional<sorvane::Problem>& problem() const { return problem_; }
 
     // What was drawn, in Format_RGB32, top row first, without alpha. Waits for the drawing.
     QImage picture() const;
@@ -35,5 +37,5 @@ private:
     unsigned framebuffer_ = 0;
     unsigned colour_ = 0;
     unsigned depth_ = 0;
-    std::optional<std::string> problem_;
+    std::optional<sorvane::Problem> problem_;
 };

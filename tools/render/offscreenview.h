@@ -12,6 +12,7 @@
 #include "camera.h"
 #include "loaderguard.h"
 #include "offscreencontext.h"
+#include "problem.h"
 #include "scene.h"
 
 // Where the camera is. In a free view it stays at `eye` and looks at `lookAt`, in the viewer's world units.
@@ -31,7 +32,7 @@ public:
     OffscreenView& operator=(const OffscreenView&) = delete;
 
     // Why nothing can be drawn; nothing when all is well.
-    const std::optional<std::string>& problem() const { return context_.problem(); }
+    const std::optional<sorvane::Problem>& problem() const { return context_.problem(); }
 
     // Takes an engagement with samples and initialises its bodies, and its terrain if `withTerrain`. What the loaders
     // say is in the result. When a file is so broken that they don't return, the engagement is not taken.

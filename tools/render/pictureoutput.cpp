@@ -33,7 +33,7 @@ bool PictureOutput::finish() {
     return !problem_;
 }
 
-std::optional<std::string> PictureOutput::problem() const {
+std::optional<sorvane::Problem> PictureOutput::problem() const {
     const std::lock_guard lock(mutex_);
     return problem_;
 }

@@ -8,6 +8,7 @@
 #include "frameoutput.h"
 #include "framequeue.h"
 #include "numberedname.h"
+#include "problem.h"
 
 // Writes every frame into a file of its own, in the format of the name's extension, on as many threads as there are
 // processors.
@@ -18,7 +19,7 @@ public:
 
     bool add(std::int64_t number, QImage picture) override;
     bool finish() override;
-    std::optional<std::string> problem() const override;
+    std::optional<sorvane::Problem> problem() const override;
 
 private:
     void writeFrames();
@@ -27,6 +28,6 @@ private:
     NumberedName name_;
     FrameQueue queue_;
     mutable std::mutex mutex_;
-    std::optional<std::string> problem_; // the first one
+    std::optional<sorvane::Problem> problem_; // the first one
     std::vector<std::thread> threads_;
 };

@@ -135,7 +135,7 @@ SubCommand addRenderCommand(CLI::App& parent) {
     addSceneOptions(*parser, arguments->request.scene);
     return {parser, [arguments](Streams& streams) {
                 if (const auto problem = problemOf(arguments->request)) {
-                    streams.err << "sorvane render: " << *problem << std::endl;
+                    streams.err << "sorvane render: " << problem->text << std::endl;
                     return ExitStatus::Failed;
                 }
                 return render(arguments->request, arguments->printsCommand, streams);

@@ -28,7 +28,7 @@ private:
     bool loadFile(const std::string& path);
     bool isFollowedFile(std::size_t file) const { return request_.followedFile == file + 1; }
     bool writeFrames(const RenderPlan& plan, FrameOutput& output);
-    std::optional<std::string> drawFrames(const RenderPlan& plan, FrameOutput& output);
+    std::optional<sorvane::Problem> drawFrames(const RenderPlan& plan, FrameOutput& output);
     bool fail(const std::string& text);
     void say(const std::string& text) { streams_.err << "sorvane render: " << text << std::endl; }
 
@@ -44,7 +44,7 @@ private:
 
 // Why a file gave no samples.
 std::string reasonOf(const std::string& path) {
-    return openInputFile(path) == nullptr ? openFault(path) : "holds no samples";
+    return openInputFile(path) == nullptr ? problemOfOpening(path).text : "holds no samples";
 }
 
 std::unique_ptr<FrameOutput> outputOf(const RenderPlan& plan) {
@@ -53,7 +53,7 @@ std::unique_ptr<FrameOutput> outputOf(const RenderPlan& plan) {
     return std::make_unique<PictureOutput>(plan.name, plan.frameCount);
 }
 
-std::string problemOf(const FrameOutput& output) {
+sorvane::Problem problemOf(const FrameOutput& output) {
     return output.problem().value_or("the frames could not be written");
 }
 
@@ -64,14 +64,14 @@ bool Rendering::fail(const std::string& text) {
 
 ExitStatus Rendering::run(bool printsCommand) {
     if (view_.problem()) {
-        say(*view_.problem());
+        say(view_.problem()->text);
         return ExitStatus::Failed;
     }
     if (!load())
         return ExitStatus::Failed;
     const auto [plan, problem] = planRendering(request_, endSeconds_);
     if (problem) {
-        say(*problem);
+        say(problem->text);
         return ExitStatus::Failed;
     }
     if (printsCommand)
@@ -118,12 +118,12 @@ bool Rendering::loadFile(const std::string& path) {
 
 bool Rendering::writeFrames(const RenderPlan& plan, FrameOutput& output) {
     if (const auto problem = drawFrames(plan, output))
-        return fail(*problem);
-    return output.finish() || fail(problemOf(output));
+        return fail(problem->text);
+    return output.finish() || fail(problemOf(output).text);
 }
 
 // Draws the frames and hands them over; says what ended that early.
-std::optional<std::string> Rendering::drawFrames(const RenderPlan& plan, FrameOutput& output) {
+std::optional<sorvane::Problem> Rendering::drawFrames(const RenderPlan& plan, FrameOutput& output) {
     ProgressBar progress(streams_, plan.frameCount, "frames");
     SceneOptions scene = plan.scene;
     for (std::int64_t i = 0; i < plan.frameCount; ++i) {

@@ -21,7 +21,7 @@ bool isMovie(const std::string& path) {
     return extension == "avi" || extension == "mpg";
 }
 
-std::optional<std::string> problemOfOutput(const RenderRequest& request) {
+std::optional<sorvane::Problem> problemOfOutput(const RenderRequest& request) {
     const std::string& output = request.output;
     const NumberedName name(output);
     if (name.problem())
@@ -41,7 +41,7 @@ std::optional<std::string> problemOfOutput(const RenderRequest& request) {
     return {};
 }
 
-std::optional<std::string> problemOfTimes(const RenderRequest& request) {
+std::optional<sorvane::Problem> problemOfTimes(const RenderRequest& request) {
     const bool isSeries = isMovie(request.output) || NumberedName(request.output).hasNumber();
     if (isSeries && request.atSeconds)
         return "--at is for a single picture; a movie or a numbered sequence has --from and --to";
@@ -59,7 +59,7 @@ std::optional<std::string> problemOfTimes(const RenderRequest& request) {
     return {};
 }
 
-std::optional<std::string> problemOfView(const RenderRequest& request) {
+std::optional<sorvane::Problem> problemOfView(const RenderRequest& request) {
     if ((request.eye || request.lookAt) && request.view.value_or(ViewFree) != ViewFree)
         return "--eye and --look-at place the free view's camera; the other views place their own";
     const CameraChoice free;
@@ -80,7 +80,7 @@ std::string absolutePath(const std::string& path) {
 }
 } // namespace
 
-std::optional<std::string> problemOf(const RenderRequest& request) {
+std::optional<sorvane::Problem> problemOf(const RenderRequest& request) {
     for (const auto& check : {problemOfOutput, problemOfTimes, problemOfView})
         if (auto problem = check(request))
             return problem;

@@ -11,6 +11,7 @@
 
 #include "numberedname.h"
 #include "offscreenview.h"
+#include "problem.h"
 #include "scene.h"
 
 constexpr double kDefaultStepSeconds = 0.033; // what a tick of the viewer's clock adds at speed 1.0
@@ -54,13 +55,13 @@ struct RenderPlan {
 };
 
 // What is wrong with the request whatever the files hold; nothing when it can be tried.
-std::optional<std::string> problemOf(const RenderRequest& request);
+std::optional<sorvane::Problem> problemOf(const RenderRequest& request);
 
 // The plan for a request without problems, of engagements of which the longest ends at `endSeconds`. A `problem` is set
 // when the times come to no frame or to more than can be meant.
 struct PlannedRendering {
     RenderPlan plan;
-    std::optional<std::string> problem;
+    std::optional<sorvane::Problem> problem;
 };
 PlannedRendering planRendering(const RenderRequest& request, double endSeconds);
 

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "problem.h"
+
 // Gives a temporary file in the folder of the file that is to be, with the same extension, since writers go by that.
 // Whoever writes it calls commit at the end; without that, the temporary is removed and what had the name before stays.
 class AtomicFile {
@@ -22,7 +24,7 @@ public:
     bool commit();
 
     // What was wrong, such as "out/a.png: Permission denied"; nothing when all went well.
-    const std::optional<std::string>& problem() const { return problem_; }
+    const std::optional<sorvane::Problem>& problem() const { return problem_; }
 
 private:
     void fail(const std::string& reason);
@@ -30,5 +32,5 @@ private:
 
     std::filesystem::path target_;
     std::filesystem::path temporary_;
-    std::optional<std::string> problem_;
+    std::optional<sorvane::Problem> problem_;
 };

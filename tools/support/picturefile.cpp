@@ -10,7 +10,7 @@ QByteArray extensionOf(const std::string& path) {
     return QByteArray::fromStdString(std::filesystem::path(path).extension().string()).mid(1).toLower();
 }
 
-std::optional<std::string> writePicture(const QImage& picture, const std::string& path) {
+std::optional<sorvane::Problem> writePicture(const QImage& picture, const std::string& path) {
     AtomicFile file(path);
     if (file.problem())
         return file.problem();

@@ -27,7 +27,7 @@ std::string sizeText(const QSize& size) {
     return std::to_string(size.width()) + "x" + std::to_string(size.height());
 }
 
-std::optional<std::string> movieSizeProblem(const QSize& size) {
+std::optional<sorvane::Problem> movieSizeProblem(const QSize& size) {
     const QSize valid(nearestMovieSide(size.width()), nearestMovieSide(size.height()));
     if (size == valid)
         return std::nullopt;

@@ -7,9 +7,11 @@
 
 #include <QSize>
 
+#include "problem.h"
+
 // "640x480"; nothing for what is no such text, and for sides below 1.
 std::optional<QSize> pictureSizeOf(std::string_view text);
 std::string sizeText(const QSize& size);
 
 // Why no movie can have the size; nothing when one can.
-std::optional<std::string> movieSizeProblem(const QSize& size);
+std::optional<sorvane::Problem> movieSizeProblem(const QSize& size);

@@ -19,14 +19,13 @@ TrajectoryInput openTrajectoryAt(const std::string& path) {
     return {std::move(input), false};
 }
 
-std::optional<TrajectoryFile> readTrajectoryFile(const std::string& path, std::string& problem) {
+sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path) {
     const auto fail = [&](const std::string& reason) {
-        problem = inputName(path) + ": " + reason;
-        return std::nullopt;
+        return sorvane::Problem(inputName(path) + ": " + reason);
     };
     const TrajectoryInput input = openTrajectoryAt(path);
     if (input.device == nullptr)
-        return fail(openFault(path));
+        return fail(problemOfOpening(path).text);
     if (path != "-" && fileKindOf(path) != FileKind::Trajectory)
         return fail("is no trajectory");
     TrajectoryFile file;

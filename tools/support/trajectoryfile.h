@@ -1,11 +1,11 @@
 // Opens and reads trajectories for the sub-commands, from files and from standard input.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include <QMap>
 
+#include "problem.h"
 #include "trajectoryinput.h"
 #include "trajectoryreader.h"
 
@@ -18,6 +18,6 @@ struct TrajectoryFile {
     QMap<double, keyframe> samples; // at least one
 };
 
-// Nothing, with the reason in `problem`, when the trajectory can't be opened or decompressed, is something else or
-// holds no samples.
-std::optional<TrajectoryFile> readTrajectoryFile(const std::string& path, std::string& problem);
+// The problem, which names the file, when the trajectory can't be opened or decompressed, is something else or holds no
+// samples.
+sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path);
