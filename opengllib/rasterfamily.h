@@ -44,6 +44,7 @@ struct RasterDescription {
     std::vector<RasterHeaderFault> faults;
 };
 
+// The families are TORVALE and BKG. Established functions called after MORLAN, the first word of its files, are BKG's.
 struct RasterFamily {
     const char* name;                       // as users know it
     const std::string& topographyExtension; // a topography belongs to the family of its ending

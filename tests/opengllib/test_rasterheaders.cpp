@@ -133,9 +133,9 @@ TEST(RasterHeaders, OfAFileThatIsNoneAreNull) {
 
 TEST(RasterHeaders, AreToldApartByTheFirstSixBytes) {
     const TemporaryDirectory directory;
-    for (const auto& [contents, isMorlan] : Rows<const char*, bool>{
+    for (const auto& [contents, isBkg] : Rows<const char*, bool>{
              {"MORLAN", true}, {"MORLANxyz", true}, {"MORLA", false}, {"morlan", false}, {"XMORLAN", false}})
-        EXPECT_EQ(CheckMORLAN(directory.write("file", contents)), isMorlan) << contents;
+        EXPECT_EQ(CheckMORLAN(directory.write("file", contents)), isBkg) << contents;
 }
 
 TEST(TorvaleHeader, PrintsItsFields) {
