@@ -1,24 +1,20 @@
 // The engagement that keys and read-out go by.
 #pragma once
 
-#include <QList>
+#include "engagementlist.h"
 
-class QMenu;
-class etxyz;
-
-// The selected engagement, or the one selected last when none is. Sub-menus stand for engagements, because they outlive
-// a reload.
+// The selected engagement, or the one selected last when none is.
 class CurrentEngagement {
 public:
-    explicit CurrentEngagement(const QList<etxyz*>& engagements) : engagements_(engagements) {}
+    explicit CurrentEngagement(const EngagementList& engagements) : engagements_(engagements) {}
 
-    // A view of the engagement with this sub-menu has been chosen, or unchecked.
-    void remember(const QMenu* menu) { lastMenu_ = menu; }
+    // A view of the engagement has been chosen, or unchecked.
+    void remember(EngagementId id) { last_ = id; }
 
-    // Null while no engagement was ever selected.
-    etxyz* get() const;
+    // Null while no engagement was ever selected, or when the one selected last is gone.
+    const LoadedEngagement* get() const;
 
 private:
-    const QList<etxyz*>& engagements_;
-    const QMenu* lastMenu_ = nullptr;
+    const EngagementList& engagements_;
+    EngagementId last_{};
 };

@@ -1,14 +1,24 @@
 // Notices when a loaded file changes on disk.
 #include "filewatch.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include <QFileInfo>
 #include <QTimer>
+
+#include "engagementlist.h"
 
 namespace {
 constexpr int kSettlingMilliseconds = 300;
 } // namespace
 
-FileWatch::FileWatch(Tell tell, QObject* parent) : QObject(parent), tell_(std::move(tell)), check_(new QTimer(this)) {
+FileWatch::FileWatch(const EngagementList& engagements, Tell tell)
+    : engagements_(engagements), tell_(std::move(tell)), check_(new QTimer(this)) {
+    connect(&engagements, &EngagementList::fileRead, this, [this](const LoadedEngagement& engagement) {
+        watch(engagement.path(), engagement.stamp());
+    });
+    connect(&engagements, &EngagementList::removed, this, [this] { dropUnlisted(); });
     check_->setSingleShot(true);
     connect(check_, &QTimer::timeout, this, [this] { check(); });
     connect(&watcher_, &QFileSystemWatcher::fileChanged, this, [this] { scheduleCheck(); });
@@ -25,6 +35,16 @@ void FileWatch::watch(const QString& path, const FileStamp& stamp) {
     watcher_.addPath(path);
     // It may have changed while it was being read.
     scheduleCheck();
+}
+
+void FileWatch::dropUnlisted() {
+    for (auto file = files_.begin(); file != files_.end();) {
+        const bool isListed =
+            std::ranges::find(engagements_, file.key(), &LoadedEngagement::path) != engagements_.end();
+        if (!isListed)
+            watcher_.removePath(file.key());
+        file = isListed ? std::next(file) : files_.erase(file);
+    }
 }
 
 void FileWatch::scheduleCheck() {

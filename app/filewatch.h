@@ -10,6 +10,7 @@
 
 #include "filestamp.h"
 
+class EngagementList;
 class QTimer;
 
 // Tells of each file once until it is read again, however often it changes: a simulation may be writing it. Folders are
@@ -18,10 +19,8 @@ class FileWatch : public QObject {
 public:
     using Tell = std::function<void(const QStringList& paths)>;
 
-    FileWatch(Tell tell, QObject* parent);
-
-    // The file has been read, and had this stamp before it was.
-    void watch(const QString& path, const FileStamp& stamp);
+    // Watches the files of the engagements in the list, which must outlive it.
+    FileWatch(const EngagementList& engagements, Tell tell);
 
 private:
     struct Watched {
@@ -29,9 +28,12 @@ private:
         bool isTold = false;
     };
 
+    void watch(const QString& path, const FileStamp& stamp);
+    void dropUnlisted();
     void scheduleCheck();
     void check();
 
+    const EngagementList& engagements_;
     Tell tell_;
     QFileSystemWatcher watcher_;
     QTimer* check_; // waits for the dust of a change to settle

@@ -1,7 +1,9 @@
-// The main window: the form, the playback clock and the list of engagements.
+// The main window: joins the form, the playback clock, the view and the list of engagements.
 #include "new_sorvane.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <QDebug>
 #include <QFileDialog>
@@ -9,11 +11,12 @@
 #include <QTimer>
 
 #include "aircraftwidget.h"
+#include "clocknumbers.h"
 #include "copykeyfilter.h"
 #include "etxyz.h"
+#include "filedrop.h"
 #include "framegrab.h"
 #include "imageexport.h"
-#include "keptengagements.h"
 #include "moviesettings.h"
 #include "playbackclock.h"
 #include "qvideoencoder.h"
@@ -23,7 +26,9 @@
 #include "viewsizesteps.h"
 #include "windowfeatures.h"
 
-new_sorvane::new_sorvane(QWidget* parent) : QMainWindow(parent), ui(std::make_unique<Ui::new_sorvane>()) {
+new_sorvane::new_sorvane(QWidget* parent)
+    : QMainWindow(parent), ui(std::make_unique<Ui::new_sorvane>()),
+      engagements([this](std::unique_ptr<etxyz> ended) { ui->glWidget->endEtxyz(std::move(ended)); }) {
     Q_INIT_RESOURCE(resources);
     ui->setupUi(this);
     const auto warn = [](const QString& message) {
@@ -38,8 +43,11 @@ new_sorvane::new_sorvane(QWidget* parent) : QMainWindow(parent), ui(std::make_un
     notice_ = new ViewNotice(*ui->glWidget);
     new ViewSizeSteps(*this, *ui->glWidget, *ui->recordButton);
     CopyKeyFilter::installOn(*ui->doubleSpinBox);
-    clock_ = std::make_unique<PlaybackClock>(*timer, *ui->playButton);
+    clock_ = std::make_unique<PlaybackClock>(
+        ClockControls{*timer, *ui->playButton, *ui->horizontalSlider, *ui->doubleSpinBox});
+    joinEngagements();
     features_ = std::make_unique<WindowFeatures>(WindowParts{*this, *ui, engagements, *clock_, *notice_});
+    new FileDrop(*this, [this](const QString& path) { loadEtxyzFile(path); });
     ui->glWidget->setFocus();
 }
 
@@ -47,44 +55,57 @@ new_sorvane::~new_sorvane() {
     // A movie without its trailer can't be played.
     if (encoder != nullptr)
         encoder->close();
+    engagements.clear(); // as long as there is a view to end them in
+}
+
+void new_sorvane::joinEngagements() {
+    connect(&engagements, &EngagementList::added, this, &new_sorvane::showAdded);
+    connect(&engagements, &EngagementList::replaced, this, [this](const LoadedEngagement& engagement) {
+        growSlider(engagement);
+        ui->glWidget->replaceEtxyz(engagement.id(), engagement.data());
+    });
+    connect(&engagements, &EngagementList::aboutToBeRemoved, this, [this](const LoadedEngagement& engagement) {
+        QMenu* const menu = engagement.data().menu;
+        ui->menuETXYZ_Files->removeAction(menu->menuAction());
+        menu->deleteLater(); // one of its own actions may be what removes the engagement
+        ui->glWidget->removeEtxyz(engagement.id());
+    });
 }
 
 void new_sorvane::loadEtxyzFile(const QString& path) {
-    const FileStamp stamp = fileStamp(path);
-    auto loaded = std::make_unique<etxyz>();
-    loaded->LoadETXYZ(path);
-    if (loaded->keyframes.isEmpty())
-        return;
-    etxyz* const engagement = loaded.get();
-    keepUntilExit(std::move(loaded));
+    EngagementReading reading = readEngagement(path);
+    if (reading.data != nullptr)
+        engagements.add(path, std::move(reading));
+}
 
-    ui->glWidget->addEtxyz(engagement);
-    const int end = endOnSlider(*engagement);
-    if (end > ui->horizontalSlider->maximum())
-        ui->horizontalSlider->setMaximum(end);
-    addMenu(*engagement, path);
-    ui->glWidget->initHardbodiesIfReady(*engagement);
-    ui->menuETXYZ_Files->addMenu(engagement->menu);
-    engagements.append(engagement);
-    features_->engagementAdded(*engagement, stamp);
+void new_sorvane::showAdded(const LoadedEngagement& added) {
+    ui->glWidget->addEtxyz(&added.data(), added.id());
+    growSlider(added);
+    addMenu(added);
+    ui->glWidget->initHardbodiesIfReady(added.data());
 
     ui->glWidget->setKeyframe(ui->doubleSpinBox->value());
     ui->glWidget->reset();
     ui->glWidget->update();
 }
 
-void new_sorvane::addMenu(etxyz& engagement, const QString& path) {
-    auto* const menu = new QMenu(path, this);
+void new_sorvane::addMenu(const LoadedEngagement& added) {
+    auto* const menu = new QMenu(added.path(), this);
     // The texts are compared in code and therefore not translated.
     connect(menu->addAction(QStringLiteral("Disable")), &QAction::triggered, this, &new_sorvane::etxyz_toggled);
-    const bool isFirst = engagements.isEmpty();
-    for (const char* const text : {"View Threat", "View Gyro", "View Target", "View Free"}) {
-        QAction* const view = menu->addAction(QString::fromLatin1(text));
-        view->setCheckable(true);
-        view->setChecked(isFirst && view->text() == QLatin1String("View Threat"));
-        connect(view, &QAction::triggered, this, &new_sorvane::etxyz_set_view);
+    const bool isFirst = engagements.size() == 1;
+    for (const ViewModeName& view : kViewModes) {
+        QAction* const action = menu->addAction(QString::fromLatin1(view.menuText));
+        action->setCheckable(true);
+        action->setChecked(isFirst && view.mode == ViewThreat);
+        connect(action, &QAction::triggered, this, &new_sorvane::etxyz_set_view);
     }
-    engagement.menu = menu;
+    added.data().menu = menu;
+    ui->menuETXYZ_Files->addMenu(menu);
+}
+
+void new_sorvane::growSlider(const LoadedEngagement& loaded) {
+    ui->horizontalSlider->setMaximum(std::max(ui->horizontalSlider->maximum(), endOnSlider(loaded.data())));
 }
 
 void new_sorvane::etxyz_toggled() {
@@ -101,22 +122,19 @@ void new_sorvane::etxyz_set_view() {
     const auto* const chosen = qobject_cast<QAction*>(sender());
     if (chosen == nullptr)
         return;
-    for (const etxyz* const engagement : std::as_const(engagements))
-        for (QAction* const action : engagement->menu->actions())
+    const QObject* const menu = chosen->parent();
+    EngagementId engagementOfMenu{};
+    for (const LoadedEngagement& engagement : engagements) {
+        if (engagement.data().menu == menu)
+            engagementOfMenu = engagement.id();
+        for (QAction* const action : engagement.data().menu->actions())
             if (action->isCheckable() && action != chosen)
                 action->setChecked(false);
-
-    ViewMode mode = ViewFree;
-    if (chosen->text() == QLatin1String("View Threat"))
-        mode = ViewThreat;
-    else if (chosen->text() == QLatin1String("View Gyro"))
-        mode = ViewGyro;
-    else if (chosen->text() == QLatin1String("View Target"))
-        mode = ViewTarget;
-    ui->glWidget->setViewMode(mode);
+    }
+    ui->glWidget->setViewMode(viewModeOf(chosen->text().toStdString()));
     ui->glWidget->reset();
     ui->glWidget->setKeyframe(ui->doubleSpinBox->value());
-    features_->viewChosen(qobject_cast<QMenu*>(chosen->parent()));
+    features_->viewChosen(engagementOfMenu);
 }
 
 void new_sorvane::on_actionAdd_triggered() {
@@ -128,14 +146,7 @@ void new_sorvane::on_actionAdd_triggered() {
 }
 
 void new_sorvane::on_playButton_clicked() {
-    if (timer->isActive())
-        clock_->stop();
-    else
-        clock_->play();
-}
-
-ClockRange new_sorvane::clockRange() const {
-    return {.end = ui->horizontalSlider->maximum() * 0.001, .latest = ui->doubleSpinBox->maximum()};
+    clock_->playOrStop();
 }
 
 void new_sorvane::incrementTime() {
@@ -143,7 +154,7 @@ void new_sorvane::incrementTime() {
     // Before the time moves: a movie starts with the frame that was on show.
     if (encoder != nullptr)
         recordFrame();
-    const ClockTick tick = clock_->course().next(now, speed, clockRange());
+    const ClockTick tick = clock_->transport().next(now, speed, clock_->range());
     if (tick.isAtEnd || tick.isAtStart)
         clock_->stop();
     if (tick.isAtEnd)
@@ -157,7 +168,7 @@ void new_sorvane::incrementTime() {
 
 // Box and slider set each other. The exchange ends by itself, since a value that does not change fires no signal.
 void new_sorvane::on_horizontalSlider_valueChanged(int value) {
-    const double time = value * 0.001;
+    const double time = value * kSecondsPerSliderStep;
     // Setting the box to the value that it has would rewrite a number that is being typed.
     constexpr double kHalfOfLastDecimal = 0.5e-4;
     if (std::abs(ui->doubleSpinBox->value() - time) > kHalfOfLastDecimal)

@@ -1,20 +1,18 @@
-// The main window: the form, the playback clock and the list of engagements.
+// The main window: joins the form, the playback clock, the view and the list of engagements.
 #pragma once
 
 #include <memory>
 
-#include <QList>
 #include <QMainWindow>
 #include <QString>
 
-#include "clockcourse.h"
+#include "engagementlist.h"
 
 class WindowFeatures;
 class PlaybackClock;
 class QTimer;
 class QVideoEncoder;
 class ViewNotice;
-class etxyz;
 namespace Ui {
 class new_sorvane;
 }
@@ -26,15 +24,11 @@ public:
     explicit new_sorvane(QWidget* parent = nullptr);
     ~new_sorvane() override;
 
-    // Loads and registers one engagement: scene, sub-menu, range of the slider. A file that yields no keyframes changes
-    // nothing and is not reported.
+    // Loads one engagement into the list. A file that yields no keyframes changes nothing and is not reported.
     void loadEtxyzFile(const QString& path);
 
     // Saves the view as a picture; the name's ending is its format. Problems are message boxes.
     void saveImage(const QString& path);
-
-    // The times that the clock covers with the engagements loaded so far.
-    ClockRange clockRange() const;
 
 public slots:
     // Bound by name to the form's objects and actions; the order is part of the class's meta-object.
@@ -55,12 +49,15 @@ public slots:
     void incrementTime();
 
 private:
-    void addMenu(etxyz& engagement, const QString& path);
+    void joinEngagements();
+    void showAdded(const LoadedEngagement& added);
+    void addMenu(const LoadedEngagement& added);
+    void growSlider(const LoadedEngagement& loaded);
     void recordFrame();
     void finishRecording();
 
     std::unique_ptr<Ui::new_sorvane> ui;
-    QList<etxyz*> engagements; // in load order; never removed
+    EngagementList engagements;
     QTimer* timer = nullptr;
     double speed = 1.0;                     // engagement seconds per second; no bounds
     std::unique_ptr<QVideoEncoder> encoder; // while a movie is being recorded, else null

@@ -3,45 +3,54 @@
 
 #include <algorithm>
 
+#include <QDoubleSpinBox>
 #include <QIcon>
 #include <QPushButton>
+#include <QSlider>
 #include <QTimer>
 
+#include "clocknumbers.h"
 #include "etxyz.h"
 
-namespace {
-constexpr int kTickMilliseconds = 33;
-constexpr double kEndOfTime = 1.0e9; // later than any sample
-} // namespace
-
 void PlaybackClock::play() {
-    course_.leaveShuttle();
+    transport_.leaveShuttle();
     run();
 }
 
 void PlaybackClock::shuttleForward() {
-    course_.shuttleForward();
+    transport_.shuttleForward();
     run();
 }
 
 void PlaybackClock::shuttleBackward() {
-    course_.shuttleBackward();
+    transport_.shuttleBackward();
     run();
 }
 
 void PlaybackClock::run() {
-    timer_.start(kTickMilliseconds);
-    playButton_.setIcon(QIcon(QStringLiteral(":/images/pause.svg")));
+    controls_.timer.start(kTickMilliseconds);
+    controls_.playButton.setIcon(QIcon(QStringLiteral(":/images/pause.svg")));
 }
 
 void PlaybackClock::stop() {
-    timer_.stop();
-    course_.leaveShuttle();
-    playButton_.setIcon(QIcon(QStringLiteral(":/images/play.svg")));
+    controls_.timer.stop();
+    transport_.leaveShuttle();
+    controls_.playButton.setIcon(QIcon(QStringLiteral(":/images/play.svg")));
+}
+
+void PlaybackClock::playOrStop() {
+    if (controls_.timer.isActive())
+        stop();
+    else
+        play();
+}
+
+ClockRange PlaybackClock::range() const {
+    return {.end = controls_.slider.maximum() * kSecondsPerSliderStep, .latest = controls_.box.maximum()};
 }
 
 int sliderValue(double seconds) {
-    return static_cast<int>(std::clamp(seconds * 1000.0, -2147483648.0, 2147483647.0));
+    return static_cast<int>(std::clamp(seconds * kSliderStepsPerSecond, -2147483648.0, 2147483647.0));
 }
 
 int endOnSlider(const etxyz& engagement) {

@@ -1,30 +1,44 @@
 // Runs and stops the clock's timer, with the icon of the play button.
 #pragma once
 
-#include "clockcourse.h"
+#include "transport.h"
 
+class QDoubleSpinBox;
 class QPushButton;
+class QSlider;
 class QTimer;
 class etxyz;
 
+// The controls of the clock. Nothing here is owned.
+struct ClockControls {
+    QTimer& timer;
+    QPushButton& playButton;
+    const QSlider& slider; // to the end of the longest engagement
+    const QDoubleSpinBox& box;
+};
+
 class PlaybackClock {
 public:
-    PlaybackClock(QTimer& timer, QPushButton& playButton) : timer_(timer), playButton_(playButton) {}
+    explicit PlaybackClock(const ClockControls& controls) : controls_(controls) {}
 
     // Runs forward at the playback speed, whatever the shuttle did.
     void play();
     void shuttleForward();
     void shuttleBackward();
     void stop();
+    // Stops a clock that runs, however it does, and plays otherwise.
+    void playOrStop();
 
-    ClockCourse& course() { return course_; }
+    // The times that it covers with the engagements that are loaded.
+    ClockRange range() const;
+
+    Transport& transport() { return transport_; }
 
 private:
     void run();
 
-    QTimer& timer_;
-    QPushButton& playButton_;
-    ClockCourse course_;
+    ClockControls controls_;
+    Transport transport_;
 };
 
 // Milliseconds as the slider counts them, truncated. Times that no int holds end at its limits.

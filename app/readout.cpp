@@ -6,10 +6,9 @@
 #include <QEvent>
 #include <QFileInfo>
 #include <QFontDatabase>
-#include <QMenu>
 #include <QTimer>
 
-#include "etxyz.h"
+#include "loadedengagement.h"
 #include "measuretext.h"
 
 namespace {
@@ -22,31 +21,18 @@ QString line(const char* label, const QString& value) {
     return QString::fromLatin1(label).leftJustified(kLabelWidth) + value;
 }
 
-QString viewName(ViewMode mode) {
-    switch (mode) {
-    case ViewThreat:
-        return QStringLiteral("Threat");
-    case ViewGyro:
-        return QStringLiteral("Gyro");
-    case ViewTarget:
-        return QStringLiteral("Target");
-    case ViewFree:
-        break;
-    }
-    return QStringLiteral("Free");
-}
-
-QStringList encounterLines(const etxyz& engagement, const EngagementFacts& facts, double time) {
-    const Encounter now = encounterAt(engagement, time);
+QStringList encounterLines(const LoadedEngagement& engagement, double time) {
+    const Encounter now = encounterAt(engagement.data(), time);
+    const std::optional<ClosestApproach>& closest = engagement.facts().closest;
     QStringList lines{
-        line("Engagement", QFileInfo(engagement.menu->title()).fileName()),
+        line("Engagement", QFileInfo(engagement.path()).fileName()),
         line("Range", lengthText(now.range, kUnit)),
         line("Closing speed", speedText(now.closingSpeed, kUnit)),
     };
-    if (facts.closest)
+    if (closest)
         lines << line(
             "Closest approach",
-            QStringLiteral("%1 at %2").arg(lengthText(facts.closest->range, kUnit), timeText(facts.closest->time)));
+            QStringLiteral("%1 at %2").arg(lengthText(closest->range, kUnit), timeText(closest->time)));
     lines << line("Aspect angle", angleText(now.aspectDegrees));
     return lines;
 }
@@ -55,8 +41,8 @@ QStringList encounterLines(const etxyz& engagement, const EngagementFacts& facts
 QString readoutText(const ReadoutSubject& subject, double framesPerSecond) {
     QStringList lines{line("Time", timeText(subject.time))};
     if (subject.engagement != nullptr)
-        lines << encounterLines(*subject.engagement, *subject.facts, subject.time);
-    lines << line("View", viewName(subject.viewMode));
+        lines << encounterLines(*subject.engagement, subject.time);
+    lines << line("View", QString::fromLatin1(nameOf(subject.viewMode).shown));
     lines << line(
         "Frames per second", framesPerSecond > 0.0 ? QString::number(framesPerSecond, 'f', 1) : QStringLiteral("–"));
     return lines.join(u'\n');

@@ -6,17 +6,15 @@
 #include <QElapsedTimer>
 #include <QLabel>
 
-#include "engagementfacts.h"
 #include "viewmode.h"
 
+class LoadedEngagement;
 class QTimer;
-class etxyz;
 
 // What the read-out says at one instant.
 struct ReadoutSubject {
-    double time = 0.0;                      // seconds
-    const etxyz* engagement = nullptr;      // null when there is none to speak of
-    const EngagementFacts* facts = nullptr; // of the engagement
+    double time = 0.0;                            // seconds
+    const LoadedEngagement* engagement = nullptr; // null when there is none to speak of
     ViewMode viewMode = ViewThreat;
 };
 

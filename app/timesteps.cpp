@@ -7,6 +7,8 @@
 #include <QDoubleSpinBox>
 #include <QSlider>
 
+#include "clocknumbers.h"
+
 namespace {
 constexpr double kLeastSampleStep = 0.001 + kTimeNoise; // seconds
 } // namespace
@@ -62,7 +64,7 @@ double TimeSteps::from() const {
 }
 
 double TimeSteps::end() const {
-    return std::min(slider_.maximum() * 0.001, box_.maximum());
+    return std::min(slider_.maximum() * kSecondsPerSliderStep, box_.maximum());
 }
 
 bool TimeSteps::canShow(double time) const {

@@ -1,4 +1,4 @@
-// What the window offers beyond its form: keys, read-out, dropped files, reloading.
+// What the window offers beyond its form: keys, read-out, reloading.
 #include "windowfeatures.h"
 
 #include <QFileInfo>
@@ -8,13 +8,12 @@
 #include "accessiblenames.h"
 #include "aircraftwidget.h"
 #include "etxyz.h"
-#include "filedrop.h"
+#include "filereload.h"
 #include "keyfilter.h"
 #include "keyhelp.h"
 #include "measuretext.h"
-#include "new_sorvane.h"
 #include "playbackclock.h"
-#include "readout.h"
+#include "selection.h"
 #include "timesteps.h"
 #include "ui_new_sorvane.h"
 #include "viewnotice.h"
@@ -35,43 +34,38 @@ QString fileNames(const QStringList& paths) {
 
 WindowFeatures::WindowFeatures(const WindowParts& parts)
     : parts_(parts), current_(parts.engagements),
-      watch_([this](const QStringList& paths) { tellChanged(paths); }, nullptr),
-      reload_({parts.engagements, *parts.form.glWidget, *parts.form.horizontalSlider, facts_, watch_}),
+      watch_(parts.engagements, [this](const QStringList& paths) { tellChanged(paths); }),
       steps_(new TimeSteps(*parts.form.doubleSpinBox, *parts.form.horizontalSlider, &parts.window)),
       readout_(new ViewReadout(*parts.form.glWidget, [this] { return readoutSubject(); })),
       help_(new KeyHelp(parts.window)) {
     makeAccessible(parts.form);
     new KeyFilter(parts.window, [this](KeyCommand command) { run(command); });
-    new FileDrop(parts.window, [this](const QString& path) { parts_.window.loadEtxyzFile(path); });
     QObject::connect(
         parts.form.doubleSpinBox, &QDoubleSpinBox::valueChanged, readout_, [this] { readout_->refresh(); });
+    QObject::connect(&parts.engagements, &EngagementList::added, readout_, [this](const LoadedEngagement& added) {
+        if (parts_.engagements.size() == 1)
+            current_.remember(added.id()); // the first one starts selected
+        readout_->refresh();
+    });
+    QObject::connect(&parts.engagements, &EngagementList::removed, readout_, [this] { readout_->refresh(); });
 }
 
-void WindowFeatures::engagementAdded(const etxyz& engagement, const FileStamp& stamp) {
-    if (parts_.engagements.size() == 1)
-        current_.remember(engagement.menu); // the first one starts selected
-    reload_.registerLoaded(engagement, stamp);
+void WindowFeatures::viewChosen(EngagementId id) {
+    current_.remember(id);
     readout_->refresh();
 }
 
-void WindowFeatures::viewChosen(const QMenu* menu) {
-    current_.remember(menu);
-    readout_->refresh();
-}
-
-ReadoutSubject WindowFeatures::readoutSubject() {
-    const etxyz* const engagement = current_.get();
+ReadoutSubject WindowFeatures::readoutSubject() const {
     return {
         .time = parts_.form.doubleSpinBox->value(),
-        .engagement = engagement,
-        .facts = engagement == nullptr ? nullptr : &facts_.of(*engagement),
+        .engagement = current_.get(),
         .viewMode = parts_.form.glWidget->viewMode()};
 }
 
 void WindowFeatures::run(KeyCommand command) {
     switch (command) {
     case KeyCommand::PlayOrPause:
-        return parts_.window.on_playButton_clicked();
+        return parts_.clock.playOrStop();
     case KeyCommand::ShuttleBackward:
         return parts_.clock.shuttleBackward();
     case KeyCommand::ShuttleStop:
@@ -107,13 +101,13 @@ void WindowFeatures::run(KeyCommand command) {
     case KeyCommand::ToggleLoop:
         return toggleLoop();
     case KeyCommand::ViewThreat:
-        return chooseView(1);
+        return chooseView(ViewThreat);
     case KeyCommand::ViewGyro:
-        return chooseView(2);
+        return chooseView(ViewGyro);
     case KeyCommand::ViewTarget:
-        return chooseView(3);
+        return chooseView(ViewTarget);
     case KeyCommand::ViewFree:
-        return chooseView(4);
+        return chooseView(ViewFree);
     case KeyCommand::ToggleReadout:
         return readout_->toggle();
     case KeyCommand::ToggleLineStyles:
@@ -132,23 +126,23 @@ void WindowFeatures::run(KeyCommand command) {
 }
 
 void WindowFeatures::stepToSample(bool isForward) {
-    if (const etxyz* const engagement = current_.get())
-        steps_->toSample(engagement->keyframes, direction(isForward));
+    if (const LoadedEngagement* const engagement = current_.get())
+        steps_->toSample(engagement->data().keyframes, direction(isForward));
 }
 
 void WindowFeatures::stepToEvent(bool isForward) {
-    const etxyz* const engagement = current_.get();
+    const LoadedEngagement* const engagement = current_.get();
     if (engagement == nullptr)
         return;
-    if (const EngagementEvent* const event = steps_->toEvent(facts_.of(*engagement).events, direction(isForward)))
+    if (const EngagementEvent* const event = steps_->toEvent(engagement->facts().events, direction(isForward)))
         parts_.notice.notify(QStringLiteral("%1: %2").arg(event->name, timeText(event->time)));
 }
 
 void WindowFeatures::goToClosestApproach() {
-    const etxyz* const engagement = current_.get();
-    if (engagement == nullptr || !facts_.of(*engagement).closest)
+    const LoadedEngagement* const engagement = current_.get();
+    if (engagement == nullptr || !engagement->facts().closest)
         return;
-    const double time = facts_.of(*engagement).closest->time;
+    const double time = engagement->facts().closest->time;
     if (steps_->canShow(time))
         steps_->to(time);
     else
@@ -156,33 +150,33 @@ void WindowFeatures::goToClosestApproach() {
 }
 
 void WindowFeatures::setLoopPoint(bool isInPoint) {
-    ClockCourse& course = parts_.clock.course();
+    Transport& transport = parts_.clock.transport();
     const double time = parts_.form.doubleSpinBox->value();
     if (isInPoint)
-        course.setInPoint(time);
+        transport.setInPoint(time);
     else
-        course.setOutPoint(time);
+        transport.setOutPoint(time);
     tellLoop();
 }
 
 void WindowFeatures::toggleLoop() {
-    parts_.clock.course().toggleLoop();
+    parts_.clock.transport().toggleLoop();
     tellLoop();
 }
 
 void WindowFeatures::tellLoop() {
-    const ClockCourse& course = parts_.clock.course();
+    const Transport& transport = parts_.clock.transport();
     parts_.notice.notify(QStringLiteral("Loop %1, %2 to %3")
                              .arg(
-                                 course.isLooping() ? QStringLiteral("on") : QStringLiteral("off"),
-                                 timeText(course.inPoint()), timeText(course.outPoint(parts_.window.clockRange()))));
+                                 transport.isLooping() ? QStringLiteral("on") : QStringLiteral("off"),
+                                 timeText(transport.inPoint()), timeText(transport.outPoint(parts_.clock.range()))));
 }
 
-void WindowFeatures::chooseView(int entry) {
-    const etxyz* const engagement = current_.get();
+void WindowFeatures::chooseView(ViewMode mode) {
+    const LoadedEngagement* const engagement = current_.get();
     if (engagement == nullptr)
         return;
-    QAction* const view = engagement->menu->actions().at(entry);
+    QAction* const view = viewAction(engagement->data(), mode);
     if (view->isChecked())
         parts_.form.glWidget->reset(); // choosing it again would uncheck it
     else
@@ -191,7 +185,7 @@ void WindowFeatures::chooseView(int entry) {
 
 void WindowFeatures::reload() {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    const QStringList unreadable = reload_.reloadAll();
+    const QStringList unreadable = reloadAll(parts_.engagements, *parts_.form.glWidget);
     QGuiApplication::restoreOverrideCursor();
     readout_->refresh();
     if (!unreadable.isEmpty())

@@ -68,22 +68,41 @@ void AircraftWidget::setViewMode(ViewMode mode) {
     camera_.setMode(mode);
 }
 
-void AircraftWidget::addEtxyz(etxyz* engagement) {
-    engagements_.append(engagement);
+void AircraftWidget::addEtxyz(etxyz* engagement, EngagementId id) {
+    engagements_.push_back({id, engagement});
 }
 
 void AircraftWidget::clearEtxyz() {
-    engagements_.clear();
+    while (!engagements_.empty())
+        removeEtxyz(engagements_.back().id);
 }
 
-void AircraftWidget::replaceEtxyz(const etxyz& old, etxyz& fresh) {
-    std::ranges::replace(engagements_, &old, &fresh);
+void AircraftWidget::replaceEtxyz(EngagementId id, etxyz& fresh) {
+    const auto shown = std::ranges::find(engagements_, id, &SceneEngagement::id);
+    if (shown == engagements_.end())
+        return;
+    shown->engagement = &fresh;
+    forget(id);
+}
+
+void AircraftWidget::removeEtxyz(EngagementId id) {
+    if (std::erase_if(engagements_, [id](const SceneEngagement& shown) { return shown.id == id; }) > 0)
+        forget(id);
+}
+
+void AircraftWidget::forget(EngagementId id) {
     makeCurrent();
     if (scene_ != nullptr)
-        scene_->forget(old);
-    resizeGL(width_, height_);
+        scene_->forget(id);
+    resizeGL(width_, height_); // the field of view may be another one
     doneCurrent();
     update();
+}
+
+void AircraftWidget::endEtxyz(std::unique_ptr<etxyz> engagement) {
+    makeCurrent();
+    engagement.reset();
+    doneCurrent();
 }
 
 void AircraftWidget::reset() {
@@ -147,10 +166,9 @@ void AircraftWidget::paintGL() {
     clearFrame();
     if (isSuspended_ || !isValid() || scene_ == nullptr)
         return;
-    std::vector<SceneEngagement> shown;
-    for (etxyz* const engagement : engagements_)
-        shown.push_back({engagement, isEngagementHidden(*engagement)});
-    scene_->draw(shown, camera_, optionsFromForm());
+    for (SceneEngagement& shown : engagements_)
+        shown.isHidden = isEngagementHidden(*shown.engagement);
+    scene_->draw(engagements_, camera_, optionsFromForm());
 }
 
 void AircraftWidget::startDrawing() {
@@ -159,9 +177,9 @@ void AircraftWidget::startDrawing() {
         return;
     }
     isGlewInitialised_ = true;
-    for (etxyz* const engagement : engagements_)
-        if (!engagement->areHardbodiesInitialized())
-            engagement->InitHardbodies();
+    for (const SceneEngagement& shown : engagements_)
+        if (!shown.engagement->areHardbodiesInitialized())
+            shown.engagement->InitHardbodies();
 }
 
 void AircraftWidget::resizeEvent(QResizeEvent* event) {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
-#include <QList>
 #include <QOpenGLWidget>
 #include <QString>
 
@@ -34,11 +34,15 @@ public:
     void setViewMode(ViewMode mode);
     ViewMode viewMode() const { return camera_.mode(); }
 
-    // The engagements to draw, in order; not owned.
-    void addEtxyz(etxyz* engagement);
+    // The engagements to draw, in order; not owned. What is kept for one between frames goes by its id.
+    void addEtxyz(etxyz* engagement, EngagementId id = newEngagementId());
     void clearEtxyz();
-    // Draws `fresh` in the place of `old` from now on, with its field of view; time and camera stay.
-    void replaceEtxyz(const etxyz& old, etxyz& fresh);
+    // Draws `fresh` under this id from now on, with its field of view; time and camera stay.
+    void replaceEtxyz(EngagementId id, etxyz& fresh);
+    // Draws the engagement no more; time and camera stay.
+    void removeEtxyz(EngagementId id);
+    // Ends an engagement that the view draws no more, with the GL context current that its bodies were made in.
+    void endEtxyz(std::unique_ptr<etxyz> engagement);
 
     // Places the camera anew for the current mode on the selected engagement and applies the field of view. Without a
     // selected engagement only the size is taken anew.
@@ -80,6 +84,7 @@ private:
     bool hasCurrentContext() const;
     void takeSizeFromGeometry();
     void startDrawing();
+    void forget(EngagementId id);
     SceneOptions optionsFromForm() const;
 
     float initA_ = 0.0F;
@@ -88,7 +93,7 @@ private:
     int height_ = 1;
     Camera camera_;
     double currentTime_ = 0.0; // of the frame on show, seconds
-    QList<etxyz*> engagements_;
+    std::vector<SceneEngagement> engagements_;
     Ui::new_sorvane* ui_ = nullptr;
     bool lineStyles_ = false;
     bool isSuspended_ = false; // while set, a frame is cleared and nothing drawn; nothing sets it

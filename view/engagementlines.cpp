@@ -16,24 +16,18 @@ Vertex lastTargetPosition(const QMap<double, keyframe>& samples) {
 }
 } // namespace
 
-EngagementLines::EngagementLines(const etxyz& engagement)
-    : engagement_(&engagement), sampleCount_(engagement.keyframes.size()),
-      origin_(lastTargetPosition(engagement.keyframes)) {}
+EngagementLines::EngagementLines(const QMap<double, keyframe>& samples)
+    : sampleCount_(samples.size()), origin_(lastTargetPosition(samples)) {}
 
-bool EngagementLines::matches(const etxyz& engagement) const {
-    // Samples are only ever added, and the only one added after loading is an empty one at time 0.
-    return engagement_ == &engagement && sampleCount_ == samples().size();
-}
-
-HistoryLine& EngagementLines::history(PathOf body, bool withDropLines) {
+HistoryLine& EngagementLines::history(const QMap<double, keyframe>& samples, PathOf body, bool withDropLines) {
     std::optional<HistoryLine>& line = histories_[body == PathOf::Target ? 0 : 1][withDropLines ? 1 : 0];
     if (!line)
-        line.emplace(samples(), body, withDropLines, origin_);
+        line.emplace(samples, body, withDropLines, origin_);
     return *line;
 }
 
-FlareTrails& EngagementLines::trails() {
+FlareTrails& EngagementLines::trails(const QMap<double, keyframe>& samples) {
     if (!trails_)
-        trails_.emplace(samples(), origin_);
+        trails_.emplace(samples, origin_);
     return *trails_;
 }

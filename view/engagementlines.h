@@ -9,23 +9,21 @@
 
 class EngagementLines {
 public:
-    explicit EngagementLines(const etxyz& engagement);
+    explicit EngagementLines(const QMap<double, keyframe>& samples);
 
-    // Whether the line sets still fit the engagement's samples.
-    bool matches(const etxyz& engagement) const;
+    // Whether they still are those of the engagement's samples. Once loaded, these change in one way only: an empty
+    // sample is added at time 0.
+    bool fit(const QMap<double, keyframe>& samples) const { return sampleCount_ == samples.size(); }
 
     // The world position from which the vertices of the line sets count.
     const Vertex& origin() const { return origin_; }
 
-    // The line sets, built on first use. Drawing them needs a current GL context.
-    HistoryLine& history(PathOf body, bool withDropLines);
-    FlareTrails& trails();
+    // The line sets, built on first use from samples that they fit. Drawing them needs a current GL context.
+    HistoryLine& history(const QMap<double, keyframe>& samples, PathOf body, bool withDropLines);
+    FlareTrails& trails(const QMap<double, keyframe>& samples);
 
 private:
-    const QMap<double, keyframe>& samples() const { return engagement_->keyframes; }
-
-    const etxyz* engagement_;
-    qsizetype sampleCount_; // when the line sets began to be built
+    qsizetype sampleCount_; // of the samples that they are built from
     Vertex origin_{};
     std::optional<HistoryLine> histories_[2][2]; // by body, by drop lines
     std::optional<FlareTrails> trails_;

@@ -98,14 +98,16 @@ void Scene::draw(const std::vector<SceneEngagement>& engagements, const Camera& 
     glEnable(GL_LIGHT0);
     for (const SceneEngagement& shown : engagements)
         if (!shown.isHidden)
-            drawEngagement(*shown.engagement, camera, lookAt, options);
+            drawEngagement(shown, camera, lookAt, options);
     if (options.showGrid)
         grid_.draw(wideLine(options));
     glDisable(GL_LIGHT0);
     glDisable(GL_LIGHTING);
 }
 
-void Scene::drawEngagement(etxyz& engagement, const Camera& camera, const LookAt& lookAt, const SceneOptions& options) {
+void Scene::drawEngagement(
+    const SceneEngagement& shown, const Camera& camera, const LookAt& lookAt, const SceneOptions& options) {
+    etxyz& engagement = *shown.engagement;
     // Before anything that is built from the samples: it may add one.
     if (options.showTerrain && engagement.areHardbodiesInitialized())
         drawTerrain(engagement);
@@ -120,16 +122,18 @@ void Scene::drawEngagement(etxyz& engagement, const Camera& camera, const LookAt
     if (hasBodies && engagement.target != nullptr)
         drawBody(*engagement.target, {frame.targetPos, frame.targetAtt}, lookAt, sunInEye, options.time);
 
-    EngagementLines& lines = linesOf(engagement);
+    const QMap<double, keyframe>& samples = engagement.keyframes;
+    EngagementLines& lines = linesOf(shown.id, samples);
     const std::size_t sampleCount = engagement.sampleCountAt(options.time);
 
     lookAt.load(lines.origin());
     if (options.showHistoryLines)
         drawHistory(
-            lines.history(PathOf::Target, options.showDropLines), sampleCount, cyl_front_mat, kTargetPattern, options);
+            lines.history(samples, PathOf::Target, options.showDropLines), sampleCount, cyl_front_mat, kTargetPattern,
+            options);
     drawFlares(frame.flares, lookAt, options.pixelRatio);
     if (options.showHistoryLines)
-        drawTrails(lines.trails(), sampleCount, options);
+        drawTrails(lines.trails(samples), sampleCount, options);
 
     if (camera.mode() == ViewGyro) {
         // The eye sits in the threat's seeker: no threat and no threat path, but what the seeker frames.
@@ -143,16 +147,16 @@ void Scene::drawEngagement(etxyz& engagement, const Camera& camera, const LookAt
     if (options.showHistoryLines) {
         lookAt.load(lines.origin());
         drawHistory(
-            lines.history(PathOf::Threat, options.showDropLines), sampleCount, threatMaterial(engagement),
+            lines.history(samples, PathOf::Threat, options.showDropLines), sampleCount, threatMaterial(engagement),
             kThreatPattern, options);
     }
 }
 
-EngagementLines& Scene::linesOf(const etxyz& engagement) {
-    const auto found = lines_.find(&engagement);
-    if (found != lines_.end() && found->second.matches(engagement))
+EngagementLines& Scene::linesOf(EngagementId id, const QMap<double, keyframe>& samples) {
+    const auto found = lines_.find(id);
+    if (found != lines_.end() && found->second.fit(samples))
         return found->second;
     if (found != lines_.end())
         lines_.erase(found);
-    return lines_.try_emplace(&engagement, engagement).first->second;
+    return lines_.try_emplace(id, samples).first->second;
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "camera.h"
+#include "engagementid.h"
 #include "engagementlines.h"
 #include "etxyz.h"
 #include "grid.h"
@@ -28,6 +29,7 @@ struct SceneOptions {
 
 // An engagement in the scene; not owned.
 struct SceneEngagement {
+    EngagementId id; // what is kept for the engagement between frames is kept by this
     etxyz* engagement = nullptr;
     bool isHidden = false;
 };
@@ -51,13 +53,14 @@ public:
     // threat's first z does that.
     void draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options);
 
-    // Lets go of what is kept of an engagement that will not be drawn again.
-    void forget(const etxyz& engagement) { lines_.erase(&engagement); }
+    // Lets go of what is kept for an engagement whose samples are others from now on, or that is drawn no more.
+    void forget(EngagementId id) { lines_.erase(id); }
 
 private:
-    void drawEngagement(etxyz& engagement, const Camera& camera, const LookAt& lookAt, const SceneOptions& options);
-    EngagementLines& linesOf(const etxyz& engagement);
+    void drawEngagement(
+        const SceneEngagement& shown, const Camera& camera, const LookAt& lookAt, const SceneOptions& options);
+    EngagementLines& linesOf(EngagementId id, const QMap<double, keyframe>& samples);
 
-    std::map<const etxyz*, EngagementLines> lines_;
+    std::map<EngagementId, EngagementLines> lines_;
     Grid grid_;
 };

@@ -15,14 +15,16 @@ QList<QAction*> actionsOf(const etxyz& engagement) {
 }
 } // namespace
 
-etxyz* selectedEngagement(const QList<etxyz*>& engagements) {
-    const auto selected = std::find_if(engagements.crbegin(), engagements.crend(), [](const etxyz* engagement) {
-        const QList<QAction*> actions = actionsOf(*engagement);
-        return std::any_of(actions.cbegin(), actions.cend(), [](const QAction* action) {
-            return action->isCheckable() && action->isChecked();
-        });
+bool isEngagementSelected(const etxyz& engagement) {
+    return std::ranges::any_of(
+        actionsOf(engagement), [](const QAction* action) { return action->isCheckable() && action->isChecked(); });
+}
+
+const etxyz* selectedEngagement(std::span<const SceneEngagement> engagements) {
+    const auto selected = std::find_if(engagements.rbegin(), engagements.rend(), [](const SceneEngagement& shown) {
+        return isEngagementSelected(*shown.engagement);
     });
-    return selected == engagements.crend() ? nullptr : *selected;
+    return selected == engagements.rend() ? nullptr : selected->engagement;
 }
 
 bool isEngagementHidden(const etxyz& engagement) {
@@ -30,11 +32,20 @@ bool isEngagementHidden(const etxyz& engagement) {
     return !actions.isEmpty() && actions.first()->text() == QLatin1String("Enable");
 }
 
-double fieldOfViewDegrees(const QList<etxyz*>& engagements) {
+QAction* viewAction(const etxyz& engagement, ViewMode mode) {
+    const QLatin1String text(nameOf(mode).menuText);
+    for (QAction* const action : actionsOf(engagement))
+        if (action->text() == text)
+            return action;
+    return nullptr;
+}
+
+double fieldOfViewDegrees(std::span<const SceneEngagement> engagements) {
     double fieldOfView = kDefaultFieldOfViewDegrees;
-    for (const etxyz* engagement : engagements)
-        for (const QAction* action : actionsOf(*engagement))
-            if (action->isChecked() && action->text() == QLatin1String("View Gyro"))
-                fieldOfView = double{engagement->fieldOfView};
+    for (const SceneEngagement& shown : engagements) {
+        const QAction* const gyroView = viewAction(*shown.engagement, ViewGyro);
+        if (gyroView != nullptr && gyroView->isChecked())
+            fieldOfView = double{shown.engagement->fieldOfView};
+    }
     return fieldOfView;
 }

@@ -33,7 +33,7 @@ void drawFrames(benchmark::State& state, int samples) {
     Scene scene;
     const Camera camera;
     SceneOptions options;
-    const std::vector<SceneEngagement> shown = {{&engagement, false}};
+    const std::vector<SceneEngagement> shown = {{EngagementId{1}, &engagement}};
     scene.draw(shown, camera, options); // builds the line sets
     for ([[maybe_unused]] auto _ : state) {
         options.time = std::fmod(options.time + 0.033, kDuration);

@@ -211,7 +211,7 @@ TEST_F(AircraftWidgetTest, GrabbedFramesShowTheSceneWhateverTheScaleFactor) {
     wheel(-3600); // off, to where path and flare are seen
     view.setKeyframe(1.0);
     OffscreenScene scene(400, 300);
-    const QImage expected = scene.draw({{&engagement, false}}, view.camera(), {.time = 1.0});
+    const QImage expected = scene.draw({{EngagementId{1}, &engagement}}, view.camera(), {.time = 1.0});
     const QImage grabbed = grabFrame(view);
     // Coarse enough for lines to lie half a pixel aside.
     const auto coarse = [](const QImage& picture) {

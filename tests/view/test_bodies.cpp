@@ -36,7 +36,7 @@ struct BodiesTest : testing::Test {
         const Vector<float> centre(position[0], position[1], position[2], 1.0F);
         camera.place(centre + Vector<float>(dx, dy, dz, 0.0F), centre);
     }
-    QImage draw() { return scene.draw({{&engagement, false}}, camera, options); }
+    QImage draw() { return scene.draw({{EngagementId{1}, &engagement}}, camera, options); }
     static double meanGrey(const QImage& picture) {
         double sum = 0.0;
         for (int y = 0; y < picture.height(); ++y)
@@ -92,7 +92,7 @@ TEST_F(BodiesTest, TheSunShinesFromAbove) {
     etxyz night;
     night.LoadETXYZ(QString::fromStdString((nightFolder.path() / "ETXYZ.OUT.turn").string()));
     night.InitHardbodies();
-    EXPECT_GT(lit, meanGrey(scene.draw({{&night, false}}, camera, options)) + 0.5);
+    EXPECT_GT(lit, meanGrey(scene.draw({{EngagementId{2}, &night}}, camera, options)) + 0.5);
 }
 
 TEST_F(BodiesTest, GyroViewShowsTheTargetAndNotTheThreat) {

@@ -75,12 +75,11 @@ TEST(HistoryPath, ADropLineGoesDownAndBackUpAtItsSample) {
 }
 
 TEST(EngagementLines, NoticesASampleThatWasAdded) {
-    etxyz engagement;
-    engagement.keyframes = samplesEvery(0.5, 4);
-    const EngagementLines lines(engagement);
-    EXPECT_TRUE(lines.matches(engagement));
-    engagement.keyframes.insert(7.0, sampleAt(7.0));
-    EXPECT_FALSE(lines.matches(engagement));
+    QMap<double, keyframe> samples = samplesEvery(0.5, 4);
+    const EngagementLines lines(samples);
+    EXPECT_TRUE(lines.fit(samples));
+    samples.insert(7.0, sampleAt(7.0));
+    EXPECT_FALSE(lines.fit(samples));
 }
 
 TEST(FlarePaths, FollowEachIdThroughTheSamplesThatListIt) {

@@ -45,7 +45,9 @@ struct SceneTest : testing::Test {
         options.showGrid = false;
         options.time = 2.0;
     }
-    QImage draw(bool isHidden = false) { return scene.draw({{&engagement, isHidden}}, camera, options); }
+    QImage draw(bool isHidden = false) {
+        return scene.draw({{EngagementId{1}, &engagement, isHidden}}, camera, options);
+    }
 };
 
 TEST_F(SceneTest, ShowsTargetPathAboveThreatPathInTheirColours) {

@@ -18,13 +18,14 @@ struct Engagement {
         engagement.menu = &menu;
     }
     void check(int action) { menu.actions().at(action)->setChecked(true); }
+    SceneEngagement shown() { return {newEngagementId(), &engagement}; }
 };
 
 TEST(Selection, IsTheLastEngagementWithACheckedAction) {
     Engagement first;
     Engagement second;
     Engagement third;
-    const QList<etxyz*> all = {&first.engagement, &second.engagement, &third.engagement};
+    const std::vector<SceneEngagement> all = {first.shown(), second.shown(), third.shown()};
     EXPECT_EQ(selectedEngagement(all), nullptr);
     first.check(1);
     EXPECT_EQ(selectedEngagement(all), &first.engagement);
@@ -34,9 +35,11 @@ TEST(Selection, IsTheLastEngagementWithACheckedAction) {
 
 TEST(Selection, SkipsAnEngagementWithoutMenu) {
     etxyz engagement;
-    EXPECT_EQ(selectedEngagement({&engagement}), nullptr);
+    const std::vector<SceneEngagement> all = {{newEngagementId(), &engagement}};
+    EXPECT_EQ(selectedEngagement(all), nullptr);
     EXPECT_FALSE(isEngagementHidden(engagement));
-    EXPECT_EQ(fieldOfViewDegrees({&engagement}), 30.0);
+    EXPECT_EQ(viewAction(engagement, ViewThreat), nullptr);
+    EXPECT_EQ(fieldOfViewDegrees(all), 30.0);
 }
 
 TEST(Selection, HiddenIsWhatTheFirstActionSays) {
@@ -51,7 +54,7 @@ TEST(Selection, FieldOfViewIsTheSeekersOfTheLastCheckedGyroView) {
     Engagement second;
     first.engagement.fieldOfView = 2.0F;
     second.engagement.fieldOfView = 3.0F;
-    const QList<etxyz*> all = {&first.engagement, &second.engagement};
+    const std::vector<SceneEngagement> all = {first.shown(), second.shown()};
     second.check(3);
     EXPECT_EQ(fieldOfViewDegrees(all), 30.0);
     first.check(2);

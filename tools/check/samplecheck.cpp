@@ -8,12 +8,12 @@
 #include <QLocale>
 #include <QString>
 
+#include "clocknumbers.h"
 #include "measuretext.h"
 
 namespace {
 constexpr const char* kTimes = "faults of times";
-constexpr double kTimeBoxEnd = 29.999; // seconds; the viewer's box of the time goes from 0 to here
-constexpr float kHalfTurn = 180.0F;    // degrees
+constexpr float kHalfTurn = 180.0F; // degrees
 constexpr const char* kAngleNames[] = {"target angle 1", "target angle 2", "target angle 3",
                                        "threat angle 1", "threat angle 2", "threat angle 3",
                                        "gyro angle 1",   "gyro angle 2",   "gyro angle 3"};

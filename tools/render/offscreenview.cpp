@@ -23,8 +23,10 @@ LoaderOutcome OffscreenView::add(std::unique_ptr<etxyz> engagement, bool withTer
     else
         engagement->terrain.reset(); // loading it takes longer than all the rest
     LoaderOutcome outcome = runLoader([&] { engagement->InitHardbodies(); });
-    if (outcome.hasReturned())
+    if (outcome.hasReturned()) {
+        shown_.push_back({newEngagementId(), engagement.get()});
         engagements_.push_back(std::move(engagement));
+    }
     return outcome;
 }
 
@@ -42,13 +44,10 @@ Camera OffscreenView::cameraAt(double time, const CameraChoice& choice, std::siz
 }
 
 QImage OffscreenView::draw(const SceneOptions& options, const CameraChoice& choice, std::size_t followed) {
-    std::vector<SceneEngagement> shown;
-    for (const auto& engagement : engagements_)
-        shown.push_back({engagement.get(), false});
     applyProjection(
         choice.mode == ViewGyro ? double{engagements_.at(followed)->fieldOfView} : kDefaultFieldOfViewDegrees,
         size_.width(), size_.height());
     clearFrame();
-    scene_.draw(shown, cameraAt(options.time, choice, followed), options);
+    scene_.draw(shown_, cameraAt(options.time, choice, followed), options);
     return context_.picture();
 }

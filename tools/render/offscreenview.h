@@ -50,5 +50,6 @@ private:
     QSize size_;
     OffscreenContext context_; // outlives what was made in it
     std::vector<std::unique_ptr<etxyz>> engagements_;
+    std::vector<SceneEngagement> shown_; // in the same order
     Scene scene_;
 };

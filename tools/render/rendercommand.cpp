@@ -88,8 +88,8 @@ void addTimeOptions(CLI::App& parser, RenderRequest& request) {
 
 void addCameraOptions(CLI::App& parser, RenderRequest& request) {
     std::map<std::string, ViewMode> modes;
-    for (const ViewName& view : kViewNames)
-        modes[view.name] = view.mode;
+    for (const ViewModeName& view : kViewModes)
+        modes[view.option] = view.mode;
     parser
         .add_option_function<std::string>(
             "--view", [&request, modes](const std::string& name) { request.view = modes.at(name); },

@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include "clocknumbers.h"
 #include "inputfile.h"
 #include "inputtexts.h"
 #include "interrupt.h"
@@ -14,8 +15,6 @@
 #include "videolog.h"
 
 namespace {
-constexpr double kEndOfTime = 1.0e9; // later than any sample
-
 class Rendering {
 public:
     Rendering(const RenderRequest& request, Streams& streams)

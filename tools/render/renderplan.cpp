@@ -108,7 +108,7 @@ PlannedRendering planRendering(const RenderRequest& request, double endSeconds) 
 
     plan.fromSeconds = request.fromSeconds.value_or(0.0);
     plan.toSeconds = request.toSeconds.value_or(std::max(endSeconds, plan.fromSeconds));
-    plan.stepSeconds = request.stepSeconds.value_or(kDefaultStepSeconds * request.speed.value_or(1.0));
+    plan.stepSeconds = request.stepSeconds.value_or(kTickSeconds * request.speed.value_or(1.0));
     // A last frame that falls on the end is not lost to rounding.
     constexpr double kSlack = 1e-6;
     const double steps = std::floor((plan.toSeconds - plan.fromSeconds) / plan.stepSeconds + kSlack);
@@ -133,8 +133,7 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
     for (const std::string& file : request.files)
         words.push_back(absolutePath(file));
     words.insert(words.end(), {"-o", absolutePath(request.output)});
-    const auto view = std::ranges::find(kViewNames, plan.camera.mode, &ViewName::mode);
-    words.insert(words.end(), {"--view", view->name});
+    words.insert(words.end(), {"--view", nameOf(plan.camera.mode).option});
     if (plan.camera.mode == ViewFree)
         words.insert(words.end(), {"--eye", pointText(plan.camera.eye), "--look-at", pointText(plan.camera.lookAt)});
     if (plan.kind == OutputKind::Picture)

@@ -9,12 +9,11 @@
 
 #include <QSize>
 
+#include "clocknumbers.h"
 #include "numberedname.h"
 #include "offscreenview.h"
 #include "problem.h"
 #include "scene.h"
-
-constexpr double kDefaultStepSeconds = 0.033; // what a tick of the viewer's clock adds at speed 1.0
 
 // The options of a rendering as the user gives them; what is not given has a default that may depend on the rest.
 struct RenderRequest {
@@ -48,7 +47,7 @@ struct RenderPlan {
     SceneOptions scene;
     double fromSeconds = 0.0;
     double toSeconds = 0.0;
-    double stepSeconds = kDefaultStepSeconds;
+    double stepSeconds = kTickSeconds;
     std::int64_t frameCount = 1;
 
     double timeOf(std::int64_t frame) const { return fromSeconds + static_cast<double>(frame) * stepSeconds; }
@@ -67,11 +66,3 @@ PlannedRendering planRendering(const RenderRequest& request, double endSeconds);
 
 // The command that makes the same pictures from any folder: absolute paths, every default spelt out.
 std::string reproducingCommand(const RenderRequest& request, const RenderPlan& plan);
-
-// The names of the views, with their modes.
-struct ViewName {
-    const char* name = "";
-    ViewMode mode = ViewThreat;
-};
-constexpr std::array<ViewName, 4> kViewNames = {
-    {{"threat", ViewThreat}, {"gyro", ViewGyro}, {"target", ViewTarget}, {"free", ViewFree}}};

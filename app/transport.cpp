@@ -1,43 +1,44 @@
 // Where a tick takes the time: forward at the playback speed, as the shuttle says, or round a loop.
-#include "clockcourse.h"
+#include "transport.h"
 
 #include <algorithm>
 
+#include "clocknumbers.h"
+
 namespace {
-constexpr double kTickSeconds = 0.033;
 constexpr double kFastestShuttle = 32.0;
 } // namespace
 
-void ClockCourse::shuttle(double direction) {
+void Transport::shuttle(double direction) {
     const double rate = shuttleRate_.value_or(0.0);
     shuttleRate_ = rate * direction > 0.0 ? std::clamp(2.0 * rate, -kFastestShuttle, kFastestShuttle) : direction;
 }
 
-void ClockCourse::setInPoint(double time) {
+void Transport::setInPoint(double time) {
     inPoint_ = time;
     if (outPoint_ && *outPoint_ <= time)
         outPoint_.reset();
 }
 
-void ClockCourse::setOutPoint(double time) {
+void Transport::setOutPoint(double time) {
     outPoint_ = time;
     if (inPoint_ >= time)
         inPoint_ = 0.0;
 }
 
-double ClockCourse::outPoint(const ClockRange& range) const {
+double Transport::outPoint(const ClockRange& range) const {
     const double end = std::min(range.end, range.latest);
     return std::min(outPoint_.value_or(end), end);
 }
 
-ClockTick ClockCourse::next(double now, double speed, const ClockRange& range) const {
+ClockTick Transport::next(double now, double speed, const ClockRange& range) const {
     const double rate = shuttleRate_.value_or(speed);
     // Behind the end there is nothing to go back through.
     return rate < 0.0 ? backward(std::min(now, range.end) + rate * kTickSeconds, range)
                       : forward(now + rate * kTickSeconds, range);
 }
 
-ClockTick ClockCourse::forward(double next, const ClockRange& range) const {
+ClockTick Transport::forward(double next, const ClockRange& range) const {
     if (isInLoop(range) && next > outPoint(range))
         return {.time = inPoint_};
     // The end of the clock is the latest time, not the end of the engagement.
@@ -46,7 +47,7 @@ ClockTick ClockCourse::forward(double next, const ClockRange& range) const {
     return {.time = next};
 }
 
-ClockTick ClockCourse::backward(double next, const ClockRange& range) const {
+ClockTick Transport::backward(double next, const ClockRange& range) const {
     if (isInLoop(range) && next < inPoint_)
         return {.time = outPoint(range)};
     if (next <= 0.0)

@@ -15,7 +15,7 @@ struct ClockTick {
     bool isAtStart = false; // the shuttle has come back to 0 and stops
 };
 
-class ClockCourse {
+class Transport {
 public:
     // The shuttle has a rate of its own, in engagement seconds per second: real time at first, doubled each time it is
     // sent the way that it goes already, up to 32 times.

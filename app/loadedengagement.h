@@ -1,0 +1,57 @@
+// A trajectory file as the viewer has loaded it: its engagement, and what is known of the file.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include <QMap>
+#include <QString>
+
+#include "engagementfacts.h"
+#include "engagementid.h"
+#include "filestamp.h"
+#include "keyframe.h"
+#include "modelfiles.h"
+
+class etxyz;
+
+// What one reading of a trajectory file gave.
+struct EngagementReading {
+    FileStamp stamp;             // of the file, from before it was read
+    std::unique_ptr<etxyz> data; // null when the file has no samples
+    ModelFiles modelFiles;       // of the data, from before bodies and terrain are read
+};
+
+EngagementReading readEngagement(const QString& path);
+
+// Lives in an EngagementList, which alone changes it.
+class LoadedEngagement {
+public:
+    // Takes a reading with data.
+    LoadedEngagement(QString path, EngagementReading reading);
+    ~LoadedEngagement();
+
+    // Stays the same when the file is read again.
+    EngagementId id() const { return id_; }
+    const QString& path() const { return path_; }
+    const FileStamp& stamp() const { return reading_.stamp; }
+    const ModelFiles& modelFiles() const { return reading_.modelFiles; }
+    // Its sub-menu is there once the engagement is in the window.
+    etxyz& data() const { return *reading_.data; }
+
+    // Worked out when they are first asked for. They are those of the samples as they were read, without the empty one
+    // that the drawing of a terrain may add.
+    const EngagementFacts& facts() const;
+
+private:
+    friend class EngagementList;
+
+    // Returns the data that there were.
+    std::unique_ptr<etxyz> take(EngagementReading reading);
+
+    EngagementId id_ = newEngagementId();
+    QString path_;
+    EngagementReading reading_;
+    mutable QMap<double, keyframe> samples_; // shared with the data until there are facts, then empty
+    mutable std::optional<EngagementFacts> facts_;
+};

@@ -1,0 +1,78 @@
+// Where ticks take the time: shuttle rates and loops.
+#include <gtest/gtest.h>
+
+#include "transport.h"
+
+namespace {
+constexpr ClockRange kRange{.end = 12.5, .latest = 29.999};
+constexpr double kTick = 0.033;
+
+TEST(TransportTest, ShuttleDoublesOneWayAndTurnsAtRealTime) {
+    Transport transport;
+    const auto expectRate = [&](double rate) {
+        ASSERT_TRUE(transport.shuttleRate().has_value());
+        EXPECT_EQ(*transport.shuttleRate(), rate);
+        EXPECT_DOUBLE_EQ(transport.next(5.0, 1000.0, kRange).time, 5.0 + rate * kTick) << "the speed has no part in it";
+    };
+    for (const double rate : {1.0, 2.0, 4.0, 8.0, 16.0, 32.0, 32.0}) {
+        transport.shuttleForward();
+        expectRate(rate);
+    }
+    for (const double rate : {-1.0, -2.0, -4.0, -8.0, -16.0, -32.0, -32.0}) {
+        transport.shuttleBackward();
+        expectRate(rate);
+    }
+    transport.leaveShuttle();
+    EXPECT_DOUBLE_EQ(transport.next(5.0, 2.0, kRange).time, 5.066);
+}
+
+TEST(TransportTest, EndsAtTheLatestTimeAndBackwardAtZero) {
+    Transport transport;
+    ClockTick tick = transport.next(12.48, 1.0, kRange);
+    EXPECT_TRUE(tick.isAtEnd);
+    EXPECT_EQ(tick.time, 29.999);
+    transport.shuttleBackward();
+    tick = transport.next(0.02, 1.0, kRange);
+    EXPECT_TRUE(tick.isAtStart);
+    EXPECT_EQ(tick.time, 0.0);
+    EXPECT_DOUBLE_EQ(transport.next(29.999, 1.0, kRange).time, 12.5 - kTick) << "nothing lies behind the end";
+}
+
+TEST(TransportTest, LoopsBetweenItsPointsOnlyWhenOn) {
+    struct Row {
+        double in;
+        double out;
+        double now;
+        bool isBackward;
+        double on;  // the time that follows with the loop on
+        double off; // and off
+    };
+    const Row rows[] = {
+        {2.0, 3.0, 2.5, false, 2.533, 2.533},
+        {2.0, 3.0, 2.99, false, 2.0, 3.023},
+        {2.0, 3.0, 1.0, false, 1.033, 1.033},
+        {2.0, 3.0, 8.0, false, 2.0, 8.033},
+        {2.0, 3.0, 2.01, true, 3.0, 1.977},
+        {0.0, 99.0, 12.49, false, 0.0, 29.999},     // to the end, from the start
+        {3.0, 2.0, 2.5, false, 0.0, 2.533},         // an out point before the in point moves it to the start
+        {12.5, 99.0, 12.49, false, 29.999, 29.999}, // no length, no loop
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.now);
+        Transport transport;
+        transport.setInPoint(row.in);
+        transport.setOutPoint(row.out);
+        if (row.isBackward)
+            transport.shuttleBackward();
+        EXPECT_DOUBLE_EQ(transport.next(row.now, 1.0, kRange).time, row.off);
+        transport.toggleLoop();
+        EXPECT_DOUBLE_EQ(transport.next(row.now, 1.0, kRange).time, row.on);
+    }
+}
+
+TEST(TransportTest, AnEngagementPastTheLatestTimeLoopsThere) {
+    Transport transport;
+    transport.toggleLoop();
+    EXPECT_EQ(transport.next(29.999, 1.0, {.end = 40.0, .latest = 29.999}).time, 0.0);
+}
+} // namespace
