@@ -7,7 +7,7 @@
 #include "etxyz.h"
 #include "selection.h"
 
-EngagementList::EngagementList(End end) : end_(std::move(end)) {}
+EngagementList::EngagementList(End end, QObject* parent) : QObject(parent), end_(std::move(end)) {}
 
 EngagementList::~EngagementList() {
     clear();

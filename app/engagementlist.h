@@ -19,7 +19,7 @@ public:
     // Ends data that nobody uses any more. Bodies and terrain need the GL context for that in which they were made.
     using End = std::function<void(std::unique_ptr<etxyz> data)>;
 
-    explicit EngagementList(End end);
+    explicit EngagementList(End end, QObject* parent = nullptr);
     ~EngagementList() override;
 
     bool isEmpty() const { return engagements_.empty(); }

@@ -48,6 +48,5 @@ QStringList reloadAll(EngagementList& engagements, AircraftWidget& view) {
         engagements.replace(loaded.id(), std::move(reading));
     }
     view.setKeyframe(view.currentTime());
-    view.update();
     return unreadable;
 }

@@ -28,7 +28,7 @@
 
 new_sorvane::new_sorvane(QWidget* parent)
     : QMainWindow(parent), ui(std::make_unique<Ui::new_sorvane>()),
-      engagements([this](std::unique_ptr<etxyz> ended) { ui->glWidget->endEtxyz(std::move(ended)); }) {
+      engagements([this](std::unique_ptr<etxyz> ended) { ui->glWidget->endEtxyz(std::move(ended)); }, this) {
     Q_INIT_RESOURCE(resources);
     ui->setupUi(this);
     const auto warn = [](const QString& message) {
@@ -131,9 +131,10 @@ void new_sorvane::etxyz_set_view() {
             if (action->isCheckable() && action != chosen)
                 action->setChecked(false);
     }
-    ui->glWidget->setViewMode(viewModeOf(chosen->text().toStdString()));
-    ui->glWidget->reset();
-    ui->glWidget->setKeyframe(ui->doubleSpinBox->value());
+    AircraftWidget& view = *ui->glWidget;
+    view.setViewMode(viewModeOf(chosen->text().toStdString()));
+    view.reset();
+    view.setKeyframe(ui->doubleSpinBox->value());
     features_->viewChosen(engagementOfMenu);
 }
 
@@ -244,10 +245,7 @@ void new_sorvane::recordFrame() {
     if (!encoder->isOk())
         return;
     notice_->mark(recordingMark(*encoder));
-    if (encoder->hasWriteError() && !isWriteErrorTold_) {
-        isWriteErrorTold_ = true;
-        notice_->notify(writeErrorText(*encoder));
-    }
+    tellWriteError();
 }
 
 void new_sorvane::finishRecording() {
@@ -255,8 +253,13 @@ void new_sorvane::finishRecording() {
         return;
     encoder->close();
     notice_->clearMark();
-    // Closing writes too.
-    if (encoder->hasWriteError() && !isWriteErrorTold_)
-        notice_->notify(writeErrorText(*encoder));
+    tellWriteError(); // closing writes too
     encoder.reset();
+}
+
+void new_sorvane::tellWriteError() {
+    if (!encoder->hasWriteError() || isWriteErrorTold_)
+        return;
+    isWriteErrorTold_ = true;
+    notice_->notify(writeErrorText(*encoder));
 }

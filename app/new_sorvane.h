@@ -55,6 +55,7 @@ private:
     void growSlider(const LoadedEngagement& loaded);
     void recordFrame();
     void finishRecording();
+    void tellWriteError();
 
     std::unique_ptr<Ui::new_sorvane> ui;
     EngagementList engagements;

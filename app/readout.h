@@ -11,18 +11,18 @@
 class LoadedEngagement;
 class QTimer;
 
-// What the read-out says at one instant.
+// What the read-out describes.
 struct ReadoutSubject {
     double time = 0.0;                            // seconds
     const LoadedEngagement* engagement = nullptr; // null when there is none to speak of
     ViewMode viewMode = ViewThreat;
 };
 
-// The lines of the read-out. No frames per second stand for a view that draws none.
+// The lines of the read-out. Zero frames per second show as a dash.
 QString readoutText(const ReadoutSubject& subject, double framesPerSecond);
 
-// A label over the lower left corner of the view, hidden at first, that stays out of pictures and movies. While it is
-// hidden it sees no event of the view.
+// A label over the lower left corner of the view, hidden at first. Grabbed frames, and with them pictures and movies,
+// don't contain it. It watches the view's events only while it is shown.
 class ViewReadout : public QLabel {
 public:
     using Subject = std::function<ReadoutSubject()>;

@@ -42,11 +42,7 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
     new KeyFilter(parts.window, [this](KeyCommand command) { run(command); });
     QObject::connect(
         parts.form.doubleSpinBox, &QDoubleSpinBox::valueChanged, readout_, [this] { readout_->refresh(); });
-    QObject::connect(&parts.engagements, &EngagementList::added, readout_, [this](const LoadedEngagement& added) {
-        if (parts_.engagements.size() == 1)
-            current_.remember(added.id()); // the first one starts selected
-        readout_->refresh();
-    });
+    QObject::connect(&parts.engagements, &EngagementList::added, readout_, [this] { readout_->refresh(); });
     QObject::connect(&parts.engagements, &EngagementList::removed, readout_, [this] { readout_->refresh(); });
 }
 

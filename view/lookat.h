@@ -1,4 +1,4 @@
-// The camera's look-at transform, taken from points of reference near what is drawn.
+// The camera's look-at transform, for coordinates that are relative to a point near what is drawn.
 #pragma once
 
 #include <span>
@@ -7,24 +7,25 @@
 
 class Camera;
 
-// Far from the world's origin single precision has no digits left for the details of a body, and sums of large
-// coordinates in GL lose what there is. So whatever is drawn counts its coordinates from a world position near it, and
-// where that position lies from the eye is worked out in double precision.
+// Far from the world's origin single precision has no digits left for the details of a body, and GL would lose more of
+// them in its sums. So each thing is drawn with coordinates relative to a world position near it, its origin, and the
+// way from the eye to that origin is worked out in double precision.
 class LookAt {
 public:
     explicit LookAt(const Camera& camera);
 
     const Vector<float>& eye() const { return eye_; } // world
 
-    // The model-view matrix for coordinates that count from the eye: a rotation. Looking straight along the camera's up
-    // direction there is none, and everything collapses.
+    // The model-view matrix for coordinates relative to the eye: a rotation. A camera that looks straight up or down
+    // has none: all points then fall onto one line, and nothing is seen.
     const Matrix<float>& rotation() const { return rotation_; }
-    // That for coordinates that count from `origin`, a world position.
+    // The model-view matrix for coordinates relative to `origin`, a world position.
     Matrix<float> modelView(std::span<const float, 3> origin) const;
-    // Makes that matrix the current one. Needs a current GL context, as the next one.
+    // Loads that matrix into GL. Needs a current GL context.
     void load(std::span<const float, 3> origin) const;
-    // Makes that for world coordinates the current one, composed by GL itself in single precision. What stands about
-    // the world's origin is drawn with it: where grid and ground coincide, the last bit decides which of them is seen.
+    // Loads the matrix for world coordinates into GL, which composes it in single precision. Needs a current GL
+    // context. Grid and terrain are drawn with it: they coincide in places, where the last bit of the matrix decides
+    // which of them is seen.
     void loadWorld() const;
 
 private:

@@ -7,14 +7,13 @@
 
 using Vertex = std::array<float, 3>; // x, y, z
 
-// A position as counted from an origin: exact, or rounded once.
+// `position` relative to `origin`; each coordinate is rounded at most once.
 inline Vertex vertexFrom(const Vertex& origin, const float (&position)[3]) {
     return {position[0] - origin[0], position[1] - origin[1], position[2] - origin[2]};
 }
 
-// Keeps the vertices in memory and, where GLEW's entry points are loaded, in a GL buffer that the first draw fills.
-// Every member but the constructor and assign needs a current context if something has been drawn; the destructor then
-// too.
+// Holds the vertices in memory. Where GLEW's entry points are loaded, the first draw copies them into a GL buffer.
+// Drawing needs a current GL context, and so does the destructor once something has been drawn.
 class VertexBuffer {
 public:
     VertexBuffer() = default;

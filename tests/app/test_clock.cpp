@@ -18,6 +18,16 @@ TEST_F(ClockTest, SliderAndBoxSetEachOther) {
     box->setValue(7.5);
     EXPECT_EQ(slider->value(), 7500);
     EXPECT_EQ(view->currentTime(), 7.5);
+    box->setValue(7.5008);
+    EXPECT_EQ(slider->value(), 7500);
+    EXPECT_EQ(view->currentTime(), 7.5008) << "less than the slider counts";
+}
+
+TEST_F(ClockTest, TheSliderTakesTheViewToWhereTheBoxCannotGo) {
+    loadUntil(40.0);
+    slider->setValue(35000);
+    EXPECT_EQ(box->value(), 29.999);
+    EXPECT_EQ(view->currentTime(), 35.0);
 }
 
 TEST_F(ClockTest, TheBoxTakesATimeTypedDigitByDigit) {

@@ -107,6 +107,75 @@ TEST_F(EngagementListTest, ChoosingAViewPlacesTheCameraAtTheBoxsTime) {
     EXPECT_FLOAT_EQ(view->camera().centre().ElementAt(0), 350.0F);
 }
 
+TEST_F(EngagementListTest, LoadingTakesTheViewToTheBoxsTimeAndTheCameraToItsStart) {
+    box->setValue(4.0);
+    loadUntil(10.0); // where the threat goes from 0 to 50 along x
+    EXPECT_EQ(view->currentTime(), 4.0);
+    EXPECT_FLOAT_EQ(view->camera().centre().ElementAt(0), 20.0F);
+    EXPECT_FLOAT_EQ(view->camera().eye().ElementAt(0), 30.0F);
+    entry(0, 1)->trigger(); // unchecked: the view follows nothing
+    box->setValue(6.0);
+    EXPECT_EQ(view->currentTime(), 4.0);
+    entry(0, 1)->trigger();
+    EXPECT_EQ(view->currentTime(), 6.0);
+    EXPECT_FLOAT_EQ(view->camera().eye().ElementAt(0), 40.0F);
+}
+
+// A path that fills the middle of the view at the end of the engagement.
+TEST_F(EngagementListTest, TheScreenFollowsWhatIsLoadedHiddenSteppedAndTakenOut) {
+    showWindow();
+    action("actionShow_Grid")->setChecked(false);
+    const QImage empty = onScreen(*view);
+    loadUntil(10.0);
+    const QImage atStart = onScreen(*view);
+    box->setValue(10.0);
+    const QImage atEnd = onScreen(*view);
+    EXPECT_NE(atEnd, atStart);
+    EXPECT_NE(atEnd, empty);
+    entry(0, 0)->trigger();
+    EXPECT_EQ(onScreen(*view), empty);
+    entry(0, 0)->trigger();
+    EXPECT_EQ(onScreen(*view), atEnd);
+    QTest::keyClick(view, Qt::Key_S);
+    EXPECT_NE(onScreen(*view), atEnd);
+    QTest::keyClick(view, Qt::Key_S);
+    EXPECT_EQ(onScreen(*view), atEnd);
+
+    engagements().remove(engagements().begin()->id());
+    EXPECT_EQ(onScreen(*view), empty);
+    EXPECT_EQ(fileCount(), 0);
+    EXPECT_TRUE(engagements().isEmpty());
+}
+
+TEST_F(EngagementListTest, WhatIsTakenOutLeavesTheOthersAlone) {
+    showWindow();
+    loadUntil(10.0, "ETXYZ.OUT.1");
+    loadUntil(10.0, "ETXYZ.OUT.2");
+    entry(0, 2)->trigger();
+    const LoadedEngagement& second = *std::next(engagements().begin());
+    const EngagementId first = engagements().begin()->id();
+    engagements().remove(first);
+    EXPECT_EQ(engagements().find(first), nullptr);
+    ASSERT_EQ(engagements().size(), 1U);
+    EXPECT_EQ(&*engagements().begin(), &second);
+    EXPECT_EQ(checkedEntries(), QStringList{});
+    EXPECT_EQ(slider->maximum(), 10000);
+    box->setValue(5.0);
+    EXPECT_EQ(view->currentTime(), 0.0) << "nothing is selected";
+    QTest::keyClick(view, Qt::Key_C); // nor remembered
+    EXPECT_EQ(box->value(), 5.0);
+    entry(0, 3)->trigger();
+    EXPECT_EQ(engagements().selected(), &second);
+    EXPECT_EQ(view->currentTime(), 5.0);
+    engagements().remove(first); // a second time: nothing
+    engagements().clear();
+    EXPECT_EQ(fileCount(), 0);
+    EXPECT_FALSE(view->grabFramebuffer().isNull());
+    // The next one is a first one again.
+    loadUntil(3.0);
+    EXPECT_EQ(checkedEntries(), QStringList{"0 View Threat"});
+}
+
 TEST_F(EngagementListTest, ToggleTextIsTheHiddenState) {
     loadUntil(10.0);
     entry(0, 0)->trigger();

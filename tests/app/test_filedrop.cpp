@@ -29,6 +29,7 @@ struct FileDropTest : WindowTest {
 };
 
 TEST_F(FileDropTest, LoadsInNameOrderOnePerTurnUnderAWaitCursor) {
+    EXPECT_TRUE(window.acceptDrops());
     ASSERT_TRUE(drop(
         *view,
         {file("ETXYZ.OUT.c"), file("ETXYZ.OUT.a"), QUrl::fromLocalFile("/nowhere/ETXYZ.OUT.b"), file("ETXYZ.OUT.d")}));

@@ -59,6 +59,20 @@ TEST_F(ImageExportTest, PicturesAre640By480InTheFormatOfTheirName) {
     EXPECT_EQ(ppm.read(2), "P6");
 }
 
+TEST_F(ImageExportTest, PicturesAreStretchedAndKeepTheirColours) {
+    QImage quarters(2, 2, QImage::Format_RGB32);
+    const QRgb colours[2][2] = {{0xFF102030U, 0xFFF08040U}, {0xFF00C0FFU, 0xFFFFFFFFU}};
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 2; ++x)
+            quarters.setPixel(x, y, colours[y][x]);
+    const QString path = folder.filePath("a.png");
+    exportImage(window, quarters, path);
+    const QImage saved = QImage(path).convertToFormat(QImage::Format_RGB32);
+    for (const int y : {0, 239, 240, 479})
+        for (const int x : {0, 319, 320, 639})
+            EXPECT_EQ(saved.pixel(x, y), colours[y / 240][x / 320]) << x << ' ' << y;
+}
+
 TEST_F(ImageExportTest, RefusedNamesAreTold) {
     showWindow();
     const QString noFolder = folder.filePath("missing/a.png");

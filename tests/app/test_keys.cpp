@@ -61,6 +61,12 @@ TEST_F(KeyTest, TheShuttleLeavesTheSpeedAlone) {
     window.incrementTime();
     EXPECT_EQ(box->value(), 0.0);
     EXPECT_FALSE(timer->isActive()) << "backward stops at 0";
+    press(Qt::Key_L);
+    press(Qt::Key_K);
+    press(Qt::Key_L);
+    tick();
+    EXPECT_NEAR(box->value(), 0.033, kBoxStep) << "in real time again after a stop";
+    box->setValue(0.0);
     press(Qt::Key_J);
     press(Qt::Key_Space); // pauses
     press(Qt::Key_Space);
@@ -121,6 +127,8 @@ TEST_F(KeyTest, SecondsAndEndsStayInsideTheEngagements) {
         EXPECT_NEAR(box->value(), row.expected, kBoxStep);
     }
     box->setValue(29.999); // the end of the clock
+    press(Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_EQ(box->value(), 29.999) << "forward there is nothing";
     press(Qt::Key_Left, Qt::ShiftModifier);
     EXPECT_NEAR(box->value(), 2.4, kBoxStep);
 }
@@ -193,6 +201,8 @@ TEST_F(KeyTest, DigitsChooseViewsAndNeverUncheckOne) {
     entry(1, 2)->trigger(); // unchecks it: nothing is selected
     press(Qt::Key_4);
     EXPECT_TRUE(entry(1, 4)->isChecked()) << "of the engagement that was selected last";
+    press(Qt::Key_2);
+    EXPECT_TRUE(entry(1, 2)->isChecked());
     press(Qt::Key_1);
     EXPECT_EQ(view->viewMode(), ViewThreat);
     EXPECT_TRUE(entry(1, 1)->isChecked());
@@ -225,6 +235,18 @@ TEST_F(KeyTest, WindowKeys) {
         QTest::keyClick(help, key);
         EXPECT_FALSE(help->isVisible());
     }
+    press(Qt::Key_F1);
+    QStringList texts;
+    for (const QLabel* const label : help->findChildren<QLabel*>())
+        texts << label->text();
+    EXPECT_EQ(
+        texts.mid(0, 3), (QStringList{"<b>Playback</b>", "Space", "play forward at the playback speed, or pause"}));
+    EXPECT_TRUE(texts.contains("F1, ?"));
+    EXPECT_EQ(help->windowTitle(), "Keys");
+    QTest::keyClick(help, Qt::Key_Escape);
+    EXPECT_FALSE(help->isVisible());
+    press(Qt::Key_S);
+    EXPECT_TRUE(view->lineStyles());
     bool isAsked = false;
     answerDialog([&](QFileDialog& dialog) {
         isAsked = dialog.windowTitle() == "Save Image File";
@@ -266,6 +288,7 @@ TEST_F(KeyTest, FocusedControlsKeepTheKeysThatTheyUse) {
     EXPECT_EQ(box->value(), 3.0);
     EXPECT_FALSE(entry(0, 3)->isChecked());
     QTest::keyClick(box, Qt::Key_Home);
+    QTest::keyClick(box, Qt::Key_End);
     QTest::keyClick(box, Qt::Key_Right);
     QTest::keyClick(box, Qt::Key_Left, Qt::ControlModifier);
     EXPECT_EQ(box->value(), 3.0);
@@ -297,16 +320,40 @@ TEST_F(KeyTest, MenusKeepTheirKeys) {
 
 TEST_F(KeyTest, HeldKeysRepeatStepsOnly) {
     load(encounterSamples());
-    const auto hold = [&](Qt::Key key) {
-        for (const bool isRepeat : {false, true, true}) {
-            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, {}, isRepeat);
+    const auto hold = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        for (const bool isRepeat : {false, true, true, true}) {
+            QKeyEvent event(QEvent::KeyPress, key, modifiers, {}, isRepeat);
             QApplication::sendEvent(view, &event);
         }
     };
-    hold(Qt::Key_Right);
-    EXPECT_NEAR(box->value(), 3.0, kBoxStep);
+    struct Row {
+        Qt::Key key;
+        Qt::KeyboardModifier modifier;
+        double expected;
+    };
+    for (const Row& row :
+         {Row{Qt::Key_Right, Qt::NoModifier, 4.0},
+          {Qt::Key_Right, Qt::ShiftModifier, 4.4},
+          {Qt::Key_Right, Qt::ControlModifier, 8.4},
+          {Qt::Key_Left, Qt::ShiftModifier, 8.0},
+          {Qt::Key_Left, Qt::ControlModifier, 4.0},
+          {Qt::Key_Left, Qt::NoModifier, 0.0},
+          {Qt::Key_BracketRight, Qt::NoModifier, 10.0},
+          {Qt::Key_BracketLeft, Qt::NoModifier, 0.0}}) {
+        hold(row.key, row.modifier);
+        EXPECT_NEAR(box->value(), row.expected, kBoxStep) << row.key;
+    }
+    // What switches something acts once: an even number of times would undo it.
     hold(Qt::Key_Space);
     EXPECT_TRUE(timer->isActive());
+    timer->stop();
+    hold(Qt::Key_H);
+    EXPECT_TRUE(readout->isVisibleTo(view));
+    hold(Qt::Key_L);
+    timer->stop();
+    box->setValue(1.0);
+    window.incrementTime();
+    EXPECT_NEAR(box->value(), 1.033, kBoxStep) << "not faster and faster";
     press(Qt::Key_F1);
     QKeyEvent held(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier, {}, true);
     QApplication::sendEvent(help, &held);

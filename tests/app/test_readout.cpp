@@ -2,6 +2,7 @@
 #include "encountertrajectory.h"
 #include "windowfixture.h"
 
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QProcess>
 
@@ -97,9 +98,20 @@ TEST_F(ReadoutTest, TheEmptySampleThatTheTerrainAddsIsNoEncounter) {
     EXPECT_TRUE(text().contains("Closest approach 10.0 units at 5.000 s")) << text().toStdString();
 }
 
-TEST_F(ReadoutTest, WithoutEngagementsShowsTimeAndView) {
+TEST_F(ReadoutTest, FollowsWhatIsLoadedReadAgainAndTakenOut) {
     toggle();
-    EXPECT_EQ(text(), "Time 0.000 s View Threat Frames per second –");
+    const QString alone = "Time 0.000 s View Threat Frames per second –";
+    EXPECT_EQ(text(), alone);
+    load();
+    EXPECT_TRUE(text().contains("Closest approach 10.0 units at 5.000 s"));
+    QList<TestSample> samples = encounterSamples();
+    for (TestSample& sample : samples)
+        sample.threat[2] -= 20.0;
+    writeTrajectory(folder.filePath("ETXYZ.OUT.pass"), samples);
+    QTest::keyClick(view, Qt::Key_F5);
+    EXPECT_TRUE(text().contains("Closest approach 30.0 units at 5.000 s")) << text().toStdString();
+    engagements().clear();
+    EXPECT_EQ(text(), alone);
 }
 
 TEST_F(ReadoutTest, IsOffAtStartAndNeverInGrabbedFrames) {
@@ -111,6 +123,11 @@ TEST_F(ReadoutTest, IsOffAtStartAndNeverInGrabbedFrames) {
     EXPECT_TRUE(readout->isVisible());
     EXPECT_TRUE(view->rect().contains(readout->geometry()));
     EXPECT_EQ(grabFrame(*view), without);
+    window.resize(window.width(), window.height() + 80);
+    const auto isInCorner = [&] {
+        return readout->x() == 8 && view->height() - readout->geometry().bottom() - 1 == 8;
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isInCorner)) << "eight pixels from the view's lower left corner";
     toggle();
     EXPECT_FALSE(readout->isVisible());
     const QString before = readout->text();
@@ -129,6 +146,19 @@ TEST_F(ReadoutTest, CountsFramesAndCausesNone) {
     EXPECT_EQ(counter.paints, 0);
     EXPECT_TRUE(text().endsWith("Frames per second –"));
     playButton->click();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return text().section(' ', -1).toDouble() > 1.0; }, 10000));
+    const auto shown = [&] {
+        return text().section(' ', -1).toDouble();
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown() > 1.0; }, 10000));
+    counter.paints = 0;
+    QElapsedTimer elapsed;
+    elapsed.start();
+    QTest::qWait(1500);
+    const double counted = counter.paints * 1000.0 / static_cast<double>(elapsed.elapsed());
+    EXPECT_GT(shown(), counted / 3.0);
+    EXPECT_LT(shown(), counted * 3.0);
+    toggle();
+    toggle();
+    EXPECT_TRUE(text().endsWith("Frames per second –")) << "not yet measured anew";
 }
 } // namespace

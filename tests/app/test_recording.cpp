@@ -7,6 +7,8 @@
 #include <sys/resource.h>
 
 #include "moviereader.h"
+#include "qvideoencoder.h"
+#include "recordingtexts.h"
 
 namespace {
 struct RecordingTest : WindowTest {
@@ -37,6 +39,7 @@ TEST_F(RecordingTest, TheViewStartsAtASizeThatAMovieCanHave) {
     EXPECT_EQ(view->width() % 8, 0) << view->width();
     EXPECT_EQ(view->height() % 8, 0) << view->height();
     EXPECT_EQ(window.sizeIncrement(), QSize(8, 8));
+    EXPECT_EQ(window.baseSize(), window.size() - view->size());
 }
 
 TEST_F(RecordingTest, EveryTickIsAFrameUprightAndInItsColours) {
@@ -95,9 +98,13 @@ TEST_F(RecordingTest, ANewNameFinishesTheOldMovie) {
     loadUntil(20.0);
     record(folder.filePath("first.avi"));
     tick(5);
-    record(folder.filePath("second.avi"));
+    const QString second = folder.filePath("second.avi");
+    record(second);
     EXPECT_GE(readMovie(folder.filePath("first.avi")).frames.size(), 5U);
     tick(3);
+    slider->setValue(20000);
+    tick(1);
+    EXPECT_GE(readMovie(second).frames.size(), 4U);
 }
 
 TEST_F(RecordingTest, PausingGoesOnWithTheSameMovie) {
@@ -105,9 +112,31 @@ TEST_F(RecordingTest, PausingGoesOnWithTheSameMovie) {
     loadUntil(20.0);
     record(folder.filePath("a.avi"));
     tick(2);
+    timer->start(); // as it was
     playButton->click();
+    EXPECT_FALSE(timer->isActive());
     playButton->click();
-    EXPECT_TRUE(notice->isVisible());
+    EXPECT_TRUE(timer->isActive());
+    timer->stop();
+    const int before = notice->text().section(' ', 1).toInt();
+    tick(1);
+    EXPECT_EQ(notice->text(), QStringLiteral("● %1").arg(before + 1));
+    slider->setValue(20000);
+    tick(1);
+    EXPECT_EQ(readMovie(folder.filePath("a.avi")).frames.size(), static_cast<std::size_t>(before + 2));
+}
+
+TEST_F(RecordingTest, RecordingLeavesTheShuttle) {
+    showWindow();
+    loadUntil(20.0);
+    box->setValue(5.0);
+    QTest::keyClick(view, Qt::Key_J);
+    timer->stop();
+    record(folder.filePath("a.avi"));
+    timer->stop();
+    box->setValue(5.0);
+    tick(1);
+    EXPECT_NEAR(box->value(), 5.033, 0.0021);
 }
 
 TEST_F(RecordingTest, EveryTickOfTheShuttleIsAFrameOfTheSameMovie) {
@@ -151,6 +180,30 @@ TEST_F(RecordingTest, ARefusedMovieIsNoticedAndTheClockRuns) {
                                        "resize the window until it is 824 × %1.")
                             .arg(view->height()));
     tick(2);
+    EXPECT_TRUE(notice->text().startsWith("Not recording")) << "no mark of a recording";
+    EXPECT_FALSE(QFile::exists(folder.filePath("a.avi")));
+}
+
+TEST_F(RecordingTest, ARefusalSaysWhy) {
+    struct Row {
+        const char* name;
+        unsigned width;
+        const char* text;
+    };
+    for (const Row& row :
+         {Row{"a.avi", 64, ""},
+          {"missing/a.avi", 64, "Not recording: %1 could not be opened for writing."},
+          {"a.nothing", 64, "Not recording: no movie format fits %1. Name it .avi or .mpg."},
+          {"a.avi", 61,
+           "Not recording: the sides of a movie are multiples of 8. The view is 61 × 48; resize the window until it is "
+           "64 × 48."}}) {
+        const QString path = folder.filePath(row.name);
+        QVideoEncoder encoder;
+        encoder.createFile(path, row.width, 48, 1000000, 20, 30);
+        EXPECT_EQ(
+            refusalText(encoder, {static_cast<int>(row.width), 48}).toStdString(),
+            QString(row.text).replace("%1", path).toStdString());
+    }
 }
 
 // Files of this process can't grow beyond a size: what a full disk looks like to the movie writer.
@@ -189,6 +242,44 @@ TEST_F(RecordingTest, AWriteErrorIsNoticedAndTheClockGoesOn) {
     const double before = box->value();
     tick(1);
     EXPECT_GT(box->value(), before);
+}
+
+TEST_F(RecordingTest, AWriteErrorAtClosingIsNoticed) {
+    showWindow();
+    loadUntil(20.0);
+    for (const char* const name : {"first.avi", "second.avi"}) {
+        const QString path = folder.filePath(name);
+        slider->setValue(0);
+        record(path);
+        tick(1);
+        slider->setValue(20000);
+        const FileSizeLimit fullDisk(1); // few frames wait in memory for a full buffer or the movie's end
+        tick(1);
+        EXPECT_EQ(
+            notice->text(),
+            QStringLiteral("The recording is damaged: %1 could not be written. Is the disk full?").arg(path));
+    }
+}
+
+TEST_F(RecordingTest, ANoticeHidesTheMarkForSomeSecondsAndFitsTheView) {
+    showWindow();
+    loadUntil(20.0);
+    record(folder.filePath("a.avi"));
+    tick(1);
+    const QString mark = notice->text();
+    QTest::keyClick(view, Qt::Key_Backslash);
+    EXPECT_EQ(notice->text(), "Loop on, 0.000 s to 20.000 s");
+    tick(1);
+    EXPECT_EQ(notice->text(), "Loop on, 0.000 s to 20.000 s") << "a new mark waits";
+    auto* const until = notice->findChild<QTimer*>();
+    EXPECT_NEAR(until->remainingTime(), 6000, 1000);
+    until->start(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notice->text().startsWith("●") && notice->text() != mark; }));
+    window.resize(300, window.height());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view->width() < 300; }));
+    timer->stop();
+    record(folder.filePath("a name that is longer than the view is wide, whatever the font may be.nothing"));
+    EXPECT_TRUE(view->rect().contains(notice->geometry())) << notice->width();
 }
 
 TEST_F(RecordingTest, NoticesNeverGetIntoFrames) {

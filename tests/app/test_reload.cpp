@@ -27,6 +27,8 @@ struct ReloadTest : WindowTest {
 
 TEST_F(ReloadTest, TakesTheOldPlaceAndKeepsMenuTimeCameraAndView) {
     showWindow();
+    reload();
+    EXPECT_EQ(notice->text(), "") << "there is nothing to reload";
     loadUntil(10.0, "ETXYZ.OUT.1");
     loadUntil(5.0, "ETXYZ.OUT.2");
     QMenu* const menu = filesMenu->actions().at(1)->menu();
@@ -56,6 +58,36 @@ TEST_F(ReloadTest, TakesTheOldPlaceAndKeepsMenuTimeCameraAndView) {
     writeTrajectoryUntil(path, 1.0);
     reload();
     EXPECT_EQ(slider->maximum(), 20000) << "it only grows";
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(ReloadTest, TheScreenShowsTheNewSamples) {
+    showWindow();
+    action("actionShow_Grid")->setChecked(false);
+    TestSample last{.time = 10.0, .target = {0.0, 5.0, -1000.0}, .threat = {0.0, 5.0, -1000.0}};
+    const auto save = [&] {
+        writeTrajectory(path, {TestSample{}, last});
+    };
+    save();
+    window.loadEtxyzFile(path);
+    entry(0, 2)->trigger(); // the seeker's view, which sits on the threat
+    box->setValue(10.0);
+    entry(0, 4)->trigger();
+    const QImage before = onScreen(*view);
+    last.target[1] = -5.0; // as many samples as before, which is all that the old lines could be told by
+    save();
+    reload();
+    EXPECT_NE(onScreen(*view), before);
+    last.target[1] = 5.0;
+    save();
+    reload();
+    EXPECT_EQ(onScreen(*view), before);
+
+    entry(0, 2)->trigger();
+    last.threat[1] = 7.0;
+    save();
+    reload();
+    EXPECT_FLOAT_EQ(view->camera().eye().ElementAt(1), 7.0F) << "the seeker is where the new samples have it";
 }
 
 TEST_F(ReloadTest, AFileWithoutSamplesLeavesItsEngagement) {
@@ -77,26 +109,35 @@ TEST_F(ReloadTest, ReadsBodiesAndTerrainAgainOnlyWhenTheirFilesChanged) {
     ASSERT_TRUE(QDir(folder.path()).mkpath("data/tgt0450"));
     showWindow();
     ASSERT_FALSE(view->grabFramebuffer().isNull());
-    loadUntil(10.0);
-    const auto messagesOfReload = [&] {
+    window.loadEtxyzFile(
+        writeTrajectory(path, {TestSample{}}, trajectoryHeader().replace("/nowhere", folder.path().toUtf8())));
+    // None of the files is there: whoever looks for one says so.
+    const auto readAgain = [&] {
         MessageCollection collected;
         reload();
-        std::string all;
+        QString all;
         for (const Message& message : collected.messages())
-            if (message.text.find(".atm") == std::string::npos)
-                all += message.text + '\n';
-        return all;
+            all += QString::fromStdString(message.text);
+        QStringList read;
+        for (const char* const part : {"tgt.", "tgt0450_b0001", "t.top"})
+            if (all.contains(part))
+                read << part;
+        return read;
     };
-    // None of the files is there: whoever looks for one says so.
-    EXPECT_EQ(messagesOfReload(), "");
-    QFile changed(folder.filePath("data/tgt0450/tgt0450_b0001.brdf"));
-    ASSERT_TRUE(changed.open(QIODevice::WriteOnly));
-    changed.write("nonsense\n");
-    changed.close();
-    const std::string messages = messagesOfReload();
-    EXPECT_NE(messages, "");
-    EXPECT_FALSE(QString::fromStdString(messages).contains("tgt4004")) << "the target's are the same: " << messages;
-    EXPECT_EQ(messagesOfReload(), "");
+    EXPECT_EQ(readAgain(), QStringList());
+    struct Row {
+        const char* file;
+        const char* read;
+    };
+    for (const Row& row :
+         {Row{"tgt.brdf", "tgt."}, {"data/tgt0450/tgt0450_b0001.brdf", "tgt0450_b0001"}, {"t.rad", "t.top"}}) {
+        QFile changed(folder.filePath(row.file));
+        ASSERT_TRUE(changed.open(QIODevice::WriteOnly));
+        changed.write("nonsense\n");
+        changed.close();
+        EXPECT_EQ(readAgain(), QStringList{row.read});
+        EXPECT_EQ(readAgain(), QStringList());
+    }
 }
 
 TEST_F(ReloadTest, TellsOfAChangeOnceUntilItIsReloaded) {
@@ -130,9 +171,35 @@ TEST_F(ReloadTest, NoticesEveryFileThatIsPutInTheOldOnesPlace) {
         reload();
         EXPECT_EQ(slider->maximum(), end * 1000);
     }
+    QFile file(path); // the one that stands there now, in its place
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write(trajectoryRecord({.time = 12.5}));
+    file.close();
+    EXPECT_TRUE(tellsOfChange());
+    reload();
     ASSERT_TRUE(QFile::remove(path));
     QTest::qWait(400);
+    EXPECT_EQ(notice->text(), "Reloaded") << "that it is gone is no change to load";
     writeTrajectoryUntil(path, 13.0);
     EXPECT_TRUE(tellsOfChange());
+}
+
+TEST_F(ReloadTest, NamesAFileThatIsLoadedTwiceOnce) {
+    showWindow();
+    loadUntil(10.0);
+    loadUntil(10.0);
+    write("");
+    reload();
+    EXPECT_EQ(notice->text(), "Not reloaded: no engagement in ETXYZ.OUT.1");
+    writeTrajectoryUntil(path, 5.0);
+    EXPECT_TRUE(tellsOfChange());
+    engagements().remove(engagements().begin()->id());
+    reload();
+    write("");
+    EXPECT_TRUE(tellsOfChange()) << "it still is the other one's file";
+    engagements().clear();
+    notice->setText({});
+    writeTrajectoryUntil(path, 6.0);
+    EXPECT_FALSE(QTest::qWaitFor([&] { return !notice->text().isEmpty(); }, 700)) << "nobody's file any more";
 }
 } // namespace

@@ -55,6 +55,7 @@ TEST(TransportTest, LoopsBetweenItsPointsOnlyWhenOn) {
         {2.0, 3.0, 2.01, true, 3.0, 1.977},
         {0.0, 99.0, 12.49, false, 0.0, 29.999},     // to the end, from the start
         {3.0, 2.0, 2.5, false, 0.0, 2.533},         // an out point before the in point moves it to the start
+        {2.0, 2.0, 2.0, false, 0.0, 2.033},         // as does one at the in point
         {12.5, 99.0, 12.49, false, 29.999, 29.999}, // no length, no loop
     };
     for (const Row& row : rows) {
@@ -67,6 +68,16 @@ TEST(TransportTest, LoopsBetweenItsPointsOnlyWhenOn) {
         EXPECT_DOUBLE_EQ(transport.next(row.now, 1.0, kRange).time, row.off);
         transport.toggleLoop();
         EXPECT_DOUBLE_EQ(transport.next(row.now, 1.0, kRange).time, row.on);
+    }
+}
+
+TEST(TransportTest, AnInPointThatLeavesNoLengthTakesTheOutPointToTheEnd) {
+    for (const double in : {3.0, 4.0}) {
+        Transport transport;
+        transport.setOutPoint(3.0);
+        transport.setInPoint(in);
+        EXPECT_EQ(transport.inPoint(), in);
+        EXPECT_EQ(transport.outPoint(kRange), 12.5);
     }
 }
 

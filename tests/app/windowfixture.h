@@ -10,12 +10,14 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QScreen>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
 #include "aircraftwidget.h"
+#include "engagementlist.h"
 #include "new_sorvane.h"
 #include "trajectorytext.h"
 
@@ -57,6 +59,17 @@ struct WindowTest : testing::Test {
         dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path);
         QTest::keyClick(&dialog, Qt::Key_Return);
     }
+    // What the screen shows of a widget once it has come to rest. Grabbing from a widget would draw it anew and so hide
+    // that nobody asked for it.
+    static QImage onScreen(const QWidget& widget) {
+        QTest::qWait(150);
+        const QPoint corner = widget.mapToGlobal(QPoint(0, 0));
+        return widget.screen()
+            ->grabWindow(0, corner.x(), corner.y(), widget.width(), widget.height())
+            .toImage()
+            .convertToFormat(QImage::Format_RGB32);
+    }
+    EngagementList& engagements() { return *window.findChild<EngagementList*>(); }
     QAction* action(const QString& name) { return window.findChild<QAction*>(name); }
     // Entry `entry` of the sub-menu of engagement number `engagement`, both from 0; entry 0 hides and shows.
     QAction* entry(int engagement, int entry) {
