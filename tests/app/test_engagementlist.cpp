@@ -108,6 +108,7 @@ TEST_F(EngagementListTest, ChoosingAViewPlacesTheCameraAtTheBoxsTime) {
 }
 
 TEST_F(EngagementListTest, LoadingTakesTheViewToTheBoxsTimeAndTheCameraToItsStart) {
+    slider->setValue(1); // its end; then it lets the box go on
     box->setValue(4.0);
     loadUntil(10.0); // where the threat goes from 0 to 50 along x
     EXPECT_EQ(view->currentTime(), 4.0);
@@ -121,12 +122,13 @@ TEST_F(EngagementListTest, LoadingTakesTheViewToTheBoxsTimeAndTheCameraToItsStar
     EXPECT_FLOAT_EQ(view->camera().eye().ElementAt(0), 40.0F);
 }
 
-// A path that fills the middle of the view at the end of the engagement.
 TEST_F(EngagementListTest, TheScreenFollowsWhatIsLoadedHiddenSteppedAndTakenOut) {
     showWindow();
     action("actionShow_Grid")->setChecked(false);
     const QImage empty = onScreen(*view);
-    loadUntil(10.0);
+    // At its end the threat has left a path behind on one side of the view.
+    window.loadEtxyzFile(
+        writeTrajectory(folder.filePath("t"), {TestSample{}, {.time = 10.0, .threat = {0.0, 20.0, -500.0}}}));
     const QImage atStart = onScreen(*view);
     box->setValue(10.0);
     const QImage atEnd = onScreen(*view);

@@ -70,9 +70,9 @@ TEST_F(ReloadTest, TheScreenShowsTheNewSamples) {
     };
     save();
     window.loadEtxyzFile(path);
-    entry(0, 2)->trigger(); // the seeker's view, which sits on the threat
     box->setValue(10.0);
-    entry(0, 4)->trigger();
+    entry(0, 3)->trigger();
+    entry(0, 4)->trigger(); // from where the target view stands
     const QImage before = onScreen(*view);
     last.target[1] = -5.0; // as many samples as before, which is all that the old lines could be told by
     save();
