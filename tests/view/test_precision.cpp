@@ -72,7 +72,7 @@ struct PrecisionTest : testing::Test {
         camera.reset(first);
         camera.follow(first, subjectOf(engagement.InterpolatedFrame(kTime)));
         const SceneOptions options{.showDropLines = false, .showGrid = false, .time = kTime};
-        return scene.draw({{EngagementId{1}, &engagement}}, camera, options, mode == ViewGyro ? 15.0 : 30.0);
+        return scene.draw({{newEngagementId(), &engagement}}, camera, options, mode == ViewGyro ? 15.0 : 30.0);
     }
 };
 
