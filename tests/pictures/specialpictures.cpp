@@ -40,7 +40,7 @@ QImage hiddenEngagementPicture(const std::filesystem::path& demonstration) {
     crossing.InitHardbodies();
     Scene scene;
     scene.draw(
-        {{&turn, false}, {&crossing, true}},
+        {{EngagementId{1}, &turn}, {EngagementId{2}, &crossing, true}},
         cameraAt({-500.0F, -2500.0F, -2500.0F, 1.0F}, {4000.0F, -2500.0F, -900.0F, 1.0F}), {.time = 6.0});
     return frame.picture();
 }

@@ -29,6 +29,7 @@ double centre(const AircraftWidget& view, int i) {
 // A shown view with one engagement: the threat starts at (1000, 0, −500) and moves 100 units along x in 1 s, the target
 // starts at (0, 0, −1000) and moves 200 along y; the gyro turns from 0 to 90 degrees about z.
 struct AircraftWidgetTest : testing::Test {
+    static constexpr EngagementId kId{1000};
     etxyz engagement;
     QMenu menu;
     AircraftWidget view;
@@ -57,7 +58,7 @@ struct AircraftWidgetTest : testing::Test {
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&view));
     }
     void select(ViewMode mode) {
-        view.addEtxyz(&engagement);
+        view.addEtxyz(&engagement, kId);
         menu.actions().at(mode + 1)->setChecked(true);
         view.setViewMode(mode);
         view.reset();
@@ -277,7 +278,7 @@ TEST_F(AircraftWidgetTest, AnEngagementThatIsReadAgainShowsItsOwnLines) {
     fresh.keyframes = engagement.keyframes;
     for (keyframe& sample : fresh.keyframes)
         sample.targetPos[0] = 1.0e5F;
-    view.replaceEtxyz(engagement, fresh);
+    view.replaceEtxyz(kId, fresh);
     EXPECT_EQ(countPixels(grabFrame(view), green), 0);
 }
 
