@@ -26,6 +26,15 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(sorvane_flags INTERFACE -Wno-null-dereference -Wno-restrict -Wduplicated-cond -Wlogical-op)
 endif()
 
+# Hardening, which the sanitizers and the counters of coverage take the place of.
+if(NOT SORVANE_SANITIZE AND NOT SORVANE_COVERAGE)
+  set(hardened $<NOT:$<CONFIG:Debug>>) # the library's checks need optimised code
+  target_compile_options(
+    sorvane_flags INTERFACE $<${hardened}:-U_FORTIFY_SOURCE> $<${hardened}:-D_FORTIFY_SOURCE=2>
+                            $<${hardened}:-fstack-protector-strong> $<${hardened}:-fPIE>)
+  target_link_options(sorvane_flags INTERFACE $<${hardened}:-pie> LINKER:-z,relro,-z,now)
+endif()
+
 if(SORVANE_SANITIZE)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # With sanitizers on, GCC 12 takes parts of the standard library for uninitialised.

@@ -5,14 +5,16 @@ set -euo pipefail
 stage=$1 version=$2 source=$3
 failed=0
 fail() { echo "$*"; failed=1; }
-data=$stage/usr/local/pelsar/data
+demonstration=$stage/usr/share/sorvane/demonstration
+data=$demonstration/data
+[ ! -e "$stage/usr/local" ] || fail "the package owns files of the data root"
 
 # The demonstration names its data by absolute paths. One of its engagements is about missing files.
 named_paths() {
-    { grep -hE '^/' "$data/demonstration/ETXYZ.OUT.turn"
-      uncompress -c "$data/demonstration/ETXYZ.OUT.crossing.Z" | grep -E '^/'
+    { grep -hE '^/' "$demonstration/ETXYZ.OUT.turn"
+      uncompress -c "$demonstration/ETXYZ.OUT.crossing.Z" | grep -E '^/'
       sed -n 's|.*<asterdb>\(.*\)</asterdb>.*|\1|p' "$data/ter0020/ter0020.xml"
-      sed -n 's/^Exec=new_sorvane "/"/p' "$stage"/usr/share/applications/*.desktop | grep -o '/[^"]*'; } | sort -u
+      sed -n 's/^Exec=env "PELSAR_DATA=/"/p' "$stage"/usr/share/applications/*.desktop | grep -o '/[^"]*'; } | sort -u
 }
 [ "$(named_paths | wc -l)" -ge 11 ] || fail "the demonstration names too few paths: $(named_paths)"
 while read -r path; do

@@ -3,20 +3,10 @@
 # usage: install_test.sh PACKAGE
 set -euo pipefail
 package=$1
-# Of the package manager's own helpers, some are kept where only root looks.
-export PATH=$PATH:/usr/sbin:/sbin
-root=$(mktemp -d)
-trap 'rm -rf "$root"' EXIT
-fail() { echo "$*"; exit 1; }
+# shellcheck source=tests/packaging/scratchroot.sh
+. "$(dirname "${BASH_SOURCE[0]}")/scratchroot.sh"
 
-# Dependencies are looked for in the root, which is empty; nothing is run in there.
-manage() {
-    fakeroot dpkg --root="$root" --log="$root/var/log/dpkg.log" \
-        --force-depends --force-not-root --force-script-chrootless "$@" 2>&1
-}
 contents() { find "$root" -mindepth 1 -not -path "$root/var/*" | sort; }
-mkdir -p "$root/var/lib/dpkg/info" "$root/var/lib/dpkg/updates" "$root/var/lib/dpkg/triggers" "$root/var/log"
-touch "$root/var/lib/dpkg/status" "$root/var/lib/dpkg/available"
 before=$(contents)
 
 manage --install "$package"
@@ -25,8 +15,9 @@ for dependency in $(dpkg-query --admindir="$root/var/lib/dpkg" -W -f '${Depends}
     dpkg-query -W "$dependency" >/dev/null || fail "there is no package $dependency"
 done
 
-export PELSAR_DATA=$root/usr/local/pelsar/data/
-engagements=("$PELSAR_DATA"demonstration/ETXYZ.OUT.*)
+demonstration=$root/usr/share/sorvane/demonstration
+export PELSAR_DATA=$demonstration/data/
+engagements=("$demonstration"/ETXYZ.OUT.*)
 sorvane=$root/usr/bin/sorvane
 "$sorvane" --version | grep -Ex 'sorvane [0-9.]+' || fail "the command does not tell its version"
 if "$sorvane" --help | grep '^ *info ' >/dev/null; then
