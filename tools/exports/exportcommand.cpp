@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,12 +11,11 @@
 
 #include <CLI/CLI.hpp>
 
-#include "atomicfile.h"
 #include "czmlwriter.h"
 #include "inputtexts.h"
-#include "interrupt.h"
 #include "kmlwriter.h"
 #include "measuretext.h"
+#include "resultfile.h"
 #include "samplecsv.h"
 #include "trajectoryfile.h"
 #include "unitoption.h"
@@ -78,11 +76,8 @@ public:
         if (format_ != "csv" && !(worldTimeAfter(epoch_, trajectory->samples.firstKey()) &&
                                   worldTimeAfter(epoch_, trajectory->samples.lastKey())))
             return inputName(options_.file) + ": its times lie outside the years 1 to 9999";
-        if (options_.output == "-" || options_.output == "/dev/stdout") {
-            writeSamples(streams_.out, trajectory->samples);
-            return std::nullopt;
-        }
-        return writeFile(trajectory->samples);
+        return writeResult(
+            options_.output, streams_, [&](std::ostream& out) { writeSamples(out, trajectory->samples); });
     }
 
 private:
@@ -112,21 +107,6 @@ private:
         const PlacedEngagement engagement{
             name, samples, LocalFrame(origin_, options_.xBearingDegrees, metresPer(options_.unit)), epoch_};
         format_ == "kml" ? writeKml(out, engagement) : writeCzml(out, engagement);
-    }
-
-    Complaint writeFile(const QMap<double, keyframe>& samples) const {
-        const Interrupt interrupt;
-        AtomicFile file(options_.output);
-        if (file.problem())
-            return file.problem();
-        std::ofstream stream(file.temporaryPath(), std::ios::binary);
-        writeSamples(stream, samples);
-        stream.close();
-        if (!stream)
-            return options_.output + ": could not be written";
-        if (Interrupt::requested() != 0)
-            return options_.output + ": not written, since the command was interrupted";
-        return file.commit() ? std::nullopt : file.problem();
     }
 
     const ExportOptions& options_;

@@ -19,21 +19,32 @@ TrajectoryInput openTrajectoryAt(const std::string& path) {
     return {std::move(input), false};
 }
 
-sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path) {
-    const auto fail = [&](const std::string& reason) {
-        return sorvane::Problem(inputName(path) + ": " + reason);
-    };
-    const TrajectoryInput input = openTrajectoryAt(path);
+sorvane::Outcome<TrajectoryInput> openTrajectoryFile(const std::string& path) {
+    TrajectoryInput input = openTrajectoryAt(path);
     if (input.device == nullptr)
-        return fail(problemOfOpening(path).text);
+        return sorvane::Problem(inputName(path) + ": " + problemOfOpening(path).text);
     if (path != "-" && fileKindOf(path) != FileKind::Trajectory)
-        return fail("is no trajectory");
-    TrajectoryFile file;
-    file.header = readTrajectoryHeader(input.device.get(), input.isProcess);
-    file.samples = readRecords(input.device.get(), input.isProcess);
+        return sorvane::Problem(inputName(path) + ": is no trajectory");
+    return input;
+}
+
+std::optional<sorvane::Problem>
+problemOfReading(const TrajectoryInput& input, bool hasSamples, const std::string& path) {
     if (!input.cameWhole())
-        return fail("its compressed data are damaged or cut short");
-    if (file.samples.isEmpty())
-        return fail("holds no samples");
+        return sorvane::Problem(inputName(path) + ": its compressed data are damaged or cut short");
+    if (!hasSamples)
+        return sorvane::Problem(inputName(path) + ": holds no samples");
+    return std::nullopt;
+}
+
+sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path) {
+    const sorvane::Outcome<TrajectoryInput> input = openTrajectoryFile(path);
+    if (!input)
+        return input.problem();
+    TrajectoryFile file;
+    file.header = readTrajectoryHeader(input->device.get(), input->isProcess);
+    file.samples = readRecords(input->device.get(), input->isProcess);
+    if (const auto problem = problemOfReading(*input, !file.samples.isEmpty(), path))
+        return *problem;
     return file;
 }

@@ -1,6 +1,7 @@
 // Opens and reads trajectories for the sub-commands, from files and from standard input.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include <QMap>
@@ -11,6 +12,13 @@
 
 // The trajectory at `path`; "-" is standard input.
 TrajectoryInput openTrajectoryAt(const std::string& path);
+
+// The same, if it is one; the problem, which names the file, when it can't be opened or is something else.
+sorvane::Outcome<TrajectoryInput> openTrajectoryFile(const std::string& path);
+
+// After reading: the data could not be decompressed, or hold no samples. Nothing when all is well.
+std::optional<sorvane::Problem>
+problemOfReading(const TrajectoryInput& input, bool hasSamples, const std::string& path);
 
 // A trajectory's header and samples, none of the files that it names.
 struct TrajectoryFile {
