@@ -8,6 +8,7 @@
 
 #include "checkcommand.h"
 #include "comparecommand.h"
+#include "convertcommand.h"
 #include "democommand.h"
 #include "exportcommand.h"
 #include "helpformatter.h"
@@ -47,8 +48,8 @@ CommandLine::CommandLine()
     parser->require_subcommand(1);
     parser->formatter(std::make_shared<HelpFormatter>()); // the sub-commands take it over
     subCommands = {
-        addInfoCommand(*parser),    addCheckCommand(*parser), addRenderCommand(*parser), addExportCommand(*parser),
-        addCompareCommand(*parser), addDemoCommand(*parser),  addManualCommand(*parser),
+        addInfoCommand(*parser),    addCheckCommand(*parser),   addRenderCommand(*parser), addExportCommand(*parser),
+        addCompareCommand(*parser), addConvertCommand(*parser), addDemoCommand(*parser),   addManualCommand(*parser),
     };
     for (const SubCommand& command : subCommands) {
         command.parser->set_version_flag("--version", parser->version());

@@ -23,6 +23,8 @@ constexpr Example kExamples[] = {
     {"The samples as a table.", "export", "demonstration/ETXYZ.OUT.turn -o turn.csv --unit m"},
     {"The same over the Earth, with x to the north.", "export",
      "demonstration/ETXYZ.OUT.turn -o turn.czml --unit m --origin 47.5,-122.25,100 --x-bearing 0"},
+    {"Half a minute of a long flight, in feet with z up, for the viewer.", "convert",
+     "long.txt -o ETXYZ.OUT.long.Z --from 60 --to 89.999 --scale ft-to-m --axes x,-y,-z --unwrap-angles"},
     {"Whether two pictures look the same.", "compare", "a.png b.png --tolerance 8 --allowed 0.001 --difference d.png"},
     {"Where two trajectories differ by more than a centimetre.", "compare",
      "old/ETXYZ.OUT.1 new/ETXYZ.OUT.1 --tolerance 0.01"},
