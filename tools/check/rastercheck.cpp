@@ -18,7 +18,6 @@
 namespace {
 using sorvane::RasterContent;
 using sorvane::RasterDescription;
-using sorvane::RasterHeader;
 
 constexpr const char* kHeader = "faults of the header";
 constexpr const char* kSamples = "faults of the samples";
