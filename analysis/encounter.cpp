@@ -8,6 +8,7 @@
 
 #include "etxyz.h"
 
+namespace sorvane {
 namespace {
 struct Offset {
     double x = 0.0;
@@ -116,3 +117,4 @@ std::optional<ClosestApproach> closestApproach(const QMap<double, keyframe>& sam
         search.include(sample);
     return search.result();
 }
+} // namespace sorvane

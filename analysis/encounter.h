@@ -9,6 +9,7 @@
 
 class etxyz;
 
+namespace sorvane {
 // Threat against target at one time. Lengths are in the trajectory's units.
 struct Encounter {
     double range = 0.0;         // distance of the two
@@ -46,3 +47,4 @@ private:
 };
 
 std::optional<ClosestApproach> closestApproach(const QMap<double, keyframe>& samples);
+} // namespace sorvane

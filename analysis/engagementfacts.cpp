@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+namespace sorvane {
 namespace {
 void addFlares(const QMap<double, keyframe>& samples, std::vector<EngagementEvent>& events) {
     std::unordered_set<int> known;
@@ -37,3 +38,4 @@ EngagementFacts factsOf(const QMap<double, keyframe>& samples) {
     facts.events = merged(facts.events);
     return facts;
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 
 #include "encounter.h"
 
+namespace sorvane {
 constexpr double kTimeNoise = 1.0e-9; // seconds; what rounding adds to equal times
 
 struct EngagementEvent {
@@ -22,3 +23,4 @@ struct EngagementFacts {
 
 // The first and the last sample, each flare's first appearance and the closest approach. Needs at least one sample.
 EngagementFacts factsOf(const QMap<double, keyframe>& samples);
+} // namespace sorvane

@@ -6,6 +6,7 @@
 
 #include <QList>
 
+namespace sorvane {
 namespace {
 constexpr double kMetresPerFoot = 0.3048; // international foot, exact
 
@@ -104,3 +105,4 @@ NamedMeasure namedMeasure(const QString& nameWithEnding, double value) {
         return {nameWithEnding, QString::number(value, 'g', 7)};
     return {nameWithEnding.chopped(found->ending.size()), found->text(value)};
 }
+} // namespace sorvane

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+namespace sorvane {
 // What one of a trajectory's units is. The files don't say; who knows may.
 enum class LengthUnit { Unstated, Feet, Metres };
 
@@ -24,3 +25,4 @@ struct NamedMeasure {
     QString text;
 };
 NamedMeasure namedMeasure(const QString& nameWithEnding, double value);
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include "aircraftwidget.h"
 #include "ui_new_sorvane.h"
 
+namespace sorvane {
 namespace {
 void describe(QWidget& control, const char* name, const char* description) {
     control.setAccessibleName(QString::fromLatin1(name));
@@ -24,3 +25,4 @@ void makeAccessible(Ui::new_sorvane& form) {
     QWidget::setTabOrder(form.playButton, form.recordButton);
     QWidget::setTabOrder(form.recordButton, form.horizontalSlider);
 }
+} // namespace sorvane

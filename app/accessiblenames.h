@@ -5,4 +5,6 @@ namespace Ui {
 class new_sorvane;
 }
 
+namespace sorvane {
 void makeAccessible(Ui::new_sorvane& form);
+} // namespace sorvane

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
+namespace sorvane {
 void CopyKeyFilter::installOn(QAbstractSpinBox& box) {
     auto* const filter = new CopyKeyFilter(&box);
     box.installEventFilter(filter);
@@ -20,3 +21,4 @@ bool CopyKeyFilter::eventFilter(QObject* watched, QEvent* event) {
     }
     return QObject::eventFilter(watched, event);
 }
+} // namespace sorvane

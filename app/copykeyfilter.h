@@ -5,6 +5,7 @@
 
 class QAbstractSpinBox;
 
+namespace sorvane {
 // A focused line edit claims Ctrl+C as "copy" before the window's shortcuts see it. The filter turns that claim down.
 class CopyKeyFilter : public QObject {
 public:
@@ -16,3 +17,4 @@ public:
 private:
     using QObject::QObject;
 };
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include "engagementlist.h"
 
+namespace sorvane {
 // The selected engagement, or the one selected last when none is.
 class CurrentEngagement {
 public:
@@ -18,3 +19,4 @@ private:
     const EngagementList& engagements_;
     EngagementId last_{};
 };
+} // namespace sorvane

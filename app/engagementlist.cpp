@@ -7,6 +7,7 @@
 #include "etxyz.h"
 #include "selection.h"
 
+namespace sorvane {
 EngagementList::EngagementList(End end, QObject* parent) : QObject(parent), end_(std::move(end)) {}
 
 EngagementList::~EngagementList() {
@@ -67,3 +68,4 @@ void EngagementList::clear() {
 std::list<LoadedEngagement>::iterator EngagementList::place(EngagementId id) {
     return std::ranges::find(engagements_, id, &LoadedEngagement::id);
 }
+} // namespace sorvane

@@ -10,6 +10,7 @@
 #include "engagementid.h"
 #include "loadedengagement.h"
 
+namespace sorvane {
 // In load order. Whoever keeps something for an engagement keeps it by its id and hears from the signals what becomes
 // of it.
 class EngagementList : public QObject {
@@ -55,3 +56,4 @@ private:
     std::list<LoadedEngagement> engagements_;
     End end_;
 };
+} // namespace sorvane

@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QUrl>
 
+namespace sorvane {
 namespace {
 QStringList localFiles(const QMimeData& data) {
     QStringList paths;
@@ -66,3 +67,4 @@ void FileDrop::loadNext() {
     turn_->stop();
     QGuiApplication::restoreOverrideCursor();
 }
+} // namespace sorvane

@@ -10,6 +10,7 @@ class QMimeData;
 class QTimer;
 class QWidget;
 
+namespace sorvane {
 // Files dropped together are loaded in the order of their names, one in each turn of the event loop, so that the window
 // stays alive; the wait cursor shows as long as there are some left.
 class FileDrop : public QObject {
@@ -30,3 +31,4 @@ private:
     QTimer* turn_; // runs while files are waiting
     QStringList waiting_;
 };
+} // namespace sorvane

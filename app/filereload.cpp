@@ -7,6 +7,7 @@
 #include "engagementlist.h"
 #include "etxyz.h"
 
+namespace sorvane {
 namespace {
 // Initialises the bodies and the terrain of data that were read again, with what can be taken over from the old ones.
 void initHardbodies(const LoadedEngagement& loaded, EngagementReading& reading, AircraftWidget& view) {
@@ -50,3 +51,4 @@ QStringList reloadAll(EngagementList& engagements, AircraftWidget& view) {
     view.setKeyframe(view.currentTime());
     return unreadable;
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+namespace sorvane {
 FileStamp fileStamp(const QString& path) {
     struct stat status {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0)
@@ -16,3 +17,4 @@ FileStamp fileStamp(const QString& path) {
         .size = status.st_size,
         .modifiedNanoseconds = status.st_mtim.tv_sec * kNanosecondsPerSecond + status.st_mtim.tv_nsec};
 }
+} // namespace sorvane

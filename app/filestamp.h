@@ -6,6 +6,7 @@
 
 #include <QString>
 
+namespace sorvane {
 // A file's identity at one moment. All zero when there is none.
 struct FileStamp {
     std::uint64_t device = 0;
@@ -27,3 +28,4 @@ struct StampedFile {
     bool operator==(const StampedFile&) const = default;
 };
 using StampedFiles = std::vector<StampedFile>;
+} // namespace sorvane

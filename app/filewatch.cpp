@@ -9,6 +9,7 @@
 
 #include "engagementlist.h"
 
+namespace sorvane {
 namespace {
 constexpr int kSettlingMilliseconds = 300;
 } // namespace
@@ -64,3 +65,4 @@ void FileWatch::check() {
     if (!changed.isEmpty())
         tell_(changed);
 }
+} // namespace sorvane

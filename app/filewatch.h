@@ -10,8 +10,10 @@
 
 #include "filestamp.h"
 
-class EngagementList;
 class QTimer;
+
+namespace sorvane {
+class EngagementList;
 
 // Tells of each file once until it is read again, however often it changes: a simulation may be writing it. Folders are
 // watched with their files, because editors put a new file in the old one's place.
@@ -39,3 +41,4 @@ private:
     QTimer* check_; // waits for the dust of a change to settle
     QMap<QString, Watched> files_;
 };
+} // namespace sorvane

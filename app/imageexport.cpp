@@ -5,6 +5,7 @@
 #include <QImageReader>
 #include <QMessageBox>
 
+namespace sorvane {
 namespace {
 constexpr QSize kExportedSize(640, 480);
 
@@ -31,3 +32,4 @@ void exportImage(QWidget& parent, const QImage& view, const QString& fileName) {
     if (!exported.save(fileName, format.constData(), kQuality))
         showError(parent, "Could not create file");
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
+namespace sorvane {
 namespace {
 bool isArrow(int key) {
     return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
@@ -54,3 +55,4 @@ bool KeyFilter::handle(const QObject& watched, const QKeyEvent& event) {
         run_(row->command);
     return true;
 }
+} // namespace sorvane

@@ -10,6 +10,7 @@
 class QWidget;
 class QKeyEvent;
 
+namespace sorvane {
 // A key that the focused control does not use travels up to its window, where the filter takes it; dialogs keep
 // theirs by being windows of their own, and while a menu is open every key is the menu's. Some controls swallow keys
 // that they have no use for: a time box letters, a button the arrows (it moves the focus). They are filtered
@@ -28,3 +29,4 @@ private:
 
     Run run_;
 };
+} // namespace sorvane

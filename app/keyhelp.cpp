@@ -7,6 +7,7 @@
 
 #include "keytable.h"
 
+namespace sorvane {
 namespace {
 void addHeading(QGridLayout& grid, const char* section) {
     auto* const heading = new QLabel(QStringLiteral("<b>%1</b>").arg(QLatin1String(section)));
@@ -57,3 +58,4 @@ void KeyHelp::keyPressEvent(QKeyEvent* event) {
     else if (!isOwn)
         QDialog::keyPressEvent(event);
 }
+} // namespace sorvane

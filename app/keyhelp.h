@@ -3,6 +3,7 @@
 
 #include <QDialog>
 
+namespace sorvane {
 // Stands beside the viewer, which goes on; F1 and ? open and close it.
 class KeyHelp : public QDialog {
 public:
@@ -13,3 +14,4 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 };
+} // namespace sorvane

@@ -6,6 +6,7 @@
 #include <QKeySequence>
 #include <QStringList>
 
+namespace sorvane {
 namespace {
 constexpr QKeyCombination kNone{Qt::Key_unknown};
 constexpr bool kRepeats = true;
@@ -114,3 +115,4 @@ QString keyTableAsMarkdown() {
     }
     return text;
 }
+} // namespace sorvane

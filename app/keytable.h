@@ -7,6 +7,7 @@
 #include <QString>
 #include <Qt>
 
+namespace sorvane {
 enum class KeyCommand {
     PlayOrPause,
     ShuttleBackward,
@@ -58,3 +59,4 @@ QString keyTexts(const KeyRow& row);
 
 // The table for the documents: one section after the other, each with its heading and a table of keys and effects.
 QString keyTableAsMarkdown();
+} // namespace sorvane

@@ -3,6 +3,8 @@
 
 #include "keytable.h"
 
+using namespace sorvane;
+
 int main() {
     std::fputs(qPrintable(keyTableAsMarkdown()), stdout);
     return 0;

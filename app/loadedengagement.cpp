@@ -5,6 +5,7 @@
 
 #include "etxyz.h"
 
+namespace sorvane {
 EngagementReading readEngagement(const QString& path) {
     EngagementReading reading{.stamp = fileStamp(path), .data = std::make_unique<etxyz>(), .modelFiles = {}};
     reading.data->LoadETXYZ(path);
@@ -33,3 +34,4 @@ std::unique_ptr<etxyz> LoadedEngagement::take(EngagementReading reading) {
     facts_.reset();
     return std::exchange(reading_, std::move(reading)).data;
 }
+} // namespace sorvane

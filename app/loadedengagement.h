@@ -15,6 +15,7 @@
 
 class etxyz;
 
+namespace sorvane {
 // What one reading of a trajectory file gave.
 struct EngagementReading {
     FileStamp stamp;             // of the file, from before it was read
@@ -55,3 +56,4 @@ private:
     mutable QMap<double, keyframe> samples_; // shared with the data until there are facts, then empty
     mutable std::optional<EngagementFacts> facts_;
 };
+} // namespace sorvane

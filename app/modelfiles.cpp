@@ -10,6 +10,7 @@
 #include "etxyz.h"
 #include "terrainxmlparser.h"
 
+namespace sorvane {
 namespace {
 void addFile(StampedFiles& files, const QString& path) {
     files.push_back({path, fileStamp(path)});
@@ -63,3 +64,4 @@ ModelFiles modelFilesOf(const etxyz& engagement) {
     files.terrain = terrainFiles(engagement.terrainTopoPath, engagement.terrainRadPath);
     return files;
 }
+} // namespace sorvane

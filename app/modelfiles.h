@@ -5,6 +5,7 @@
 
 class etxyz;
 
+namespace sorvane {
 // Bodies and terrain whose stamped files are equal look alike and needn't be read again.
 struct ModelFiles {
     StampedFiles target;
@@ -14,3 +15,4 @@ struct ModelFiles {
 
 // As they are on disk now.
 ModelFiles modelFilesOf(const etxyz& engagement);
+} // namespace sorvane

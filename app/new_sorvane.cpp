@@ -26,6 +26,8 @@
 #include "viewsizesteps.h"
 #include "windowfeatures.h"
 
+using namespace sorvane;
+
 new_sorvane::new_sorvane(QWidget* parent)
     : QMainWindow(parent), ui(std::make_unique<Ui::new_sorvane>()),
       engagements([this](std::unique_ptr<etxyz> ended) { ui->glWidget->endEtxyz(std::move(ended)); }, this) {

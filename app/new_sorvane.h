@@ -8,14 +8,17 @@
 
 #include "engagementlist.h"
 
-class WindowFeatures;
-class PlaybackClock;
 class QTimer;
 class QVideoEncoder;
-class ViewNotice;
 namespace Ui {
 class new_sorvane;
 }
+
+namespace sorvane {
+class WindowFeatures;
+class PlaybackClock;
+class ViewNotice;
+} // namespace sorvane
 
 class new_sorvane : public QMainWindow {
     Q_OBJECT
@@ -50,20 +53,20 @@ public slots:
 
 private:
     void joinEngagements();
-    void showAdded(const LoadedEngagement& added);
-    void addMenu(const LoadedEngagement& added);
-    void growSlider(const LoadedEngagement& loaded);
+    void showAdded(const sorvane::LoadedEngagement& added);
+    void addMenu(const sorvane::LoadedEngagement& added);
+    void growSlider(const sorvane::LoadedEngagement& loaded);
     void recordFrame();
     void finishRecording();
     void tellWriteError();
 
     std::unique_ptr<Ui::new_sorvane> ui;
-    EngagementList engagements;
+    sorvane::EngagementList engagements;
     QTimer* timer = nullptr;
     double speed = 1.0;                     // engagement seconds per second; no bounds
     std::unique_ptr<QVideoEncoder> encoder; // while a movie is being recorded, else null
-    ViewNotice* notice_ = nullptr;
-    std::unique_ptr<PlaybackClock> clock_;
-    std::unique_ptr<WindowFeatures> features_;
+    sorvane::ViewNotice* notice_ = nullptr;
+    std::unique_ptr<sorvane::PlaybackClock> clock_;
+    std::unique_ptr<sorvane::WindowFeatures> features_;
     bool isWriteErrorTold_ = false; // of the current recording
 };

@@ -12,6 +12,7 @@
 #include "clocknumbers.h"
 #include "etxyz.h"
 
+namespace sorvane {
 void PlaybackClock::play() {
     transport_.leaveShuttle();
     run();
@@ -56,3 +57,4 @@ int sliderValue(double seconds) {
 int endOnSlider(const etxyz& engagement) {
     return sliderValue(engagement.NearestKeyframe(kEndOfTime).time);
 }
+} // namespace sorvane

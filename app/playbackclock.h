@@ -9,6 +9,7 @@ class QSlider;
 class QTimer;
 class etxyz;
 
+namespace sorvane {
 // The controls of the clock. Nothing here is owned.
 struct ClockControls {
     QTimer& timer;
@@ -46,3 +47,4 @@ int sliderValue(double seconds);
 
 // The time of the engagement's last sample as the slider counts it.
 int endOnSlider(const etxyz& engagement);
+} // namespace sorvane

@@ -11,6 +11,7 @@
 #include "loadedengagement.h"
 #include "measuretext.h"
 
+namespace sorvane {
 namespace {
 constexpr int kMargin = 8; // pixels
 constexpr int kMeasuringMilliseconds = 500;
@@ -101,3 +102,4 @@ void ViewReadout::measureFrames() {
 void ViewReadout::moveToCorner() {
     move(kMargin, view_.height() - height() - kMargin);
 }
+} // namespace sorvane

@@ -8,8 +8,10 @@
 
 #include "viewmode.h"
 
-class LoadedEngagement;
 class QTimer;
+
+namespace sorvane {
+class LoadedEngagement;
 
 // What the read-out describes.
 struct ReadoutSubject {
@@ -46,3 +48,4 @@ private:
     int frames_ = 0; // drawn since then
     double framesPerSecond_ = 0.0;
 };
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include "moviesettings.h"
 #include "qvideoencoder.h"
 
+namespace sorvane {
 namespace {
 QString sizeText(const QSize& size) {
     return QStringLiteral("%1 × %2").arg(size.width()).arg(size.height());
@@ -39,3 +40,4 @@ QString writeErrorText(const QVideoEncoder& encoder) {
 QString recordingMark(const QVideoEncoder& encoder) {
     return QStringLiteral("● %1").arg(encoder.frameCount());
 }
+} // namespace sorvane

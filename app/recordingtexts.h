@@ -6,6 +6,7 @@
 
 class QVideoEncoder;
 
+namespace sorvane {
 // Why the movie that `encoder` was asked for is not recorded, and what helps; empty when it is. `viewSize` in pixels.
 QString refusalText(const QVideoEncoder& encoder, const QSize& viewSize);
 
@@ -14,3 +15,4 @@ QString writeErrorText(const QVideoEncoder& encoder);
 
 // The mark of a running recording, with its number of frames.
 QString recordingMark(const QVideoEncoder& encoder);
+} // namespace sorvane

@@ -9,6 +9,7 @@
 
 #include "clocknumbers.h"
 
+namespace sorvane {
 namespace {
 constexpr double kLeastSampleStep = 0.001 + kTimeNoise; // seconds
 } // namespace
@@ -70,3 +71,4 @@ double TimeSteps::end() const {
 bool TimeSteps::canShow(double time) const {
     return time >= box_.minimum() && time <= box_.maximum();
 }
+} // namespace sorvane

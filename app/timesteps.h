@@ -12,6 +12,7 @@
 class QDoubleSpinBox;
 class QSlider;
 
+namespace sorvane {
 enum class StepDirection { Back, Forward };
 
 // Times are set through the time box. It and the slider can't hold every millisecond, so a step goes from where the
@@ -42,3 +43,4 @@ private:
     std::optional<double> target_; // of the last step, while the time is where it arrived
     bool isStepping_ = false;
 };
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include "clocknumbers.h"
 
+namespace sorvane {
 namespace {
 constexpr double kFastestShuttle = 32.0;
 } // namespace
@@ -54,3 +55,4 @@ ClockTick Transport::backward(double next, const ClockRange& range) const {
         return {.time = 0.0, .isAtStart = true};
     return {.time = next};
 }
+} // namespace sorvane

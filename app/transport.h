@@ -3,6 +3,7 @@
 
 #include <optional>
 
+namespace sorvane {
 // The range of times that the clock covers, in seconds.
 struct ClockRange {
     double end = 0.0;    // of the longest engagement: a tick past it ends the playback
@@ -47,3 +48,4 @@ private:
     std::optional<double> outPoint_; // the end without one
     bool isLooping_ = false;
 };
+} // namespace sorvane

@@ -13,6 +13,7 @@
 #include "new_sorvane.h"
 #include "surfaceformat.h"
 
+namespace sorvane {
 int runViewer(int argc, char** argv) {
     QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
     QApplication application(argc, argv);
@@ -28,3 +29,4 @@ int runViewer(int argc, char** argv) {
         window.loadEtxyzFile(QFile::decodeName(argv[i]));
     return QApplication::exec();
 }
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include <QTimer>
 
+namespace sorvane {
 namespace {
 constexpr int kNoticeMilliseconds = 6000;
 constexpr int kMargin = 8; // pixels
@@ -51,3 +52,4 @@ void ViewNotice::place(const QString& text, QLatin1String colour) {
     adjustSize();
     setVisible(!text.isEmpty());
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 class QTimer;
 
+namespace sorvane {
 // A label over the top left corner of a widget. Grabbed frames hold only what the widget itself draws, so the label
 // stays out of them; it takes no mouse events.
 class ViewNotice : public QLabel {
@@ -25,3 +26,4 @@ private:
     QString mark_;
     QString colour_; // of the style sheet that is set
 };
+} // namespace sorvane

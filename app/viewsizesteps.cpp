@@ -7,6 +7,7 @@
 
 #include "qvideoencoder.h"
 
+namespace sorvane {
 ViewSizeSteps::ViewSizeSteps(QMainWindow& window, QWidget& view, QWidget& controlRow)
     : QObject(&window), window_(window), view_(view), controlRow_(controlRow) {
     window_.installEventFilter(this);
@@ -30,3 +31,4 @@ void ViewSizeSteps::arrange() {
     window_.setSizeIncrement(kStep, kStep);
     window_.setBaseSize(window_.size() - view_.size());
 }
+} // namespace sorvane

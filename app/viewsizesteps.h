@@ -5,6 +5,7 @@
 
 class QMainWindow;
 
+namespace sorvane {
 // The sides of a movie are multiples of 8. When the window is first shown, its control row grows by the few pixels that
 // leave the view such a height, and the window tells the window manager to resize it in steps of 8.
 class ViewSizeSteps : public QObject {
@@ -21,3 +22,4 @@ private:
     QWidget& view_;
     QWidget& controlRow_;
 };
+} // namespace sorvane

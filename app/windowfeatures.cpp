@@ -18,6 +18,7 @@
 #include "ui_new_sorvane.h"
 #include "viewnotice.h"
 
+namespace sorvane {
 namespace {
 StepDirection direction(bool isForward) {
     return isForward ? StepDirection::Forward : StepDirection::Back;
@@ -193,3 +194,4 @@ void WindowFeatures::reload() {
 void WindowFeatures::tellChanged(const QStringList& paths) {
     parts_.notice.notify(QStringLiteral("%1 changed on disk, F5 reloads").arg(fileNames(paths)));
 }
+} // namespace sorvane

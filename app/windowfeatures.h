@@ -6,14 +6,16 @@
 #include "keytable.h"
 #include "readout.h"
 
-class KeyHelp;
-class PlaybackClock;
 class QMainWindow;
-class TimeSteps;
-class ViewNotice;
 namespace Ui {
 class new_sorvane;
 }
+
+namespace sorvane {
+class KeyHelp;
+class PlaybackClock;
+class TimeSteps;
+class ViewNotice;
 
 // The parts of the window that the features work on. Nothing here is owned.
 struct WindowParts {
@@ -54,3 +56,4 @@ private:
     ViewReadout* readout_; // of the view's children
     KeyHelp* help_;        // of the window's children
 };
+} // namespace sorvane

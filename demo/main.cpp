@@ -3,6 +3,8 @@
 
 #include "makedemonstration.h"
 
+using namespace sorvane;
+
 int main(int argc, char** argv) {
     if (argc != 2) {
         std::cerr << "usage: make_demonstration DIR\n";

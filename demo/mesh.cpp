@@ -5,6 +5,8 @@
 #include <numbers>
 #include <utility>
 
+using namespace sorvane;
+
 namespace sorvane {
 Vec3d areaVector(const Mesh& mesh, const MeshFacet& facet) {
     const Vec3d& first = mesh.points[facet.corners[0]];
@@ -52,6 +54,7 @@ Mesh turned(const Mesh& mesh, const Vec3d& hub, const Vec3d& axis, double degree
     }
     return result;
 }
+} // namespace sorvane
 
 std::vector<std::array<Vec3d, 3>> cornerNormals(const Mesh& mesh) {
     constexpr double kCosineOfCrease = 0.766;
@@ -73,4 +76,3 @@ std::vector<std::array<Vec3d, 3>> cornerNormals(const Mesh& mesh) {
         }
     return normals;
 }
-} // namespace sorvane

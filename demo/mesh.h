@@ -44,8 +44,8 @@ Mesh mirrored(const Mesh& mesh);
 
 // The same turned about a unit axis through `hub`, right-handed.
 Mesh turned(const Mesh& mesh, const Vec3d& hub, const Vec3d& axis, double degrees);
+} // namespace sorvane
 
 // For each facet the normals of its corners: the mean over the facets that meet in the point without an edge sharper
 // than about 40 degrees.
-std::vector<std::array<Vec3d, 3>> cornerNormals(const Mesh& mesh);
-} // namespace sorvane
+std::vector<std::array<sorvane::Vec3d, 3>> cornerNormals(const sorvane::Mesh& mesh);

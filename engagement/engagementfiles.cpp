@@ -15,6 +15,7 @@
 #include "trajectoryreader.h"
 #include "vnlfile.h"
 
+namespace sorvane {
 namespace {
 constexpr float kStockTripleA[3] = {6.6F, 6.6F, 1.0F};
 constexpr float kStockTripleB[3] = {-10000.0F, -10000.0F, -2.0F};
@@ -77,8 +78,6 @@ void nameThreatFiles(const QString& threatId, EngagementFiles& files) {
 }
 } // namespace
 
-namespace sorvane {
-
 QString geometryPath(const QString& geometryBase) {
     return withExtension(geometryBase, VnlFile::kExtension);
 }
@@ -98,8 +97,6 @@ QString radiancePath(const QString& signatureBase) {
 QString atmospherePath(const QString& signatureBase) {
     return withExtension(signatureBase, AtmFile::kExtension);
 }
-
-} // namespace sorvane
 
 EngagementFiles namedFiles(const TrajectoryFileHeader& header) {
     EngagementFiles files;
@@ -125,3 +122,4 @@ EngagementFiles chooseFiles(const TrajectoryFileHeader& header) {
     nameThreatFiles(header.threatId, files);
     return files;
 }
+} // namespace sorvane

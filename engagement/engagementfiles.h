@@ -3,16 +3,15 @@
 
 #include <QString>
 
+namespace sorvane {
 struct TrajectoryFileHeader;
 
-namespace sorvane {
 // The files of a body under the path of its geometry or of its signature, without an extension.
 QString geometryPath(const QString& geometryBase);
 QString formFactorPath(const QString& geometryBase);
 QString reflectancePath(const QString& signatureBase);
 QString radiancePath(const QString& signatureBase);
 QString atmospherePath(const QString& signatureBase);
-} // namespace sorvane
 
 struct EngagementFiles {
     bool isStockTerrain = false; // one of the two terrain files named is not there
@@ -44,3 +43,4 @@ EngagementFiles namedFiles(const TrajectoryFileHeader& header);
 // The files that the engagement goes by. Asks the disk which of those named exist; the stock files and the threat's
 // are taken unseen. A stock terrain brings its triples along, a stock target its band.
 EngagementFiles chooseFiles(const TrajectoryFileHeader& header);
+} // namespace sorvane

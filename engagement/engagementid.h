@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+namespace sorvane {
 // Stands for an engagement wherever something is kept for it: its samples may be read again, and an address may be
 // given to another one. Never given twice; zero is nobody's.
 enum class EngagementId : std::uint32_t {};
@@ -12,3 +13,4 @@ inline EngagementId newEngagementId() {
     static std::uint32_t last = 0;
     return EngagementId{++last};
 }
+} // namespace sorvane

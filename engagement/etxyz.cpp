@@ -10,6 +10,8 @@
 #include "trajectoryinput.h"
 #include "trajectoryreader.h"
 
+using namespace sorvane;
+
 void etxyz::LoadETXYZ(const QString& path) {
     try {
         load(path);

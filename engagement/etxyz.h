@@ -13,8 +13,11 @@
 #include "terrain.h"
 
 class QMenu;
+
+namespace sorvane {
 struct EngagementFiles;
 struct TrajectoryFileHeader;
+} // namespace sorvane
 
 class etxyz {
 public:
@@ -76,8 +79,8 @@ public:
 private:
     void load(const QString& path);
     // Take what the header says besides files, and the files that are chosen by it.
-    void takeHeader(const TrajectoryFileHeader& header);
-    void takeFiles(const EngagementFiles& files);
+    void takeHeader(const sorvane::TrajectoryFileHeader& header);
+    void takeFiles(const sorvane::EngagementFiles& files);
 
-    mutable SampleIndex sampleIndex_;
+    mutable sorvane::SampleIndex sampleIndex_;
 };

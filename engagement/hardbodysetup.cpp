@@ -6,6 +6,8 @@
 #include "dataroot.h"
 #include "engagementfiles.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr float kRange = 3000.0F; // makes visible greys of radiances in W/cm²/sr
 

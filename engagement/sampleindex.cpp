@@ -5,6 +5,7 @@
 #include <cmath>
 #include <iterator>
 
+namespace sorvane {
 std::pair<SampleIndex::Place, SampleIndex::Place> SampleIndex::around(const Samples& samples, double t) {
     const Place first = samples.cbegin();
     const Place last = std::prev(samples.cend());
@@ -72,3 +73,4 @@ const SampleIndex::Entry* SampleIndex::firstAfter(double t) const {
     return std::upper_bound(
         first + low, first + high, t, [](double time, const Entry& entry) { return time < entry.time; });
 }
+} // namespace sorvane

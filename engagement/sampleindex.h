@@ -8,6 +8,7 @@
 
 #include "keyframe.h"
 
+namespace sorvane {
 // Searching a map of many samples misses the processor's caches at almost every step, and a map doesn't count. So the
 // times are kept side by side, each with its place in the map.
 class SampleIndex {
@@ -40,3 +41,4 @@ private:
     Samples indexed_;
     std::vector<Entry> entries_;
 };
+} // namespace sorvane

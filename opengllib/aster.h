@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-inline const std::string ASTER_EXT = "txt";
-
 namespace sorvane {
 class TextHead;
-}
+} // namespace sorvane
+
+inline const std::string ASTER_EXT = "txt";
 
 // Text, lines of at most 511 characters: kHeaderLines lines that are skipped, then lines of two numbers, a wavelength
 // and a reflectance in percent, with wavelengths rising or falling.

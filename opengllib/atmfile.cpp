@@ -12,6 +12,8 @@
 #include "texthead.h"
 #include "textlines.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 struct AtmFile::atmData {

@@ -9,7 +9,7 @@
 
 namespace sorvane {
 class TextHead;
-}
+} // namespace sorvane
 
 // Text of three lines:
 //     three numbers, ignored

@@ -9,6 +9,8 @@
 #include "inputfile.h"
 #include "textlines.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

@@ -7,6 +7,8 @@
 
 #include "cnumericlocale.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr std::size_t kHeaderBytes = 512;
 constexpr std::size_t kSignatureLength = sizeof BKG_HEADER_SIGNATURE - 1;

@@ -51,7 +51,6 @@ struct BKG_header {
 };
 
 namespace sorvane {
-
 // Hands every field to `visit` with its name, in the order of the file, in which they lie without gaps; without a name
 // what is not interpreted, or not as it stands.
 template <class Header, class Visitor>
@@ -92,13 +91,12 @@ constexpr void visitFields(Header& h, Visitor visit) {
     visit("databaseMaximum", h.databaseMaximum);
     visit(nullptr, h.associatedBlock);
 }
-
 } // namespace sorvane
 
 // Opens a file and reads its header. The stream is at the first sample, offset 512, and belongs to the caller. Null,
 // with no message, when the file can't be opened. A file that is too short leaves the missing fields zero and the
 // stream at its end: deliberate, the readers of the samples find out.
-FileHandle ReadHeader(const std::string& path, BKG_header& header);
+sorvane::FileHandle ReadHeader(const std::string& path, BKG_header& header);
 void ReadHeaderOnly(const std::string& path, BKG_header& header);
 
 // Whether a file is of this family; false for one that can't be opened.
@@ -106,7 +104,7 @@ bool CheckMORLAN(const std::string& path);
 
 // Creates a file and writes the header, into whose fileId it first puts BKG_HEADER_SIGNATURE. The stream is where the
 // samples go, offset 512, and belongs to the caller. Null when the file can't be created.
-FileHandle BeginBKGFile(const std::string& path, BKG_header& header);
+sorvane::FileHandle BeginBKGFile(const std::string& path, BKG_header& header);
 
 // Writes most fields to standard output.
 void PrintHeader(const BKG_header& header);

@@ -9,7 +9,6 @@
 #include "rasterfamily.h"
 
 namespace sorvane {
-
 namespace {
 bool hasBkgSignature(std::string_view firstBytes) {
     return firstBytes.starts_with(BKG_HEADER_SIGNATURE);
@@ -94,5 +93,4 @@ bool isOfNormals(const BKG_header& header) {
     constexpr char kSignature[] = "NORM"; // its closing zero included
     return std::memcmp(header.headerSignature, kSignature, sizeof kSignature) == 0;
 }
-
 } // namespace sorvane

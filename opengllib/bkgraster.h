@@ -8,8 +8,8 @@
 #include "rasterlayout.h"
 
 namespace sorvane {
-
 struct RasterFamily;
+
 extern const RasterFamily kBkgFamily;
 
 // Rows without gaps: a float for each height and each radiance, three for a normal, a byte for a class. Nothing of an
@@ -18,5 +18,4 @@ std::optional<RowLayout> rowLayout(const BKG_header& header, RasterContent conte
 
 // Whether the header says that the samples are normals.
 bool isOfNormals(const BKG_header& header);
-
 } // namespace sorvane

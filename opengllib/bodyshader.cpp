@@ -5,6 +5,7 @@
 
 #include "brdffile.h"
 
+namespace sorvane {
 bool BodyShader::Init(
     const std::string& shaderDir, float earthRadiance, float skyRadiance, float solarBeam, float brightness) {
     const std::string base = shaderDir + "SandfordRobertson_simple";
@@ -43,3 +44,4 @@ void BodyShader::setClass(const BrdfClass& brdfClass) const {
     glUniform1f(G_, brdfClass.G);
     glUniform1i(mode_, brdfClass.mode);
 }
+} // namespace sorvane

@@ -9,6 +9,7 @@
 
 struct BrdfClass;
 
+namespace sorvane {
 // Needs the GL context current in which Init ran.
 class BodyShader {
 public:
@@ -37,3 +38,4 @@ private:
     int G_ = -1;
     int mode_ = -1;
 };
+} // namespace sorvane

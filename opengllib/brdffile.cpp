@@ -16,6 +16,8 @@
 #include "texthead.h"
 #include "textlines.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

@@ -9,7 +9,7 @@
 
 namespace sorvane {
 class TextHead;
-}
+} // namespace sorvane
 
 // Text, lines of at most 255 characters:
 //     BRDF

@@ -11,6 +11,8 @@
 #include "messages.h"
 #include "textlines.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

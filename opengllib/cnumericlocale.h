@@ -3,6 +3,7 @@
 
 #include <locale.h>
 
+namespace sorvane {
 // While one is alive, scanf and printf of the calling thread read and write numbers as in the "C" locale.
 class CNumericLocale {
 public:
@@ -19,3 +20,4 @@ private:
 
     locale_t previous_;
 };
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 
+namespace sorvane {
 static_assert(sizeof SORVANE_DATA_ROOT > 1, "SORVANE_DATA_ROOT must name a folder");
 
 std::string dataRoot() {
@@ -16,3 +17,4 @@ std::string dataRoot() {
 std::string dataPath(std::string_view relativePath) {
     return dataRoot().append(relativePath);
 }
+} // namespace sorvane

@@ -6,6 +6,7 @@
 #include <iostream>
 #include <utility>
 
+namespace sorvane {
 namespace {
 EndProcessHandler currentHandler = nullptr;
 }
@@ -21,3 +22,4 @@ void endProcess() {
 EndProcessHandler setEndProcessHandler(EndProcessHandler handler) {
     return std::exchange(currentHandler, handler);
 }
+} // namespace sorvane

@@ -1,6 +1,7 @@
 // The one way in which the library ends the process.
 #pragma once
 
+namespace sorvane {
 // Flushes the standard streams and ends the process at once with status 1. Used for faults that have no recovery
 // (programming errors such as an index out of range).
 [[noreturn]] void endProcess();
@@ -9,3 +10,4 @@
 // fault can be caught; a handler that returns still ends the process. Null restores the default. Returns the old one.
 using EndProcessHandler = void (*)();
 EndProcessHandler setEndProcessHandler(EndProcessHandler handler);
+} // namespace sorvane

@@ -1,6 +1,7 @@
 // The arrays of a body's facets.
 #include "facetarrays.h"
 
+namespace sorvane {
 namespace {
 constexpr int kMaximumFacets = 1 << 26; // 14 GiB of arrays; a larger number is a fault in a file
 }
@@ -30,3 +31,4 @@ void FacetArrays::spread(const float* perFacet, int facets) {
     for (std::size_t k = 0; k < static_cast<std::size_t>(facets); ++k)
         std::fill_n(tempArray_.get() + 3 * static_cast<std::size_t>(facetMap_[k]), 3, perFacet[k]);
 }
+} // namespace sorvane

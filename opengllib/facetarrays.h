@@ -10,6 +10,7 @@
 #include "tuple3.h"
 #include "vector.h"
 
+namespace sorvane {
 struct FreeMemory {
     void operator()(void* memory) const { std::free(memory); }
 };
@@ -45,3 +46,4 @@ struct FacetArrays {
     // Fills tempArray_: the corners of facet k get perFacet[k].
     void spread(const float* perFacet, int facets);
 };
+} // namespace sorvane

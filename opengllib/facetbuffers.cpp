@@ -5,6 +5,7 @@
 
 #include <GL/glew.h>
 
+namespace sorvane {
 namespace {
 // glBufferData for `count` values.
 template <class T> void fill(GLenum target, GLuint name, const T* values, std::size_t count, GLenum usage) {
@@ -98,3 +99,4 @@ void FacetBuffers::draw(int firstFacet, int facetCount) const {
         glDrawArrays(GL_TRIANGLES, 3 * firstFacet, 3 * facetCount);
     }
 }
+} // namespace sorvane

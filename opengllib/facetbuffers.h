@@ -5,6 +5,7 @@
 
 #include "facetarrays.h"
 
+namespace sorvane {
 // Seven buffers of corners and one of indices. The GL names are plain integers here, so that this header can stand
 // beside any OpenGL header. Everything but construction needs the GL context current in which create ran, the
 // destructor of created buffers too.
@@ -58,3 +59,4 @@ private:
     int facets_ = 0;
     bool isCreated_ = false;
 };
+} // namespace sorvane

@@ -5,6 +5,8 @@
 
 #include "inputfile.h"
 
+using namespace sorvane;
+
 std::vector<fileTrackingInfo> seen;
 std::uint32_t counter = 0;
 

@@ -9,6 +9,8 @@
 #include "inputfile.h"
 #include "messages.h"
 
+using namespace sorvane;
+
 bool FileWritable(std::string name) {
     return FileHandle(std::fopen(name.c_str(), "w")) != nullptr;
 }

@@ -10,6 +10,8 @@
 #include "inputfile.h"
 #include "messages.h"
 
+using namespace sorvane;
+
 std::list<FileTracker> cache;
 
 namespace {

@@ -76,7 +76,9 @@ char* fgets(char* buffer, int size, FileTracker* tracker);
 // Frees the tracker; null is ignored.
 void fclose(FileTracker* tracker);
 
+namespace sorvane {
 struct FileTrackerCloser {
     void operator()(FileTracker* tracker) const { fclose(tracker); }
 };
 using FileTrackerHandle = std::unique_ptr<FileTracker, FileTrackerCloser>;
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+namespace sorvane {
 std::string formattedText(const char* format, std::va_list arguments) {
     std::va_list measured;
     va_copy(measured, arguments);
@@ -15,3 +16,4 @@ std::string formattedText(const char* format, std::va_list arguments) {
     text.pop_back();
     return text;
 }
+} // namespace sorvane

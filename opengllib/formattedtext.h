@@ -4,4 +4,6 @@
 #include <cstdarg>
 #include <string>
 
+namespace sorvane {
 [[gnu::format(printf, 1, 0)]] std::string formattedText(const char* format, std::va_list arguments);
+} // namespace sorvane

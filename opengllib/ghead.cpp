@@ -7,6 +7,8 @@
 #include "bkgheader.h"
 #include "cnumericlocale.h"
 
+using namespace sorvane;
+
 namespace {
 void printFloats(const char* label, std::span<const float> values) {
     std::fputs(label, stdout);
@@ -67,6 +69,7 @@ void PrintHeader(const GHead& header) {
     printText("filler: ", header.filler);
 }
 
+namespace sorvane {
 int sampleSizeOf(const GHead& header) {
     switch (header.packtype) {
     case 0:
@@ -79,3 +82,4 @@ int sampleSizeOf(const GHead& header) {
         return 0;
     }
 }
+} // namespace sorvane

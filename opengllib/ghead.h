@@ -43,11 +43,10 @@ struct GHead {
     float ambienttemp;
     char filler[24];
 };
+namespace sorvane {
 static_assert(sizeof(GHead) == 512 && offsetof(GHead, fileType) == 36 && offsetof(GHead, iassocf1) == 124);
 static_assert(offsetof(GHead, airrad) == 244 && offsetof(GHead, wldUnits) == 304 && offsetof(GHead, idescript) == 400);
 static_assert(offsetof(GHead, trailer) == 480 && offsetof(GHead, filler) == 488);
-
-namespace sorvane {
 
 // Hands every field to `visit` with its name, in the order of the file; without one what is not interpreted.
 template <class Visitor> void visitFields(const GHead& h, Visitor visit) {
@@ -85,16 +84,17 @@ template <class Visitor> void visitFields(const GHead& h, Visitor visit) {
     visit("ambienttemp", h.ambienttemp);
     visit(nullptr, h.filler);
 }
-
 } // namespace sorvane
 
 // Opens a file and reads its header. The stream is at the first sample, offset 512, and belongs to the caller. Null,
 // with no message and with `header` in an unknown state, when the file can't be opened or is shorter than a header.
-FileHandle ReadHeader(const std::string& path, GHead& header);
+sorvane::FileHandle ReadHeader(const std::string& path, GHead& header);
 void ReadHeaderOnly(const std::string& path, GHead& header);
 
 // Writes every field to standard output.
 void PrintHeader(const GHead& header);
 
+namespace sorvane {
 // Bytes of a stored sample: 1, 2 or 4 for a packtype of 0, 1 or 2, and 0 for any other, which the loaders refuse.
 int sampleSizeOf(const GHead& header);
+} // namespace sorvane

@@ -5,6 +5,8 @@
 
 #include "fail.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

@@ -10,6 +10,8 @@
 #include "fail.h"
 #include "vnlfile.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 bool Hardbody::Init(

@@ -39,7 +39,7 @@ public:
         const float& earthRadiance, const float& skyRadiance, const float& solarBeam);
     bool isUsable() const { return isUsable_; }
 
-    ShapeKind ShapeType() const override { return ShapeKind::Hardbody; }
+    sorvane::ShapeKind ShapeType() const override { return sorvane::ShapeKind::Hardbody; }
     bool DoBRDF() const override { return true; }
     bool DoAntialias() const override { return true; }
     bool DoHardbody() const override { return true; }
@@ -59,8 +59,8 @@ public:
     void Render(Dynamic_Data* data) override;
 
     // For an unusable body all corners are the origin.
-    BoxCorners BBox() const override { return isUsable_ ? box_ : emptyBox(); }
-    BoxCorners GetTransformedBBox() const override;
+    sorvane::BoxCorners BBox() const override { return isUsable_ ? box_ : emptyBox(); }
+    sorvane::BoxCorners GetTransformedBBox() const override;
     Vector<float> Centroid(const Matrix<float>& view) const override;
     bool NearPlaneProjection(Rect<float>& rect, const Matrix<float>& view, const float& near) const override;
 
@@ -78,9 +78,9 @@ private:
     bool AllocateBuffers();
     void ComputeTransforms();
     void turnRotors(float time);
-    void drawBlocks(const BodyShader* shader) const;
+    void drawBlocks(const sorvane::BodyShader* shader) const;
 
-    static BoxCorners emptyBox();
+    static sorvane::BoxCorners emptyBox();
 
     Flags flags_;
     std::array<float, 6> parameters_{};
@@ -94,12 +94,12 @@ private:
     RadFile rad_;
     std::unique_ptr<Rotor> rotor_;
     SubfacetFile subfacets_;
-    MultiFacet multiFacet_;
-    FacetArrays arrays_;
+    sorvane::MultiFacet multiFacet_;
+    sorvane::FacetArrays arrays_;
     std::vector<Tuple3<float>> turnedVertices_; // empty without rotors
-    FacetBuffers buffers_;
-    std::unique_ptr<BodyShader> shader_; // null with per-frame upload
-    BoxCorners box_ = emptyBox();
+    sorvane::FacetBuffers buffers_;
+    std::unique_ptr<sorvane::BodyShader> shader_; // null with per-frame upload
+    sorvane::BoxCorners box_ = emptyBox();
 
     std::array<float, 3> position_{};    // world
     std::array<float, 3> orientation_{}; // degrees

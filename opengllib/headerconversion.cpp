@@ -8,6 +8,8 @@
 
 #include "messages.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr std::size_t kAssociatedText = 60;
 
@@ -90,6 +92,7 @@ void ghead2bkg_header(const GHead& ghead, BKG_header& bkg) {
     std::memcpy(bkg.associatedBlock + kAssociatedText, ghead.iassocf2, kAssociatedText);
 }
 
+namespace sorvane {
 void setFileCreationDate(BKG_header& bkg, const std::tm& date) {
     int yearsSince2000 = date.tm_year - 100;
     if (yearsSince2000 < 0 || yearsSince2000 > 99) {
@@ -100,3 +103,4 @@ void setFileCreationDate(BKG_header& bkg, const std::tm& date) {
     std::snprintf(text, sizeof text, "%02d%02d%02d", yearsSince2000, date.tm_mon + 1, date.tm_mday);
     fill(bkg.fileCreationDate, text);
 }
+} // namespace sorvane

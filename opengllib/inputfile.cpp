@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace sorvane {
 int openRegularFile(const std::string& path) {
     // Without O_NONBLOCK, opening a FIFO would wait for a writer; on a regular file it changes nothing.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -49,3 +50,4 @@ std::optional<std::string> readInputFile(const std::string& path, std::size_t ma
     }
     return contents;
 }
+} // namespace sorvane

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+namespace sorvane {
 struct FileCloser {
     void operator()(std::FILE* stream) const { std::fclose(stream); }
 };
@@ -20,3 +21,4 @@ FileHandle openInputFile(const std::string& path);
 
 // At most the first `maximumBytes` bytes of a regular file; nothing when it can't be opened or read.
 std::optional<std::string> readInputFile(const std::string& path, std::size_t maximumBytes);
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include <memory>
 #include <sys/mman.h>
 
+namespace sorvane {
 namespace {
 constexpr std::size_t kLargePage = std::size_t{2} << 20;
 } // namespace
@@ -13,3 +14,4 @@ void useLargePages(void* data, std::size_t bytes) {
         return;
     [[maybe_unused]] const int result = ::madvise(data, bytes / kLargePage * kLargePage, MADV_HUGEPAGE);
 }
+} // namespace sorvane

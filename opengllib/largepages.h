@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+namespace sorvane {
 // Asks for large pages for the inside of a new array, before it is written: filling a tile's arrays would otherwise
 // spend most of its time in page faults. A hint; small arrays are left alone.
 void useLargePages(void* data, std::size_t bytes);
+} // namespace sorvane

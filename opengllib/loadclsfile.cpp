@@ -10,6 +10,8 @@
 #include "rasterlayout.h"
 #include "torvaleraster.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

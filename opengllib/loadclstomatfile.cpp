@@ -11,6 +11,8 @@
 #include "inputfile.h"
 #include "textlines.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {
@@ -23,6 +25,7 @@ bool loadCLStoMatFile(const std::string& path, unsigned char* table, unsigned& c
     return text && parseCLStoMat(*text, table, count);
 }
 
+namespace sorvane {
 bool parseCLStoMat(std::string_view text, unsigned char* table, unsigned& count) {
     const CNumericLocale decimalPoint;
     TextLines lines(text);
@@ -38,6 +41,7 @@ bool parseCLStoMat(std::string_view text, unsigned char* table, unsigned& count)
     }
     return true;
 }
+} // namespace sorvane
 
 unsigned char numMats(const unsigned char* table, unsigned count) {
     unsigned char most = 0;

@@ -9,6 +9,8 @@
 #include "messages.h"
 #include "textlines.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {
@@ -37,6 +39,7 @@ bool loadRefsFile(const std::string& path, unsigned count, float* out) {
     return parseRefs(*text, count, out);
 }
 
+namespace sorvane {
 // The numbers in both messages are off by one, the second one the other way: deliberate, as users know them.
 bool parseRefs(std::string_view text, unsigned count, float* out) {
     const CNumericLocale decimalPoint;
@@ -56,6 +59,7 @@ bool parseRefs(std::string_view text, unsigned count, float* out) {
     }
     return true;
 }
+} // namespace sorvane
 
 bool loadTempFile(const std::string& path, unsigned char count, float* out) {
     const auto text = readInputFile(path, count * kLineLength);
@@ -64,6 +68,7 @@ bool loadTempFile(const std::string& path, unsigned char count, float* out) {
     return parseTemp(*text, count, out);
 }
 
+namespace sorvane {
 bool parseTemp(std::string_view text, unsigned char count, float* out) {
     const CNumericLocale decimalPoint;
     TextLines lines(text);
@@ -85,3 +90,4 @@ bool parseTemp(std::string_view text, unsigned char count, float* out) {
         printMessage("%f %f", double{out[2 * i]}, double{out[2 * i + 1]});
     return true;
 }
+} // namespace sorvane

@@ -10,6 +10,8 @@
 #include "rasterfamily.h"
 #include "torvaleraster.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

@@ -9,10 +9,12 @@ inline const std::string NORM_EXT = "norm";
 struct Vertex3 {
     float x, y, z;
 };
+namespace sorvane {
 static_assert(sizeof(Vertex3) == 12);
 
 // A new array of rows × columns normals, which the caller releases with delete[], or null after a message. Normals that
 // the file lacks are 0.
+} // namespace sorvane
 
 // A packtype of 4 or more is refused without a message; rows are not padded.
 Vertex3* loadNormFileTORVAL(const std::string& path);

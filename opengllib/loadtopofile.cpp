@@ -13,6 +13,8 @@
 #include "rasterlayout.h"
 #include "torvaleraster.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

@@ -8,6 +8,8 @@
 #include "endprocess.h"
 #include "printerror.h"
 
+using namespace sorvane;
+
 // The file name and the lines in the messages are part of the messages.
 template <class T> void Matrix<T>::reportBadRow(int row) {
     printError("opengllib/matrix", "EltAt", 454, "row should be 0, 1, 2, or 3, but is %d.", 1, row);

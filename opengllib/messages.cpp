@@ -7,6 +7,7 @@
 
 #include "formattedtext.h"
 
+namespace sorvane {
 namespace {
 thread_local MessageCollection* collecting = nullptr;
 
@@ -50,3 +51,4 @@ bool MessageCollection::collect(bool isError, const std::string& text) {
     collecting->messages_.push_back({isError, text});
     return true;
 }
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+namespace sorvane {
 // Write one line, without its closing newline in `format`, to standard output or to standard error. The first serves
 // the terrain code and others whose messages belong on standard output.
 [[gnu::format(printf, 1, 2)]] void printMessage(const char* format, ...);
@@ -32,3 +33,4 @@ private:
     std::vector<Message> messages_;
     MessageCollection* outer_;
 };
+} // namespace sorvane

@@ -11,6 +11,7 @@
 #include "sandfordrobertson.h"
 #include "subfacetfile.h"
 
+namespace sorvane {
 namespace {
 // Small enough for the lobe to reach its largest value, as it does for a divisor of 0 or below.
 constexpr float kSmallestDivisor = std::numeric_limits<float>::min();
@@ -109,3 +110,4 @@ float MultiFacet::specular(const Facet& facet, const Vector<float>& toViewer, fl
         sum += part;
     return sum;
 }
+} // namespace sorvane

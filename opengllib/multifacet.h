@@ -10,6 +10,7 @@
 class BrdfFile;
 class SubfacetFile;
 
+namespace sorvane {
 // The radiance that a facet k reflects towards the eye is a sum over the facets j that k sees, its sources:
 //     Σ f_r(class of k; normal of k, direction to j, direction to the eye) · π · form factor k to j · radiance of j
 // f_r is a sum of terms. init works out what each term takes from the sources, update what it takes from the eye.
@@ -52,3 +53,4 @@ private:
     std::vector<Facet> facets_;
     Sources sources_;
 };
+} // namespace sorvane

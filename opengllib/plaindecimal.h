@@ -6,7 +6,6 @@
 #include <cstdint>
 
 namespace sorvane {
-
 // White space as the C locale has it.
 inline bool isPlainBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
@@ -83,5 +82,4 @@ inline bool isHalfWayBetweenFloats(double value) {
     constexpr std::uint64_t kHalfWay = 0x10000000;
     return (std::bit_cast<std::uint64_t>(value) & kBelowFloat) == kHalfWay;
 }
-
 } // namespace sorvane

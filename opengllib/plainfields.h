@@ -8,6 +8,7 @@
 
 #include "plaindecimal.h"
 
+namespace sorvane {
 // A cursor over one line. Each reader answers true only for a field that is separated by blanks and spelt plainly, and
 // gives then what "%d", "%f" or "%*s" give. Anything else (a plus sign, hexadecimal, nan, digits run into letters, more
 // than nine digits of an integer, a missing field) answers false: the caller then reads the line again with sscanf.
@@ -70,3 +71,4 @@ private:
     const char* at_;
     const char* end_;
 };
+} // namespace sorvane

@@ -7,6 +7,8 @@
 #include "formattedtext.h"
 #include "messages.h"
 
+using namespace sorvane;
+
 void printError(
     const char* file, const char* function, unsigned int line, const char* format, unsigned int argCount, ...) {
     std::va_list arguments;

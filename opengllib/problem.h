@@ -6,7 +6,6 @@
 #include <variant>
 
 namespace sorvane {
-
 // In words for the user, without a full stop: "is shorter than its header". Made of its words, so that a function can
 // return them.
 struct Problem {
@@ -39,5 +38,4 @@ public:
 private:
     std::variant<T, Problem> held_;
 };
-
 } // namespace sorvane

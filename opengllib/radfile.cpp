@@ -14,6 +14,8 @@
 #include "inputfile.h"
 #include "messages.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

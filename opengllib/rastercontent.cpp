@@ -8,7 +8,6 @@
 #include "rasterfamily.h"
 
 namespace sorvane {
-
 RasterContent rasterContentOf(const std::string& path) {
     if (topographyFamilyOf(path) != nullptr)
         return RasterContent::Topography;
@@ -34,5 +33,4 @@ const char* nameOf(RasterContent content) {
     }
     return "unknown";
 }
-
 } // namespace sorvane

@@ -4,12 +4,10 @@
 #include <string>
 
 namespace sorvane {
-
 enum class RasterContent { Topography, Radiance, Normals, Classes, Unknown };
 
 RasterContent rasterContentOf(const std::string& path);
 
 // As records name it: "topography", …, "unknown".
 const char* nameOf(RasterContent content);
-
 } // namespace sorvane

@@ -9,7 +9,6 @@
 #include "torvaleraster.h"
 
 namespace sorvane {
-
 namespace {
 // The family without a signature stands last.
 constexpr const RasterFamily* kFamilies[] = {&kBkgFamily, &kTorvaleFamily};
@@ -50,5 +49,4 @@ const RasterFamily& rasterFamilyOf(const std::string& path) {
 bool hasRasterSignature(std::string_view firstBytes) {
     return claims(familyOfBytes(firstBytes), firstBytes);
 }
-
 } // namespace sorvane

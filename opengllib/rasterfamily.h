@@ -17,7 +17,6 @@
 struct BKG_header;
 
 namespace sorvane {
-
 // What every family's header says.
 struct RasterHeader {
     RasterSize size;
@@ -82,5 +81,4 @@ const RasterFamily& familyOfBytes(std::string_view firstBytes);
 const RasterFamily& rasterFamilyOf(const std::string& path);
 // Whether the first bytes alone tell that a file is a raster.
 bool hasRasterSignature(std::string_view firstBytes);
-
 } // namespace sorvane

@@ -4,11 +4,9 @@
 #include <string_view>
 
 namespace sorvane {
-
 RasterFieldValue fieldValue(std::span<const char> text) {
     std::string_view characters(text.data(), text.size());
     characters = characters.substr(0, characters.find('\0'));
     return std::string(characters.substr(0, characters.find_last_not_of(' ') + 1));
 }
-
 } // namespace sorvane

@@ -8,7 +8,6 @@
 #include <vector>
 
 namespace sorvane {
-
 // Text without what fills up its fixed width.
 using RasterFieldValue = std::variant<std::string, std::int32_t, float, std::vector<float>, std::vector<double>>;
 
@@ -31,5 +30,4 @@ template <class Number, std::size_t N> RasterFieldValue fieldValue(const Number 
 template <std::size_t N> RasterFieldValue fieldValue(const char (&text)[N]) {
     return fieldValue(std::span<const char>(text));
 }
-
 } // namespace sorvane

@@ -8,6 +8,7 @@
 #include <unistd.h>
 #include <vector>
 
+namespace sorvane {
 namespace {
 constexpr std::int64_t kHeaderBytes = 512;
 constexpr std::int64_t kRecordBytes = 512;
@@ -137,3 +138,4 @@ readRows(std::FILE* stream, const RowLayout& layout, std::int64_t first, std::in
     }
     return std::nullopt;
 }
+} // namespace sorvane

@@ -11,6 +11,7 @@
 
 #include "largepages.h"
 
+namespace sorvane {
 // Rows of samples behind the header, each followed by bytes that are skipped.
 struct RowLayout {
     std::int64_t rows = 0;
@@ -91,3 +92,4 @@ template <class T> ContiguousSamples<T> readContiguous(std::FILE* stream, std::i
     std::memset(samples.values.get() + received, 0, (*count - received) * sizeof(T));
     return samples;
 }
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include "rasterfamily.h"
 
+namespace sorvane {
 namespace {
 std::optional<RasterSize> sizeBy(const sorvane::RasterFamily& family, const std::string& path) {
     const sorvane::RasterHeader header = family.readHeader(path);
@@ -18,3 +19,4 @@ std::optional<RasterSize> readTopographySize(const std::string& path) {
 std::optional<RasterSize> readRasterSize(const std::string& path) {
     return sizeBy(sorvane::familyByFirstBytes(path), path);
 }
+} // namespace sorvane

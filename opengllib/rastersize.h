@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+namespace sorvane {
 struct RasterSize {
     std::int32_t columns = 0;
     std::int32_t rows = 0;
@@ -16,3 +17,4 @@ struct RasterSize {
 // raster by its first bytes. Nothing when there is no header to read; the loader then reports what is wrong.
 std::optional<RasterSize> readTopographySize(const std::string& path);
 std::optional<RasterSize> readRasterSize(const std::string& path);
+} // namespace sorvane

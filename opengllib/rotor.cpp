@@ -10,6 +10,8 @@
 #include "messages.h"
 #include "texthead.h"
 
+using namespace sorvane;
+
 namespace {
 // Skips lines that begin with '#'. Returns whether a character other than that follows; it is left in the stream.
 bool skipComments(std::FILE* stream) {

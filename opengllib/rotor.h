@@ -6,7 +6,7 @@
 
 namespace sorvane {
 class TextHead;
-}
+} // namespace sorvane
 
 // Text, a line for each rotor; lines that begin with "#" are comments:
 //     first facet, last facet, hub x y z, axis x y z, turns per second

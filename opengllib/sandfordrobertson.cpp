@@ -9,6 +9,8 @@
 #include "endprocess.h"
 #include "fail.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {
@@ -120,6 +122,7 @@ float sr_brdf_internal(
     return diffuse + specular;
 }
 
+namespace sorvane {
 SourceTerms sr_source_terms(const BrdfClass& surface, float cosSource) {
     if (!(cosSource > kThreshold))
         return {0.0F, 0.0F, 0.0F};
@@ -144,3 +147,4 @@ ViewerTerms sr_viewer_terms(float b, float cosViewer) {
     const float correction = cosViewer < kCos80 && b > 0.0F ? factor * (b * b * kTan2Of80 + 1.0F) : 1.0F;
     return {factor, correction / cosViewer};
 }
+} // namespace sorvane

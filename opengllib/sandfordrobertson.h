@@ -21,6 +21,7 @@ float sr_big_h(float e2, float cosIn, float cosIn2);
 // The shape of the specular lobe; cos2Glint is the squared cosine between the normal and the bisector, e2 is e².
 float small_hcal(float cos2Glint, float e2);
 
+namespace sorvane {
 // The model with source and viewer apart, for surfaces that many sources light: with the cosines of both above
 // kSrHorizon it is
 //     source.constant + source.diffuse · viewer.diffuse + source.specular · viewer.specular · small_hcal
@@ -40,3 +41,4 @@ constexpr float kSrLargestLobeRoot = 1.3038405e19F; // squared, the largest valu
 // All 0 for a source at the horizon or below it.
 SourceTerms sr_source_terms(const BrdfClass& surface, float cosSource);
 ViewerTerms sr_viewer_terms(float b, float cosViewer);
+} // namespace sorvane

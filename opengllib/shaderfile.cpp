@@ -8,6 +8,8 @@
 #include "fail.h"
 #include "inputfile.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 std::vector<shaderTrackingInfo> shaderCache;

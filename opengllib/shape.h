@@ -16,10 +16,12 @@ template <class T> struct Rect {
     bool operator==(const Rect&) const = default;
 };
 
+namespace sorvane {
 // The eight corners of a box, w = 1: around one face, then in the same order around the opposite one.
 using BoxCorners = std::array<Vector<float>, 8>;
 
 enum class ShapeKind { Hardbody };
+} // namespace sorvane
 
 class Shape {
 public:
@@ -28,7 +30,7 @@ public:
     Shape(const Shape&) = delete;
     Shape& operator=(const Shape&) = delete;
 
-    virtual ShapeKind ShapeType() const = 0;
+    virtual sorvane::ShapeKind ShapeType() const = 0;
     // What the shape takes part in: reflection of light, anti-aliasing, the drawing of bodies, that of exhaust plumes.
     virtual bool DoBRDF() const = 0;
     virtual bool DoAntialias() const = 0;
@@ -50,6 +52,6 @@ public:
     // the box is nearer than that.
     virtual bool NearPlaneProjection(Rect<float>& rect, const Matrix<float>& view, const float& near) const = 0;
     // The box in model coordinates, and in the world's.
-    virtual BoxCorners BBox() const = 0;
-    virtual BoxCorners GetTransformedBBox() const = 0;
+    virtual sorvane::BoxCorners BBox() const = 0;
+    virtual sorvane::BoxCorners GetTransformedBBox() const = 0;
 };

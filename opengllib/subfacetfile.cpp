@@ -11,6 +11,8 @@
 #include "plainfields.h"
 #include "trackedline.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

@@ -14,6 +14,8 @@
 #include "terrainmesh.h"
 #include "terrainshader.h"
 
+using namespace sorvane;
+
 SubTerrain::SubTerrain() = default;
 
 SubTerrain::~SubTerrain() {

@@ -13,8 +13,11 @@
 #include "tileplacement.h"
 
 class AtmFile;
+
+namespace sorvane {
 class TerrainMesh;
 class TerrainShader;
+} // namespace sorvane
 
 // Its posts lie where its TilePlacement says. Their stored heights were multiplied by scale z once while loading, which
 // is thus in z twice and in elevations once: deliberate, existing sets rely on it.
@@ -81,7 +84,7 @@ public:
     const std::string& getAsterDbFilePath() const { return paths_.asterDirectory; }
     const std::string& getCls2AsterFilePath() const { return paths_.classToAster; }
 
-    ReflectanceFiles reflectanceFiles() const;
+    sorvane::ReflectanceFiles reflectanceFiles() const;
 
     // Reads the files and fills the buffers. False after a line on standard output; nothing of the try is then kept.
     bool load();
@@ -144,7 +147,7 @@ private:
 
     std::size_t posts() const;
     bool hasRequiredFiles() const;
-    bool hasSize(const std::string& path, const std::optional<RasterSize>& size) const;
+    bool hasSize(const std::string& path, const std::optional<sorvane::RasterSize>& size) const;
     bool chooseLighting();
     bool loadSteps();
     void fillVertices();
@@ -168,8 +171,8 @@ private:
     std::unique_ptr<std::uint32_t[]> indices_;
     Paths paths_;
     std::unique_ptr<AtmFile> atmosphere_; // null unless sunlit
-    std::unique_ptr<TerrainShader> shader_;
-    std::unique_ptr<TerrainMesh> mesh_;
+    std::unique_ptr<sorvane::TerrainShader> shader_;
+    std::unique_ptr<sorvane::TerrainMesh> mesh_;
     unsigned texture_ = 0;
     bool skipFirstPass_ = false;
     bool drawSecondPass_ = false;

@@ -15,6 +15,8 @@
 #include "terrainmesh.h"
 #include "terrainshader.h"
 
+using namespace sorvane;
+
 namespace {
 // Everything that drawing a tile changes, given back at the end.
 class SavedState {

@@ -15,6 +15,8 @@
 #include "terrainxmlparser.h"
 #include "torvaleraster.h"
 
+using namespace sorvane;
+
 namespace {
 std::string inDirectory(const std::string& directory, const std::string& name) {
     return directory.empty() || directory.ends_with('/') ? directory + name : directory + "/" + name;

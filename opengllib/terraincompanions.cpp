@@ -8,12 +8,10 @@
 #include "loadmaterialtables.h"
 
 namespace sorvane {
-
 TerrainCompanions companionsOf(const std::string& stem) {
     return {
         stem + "." + AtmFile::kExtension,       stem + "." + BandFile::kExtension,  stem + "." + CLS2ASTER_EXT,
         stem + "." + kClassToMaterialExtension, stem + "." + kTemperatureExtension,
     };
 }
-
 } // namespace sorvane

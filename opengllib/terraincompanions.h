@@ -7,7 +7,6 @@
 #include "terrainreflectance.h"
 
 namespace sorvane {
-
 // What all tiles of a set share, or a single tile has to itself; each may be missing.
 struct TerrainCompanions {
     std::string atmosphere;
@@ -31,5 +30,4 @@ inline constexpr std::array<std::string TerrainCompanions::*, 5> TerrainCompanio
 
 // Under the path `stem` with the ending of each.
 TerrainCompanions companionsOf(const std::string& stem);
-
 } // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include <GL/glew.h>
 
+namespace sorvane {
 namespace {
 void fill(GLenum target, unsigned buffer, const void* data, std::size_t bytes) {
     glBindBuffer(target, buffer);
@@ -61,3 +62,4 @@ void TerrainMesh::drawStrips() const {
         GL_TRIANGLE_STRIP, indexCounts_.data(), GL_UNSIGNED_INT, firstIndices_.data(),
         static_cast<GLsizei>(indexCounts_.size()));
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+namespace sorvane {
 class TerrainMesh {
 public:
     TerrainMesh() = default;
@@ -31,3 +32,4 @@ private:
     std::vector<int> indexCounts_; // of each strip
     std::vector<const void*> firstIndices_;
 };
+} // namespace sorvane

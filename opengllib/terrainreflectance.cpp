@@ -13,6 +13,7 @@
 #include "loadmaterialtables.h"
 #include "terrainfileexists.h"
 
+namespace sorvane {
 namespace {
 constexpr std::size_t kClasses = 256;
 
@@ -93,3 +94,4 @@ bool fillReflectances(const ReflectanceFiles& files, ReflectanceRoute route, std
     }
     return true;
 }
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 
+namespace sorvane {
 // The files of both routes. A route is taken when all of its files exist, the spectral one first.
 struct ReflectanceFiles {
     std::string classes; // of both
@@ -27,3 +28,4 @@ bool hasReflectanceFile(const ReflectanceFiles& files);
 // gives no material, gets -1; one that the material table lacks, or gives material 0, gets 0. False when a file does
 // not load.
 bool fillReflectances(const ReflectanceFiles& files, ReflectanceRoute route, std::size_t posts, float* colours);
+} // namespace sorvane

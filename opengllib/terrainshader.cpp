@@ -3,6 +3,7 @@
 
 #include <GL/glew.h>
 
+namespace sorvane {
 namespace {
 // One past the last light that is on.
 int lightCount(const Lights& lights) {
@@ -58,3 +59,4 @@ void TerrainShader::activate(const Lights& lights) const {
     glUniform4fv(lightPosObj_, static_cast<GLsizei>(lights.intensity.size()), lights.lightPosObj.data());
     glUniform1i(lightCount_, lightCount(lights));
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 #include "glshaderprogram.h"
 #include "lights.h"
 
+namespace sorvane {
 // The values that a tile's program is given once. The shaders invert
 // x = a[1] · column + a[2] · row + a[0], y = b[1] · column + b[2] · row + b[0].
 struct TerrainUniforms {
@@ -38,3 +39,4 @@ private:
     int lightPosObj_ = -1;
     int lightCount_ = -1;
 };
+} // namespace sorvane

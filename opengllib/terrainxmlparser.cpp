@@ -24,6 +24,8 @@
 #include "messages.h"
 #include "subterrain.h"
 
+using namespace sorvane;
+
 namespace {
 // A reader over a file that is certainly a regular one. Entities stay as they are and nothing is fetched.
 class Reader {
@@ -296,7 +298,6 @@ void cleanUpSubTerrainList(SubTerrain** tiles, int count) {
 }
 
 namespace sorvane {
-
 bool looksLikeDescription(std::string_view text) {
     return text.find("<subterrain") != std::string_view::npos;
 }
@@ -331,7 +332,6 @@ TerrainSet readTerrainSet(const std::string& path, const std::string& directory)
     set.companionStem = folder.empty() ? set.description.base : inDirectory(folder, set.description.base);
     return set;
 }
-
 } // namespace sorvane
 
 void cleanupXML() {

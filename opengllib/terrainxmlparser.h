@@ -12,6 +12,7 @@
 // tile, <subterrain n="N"> with the elements that kindOfElement knows; <vec dir="x"> and <vec dir="y"> hold <i> and
 // <j>.
 
+namespace sorvane {
 // What a description says besides its tiles.
 struct TerrainDescription {
     std::string base;    // of the tiles' file names
@@ -19,6 +20,7 @@ struct TerrainDescription {
     std::string datadir; // used when the caller names no directory
     std::string asterdb; // directory of the spectral library
 };
+} // namespace sorvane
 
 // The number of tiles in the whole document, said on standard output; 0 after a line there when it can't be opened or
 // parsed.
@@ -29,14 +31,13 @@ int countSubterrains(const std::string& path);
 // array of `count` tiles for cleanUpSubTerrainList; a document that can't be opened or parsed has none. Elements that
 // are missing, empty, nested or unknown change nothing else.
 SubTerrain** readTerrainXML(
-    const std::string& path, const std::string& dir, int& count, TerrainDescription& description,
+    const std::string& path, const std::string& dir, int& count, sorvane::TerrainDescription& description,
     const std::string& cls2Aster = "");
 
 // Deletes the tiles and the array.
 void cleanUpSubTerrainList(SubTerrain** tiles, int count);
 
 namespace sorvane {
-
 inline constexpr const char* kDescriptionExtension = "xml";
 
 // Whether a text of any name holds the description of a set.
@@ -61,7 +62,6 @@ struct TerrainSet {
     std::string companionStem; // of the files that all tiles share
 };
 TerrainSet readTerrainSet(const std::string& path, const std::string& directory);
-
 } // namespace sorvane
 
 // Releases what the XML library holds for the whole process.

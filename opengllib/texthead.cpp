@@ -6,7 +6,6 @@
 #include <cmath>
 
 namespace sorvane {
-
 namespace {
 constexpr std::size_t kMaximumLines = 100;
 constexpr std::string_view kBlanks = " \t\n\v\f\r";
@@ -55,5 +54,4 @@ std::size_t TextHead::numbers(std::size_t line) const {
 std::size_t TextHead::integers(std::size_t line) const {
     return line < lineCount() ? leading<int>(lines_[line]) : 0;
 }
-
 } // namespace sorvane

@@ -6,7 +6,6 @@
 #include <vector>
 
 namespace sorvane {
-
 // Lines count from 0; a line that isn't there has no words. The bytes must outlive it.
 class TextHead {
 public:
@@ -28,5 +27,4 @@ private:
     std::string_view bytes_;
     std::vector<std::vector<std::string_view>> lines_;
 };
-
 } // namespace sorvane

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+namespace sorvane {
 bool TextLines::getLine(char* buffer, std::size_t size) {
     if (rest_.empty() || size < 2)
         return false;
@@ -15,3 +16,4 @@ bool TextLines::getLine(char* buffer, std::size_t size) {
     rest_.remove_prefix(length);
     return true;
 }
+} // namespace sorvane

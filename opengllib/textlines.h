@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
+namespace sorvane {
 // A cursor over a text. The text must outlive it.
 class TextLines {
 public:
@@ -16,3 +17,4 @@ public:
 private:
     std::string_view rest_;
 };
+} // namespace sorvane

@@ -13,5 +13,5 @@ public:
     bool Write(const std::string& path, int width, int height, const unsigned char* bytes);
 
 private:
-    FileHandle file_; // the file being written
+    sorvane::FileHandle file_; // the file being written
 };

@@ -12,7 +12,6 @@
 #include "rasterfamily.h"
 
 namespace sorvane {
-
 namespace {
 // Whether these can be the sizes of a raster: a body's radiance file has other things there.
 bool looksLikeTorvale(std::string_view firstBytes) {
@@ -128,5 +127,4 @@ std::optional<RowLayout> rowLayout(const GHead& header, RasterContent content) {
 bool hasPaddedRadiances(const GHead& header, std::int64_t dataBytes) {
     return dataBytes > std::int64_t{header.nrows} * header.ncols;
 }
-
 } // namespace sorvane

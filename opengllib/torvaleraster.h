@@ -8,8 +8,8 @@
 #include "rasterlayout.h"
 
 namespace sorvane {
-
 struct RasterFamily;
+
 extern const RasterFamily kTorvaleFamily;
 
 // Rows that fill whole 512-byte records, of samples of the size that the content has; nothing of an unknown content.
@@ -30,5 +30,4 @@ bool hasPaddedRadiances(const GHead& header, std::int64_t dataBytes);
 
 // Normals are read whatever a small packtype says.
 inline constexpr int kPacktypesOfNormals = 4;
-
 } // namespace sorvane

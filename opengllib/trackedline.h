@@ -5,6 +5,7 @@
 
 #include "filetracker.h"
 
+namespace sorvane {
 class TrackedLine {
 public:
     // The buffer of the line readers: 255 characters and a zero.
@@ -35,3 +36,4 @@ private:
     char copy_[kLineLength] = {};
     bool isCopied_ = false;
 };
+} // namespace sorvane

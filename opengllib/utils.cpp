@@ -13,6 +13,8 @@
 #include "messages.h"
 #include "tgafile.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

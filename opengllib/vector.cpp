@@ -7,6 +7,8 @@
 #include "endprocess.h"
 #include "printerror.h"
 
+using namespace sorvane;
+
 // The file name and the line in the message are part of the message.
 template <class T> void Vector<T>::reportBadIndex(int i) {
     printError("opengllib/vector", "ElementAt", 375, "Array index i should be 0, 1, 2, or 3, but i = %d.", 1, i);
@@ -61,9 +63,11 @@ Vector<float> Cross(const Vector<float>& a, const Vector<float>& b) {
         a.ElementAt(0) * b.ElementAt(1) - a.ElementAt(1) * b.ElementAt(0), 0.0F};
 }
 
+namespace sorvane {
 float Length(const Vector<float>& v) {
     float sum = 0.0F;
     for (int i = 0; i < 4; ++i)
         sum += v.ElementAt(i) * v.ElementAt(i);
     return std::sqrt(sum);
 }
+} // namespace sorvane

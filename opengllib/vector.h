@@ -41,5 +41,7 @@ Vector<double> operator/(const Vector<double>& v, double divisor);
 // The three-dimensional cross product; its w is always 0.
 Vector<float> Cross(const Vector<float>& a, const Vector<float>& b);
 
+namespace sorvane {
 // Square root of the sum of the squares of all four components, w included.
 float Length(const Vector<float>& v);
+} // namespace sorvane

@@ -21,6 +21,8 @@
 #include "texthead.h"
 #include "trackedline.h"
 
+using namespace sorvane;
+
 using sorvane::fail;
 
 namespace {

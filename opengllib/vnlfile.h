@@ -12,12 +12,13 @@
 #include "vector.h"
 
 class BrdfFile;
-struct FacetArrays;
 class FileTracker;
 class RadFile;
+
 namespace sorvane {
+struct FacetArrays;
 class TextHead;
-}
+} // namespace sorvane
 
 // Text, lines of at most 255 characters:
 //     number of vertices V, number of facets F
@@ -26,6 +27,7 @@ class TextHead;
 //     F lines: facet number, three vertex numbers, one word
 // Vertices count from 1, facets by their lines. The words must be there; they and the facet numbers are ignored.
 
+namespace sorvane {
 // Where the facets go: arrays of F facets, the corner arrays of 3 · F corners, all supplied by the caller.
 // There are two index spaces, and that is deliberate. k numbers facets as the file does; the slot s, given by
 // BrdfFile::SortedFacetIndex, brings the facets of one reflectance class together, so that a class is one draw call.
@@ -39,6 +41,7 @@ struct VnlArrays {
     Vector<float>* facetNormals;    // [k], unit length, w = 0; not finite for a facet without area
     int* sortedIndex;               // [k]: s
 };
+} // namespace sorvane
 
 class VnlFile : public File {
 public:
@@ -70,10 +73,10 @@ public:
 
     // Reads a geometry file without the body's others, as a body of `facets` facets of one class that radiate nothing,
     // into `arrays`, which it allocates. False after a message on failure; the rest as Load.
-    bool LoadAlone(const std::string& name, int facets, FacetArrays& arrays);
+    bool LoadAlone(const std::string& name, int facets, sorvane::FacetArrays& arrays);
 
     // Reads the lines of a geometry file; otherwise as Load.
-    bool parse(FileTracker& lines, BrdfFile& brdf, const RadFile& rad, const VnlArrays& arrays);
+    bool parse(FileTracker& lines, BrdfFile& brdf, const RadFile& rad, const sorvane::VnlArrays& arrays);
 
     // The corners of the bounding box, w = 1: around the low-z face, then in the same order around the high-z face.
     const std::array<Vector<float>, 8>& boundingBox() const { return boundingBox_; }

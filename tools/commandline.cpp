@@ -16,6 +16,7 @@
 #include "manualcommand.h"
 #include "rendercommand.h"
 
+namespace sorvane {
 namespace {
 // Null when the arguments name none.
 const SubCommand* askedFor(const CommandLine& commandLine) {
@@ -85,3 +86,4 @@ ExitStatus runCommandLine(std::vector<std::string> arguments, Streams& streams) 
     }
     return status;
 }
+} // namespace sorvane

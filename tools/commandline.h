@@ -7,6 +7,7 @@
 
 #include "subcommand.h"
 
+namespace sorvane {
 // The parser with all sub-commands. The definitions of the options live here and nowhere else: manual and completions
 // are made from them.
 struct CommandLine {
@@ -19,3 +20,4 @@ struct CommandLine {
 
 // Parses the arguments, without the program's name, and runs the sub-command.
 ExitStatus runCommandLine(std::vector<std::string> arguments, Streams& streams);
+} // namespace sorvane

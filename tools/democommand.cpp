@@ -9,6 +9,7 @@
 #include "interrupt.h"
 #include "makedemonstration.h"
 
+namespace sorvane {
 SubCommand addDemoCommand(CLI::App& parent) {
     const auto directory = std::make_shared<std::string>();
     const auto root = std::make_shared<std::string>();
@@ -34,3 +35,4 @@ SubCommand addDemoCommand(CLI::App& parent) {
                 return ExitStatus::Success;
             }};
 }
+} // namespace sorvane

@@ -3,4 +3,6 @@
 
 #include "subcommand.h"
 
+namespace sorvane {
 SubCommand addDemoCommand(CLI::App& parent);
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include <sstream>
 
+namespace sorvane {
 std::string HelpFormatter::make_option_desc(const CLI::Option* option) const {
     return broken(CLI::Formatter::make_option_desc(option));
 }
@@ -30,3 +31,4 @@ std::string HelpFormatter::broken(const std::string& description) const {
     }
     return text;
 }
+} // namespace sorvane

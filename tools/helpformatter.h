@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 
+namespace sorvane {
 // Like its base, but breaks descriptions between words, so that lines fit into 100 columns.
 class HelpFormatter : public CLI::Formatter {
 public:
@@ -12,3 +13,4 @@ public:
 private:
     std::string broken(const std::string& description) const;
 };
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "commandline.h"
 #include "standardstreams.h"
 
+namespace sorvane {
 int runSorvane(int argc, char** argv) {
     StandardStreams standard;
     Streams streams = standard.streams();
@@ -18,3 +19,4 @@ int runSorvane(int argc, char** argv) {
         return static_cast<int>(ExitStatus::Failed);
     }
 }
+} // namespace sorvane

@@ -1,6 +1,8 @@
 // Owning handles for the objects of the FFmpeg libraries.
 #include "ffmpeghandles.h"
 
+using namespace sorvane;
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>

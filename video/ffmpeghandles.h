@@ -9,6 +9,7 @@ struct AVFrame;
 struct AVPacket;
 struct SwsContext;
 
+namespace sorvane {
 struct FfmpegDeleter {
     void operator()(AVCodecContext* context) const;
     // Closes the file behind the context as well.
@@ -24,3 +25,4 @@ using OutputContextHandle = std::unique_ptr<AVFormatContext, FfmpegDeleter>;
 using FrameHandle = std::unique_ptr<AVFrame, FfmpegDeleter>;
 using PacketHandle = std::unique_ptr<AVPacket, FfmpegDeleter>;
 using ScalerHandle = std::unique_ptr<SwsContext, FfmpegDeleter>;
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include "qvideoencoder.h"
 
+namespace sorvane {
 constexpr unsigned kMovieBitsPerSecond = 10000000;
 constexpr unsigned kMovieFramesPerKeyFrame = 20;
 constexpr unsigned kMovieFramesPerSecond = 30;
@@ -13,3 +14,4 @@ constexpr int nearestMovieSide(int side) {
     const int nearest = side / kStep + (side % kStep >= kStep / 2 ? 1 : 0);
     return (nearest < 1 ? 1 : nearest) * kStep;
 }
+} // namespace sorvane

@@ -9,6 +9,8 @@
 #include "videolog.h"
 #include "yuvconversion.h"
 
+using namespace sorvane;
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>

@@ -102,17 +102,17 @@ private:
     unsigned bitrate_ = 0;
     unsigned gop_ = 0;
     bool ok_ = false;
-    OutputContextHandle formatContext_;
+    sorvane::OutputContextHandle formatContext_;
     const AVOutputFormat* outputFormat_ = nullptr;
-    CodecContextHandle codecContext_;
+    sorvane::CodecContextHandle codecContext_;
     AVStream* stream_ = nullptr; // the format context's only one
     const AVCodec* codec_ = nullptr;
-    FrameHandle picture_; // points into pictureBuffer_
+    sorvane::FrameHandle picture_; // points into pictureBuffer_
     std::unique_ptr<std::uint8_t[]> pictureBuffer_;
     int outputBufferSize_ = 0;
     std::unique_ptr<std::uint8_t[]> outputBuffer_;
-    ScalerHandle scaler_;
-    PacketHandle packet_;
+    sorvane::ScalerHandle scaler_;
+    sorvane::PacketHandle packet_;
     QString fileName_;
 
     Refusal refusal_ = Refusal::None;

@@ -5,6 +5,8 @@
 #include <cstdarg>
 #include <cstdio>
 
+using namespace sorvane;
+
 extern "C" {
 #include <libavutil/log.h>
 }
@@ -13,6 +15,7 @@ namespace {
 std::atomic<int> quietLogs = 0;
 }
 
+namespace sorvane {
 void printVideoLine(const char* format, ...) {
     if (quietLogs > 0)
         return;
@@ -22,6 +25,7 @@ void printVideoLine(const char* format, ...) {
     va_end(values);
     std::putchar('\n');
 }
+} // namespace sorvane
 
 QuietVideoLog::QuietVideoLog() : levelBefore_(av_log_get_level()) {
     ++quietLogs;

@@ -1,6 +1,7 @@
 // The lines that the movie writer prints.
 #pragma once
 
+namespace sorvane {
 // Writes one line, without its closing newline in `format`, to standard output.
 [[gnu::format(printf, 1, 2)]] void printVideoLine(const char* format, ...);
 
@@ -15,3 +16,4 @@ public:
 private:
     int levelBefore_;
 };
+} // namespace sorvane

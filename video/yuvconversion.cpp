@@ -1,6 +1,7 @@
 // Conversion of 32-bit RGB pixels to planar YUV 4:2:0 in fixed-point arithmetic.
 #include "yuvconversion.h"
 
+namespace sorvane {
 namespace {
 constexpr int kFractionBits = 13;
 constexpr int kLumaOffset = 135168;    // 16.5: the offset 16 and the half that rounds
@@ -49,3 +50,4 @@ void convertBgrxToYuv420p(
         convertChromaRow(upper, lower, width, cb + chromaRow, cr + chromaRow);
     }
 }
+} // namespace sorvane

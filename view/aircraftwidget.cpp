@@ -14,6 +14,8 @@
 #include "selection.h"
 #include "ui_new_sorvane.h"
 
+using namespace sorvane;
+
 namespace {
 ViewPoint viewPoint(const QPointF& position) {
     return {position.x(), position.y()};

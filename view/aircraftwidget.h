@@ -35,12 +35,12 @@ public:
     ViewMode viewMode() const { return camera_.mode(); }
 
     // The engagements to draw, in order; not owned. What is kept for one between frames goes by its id.
-    void addEtxyz(etxyz* engagement, EngagementId id = newEngagementId());
+    void addEtxyz(etxyz* engagement, sorvane::EngagementId id = sorvane::newEngagementId());
     void clearEtxyz();
     // Draws `fresh` under this id from now on, with its field of view; time and camera stay.
-    void replaceEtxyz(EngagementId id, etxyz& fresh);
+    void replaceEtxyz(sorvane::EngagementId id, etxyz& fresh);
     // Draws the engagement no more; time and camera stay.
-    void removeEtxyz(EngagementId id);
+    void removeEtxyz(sorvane::EngagementId id);
     // Ends an engagement that the view draws no more, with the GL context current that its bodies were made in.
     void endEtxyz(std::unique_ptr<etxyz> engagement);
 
@@ -59,7 +59,7 @@ public:
     void setLineStyles(bool areOn);
     bool lineStyles() const { return lineStyles_; }
 
-    const Camera& camera() const { return camera_; }
+    const sorvane::Camera& camera() const { return camera_; }
     double currentTime() const { return currentTime_; }
 
     // A square of the smaller side: the view prefers to be square.
@@ -84,19 +84,19 @@ private:
     bool hasCurrentContext() const;
     void takeSizeFromGeometry();
     void startDrawing();
-    void forget(EngagementId id);
-    SceneOptions optionsFromForm() const;
+    void forget(sorvane::EngagementId id);
+    sorvane::SceneOptions optionsFromForm() const;
 
     float initA_ = 0.0F;
     float initB_ = 0.0F;
     int width_ = 1; // of the drawing area, logical pixels, never below 1
     int height_ = 1;
-    Camera camera_;
+    sorvane::Camera camera_;
     double currentTime_ = 0.0; // of the frame on show, seconds
-    std::vector<SceneEngagement> engagements_;
+    std::vector<sorvane::SceneEngagement> engagements_;
     Ui::new_sorvane* ui_ = nullptr;
     bool lineStyles_ = false;
     bool isSuspended_ = false; // while set, a frame is cleared and nothing drawn; nothing sets it
     bool isGlewInitialised_ = false;
-    std::unique_ptr<Scene> scene_; // made with the GL context current and ended so
+    std::unique_ptr<sorvane::Scene> scene_; // made with the GL context current and ended so
 };

@@ -4,6 +4,7 @@
 #include "hardbody.h"
 #include "lookat.h"
 
+namespace sorvane {
 // Where a body is in a frame.
 struct BodyPose {
     const float (&position)[3]; // world
@@ -14,3 +15,4 @@ struct BodyPose {
 // reflect of each other towards the eye, and draws it, lit from `sunInEye`, a unit direction in eye coordinates. `time`
 // in seconds. Needs a current GL context; leaves another model-view matrix.
 void drawBody(Hardbody& body, const BodyPose& pose, const LookAt& lookAt, const Vector<float>& sunInEye, double time);
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include "matrix.h"
 
+namespace sorvane {
 namespace {
 constexpr float kThreatDistance = 10.0F;
 constexpr float kTargetDistance = 50.0F;
@@ -112,3 +113,4 @@ void Camera::rotate(const ViewPoint& from, const ViewPoint& to) {
 void Camera::zoom(double delta) {
     place(plusScaled(centre_, std::exp(-0.001 * delta), eye_ - centre_), centre_);
 }
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include "vector.h"
 #include "viewmode.h"
 
+namespace sorvane {
 // What a camera can be attached to, at one instant, in world units and degrees.
 struct CameraSubject {
     float threatPosition[3] = {};
@@ -64,3 +65,4 @@ private:
     ViewPoint press_;
     ViewMode mode_ = ViewThreat;
 };
+} // namespace sorvane

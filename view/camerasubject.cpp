@@ -5,6 +5,7 @@
 
 #include "etxyz.h"
 
+namespace sorvane {
 CameraSubject subjectAt(const etxyz& engagement, double time) {
     const keyframe frame = engagement.InterpolatedFrame(time);
     CameraSubject subject;
@@ -13,3 +14,4 @@ CameraSubject subjectAt(const etxyz& engagement, double time) {
     std::copy_n(frame.gyro, 3, subject.gyroAngles);
     return subject;
 }
+} // namespace sorvane

@@ -5,5 +5,7 @@
 
 class etxyz;
 
+namespace sorvane {
 // The state of the engagement, which has samples, at `time` (seconds).
 CameraSubject subjectAt(const etxyz& engagement, double time);
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+namespace sorvane {
 namespace {
 // Where the engagement ends: there target and threat meet, and a view comes closest.
 Vertex lastTargetPosition(const QMap<double, keyframe>& samples) {
@@ -31,3 +32,4 @@ FlareTrails& EngagementLines::trails(const QMap<double, keyframe>& samples) {
         trails_.emplace(samples, origin_);
     return *trails_;
 }
+} // namespace sorvane

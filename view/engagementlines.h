@@ -7,6 +7,7 @@
 #include "flaretrails.h"
 #include "historyline.h"
 
+namespace sorvane {
 class EngagementLines {
 public:
     explicit EngagementLines(const QMap<double, keyframe>& samples);
@@ -28,3 +29,4 @@ private:
     std::optional<HistoryLine> histories_[2][2]; // by body, by drop lines
     std::optional<FlareTrails> trails_;
 };
+} // namespace sorvane

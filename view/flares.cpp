@@ -10,6 +10,7 @@
 #include "matrix.h"
 #include "sphere.h"
 
+namespace sorvane {
 namespace {
 struct WindowTransform {
     GLdouble projection[16] = {};
@@ -80,3 +81,4 @@ void drawFlares(const QList<flareKeyframe>& flares, const LookAt& lookAt, double
         }
     }
 }
+} // namespace sorvane

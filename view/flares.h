@@ -4,6 +4,7 @@
 #include "keyframe.h"
 #include "lookat.h"
 
+namespace sorvane {
 // How a flare shows on the screen.
 struct FlareLook {
     float grey = 0.0F;
@@ -20,3 +21,4 @@ FlareLook flareLook(float scalar, double distance, double projectedArea);
 // Draws the flares of a frame, with the view's projection and viewport set; a flare is sized in pixels of which each
 // has `pixelRatio` of the viewport's to a side. Needs a current GL context.
 void drawFlares(const QList<flareKeyframe>& flares, const LookAt& lookAt, double pixelRatio);
+} // namespace sorvane

@@ -7,6 +7,7 @@
 
 #include "glapi.h"
 
+namespace sorvane {
 namespace {
 struct Sighting {
     std::size_t sample;
@@ -71,3 +72,4 @@ void FlareTrails::draw(std::size_t sampleCount) {
     }
     buffer_.drawRuns(GL_LINE_STRIP, firsts_, counts_);
 }
+} // namespace sorvane

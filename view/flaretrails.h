@@ -7,6 +7,7 @@
 #include "etxyz.h"
 #include "vertexbuffer.h"
 
+namespace sorvane {
 // One strip per flare id through its positions at the samples that list it, in time order; where a sample lists an id
 // more than once, its last entry counts. Coordinates count from `origin` (world).
 struct FlarePaths {
@@ -35,3 +36,4 @@ private:
     std::vector<int> firsts_; // of the current frame; members so that drawing allocates nothing
     std::vector<int> counts_;
 };
+} // namespace sorvane

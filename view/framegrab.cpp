@@ -3,6 +3,7 @@
 
 #include <QOpenGLWidget>
 
+namespace sorvane {
 QImage grabFrame(QOpenGLWidget& widget) {
     QImage picture = widget.grabFramebuffer();
     if (picture.isNull())
@@ -20,3 +21,4 @@ QImage grabFrame(QOpenGLWidget& widget) {
         picture = picture.scaled(widget.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     return picture.convertToFormat(QImage::Format_RGB32);
 }
+} // namespace sorvane

@@ -5,6 +5,8 @@
 
 class QOpenGLWidget;
 
+namespace sorvane {
 // The widget's picture as it would be drawn now, in Format_RGB32 at the widget's logical size, without alpha and
 // without anything that lies over the widget.
 QImage grabFrame(QOpenGLWidget& widget);
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include "glapi.h"
 
+namespace sorvane {
 class PushedMatrix {
 public:
     PushedMatrix() { glPushMatrix(); }
@@ -18,3 +19,4 @@ public:
     PushedAttributes(const PushedAttributes&) = delete;
     PushedAttributes& operator=(const PushedAttributes&) = delete;
 };
+} // namespace sorvane

@@ -5,6 +5,7 @@
 #include "glstate.h"
 #include "material.h"
 
+namespace sorvane {
 std::vector<Vertex> gridSegments() {
     constexpr int kLines = 10;
     constexpr float kSpacing = 1000.0F;
@@ -35,3 +36,4 @@ void Grid::draw(float width) {
     glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
     buffer_.draw(GL_LINES, buffer_.vertices().size());
 }
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include "vertexbuffer.h"
 
+namespace sorvane {
 // The grid's line segments, two vertices each: 21 lines each way every 1000 units out to 10,000, a vertical axis up to
 // 5000, and an X every 304.8 units (1000 ft) up to 16,000 ft.
 std::vector<Vertex> gridSegments();
@@ -16,3 +17,4 @@ public:
 private:
     VertexBuffer buffer_;
 };
+} // namespace sorvane

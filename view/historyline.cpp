@@ -7,6 +7,7 @@
 
 #include "glapi.h"
 
+namespace sorvane {
 namespace {
 constexpr double kDropLineInterval = 0.5; // seconds
 } // namespace
@@ -45,3 +46,4 @@ void HistoryLine::draw(std::size_t sampleCount) {
     const auto drops = std::lower_bound(dropLines_.begin(), dropLines_.end(), sampleCount) - dropLines_.begin();
     buffer_.draw(GL_LINE_STRIP, sampleCount + 2 * static_cast<std::size_t>(drops));
 }
+} // namespace sorvane

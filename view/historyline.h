@@ -7,6 +7,7 @@
 #include "etxyz.h"
 #include "vertexbuffer.h"
 
+namespace sorvane {
 enum class PathOf { Target, Threat };
 
 // The vertices of one line strip through a body's position at every sample in time order. With drop lines the strip
@@ -31,3 +32,4 @@ private:
     std::vector<std::size_t> dropLines_;
     VertexBuffer buffer_;
 };
+} // namespace sorvane

@@ -7,6 +7,7 @@
 #include "camera.h"
 #include "glapi.h"
 
+namespace sorvane {
 namespace {
 using Direction = std::array<double, 3>;
 
@@ -56,3 +57,4 @@ void LookAt::loadWorld() const {
     glLoadIdentity();
     gluLookAt(eye_.ElementAt(0), eye_.ElementAt(1), eye_.ElementAt(2), centre(0), centre(1), centre(2), 0.0, 0.0, -1.0);
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include "matrix.h"
 
+namespace sorvane {
 class Camera;
 
 // Far from the world's origin single precision has no digits left for the details of a body, and GL would lose more of
@@ -33,3 +34,4 @@ private:
     Vector<float> look_;
     Matrix<float> rotation_ = Matrix<float>::identity();
 };
+} // namespace sorvane

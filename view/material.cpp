@@ -3,6 +3,8 @@
 
 #include "glapi.h"
 
+using namespace sorvane;
+
 namespace {
 // A set that shows exactly its colour under lighting: it emits the colour and reflects nothing.
 constexpr LineMaterial emitting(Rgb colour, float shininess) {
@@ -16,8 +18,11 @@ void setArray(GLenum name, const Rgb& rgb) {
 } // namespace
 
 const LineMaterial cyl_front_mat = emitting({0.0F, 1.0F, 0.0F}, 15.0F);
+namespace sorvane {
 const LineMaterial threat_yellow = emitting({1.0F, 1.0F, 0.0F}, 15.0F);
 const LineMaterial threat_cyan = emitting({0.0F, 1.0F, 1.0F}, 15.0F);
+} // namespace sorvane
+
 const LineMaterial flare_front_mat = {
     .colour = {0.8F, 0.1F, 0.1F},
     .emission = {0.4F, 0.0F, 0.0F},
@@ -26,7 +31,9 @@ const LineMaterial flare_front_mat = {
     .diffuse = {0.8F, 0.1F, 0.1F},
     .shininess = 15.0F};
 const LineMaterial ret_front_mat = emitting({0.7F, 0.7F, 0.7F}, 15.0F);
+namespace sorvane {
 const LineMaterial grid_mat = emitting({0.4F, 0.4F, 0.5F}, 0.0F);
+} // namespace sorvane
 
 void LineMaterial::apply() const {
     setArray(GL_EMISSION, emission);

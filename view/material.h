@@ -3,6 +3,7 @@
 
 #include <array>
 
+namespace sorvane {
 using Rgb = std::array<float, 3>;
 
 // GL front-face material arrays and a current colour, set together before a line set is drawn.
@@ -16,10 +17,16 @@ struct LineMaterial {
 
     void apply() const;
 };
+} // namespace sorvane
 
-extern const LineMaterial cyl_front_mat;   // target history: green
-extern const LineMaterial threat_yellow;   // threat history
-extern const LineMaterial threat_cyan;     // threat history of an engagement whose colour name is "cyan"
-extern const LineMaterial flare_front_mat; // flare trails: red
-extern const LineMaterial ret_front_mat;   // gyro reticle: grey
-extern const LineMaterial grid_mat;        // reference grid: grey-blue
+extern const sorvane::LineMaterial cyl_front_mat; // target history: green
+namespace sorvane {
+extern const LineMaterial threat_yellow; // threat history
+extern const LineMaterial threat_cyan;   // threat history of an engagement whose colour name is "cyan"
+} // namespace sorvane
+
+extern const sorvane::LineMaterial flare_front_mat; // flare trails: red
+extern const sorvane::LineMaterial ret_front_mat;   // gyro reticle: grey
+namespace sorvane {
+extern const LineMaterial grid_mat; // reference grid: grey-blue
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include "glapi.h"
 
+namespace sorvane {
 void applyProjection(double fieldOfViewDegrees, int width, int height, double pixelRatio) {
     constexpr double kNear = 0.1;
     constexpr double kFar = 100000.0;
@@ -13,3 +14,4 @@ void applyProjection(double fieldOfViewDegrees, int width, int height, double pi
     glLoadIdentity();
     glViewport(0, 0, static_cast<int>(width * pixelRatio), static_cast<int>(height * pixelRatio));
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "glstate.h"
 #include "material.h"
 
+namespace sorvane {
 namespace {
 Vector<float> scaled(const Vector<float>& v, float factor) {
     return {v.ElementAt(0) * factor, v.ElementAt(1) * factor, v.ElementAt(2) * factor, v.ElementAt(3) * factor};
@@ -56,3 +57,4 @@ void drawReticle(const Reticle& reticle) {
     }
     glEnd();
 }
+} // namespace sorvane

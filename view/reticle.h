@@ -5,6 +5,7 @@
 
 #include "vector.h"
 
+namespace sorvane {
 // Circle and cross, in the coordinates of the eye and the centre that they are made from.
 struct Reticle {
     static constexpr int kSegments = 100;
@@ -20,3 +21,4 @@ Reticle reticleFor(const Vector<float>& eye, const Vector<float>& centre, float 
 
 // With the model-view matrix of the coordinates that the reticle was made in. Needs a current GL context.
 void drawReticle(const Reticle& reticle);
+} // namespace sorvane

@@ -12,6 +12,7 @@
 #include "matrix.h"
 #include "reticle.h"
 
+namespace sorvane {
 namespace {
 constexpr float kWideLine = 2.0F; // pixels of the view
 
@@ -160,3 +161,4 @@ EngagementLines& Scene::linesOf(EngagementId id, const QMap<double, keyframe>& s
         lines_.erase(found);
     return lines_.try_emplace(id, samples).first->second;
 }
+} // namespace sorvane

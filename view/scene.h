@@ -11,6 +11,7 @@
 #include "grid.h"
 #include "lookat.h"
 
+namespace sorvane {
 // What to draw and when.
 struct SceneOptions {
     bool showTerrain = false;
@@ -64,3 +65,4 @@ private:
     std::map<EngagementId, EngagementLines> lines_;
     Grid grid_;
 };
+} // namespace sorvane

@@ -9,6 +9,7 @@
 #include "etxyz.h"
 #include "projection.h"
 
+namespace sorvane {
 namespace {
 QList<QAction*> actionsOf(const etxyz& engagement) {
     return engagement.menu == nullptr ? QList<QAction*>{} : engagement.menu->actions();
@@ -49,3 +50,4 @@ double fieldOfViewDegrees(std::span<const SceneEngagement> engagements) {
     }
     return fieldOfView;
 }
+} // namespace sorvane

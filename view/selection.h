@@ -8,6 +8,7 @@
 class QAction;
 class etxyz;
 
+namespace sorvane {
 // Whether one of the engagement's actions is checked.
 bool isEngagementSelected(const etxyz& engagement);
 
@@ -23,3 +24,4 @@ QAction* viewAction(const etxyz& engagement, ViewMode mode);
 // The full field of view of the projection in degrees: the seeker's of the last engagement whose gyro view is checked,
 // else the default one.
 double fieldOfViewDegrees(std::span<const SceneEngagement> engagements);
+} // namespace sorvane

@@ -8,6 +8,7 @@
 
 #include <GL/freeglut.h>
 
+namespace sorvane {
 void drawUnitSphere() {
     constexpr int kSlices = 6;
     constexpr int kStacks = 6;
@@ -21,3 +22,4 @@ void drawUnitSphere() {
     glRotatef(90.0F, 0.0F, 0.0F, 1.0F);
     gluSphere(quadric.get(), 1.0, kSlices, kStacks);
 }
+} // namespace sorvane

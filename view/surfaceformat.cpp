@@ -3,6 +3,7 @@
 
 #include <QSurfaceFormat>
 
+namespace sorvane {
 QSurfaceFormat viewSurfaceFormat() {
     QSurfaceFormat format;
     format.setRenderableType(QSurfaceFormat::OpenGL);
@@ -11,3 +12,4 @@ QSurfaceFormat viewSurfaceFormat() {
     format.setDepthBufferSize(24);
     return format;
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include "glapi.h"
 
+namespace sorvane {
 namespace {
 bool hasBufferObjects() {
     return glBindBuffer != nullptr;
@@ -63,3 +64,4 @@ void VertexBuffer::unbind() {
     if (hasBufferObjects())
         glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <vector>
 
+namespace sorvane {
 using Vertex = std::array<float, 3>; // x, y, z
 
 // `position` relative to `origin`; each coordinate is rounded at most once.
@@ -37,3 +38,4 @@ private:
     unsigned int buffer_ = 0;
     bool isUploaded_ = false;
 };
+} // namespace sorvane

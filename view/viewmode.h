@@ -12,6 +12,7 @@ enum ViewMode {
     ViewFree = 3    // never moved by playback
 };
 
+namespace sorvane {
 // What a mode is called.
 struct ViewModeName {
     ViewMode mode = ViewFree;
@@ -43,3 +44,4 @@ constexpr ViewMode viewModeOf(std::string_view menuText) {
             return name.mode;
     return ViewFree;
 }
+} // namespace sorvane

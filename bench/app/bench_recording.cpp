@@ -16,6 +16,8 @@
 #include "qvideoencoder.h"
 #include "surfaceformat.h"
 
+using namespace sorvane;
+
 namespace {
 // The real window with a demonstration engagement, its view at 824 × 480, made once.
 struct Window {

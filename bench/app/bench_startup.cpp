@@ -11,6 +11,8 @@
 
 #include "makedemonstration.h"
 
+using namespace sorvane;
+
 extern char** environ;
 
 namespace {

@@ -15,6 +15,8 @@
 #include "new_sorvane.h"
 #include "surfaceformat.h"
 
+using namespace sorvane;
+
 namespace {
 void exitAtFirstFrameOf(QOpenGLWidget* widget) {
     QObject::connect(widget, &QOpenGLWidget::frameSwapped, [] { std::_Exit(EXIT_SUCCESS); });

@@ -7,6 +7,8 @@
 #include "etxyz.h"
 #include "longtrajectory.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kFewSamples = 300;
 constexpr double kSeconds = 30.0;

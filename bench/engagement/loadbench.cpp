@@ -9,6 +9,8 @@
 #include "etxyz.h"
 #include "longtrajectory.h"
 
+using namespace sorvane;
+
 void giveMemoryBack() {
     ::malloc_trim(0);
 }

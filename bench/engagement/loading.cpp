@@ -15,6 +15,8 @@
 #include "loadbench.h"
 #include "longtrajectory.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kHeaderLines = 12;
 

@@ -7,6 +7,8 @@
 
 #include "etxyz.h"
 
+using namespace sorvane;
+
 namespace {
 // Not getrusage: its peak includes the process that started this one.
 long long peakBytes() {

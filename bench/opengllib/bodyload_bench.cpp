@@ -19,6 +19,8 @@
 #include "samplebody.h"
 #include "vnlfile.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kFacets = 21000;
 constexpr int kClasses = 5;

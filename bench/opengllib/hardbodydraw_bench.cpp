@@ -22,6 +22,8 @@
 #include "samplebody.h"
 #include "vnlfile.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kWidth = 824;
 constexpr int kHeight = 480;

@@ -16,6 +16,8 @@
 #include "subfacetfile.h"
 #include "vnlfile.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kFacets = 8000;
 constexpr int kPairs = 20;

@@ -7,6 +7,7 @@
 #include <numbers>
 #include <string>
 
+namespace sorvane {
 struct SampleBody {
     std::string vnl;
     std::string brdf;
@@ -77,3 +78,4 @@ inline SampleBody sampleBody(int facets, int classes, bool facesInwards = false)
     }
     return body;
 }
+} // namespace sorvane

@@ -8,6 +8,8 @@
 #include "plainbrdf.h"
 #include "sandfordrobertson.h"
 
+using namespace sorvane;
+
 namespace {
 struct Case {
     Vector<float> toSource, toViewer, glint;

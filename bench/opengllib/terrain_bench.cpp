@@ -25,6 +25,8 @@
 #include "loadtopofile.h"
 #include "terrain.h"
 
+using namespace sorvane;
+
 namespace {
 const std::string kShaders = SORVANE_SHADERS;
 

@@ -12,6 +12,8 @@
 
 #include "terrain.h"
 
+using namespace sorvane;
+
 namespace {
 std::atomic<long long> heldBytes = 0;
 std::atomic<long long> peakBytes = 0;

@@ -7,6 +7,8 @@
 #include "loadbench.h"
 #include "longtrajectory.h"
 
+using namespace sorvane;
+
 namespace {
 void check(benchmark::State& state) {
     const std::string path = longTrajectory().toStdString();

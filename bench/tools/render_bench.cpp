@@ -14,6 +14,8 @@
 #include "pictureoutput.h"
 #include "videolog.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kFrames = 300;
 constexpr double kStep = 0.033;

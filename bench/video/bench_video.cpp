@@ -19,6 +19,8 @@
 
 extern "C" {
 #include <libavutil/log.h>
+
+using namespace sorvane;
 }
 
 namespace {

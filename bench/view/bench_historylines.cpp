@@ -6,6 +6,8 @@
 #include "countedgl.h"
 #include "scene.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kManySamples = 300000;
 constexpr int kFewSamples = 300;

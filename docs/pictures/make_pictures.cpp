@@ -24,6 +24,8 @@
 #include "new_sorvane.h"
 #include "surfaceformat.h"
 
+using namespace sorvane;
+
 namespace {
 struct Shot {
     const char* file = "";

@@ -8,6 +8,8 @@
 #include <QIODevice>
 #include <QProcess>
 
+using namespace sorvane;
+
 namespace {
 constexpr qsizetype kPieceBytes = 4096;
 
@@ -101,6 +103,7 @@ QString readUncommented(QIODevice* device, bool isProcess) {
     return text;
 }
 
+namespace sorvane {
 bool atEnd(QIODevice* device, [[maybe_unused]] bool isProcess) {
     return device->atEnd();
 }
@@ -117,3 +120,4 @@ QString simplifiedText(QByteArrayView line) {
     const QString simplified = text.simplified();
     return simplified.isEmpty() ? QStringLiteral("") : simplified;
 }
+} // namespace sorvane

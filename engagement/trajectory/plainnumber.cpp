@@ -6,6 +6,7 @@
 
 #include <fast_float/fast_float.h>
 
+namespace sorvane {
 PlainNumber parseUncommonNumber(const char* begin, const char* end) {
     double value = 0.0;
     const fast_float::from_chars_result parsed = fast_float::from_chars(begin, end, value);
@@ -17,3 +18,4 @@ PlainNumber parseUncommonNumber(const char* begin, const char* end) {
         return {nullptr, 0.0};
     return {parsed.ptr, value};
 }
+} // namespace sorvane

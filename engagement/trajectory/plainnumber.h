@@ -3,6 +3,7 @@
 
 #include "plaindecimal.h"
 
+namespace sorvane {
 // A finite number and where it ends; `end` is null when there is none.
 struct PlainNumber {
     const char* end;
@@ -22,3 +23,4 @@ inline PlainNumber parseNumber(const char* begin, const char* end) {
         return parseUncommonNumber(begin, end);
     return {decimal.end, decimal.value()};
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "plainnumber.h"
 #include "wordconversion.h"
 
+namespace sorvane {
 // Gives what BasicTextWords gives over the same line, bit for bit. The line must hold neither NUL nor bytes above 0x7F:
 // such bytes can move the ends of words. Words that are not plainly spelt numbers go through the conversion.
 template <Conversion<std::string_view> Converter> class BasicPlainWords {
@@ -76,3 +77,4 @@ private:
 };
 
 using PlainWords = BasicPlainWords<SilentConversion>;
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include "keyframe.h"
 
+namespace sorvane {
 // A cursor over the words of a line, such as BasicTextWords. A copy of it goes on by itself. Each next…() takes one
 // word; a missing or malformed one gives 0.
 template <class W>
@@ -59,3 +60,4 @@ template <WordCursor Words> flareKeyframe readFlareLine(Words words) {
     }
     return flare;
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include "wordconversion.h"
 
+namespace sorvane {
 // Each next…() takes one word; a missing or malformed one gives 0.
 template <Conversion<QStringView> Converter> class BasicTextWords {
 public:
@@ -35,3 +36,4 @@ private:
 };
 
 using TextWords = BasicTextWords<SilentConversion>;
+} // namespace sorvane

@@ -6,7 +6,6 @@
 #include "trajectoryreader.h"
 
 namespace sorvane {
-
 struct TrajectoryHeaderField {
     using Text = QString TrajectoryFileHeader::*;
     using Triple = float (TrajectoryFileHeader::*)[3];
@@ -33,5 +32,4 @@ inline constexpr TrajectoryHeaderField kTrajectoryHeaderFields[] = {
     {"threat_id", "threat_id", &TrajectoryFileHeader::threatId},
     {"field_of_view_deg", "field_of_view_deg", &TrajectoryFileHeader::fieldOfView},
 };
-
 } // namespace sorvane

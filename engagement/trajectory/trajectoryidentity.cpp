@@ -4,7 +4,6 @@
 #include <algorithm>
 
 namespace sorvane {
-
 bool isNamedLikeTrajectory(std::string_view fileName) {
     return fileName.starts_with("ETXYZ.OUT") || fileName.ends_with(".Z");
 }
@@ -17,5 +16,4 @@ bool looksLikeTrajectory(const TextHead& head) {
            std::ranges::none_of(kPaths, [&](std::size_t line) { return head.numbers(line) > 0; }) &&
            (head.lineCount() <= kFirstRecord || head.isBlank(kFirstRecord) || head.numbers(kFirstRecord) >= 2);
 }
-
 } // namespace sorvane

@@ -10,6 +10,7 @@
 #include "inputfile.h"
 #include "linereading.h"
 
+namespace sorvane {
 namespace {
 // Room for several of the decompressor's writes, so that it goes on while the reader parses. More than the default
 // limit for one pipe would be refused.
@@ -26,7 +27,7 @@ public:
 };
 
 int openRegularFile(const QString& path) {
-    return ::openRegularFile(QFile::encodeName(path).toStdString());
+    return sorvane::openRegularFile(QFile::encodeName(path).toStdString());
 }
 
 std::unique_ptr<QIODevice> openCompressed(const QString& path) {
@@ -76,3 +77,4 @@ TrajectoryInput openTrajectory(const QString& path) {
         return {openCompressed(path), true};
     return {openPlain(path), false};
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 
 class QString;
 
+namespace sorvane {
 // An open trajectory. Destroying the device closes the file, or ends the process that decompresses it.
 struct TrajectoryInput {
     std::unique_ptr<QIODevice> device; // null when it could not be opened
@@ -19,3 +20,4 @@ struct TrajectoryInput {
 // Opens a regular file for reading in text mode. A name that ends in ".Z" (not ".z") is read through the program
 // `uncompress`; this waits until the program has started and delivered its first data.
 TrajectoryInput openTrajectory(const QString& path);
+} // namespace sorvane

@@ -7,6 +7,7 @@
 #include "recordlayout.h"
 #include "trajectoryreader.h"
 
+namespace sorvane {
 // A function of a cursor, for the concepts below.
 struct AnyUseOfWords {
     bool operator()(const WordCursor auto& words) const { return words.atEnd(); }
@@ -75,3 +76,4 @@ template <LineSource Lines> bool readRecord(Lines& lines, keyframe& sample, std:
         flares.push_back(lines.withWords([](const auto& words) { return readFlareLine(words); }));
     return isWhole;
 }
+} // namespace sorvane

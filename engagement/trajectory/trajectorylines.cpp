@@ -8,6 +8,7 @@
 
 #include "linereading.h"
 
+namespace sorvane {
 namespace {
 constexpr std::size_t kLimit = std::size_t{kMaximumLineBytes};
 constexpr std::size_t kPieceBytes = std::size_t{1} << 18; // small enough to stay in a processor's cache
@@ -97,3 +98,4 @@ bool TrajectoryLines::holdsOnlyPlainBytes(std::string_view bytes) {
         highest = std::max(highest, static_cast<unsigned char>(c - 1));
     return highest < 0x7F;
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 
 class QIODevice;
 
+namespace sorvane {
 // Reads on from where the device stands and switches its text mode off. With `isProcess`, waits for data as
 // readUncommented does.
 class TrajectoryLines {
@@ -44,3 +45,4 @@ private:
     char* begin_ = nullptr; // what is buffered and not handed out
     char* end_ = nullptr;
 };
+} // namespace sorvane

@@ -13,6 +13,7 @@
 #include "trajectorylayout.h"
 #include "trajectorylines.h"
 
+namespace sorvane {
 namespace {
 // The logical lines of a device, from large pieces. Those with unusual bytes take the way through QString.
 class RecordLines {
@@ -94,3 +95,4 @@ QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess) {
 bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take) {
     return forEachRecord(RecordLines(device, isProcess), take);
 }
+} // namespace sorvane

@@ -11,6 +11,7 @@
 
 class QIODevice;
 
+namespace sorvane {
 // The header as the file gives it, before any fallback.
 struct TrajectoryFileHeader {
     QString terrainTopoPath;
@@ -40,3 +41,4 @@ QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess);
 // valid during the call only. Returns false when the data end within the last record.
 using RecordSink = std::function<void(const keyframe& sample, const std::vector<flareKeyframe>& flares)>;
 bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take);
+} // namespace sorvane

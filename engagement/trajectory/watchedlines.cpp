@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+namespace sorvane {
 namespace {
 QByteArrayView bytes(std::string_view line) {
     return {line.data(), static_cast<qsizetype>(line.size())};
@@ -77,3 +78,4 @@ void WatchedLines::describeFaults() {
     wordFaults_.clear();
     faults_.push_back(std::move(described));
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "trajectorylines.h"
 #include "watchedwords.h"
 
+namespace sorvane {
 // Columns count characters from 1.
 struct MalformedWord {
     qsizetype column = 1;
@@ -84,3 +85,4 @@ private:
     std::vector<LineFaults> faults_;    // of the record's lines before
     std::vector<std::int64_t> cutLines_;
 };
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include "trajectorylayout.h"
 
+namespace sorvane {
 namespace {
 // The header's lines: all by way of QString, as the viewer reads them.
 class WatchedHeaderLines {
@@ -58,3 +59,4 @@ void readWatched(QIODevice* device, bool isProcess, TrajectoryWatcher& watcher) 
     for (const std::int64_t line : lines.cutLines())
         watcher.cutLine(line);
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "trajectoryreader.h"
 #include "watchedlines.h"
 
+namespace sorvane {
 struct WatchedHeader {
     const TrajectoryFileHeader& header;
     std::array<std::int64_t, 12> lines{}; // the numbers of the twelve lines; that of the last line for those that lack
@@ -42,3 +43,4 @@ public:
 // Reads on from where the device stands, which is a trajectory's beginning, to the end of the data. What is told is
 // valid only while the watcher is told.
 void readWatched(QIODevice* device, bool isProcess, TrajectoryWatcher& watcher);
+} // namespace sorvane

@@ -12,6 +12,7 @@
 #include "textwords.h"
 #include "wordconversion.h"
 
+namespace sorvane {
 enum class NumberKind { Integer, Real };
 
 // A word that was read as no number.
@@ -42,9 +43,9 @@ template <class Word> class WatchedConversion {
 public:
     WatchedConversion(Word line, std::vector<WordFault>& faults) : line_(line), faults_(&faults) {}
 
-    std::optional<int> toInt(Word word) const { return watched(::toInt(word), word, NumberKind::Integer); }
-    std::optional<float> toFloat(Word word) const { return watched(::toFloat(word), word, NumberKind::Real); }
-    std::optional<double> toDouble(Word word) const { return watched(::toDouble(word), word, NumberKind::Real); }
+    std::optional<int> toInt(Word word) const { return watched(sorvane::toInt(word), word, NumberKind::Integer); }
+    std::optional<float> toFloat(Word word) const { return watched(sorvane::toFloat(word), word, NumberKind::Real); }
+    std::optional<double> toDouble(Word word) const { return watched(sorvane::toDouble(word), word, NumberKind::Real); }
 
 private:
     template <class Number>
@@ -60,3 +61,4 @@ private:
 
 using WatchedPlainWords = BasicPlainWords<WatchedConversion<std::string_view>>;
 using WatchedTextWords = BasicTextWords<WatchedConversion<QStringView>>;
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+namespace sorvane {
 namespace {
 QString text(std::string_view word) {
     return QString::fromLatin1(word.data(), static_cast<qsizetype>(word.size()));
@@ -40,3 +41,4 @@ std::optional<double> toDouble(std::string_view word) {
 std::optional<float> toFloat(std::string_view word) {
     return toFloat(QStringView(text(word)));
 }
+} // namespace sorvane

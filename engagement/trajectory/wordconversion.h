@@ -7,6 +7,7 @@
 
 #include <QStringView>
 
+namespace sorvane {
 // A word that is not wholly a number of its type, or is not finite, is malformed: nothing. Independent of the locale.
 std::optional<int> toInt(QStringView word);
 std::optional<double> toDouble(QStringView word);
@@ -28,7 +29,8 @@ concept Conversion = std::copyable<C> && requires(const C conversion, Word word)
 
 // Nobody hears of a missing or malformed word.
 struct SilentConversion {
-    template <class Word> static std::optional<int> toInt(Word word) { return ::toInt(word); }
-    template <class Word> static std::optional<float> toFloat(Word word) { return ::toFloat(word); }
-    template <class Word> static std::optional<double> toDouble(Word word) { return ::toDouble(word); }
+    template <class Word> static std::optional<int> toInt(Word word) { return sorvane::toInt(word); }
+    template <class Word> static std::optional<float> toFloat(Word word) { return sorvane::toFloat(word); }
+    template <class Word> static std::optional<double> toDouble(Word word) { return sorvane::toDouble(word); }
 };
+} // namespace sorvane

@@ -11,6 +11,8 @@
 #include "trajectoryreader.h"
 #include "watchedreader.h"
 
+using namespace sorvane;
+
 namespace {
 // Keeps what the watched reader tells as the viewer would.
 class Keeper final : public TrajectoryWatcher {

@@ -6,6 +6,8 @@
 #include "atmfile.h"
 #include "silenterrors.h"
 
+using namespace sorvane;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     AtmFile atm;

@@ -9,6 +9,8 @@
 #include "messages.h"
 #include "rasterinput.h"
 
+using namespace sorvane;
+
 namespace {
 struct Ended {};
 } // namespace

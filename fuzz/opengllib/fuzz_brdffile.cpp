@@ -4,6 +4,8 @@
 
 #include "brdffile.h"
 
+using namespace sorvane;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     BrdfFile file;
     if (!file.parse({reinterpret_cast<const char*>(data), size}))

@@ -5,6 +5,8 @@
 
 #include "cls2asterfile.h"
 
+using namespace sorvane;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     for (const auto& line : Cls2AsterFile::parse({reinterpret_cast<const char*>(data), size}))
         if (line.sample.size() > 511)

@@ -8,6 +8,8 @@
 #include "filetracker.h"
 #include "inputfile.h"
 
+using namespace sorvane;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 2)
         return 0;

@@ -7,6 +7,8 @@
 
 #include "plainfields.h"
 
+using namespace sorvane;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string line(reinterpret_cast<const char*>(data), size);
     float real = 0.0F;

@@ -8,6 +8,8 @@
 #include "inputfile.h"
 #include "rotor.h"
 
+using namespace sorvane;
+
 namespace {
 struct ProcessEnded {};
 } // namespace

@@ -7,6 +7,8 @@
 #include "filetracker.h"
 #include "subfacetfile.h"
 
+using namespace sorvane;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FileTracker lines;
     lines.addText(std::string(reinterpret_cast<const char*>(data), size));

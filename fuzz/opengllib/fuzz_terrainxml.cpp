@@ -4,6 +4,8 @@
 #include "subterrain.h"
 #include "terrainxmlparser.h"
 
+using namespace sorvane;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const MessageCollection unprinted;
     static const MemoryFile file;

@@ -8,6 +8,8 @@
 #include "messages.h"
 #include "rasterinput.h"
 
+using namespace sorvane;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const MessageCollection unprinted;
     static const MemoryFile file;

@@ -9,6 +9,8 @@
 #include "radfile.h"
 #include "vnlfile.h"
 
+using namespace sorvane;
+
 namespace {
 struct ProcessEnded {};
 

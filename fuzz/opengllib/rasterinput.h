@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 
+namespace sorvane {
 // Whether to pass over an input whose header asks for rows · columns samples. Loaders fill what a file lacks with up to
 // 64 MiB of zeros, which takes as long as thousands of other inputs: of such inputs one in 4,096 runs.
 inline bool isTooSlow(std::int64_t rows, std::int64_t columns, const std::uint8_t* data, std::size_t size) {
@@ -31,3 +32,4 @@ template <class T> void touch(T* values, std::int64_t rows, std::int64_t columns
     if (sum == 0xFFFFFFFF)
         std::abort();
 }
+} // namespace sorvane

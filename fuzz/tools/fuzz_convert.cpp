@@ -12,6 +12,8 @@
 #include "trajectoryreader.h"
 #include "unwrap.h"
 
+using namespace sorvane;
+
 namespace {
 template <class Read> auto readFrom(const QByteArray& text, Read read) {
     QBuffer buffer;

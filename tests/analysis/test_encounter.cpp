@@ -9,6 +9,8 @@
 #include "etxyz.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 keyframe sample(double time, float threatX, float threatY, float threatZ) {
     keyframe made;

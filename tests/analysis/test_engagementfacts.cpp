@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace sorvane;
+
 namespace {
 keyframe sampleAt(double time, float threatX, const QList<int>& flares) {
     keyframe sample;

@@ -5,6 +5,8 @@
 
 #include "rows.h"
 
+using namespace sorvane;
+
 TEST(MeasureText, WritesFixedDecimalsAndTheUnit) {
     for (const auto& [text, expected] : Rows<QString, const char*>{
              {timeText(1.23456), "1.235 s"},

@@ -1,6 +1,8 @@
 // The playback clock: box, slider, play button, speeds.
 #include "windowfixture.h"
 
+using namespace sorvane;
+
 namespace {
 struct ClockTest : WindowTest {
     void tick(int count = 1) {

@@ -3,6 +3,8 @@
 
 #include <sys/stat.h>
 
+using namespace sorvane;
+
 namespace {
 struct EngagementListTest : WindowTest {
     int fileCount() const { return static_cast<int>(filesMenu->actions().size()) - 1; }

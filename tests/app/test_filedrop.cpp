@@ -4,6 +4,8 @@
 #include <QDragEnterEvent>
 #include <QMimeData>
 
+using namespace sorvane;
+
 namespace {
 struct FileDropTest : WindowTest {
     static bool drop(QWidget& onto, const QList<QUrl>& urls) {

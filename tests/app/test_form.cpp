@@ -6,6 +6,8 @@
 #include <QMetaMethod>
 #include <QToolBar>
 
+using namespace sorvane;
+
 namespace {
 struct FormTest : WindowTest {};
 

@@ -5,6 +5,8 @@
 
 #include "imageexport.h"
 
+using namespace sorvane;
+
 namespace {
 struct ImageExportTest : WindowTest {
     // Saves the view while answering the boxes that are expected, in order; returns the texts that were shown.

@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QMenuBar>
 
+using namespace sorvane;
+
 namespace {
 constexpr double kBoxStep = 0.0011; // box and slider can be a millisecond off
 

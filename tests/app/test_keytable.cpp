@@ -5,6 +5,8 @@
 
 #include "keytable.h"
 
+using namespace sorvane;
+
 namespace {
 TEST(KeyTableTest, EveryKeyHasOneRow) {
     std::set<int> seen;

@@ -16,6 +16,8 @@
 #include "modelfiles.h"
 #include "trajectorytext.h"
 
+using namespace sorvane;
+
 namespace {
 struct LoadedFilesTest : testing::Test {
     QTemporaryDir folder;

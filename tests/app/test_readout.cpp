@@ -11,6 +11,8 @@
 #include "framegrab.h"
 #include "measuretext.h"
 
+using namespace sorvane;
+
 namespace {
 struct PaintCounter : QObject {
     int paints = 0;

@@ -10,6 +10,8 @@
 #include "qvideoencoder.h"
 #include "recordingtexts.h"
 
+using namespace sorvane;
+
 namespace {
 struct RecordingTest : WindowTest {
     QPushButton* const recordButton = window.findChild<QPushButton*>("recordButton");

@@ -8,6 +8,8 @@
 #include "environmentvariable.h"
 #include "messages.h"
 
+using namespace sorvane;
+
 namespace {
 struct ReloadTest : WindowTest {
     QLabel* const notice = window.findChild<QLabel*>("viewNotice");

@@ -7,6 +7,8 @@
 #include "framegrab.h"
 #include "makedemonstration.h"
 
+using namespace sorvane;
+
 namespace {
 struct RenderingTest : WindowTest {
     QString demo = folder.filePath("demo");

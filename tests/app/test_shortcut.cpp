@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QLineEdit>
 
+using namespace sorvane;
+
 namespace {
 struct ShortcutTest : WindowTest, testing::WithParamInterface<const char*> {};
 

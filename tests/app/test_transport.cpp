@@ -3,6 +3,8 @@
 
 #include "transport.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr ClockRange kRange{.end = 12.5, .latest = 29.999};
 constexpr double kTick = 0.033;

@@ -21,6 +21,7 @@
 #include "new_sorvane.h"
 #include "trajectorytext.h"
 
+namespace sorvane {
 struct WindowTest : testing::Test {
     QTemporaryDir folder;
     new_sorvane window;
@@ -76,3 +77,4 @@ struct WindowTest : testing::Test {
         return filesMenu->actions().at(engagement + 1)->menu()->actions().at(entry);
     }
 };
+} // namespace sorvane

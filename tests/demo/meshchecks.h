@@ -6,6 +6,7 @@
 
 #include "mesh.h"
 
+namespace sorvane {
 // Whether each edge belongs to two facets that run along it in opposite directions.
 inline bool isClosed(const sorvane::Mesh& mesh) {
     std::map<std::pair<std::size_t, std::size_t>, int> directions;
@@ -21,3 +22,4 @@ inline bool isClosed(const sorvane::Mesh& mesh) {
             return false;
     return true;
 }
+} // namespace sorvane

@@ -16,6 +16,8 @@
 #include "temporarydirectory.h"
 #include "vnlfile.h"
 
+using namespace sorvane;
+
 namespace {
 // The example below a heading that begins so.
 std::string example(std::string_view heading) {

@@ -8,6 +8,7 @@
 #include <QIODevice>
 #include <QList>
 
+namespace sorvane {
 // A sequential device that gives at most a few bytes per read.
 class TrickleDevice : public QIODevice {
 public:
@@ -64,3 +65,4 @@ private:
     QList<QByteArray> pieces_;
     QByteArray arrived_;
 };
+} // namespace sorvane

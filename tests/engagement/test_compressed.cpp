@@ -12,6 +12,8 @@
 #include "identical.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 class Compressed : public testing::Test {
 protected:

@@ -12,6 +12,8 @@
 #include "identical.h"
 #include "linebylinereader.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kTexts = 4000;
 

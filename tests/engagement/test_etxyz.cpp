@@ -13,6 +13,8 @@
 #include "rows.h"
 #include "threatnames.h"
 
+using namespace sorvane;
+
 namespace {
 class Loading : public testing::Test {
 protected:

@@ -9,6 +9,8 @@
 #include "devices.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 QStringList allLines(QIODevice& device, bool isProcess = false) {
     QStringList lines;

@@ -13,6 +13,8 @@
 #include "linereading.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 using Samples = QMap<double, keyframe>;
 

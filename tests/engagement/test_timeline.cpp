@@ -10,6 +10,8 @@
 
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 keyframe sampleAt(double time, float value = 0.0F, QList<flareKeyframe> flares = {}) {
     keyframe sample;

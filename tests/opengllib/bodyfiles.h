@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+namespace sorvane {
 // What `action` reports through printError, as "file function: message"; anything else on standard error as it stands.
 template <class Action> std::string reportOf(Action&& action) {
     testing::internal::CaptureStderr();
@@ -69,3 +70,4 @@ inline std::string radBytes(const std::vector<float>& radiances, const std::vect
         appendWord(bytes, &emittance);
     return bytes;
 }
+} // namespace sorvane

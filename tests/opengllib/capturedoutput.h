@@ -8,6 +8,7 @@
 #include "endprocess.h"
 #include "errorline.h"
 
+namespace sorvane {
 // Standard error without source lines, then standard output, of one call.
 template <class Call> std::string outputOf(Call call) {
     testing::internal::CaptureStderr();
@@ -30,3 +31,4 @@ template <class Call> bool endsTheProcess(Call call) {
     setEndProcessHandler(before);
     return hasEnded;
 }
+} // namespace sorvane

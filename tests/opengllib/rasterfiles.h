@@ -9,6 +9,7 @@
 #include "bkgheader.h"
 #include "ghead.h"
 
+namespace sorvane {
 // The bytes of a value as they stand in a file.
 template <class T> std::string bytesOf(const T& value) {
     return {reinterpret_cast<const char*>(&value), sizeof value};
@@ -57,3 +58,4 @@ inline std::string writeBkg(const std::string& path, BKG_header header, const st
     std::fwrite(samples.data(), 1, samples.size(), stream.get());
     return path;
 }
+} // namespace sorvane

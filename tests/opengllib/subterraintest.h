@@ -13,6 +13,7 @@
 #include "temporarydirectory.h"
 #include "terrainfiles.h"
 
+namespace sorvane {
 inline const std::string kShaders = SORVANE_SHADERS;
 inline const std::string kRange = "SubTerran::loadTextures: min: 1.000000 max: 6.000000 avg: 3.500000\n";
 
@@ -61,3 +62,4 @@ protected:
     TerrainFiles files{directory};
     SubTerrain tile;
 };
+} // namespace sorvane

@@ -9,6 +9,7 @@
 #include "rasterfiles.h"
 #include "temporarydirectory.h"
 
+namespace sorvane {
 // A described set "set" of one tile of 3 × 2 posts, number 1, in `directory`.
 class TerrainFiles {
 public:
@@ -66,3 +67,4 @@ public:
 private:
     const TemporaryDirectory& directory_;
 };
+} // namespace sorvane

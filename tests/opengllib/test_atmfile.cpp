@@ -10,6 +10,8 @@
 #include "rows.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 const std::string kGood = "1.0 2.0 3.0\n"
                           "1 2 3.5 4 5 6.5 7.5 8.5 130 225\n"

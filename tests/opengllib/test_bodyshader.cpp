@@ -9,6 +9,8 @@
 #include "glcontext.h"
 #include "sandfordrobertson.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kSize = 16; // of the picture, which shows one point in each pixel
 constexpr float kDepth = 2.0F;

@@ -6,6 +6,8 @@
 #include "bodyfiles.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 BrdfFile parsed(const std::string& text) {
     BrdfFile file;

@@ -7,6 +7,8 @@
 #include "environmentvariable.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 TEST(DataRoot, ComesFromTheEnvironmentOrIsTheCompiledInOne) {
     for (const auto& [value, root] : Rows<std::optional<std::string>, std::string>{
              {std::nullopt, SORVANE_DATA_ROOT},

@@ -7,6 +7,8 @@
 #include "rows.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 class FileStatus : public testing::Test {
 protected:

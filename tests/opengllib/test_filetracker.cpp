@@ -6,6 +6,8 @@
 #include "bodyfiles.h"
 #include "inputfile.h"
 
+using namespace sorvane;
+
 namespace {
 FileTrackerHandle trackerOf(const std::string& text, int lineLength = 256) {
     FileTrackerHandle tracker(new FileTracker);

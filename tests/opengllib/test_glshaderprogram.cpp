@@ -5,6 +5,8 @@
 #include "glcontext.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 const char* const kVertex = "uniform float shift; attribute float weight; varying float w;\n"
                             "void main() { w = weight; gl_Position = gl_Vertex + vec4(shift); }\n";

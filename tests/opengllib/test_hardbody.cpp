@@ -11,6 +11,8 @@
 #include "sandfordrobertson.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr int kSize = 64; // of the picture, which shows x and y from -1 to 1
 

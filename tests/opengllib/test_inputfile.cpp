@@ -7,6 +7,8 @@
 #include "rows.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 TEST(InputFile, RefusesWhatIsNotARegularFileWithoutBlocking) {
     const TemporaryDirectory directory;
     const std::string fifo = directory.file("fifo");

@@ -12,6 +12,8 @@
 #include "rows.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 std::string asterError(const std::string& message) {
     return errorLine("readFile", "opengllib/aster.cpp", message);

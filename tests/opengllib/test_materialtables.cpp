@@ -11,6 +11,8 @@
 #include "rows.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 using testing::ElementsAre;
 
 namespace {

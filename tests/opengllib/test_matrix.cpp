@@ -8,6 +8,8 @@
 #include "matrix.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 using Components = std::array<float, 16>;
 

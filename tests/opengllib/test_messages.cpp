@@ -5,6 +5,8 @@
 
 #include "printerror.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::ElementsAre;
 using testing::internal::CaptureStderr;

@@ -10,6 +10,8 @@
 #include "sandfordrobertson.h"
 #include "subfacetfile.h"
 
+using namespace sorvane;
+
 namespace {
 // Facets strewn about a ball with all reflectance modes; each sees some of the others.
 struct Scene {

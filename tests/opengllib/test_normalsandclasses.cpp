@@ -10,6 +10,8 @@
 #include "rows.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 using Floats = std::vector<float>;
 using Classes = std::vector<unsigned char>;

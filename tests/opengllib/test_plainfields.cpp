@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace sorvane;
+
 namespace {
 // Whatever is read quickly must be what sscanf reads, to the bit. Returns whether it was read quickly.
 bool floatAgrees(const std::string& text) {

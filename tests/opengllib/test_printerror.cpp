@@ -11,6 +11,8 @@
 #include "printerror.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 using testing::internal::CaptureStderr;
 using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStderr;

@@ -6,6 +6,8 @@
 #include "bodyfiles.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 TEST(RadFile, ScalesRadiancesAndEmittances) {
     RadFile file;
     ASSERT_TRUE(file.parse(radBytes({2e6F, 5e5F, 4e6F}, {1e6F, 3e6F, 0.0F}) + "ignored", 3));

@@ -14,6 +14,8 @@
 #include "rows.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStdout;
 

@@ -8,6 +8,8 @@
 #include "matrix.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 Rotor rotorOf(std::string text) {
     text += '\0'; // a stream over memory needs a byte

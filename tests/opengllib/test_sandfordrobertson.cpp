@@ -11,6 +11,8 @@
 #include "plainbrdf.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr double kRadians = std::numbers::pi / 180.0;
 

@@ -3,6 +3,8 @@
 
 #include "bodyfiles.h"
 
+using namespace sorvane;
+
 TEST(ShaderFile, LoadsAndCopiesTheText) {
     const TemporaryFile source("void main() {}\n");
     ShaderFile file;

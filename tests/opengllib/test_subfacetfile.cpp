@@ -7,6 +7,8 @@
 #include "filetracker.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 bool parse(SubfacetFile& file, const std::string& text) {
     FileTracker lines;

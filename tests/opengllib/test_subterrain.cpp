@@ -7,6 +7,8 @@
 #include "subterraintest.h"
 #include "terrain.h"
 
+using namespace sorvane;
+
 using testing::ElementsAre;
 using testing::HasSubstr;
 

@@ -8,6 +8,8 @@
 #include "subterraintest.h"
 #include "terrain.h"
 
+using namespace sorvane;
+
 namespace {
 // Pixel (i, j) of the picture shows the world at worldX(i), worldY(j).
 float worldX(int i) {

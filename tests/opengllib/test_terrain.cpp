@@ -10,6 +10,8 @@
 #include "terrain.h"
 #include "terrainfiles.h"
 
+using namespace sorvane;
+
 namespace {
 bool init(Terrain& terrain, const std::string& topo, const std::string& rad, float& lowest) {
     return terrain.Init(topo, rad, "/shaders", lowest, 3000, 2, 3, 4, 10, 20, 30);

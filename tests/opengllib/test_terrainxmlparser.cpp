@@ -12,6 +12,8 @@
 #include "temporarydirectory.h"
 #include "terrainxmlparser.h"
 
+using namespace sorvane;
+
 namespace {
 struct Tiles {
     Tiles(const std::string& path, const std::string& dir, const std::string& cls2Aster = "")

@@ -9,6 +9,8 @@
 #include "inputfile.h"
 #include "textlines.h"
 
+using namespace sorvane;
+
 namespace {
 using Buffers = std::vector<std::string>; // what was in the whole buffer after each line
 

@@ -4,6 +4,8 @@
 #include "temporarydirectory.h"
 #include "tgafile.h"
 
+using namespace sorvane;
+
 TEST(TgaFile, HeaderAndPixelsAreLittleEndianAndPacked) {
     const TemporaryDirectory directory;
     const std::string path = directory.file("a.tga");

@@ -7,6 +7,8 @@
 #include "temporarydirectory.h"
 #include "utils.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::ElementsAre;
 using testing::ElementsAreArray;

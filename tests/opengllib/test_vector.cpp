@@ -7,6 +7,8 @@
 
 #include "vector.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr float kMaxFloat = 3.4028235e38F;
 constexpr double kMaxDouble = 1.7976931348623157e308;

@@ -10,6 +10,8 @@
 #include "radfile.h"
 #include "rows.h"
 
+using namespace sorvane;
+
 namespace {
 // Room for the arrays of a body, and a load into them.
 struct Body {

@@ -21,6 +21,8 @@
 #include "aircraftwidget.h"
 #include "new_sorvane.h"
 
+using namespace sorvane;
+
 namespace {
 // Posted, since a dialog that asks another question would keep the sender waiting.
 void postKey(QWidget& receiver, Qt::Key key) {

@@ -21,6 +21,8 @@
 #include "randomuser.h"
 #include "surfaceformat.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr double kMegabyte = 1.0e6;
 constexpr qint64 kWarmUp = 60000; // milliseconds until caches and pools have their size

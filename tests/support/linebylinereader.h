@@ -13,13 +13,14 @@
 #include "textwords.h"
 #include "trajectorylayout.h"
 
+namespace sorvane {
 // The logical lines of a device, one QString each.
 class LinesOneByOne {
 public:
     LinesOneByOne(QIODevice* device, bool isProcess) : device_(device), isProcess_(isProcess) {}
 
     bool next() {
-        line_ = ::atEnd(device_, isProcess_) ? QString() : readUncommented(device_, isProcess_);
+        line_ = sorvane::atEnd(device_, isProcess_) ? QString() : readUncommented(device_, isProcess_);
         return !line_.isNull();
     }
     template <class Use> auto withWords(Use use) const { return use(TextWords(line_)); }
@@ -42,3 +43,4 @@ inline QMap<double, keyframe> readRecordsLineByLine(QIODevice* device, bool isPr
     }
     return samples;
 }
+} // namespace sorvane

@@ -10,6 +10,8 @@
 
 #include "surfaceformat.h"
 
+using namespace sorvane;
+
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     if (testing::GTEST_FLAG(list_tests))

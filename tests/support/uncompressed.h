@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <string>
 
+namespace sorvane {
 // The standard output of `program -c path`; the path must hold no single quote.
 inline std::string uncompressed(const std::string& program, const std::string& path) {
     const std::string command = program + " -c '" + path + "'";
@@ -19,3 +20,4 @@ inline std::string uncompressed(const std::string& program, const std::string& p
         bytes += program + " failed";
     return bytes;
 }
+} // namespace sorvane

@@ -5,6 +5,8 @@
 
 #include "commandline.h"
 
+namespace sorvane {
+
 CommandRun runCommand(const std::vector<std::string>& arguments) {
     std::ostringstream out;
     std::ostringstream err;
@@ -12,3 +14,4 @@ CommandRun runCommand(const std::vector<std::string>& arguments) {
     const ExitStatus status = runCommandLine(arguments, streams);
     return {status, out.str(), err.str()};
 }
+} // namespace sorvane

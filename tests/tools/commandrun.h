@@ -6,6 +6,7 @@
 
 #include "subcommand.h"
 
+namespace sorvane {
 struct CommandRun {
     ExitStatus status = ExitStatus::Failed;
     std::string out; // standard output
@@ -14,3 +15,4 @@ struct CommandRun {
 
 // `sorvane` with these arguments, its name not among them.
 CommandRun runCommand(const std::vector<std::string>& arguments);
+} // namespace sorvane

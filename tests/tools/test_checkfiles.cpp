@@ -8,6 +8,8 @@
 #include "environmentvariable.h"
 #include "terrainfiles.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::HasSubstr;
 

@@ -12,6 +12,8 @@
 #include "environmentvariable.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::EndsWith;
 using testing::HasSubstr;

@@ -10,6 +10,8 @@
 
 #include <CLI/CLI.hpp>
 
+using namespace sorvane;
+
 namespace {
 using testing::HasSubstr;
 using testing::StartsWith;

@@ -9,6 +9,8 @@
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::HasSubstr;
 

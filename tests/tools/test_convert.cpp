@@ -17,6 +17,8 @@
 #include "trajectorytext.h"
 #include "unwrap.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::HasSubstr;
 

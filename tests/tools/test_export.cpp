@@ -21,6 +21,8 @@
 #include "trajectorytext.h"
 #include "worldtime.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::HasSubstr;
 using testing::StartsWith;

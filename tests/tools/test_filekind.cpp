@@ -11,6 +11,8 @@
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
 
+using namespace sorvane;
+
 namespace {
 // The first 512 bytes of a raster of 2 rows and 3 columns.
 std::string torvaleHeader() {

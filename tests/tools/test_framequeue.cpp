@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace sorvane;
+
 namespace {
 constexpr std::int64_t kFrames = 500;
 constexpr std::size_t kCapacity = 4;

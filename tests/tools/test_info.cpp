@@ -16,6 +16,8 @@
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
 
+using namespace sorvane;
+
 namespace {
 using Json = nlohmann::json;
 using testing::HasSubstr;

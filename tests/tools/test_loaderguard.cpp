@@ -7,6 +7,8 @@
 
 #include "endprocess.h"
 
+using namespace sorvane;
+
 namespace {
 TEST(LoaderGuard, KeepsWhatALoaderDoesToItself) {
     LoaderOutcome inner;

@@ -11,6 +11,8 @@
 #include "manual.h"
 #include "roff.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;

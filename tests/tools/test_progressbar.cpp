@@ -5,6 +5,8 @@
 
 #include "progressbar.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::HasSubstr;
 using testing::Not;

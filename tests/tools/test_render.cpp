@@ -22,6 +22,8 @@
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::HasSubstr;
 using testing::StartsWith;

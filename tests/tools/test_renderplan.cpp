@@ -9,6 +9,8 @@
 #include "renderplan.h"
 #include "shellquote.h"
 
+using namespace sorvane;
+
 namespace {
 TEST(NumberedName, TakesOneNumber) {
     struct Row {

@@ -10,6 +10,8 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 #include <libswscale/swscale.h>
+
+using namespace sorvane;
 }
 
 namespace {

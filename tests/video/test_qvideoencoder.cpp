@@ -17,6 +17,8 @@
 extern "C" {
 #include <libavformat/avformat.h>
 #include <libavutil/log.h>
+
+using namespace sorvane;
 }
 
 namespace {

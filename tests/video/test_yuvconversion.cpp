@@ -7,6 +7,8 @@
 #include "testpictures.h"
 #include "yuvconversion.h"
 
+using namespace sorvane;
+
 namespace {
 using testing::ElementsAre;
 using testing::ElementsAreArray;

@@ -8,6 +8,8 @@
 #include "glentrypoints.h"
 #include "projection.h"
 
+namespace sorvane {
+
 struct OffscreenScene::Context {
     QOffscreenSurface surface;
     QOpenGLContext context;
@@ -37,3 +39,4 @@ QImage OffscreenScene::draw(
     scene_->draw(engagements, camera, options);
     return target.toImage().convertToFormat(QImage::Format_RGB32);
 }
+} // namespace sorvane

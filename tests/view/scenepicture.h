@@ -7,6 +7,7 @@
 
 #include "scene.h"
 
+namespace sorvane {
 // An offscreen GL context with a scene in it. What needs the context, initialised bodies for one, must end before it.
 class OffscreenScene {
 public:
@@ -26,3 +27,4 @@ private:
     std::unique_ptr<Context> context_;
     std::unique_ptr<Scene> scene_;
 };
+} // namespace sorvane

@@ -18,6 +18,8 @@
 #include "surfaceformat.h"
 #include "ui_new_sorvane.h"
 
+using namespace sorvane;
+
 namespace {
 double eye(const AircraftWidget& view, int i) {
     return view.camera().eye().ElementAt(i);

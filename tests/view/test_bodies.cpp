@@ -12,6 +12,8 @@
 #include "scenepicture.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 // The demonstration's turning engagement at its start, seen from 50 units beside the target.
 struct BodiesTest : testing::Test {

@@ -6,6 +6,8 @@
 
 #include "camera.h"
 
+using namespace sorvane;
+
 namespace {
 void expectAt(const Vector<float>& actual, double x, double y, double z, double tolerance = 1e-3) {
     EXPECT_NEAR(actual.ElementAt(0), x, tolerance);

@@ -6,6 +6,8 @@
 
 #include "flares.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();

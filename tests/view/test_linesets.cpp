@@ -9,6 +9,8 @@
 #include "grid.h"
 #include "historyline.h"
 
+using namespace sorvane;
+
 namespace {
 keyframe sampleAt(double time) {
     keyframe sample;

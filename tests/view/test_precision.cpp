@@ -12,6 +12,8 @@
 #include "scenepicture.h"
 #include "temporarydirectory.h"
 
+using namespace sorvane;
+
 namespace {
 constexpr double kTime = 1.0;
 

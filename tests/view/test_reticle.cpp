@@ -5,6 +5,8 @@
 
 #include "reticle.h"
 
+using namespace sorvane;
+
 namespace {
 const Vector<float> kEye(10.0F, 20.0F, 30.0F, 1.0F);
 

@@ -7,6 +7,8 @@
 #include "scene.h"
 #include "scenepicture.h"
 
+using namespace sorvane;
+
 namespace {
 int greenPixels(const QImage& picture) {
     return countPixels(picture, [](int r, int g, int b) { return r == 0 && g == 255 && b == 0; });

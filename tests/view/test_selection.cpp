@@ -6,6 +6,8 @@
 #include "etxyz.h"
 #include "selection.h"
 
+using namespace sorvane;
+
 namespace {
 struct Engagement {
     QMenu menu;

@@ -15,6 +15,7 @@
 #include "subfacetfile.h"
 #include "vnlfile.h"
 
+namespace sorvane {
 namespace {
 constexpr const char* kValues = "unusable values";
 constexpr const char* kFailure = "the file can't be loaded";
@@ -126,3 +127,4 @@ void checkRotors(const std::string& path, FindingList& findings) {
         },
         findings, kFailure);
 }
+} // namespace sorvane

@@ -6,6 +6,7 @@
 
 #include "finding.h"
 
+namespace sorvane {
 // Each answers the number of facets that the file says it has; nothing when it doesn't come to that.
 std::optional<int> checkGeometry(const std::string& path, FindingList& findings);
 std::optional<int> checkReflectance(const std::string& path, FindingList& findings);
@@ -17,3 +18,4 @@ std::optional<int> facetsOfGeometry(const std::string& path);
 
 void checkAtmosphere(const std::string& path, FindingList& findings);
 void checkRotors(const std::string& path, FindingList& findings);
+} // namespace sorvane

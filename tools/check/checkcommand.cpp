@@ -14,6 +14,7 @@
 #include "picturesize.h"
 #include "progressbar.h"
 
+namespace sorvane {
 namespace {
 struct CheckOptions {
     std::vector<std::string> paths;
@@ -122,3 +123,4 @@ SubCommand addCheckCommand(CLI::App& parent) {
                 return check(*options, streams);
             }};
 }
+} // namespace sorvane

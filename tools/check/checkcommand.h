@@ -3,4 +3,6 @@
 
 #include "subcommand.h"
 
+namespace sorvane {
 SubCommand addCheckCommand(CLI::App& parent);
+} // namespace sorvane

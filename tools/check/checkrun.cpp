@@ -17,6 +17,7 @@
 #include "trajectorycheck.h"
 #include "vnlfile.h"
 
+namespace sorvane {
 namespace {
 constexpr const char* kFacets = "counts of facets";
 
@@ -209,3 +210,4 @@ void CheckRun::compareFacets(const std::string& path, const std::string& geometr
         std::string("the file is of ") + std::to_string(ours->second) + " facets, but the geometry \"" + geometry +
             "\" is of " + std::to_string(theirs->second));
 }
+} // namespace sorvane

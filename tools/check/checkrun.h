@@ -13,6 +13,7 @@
 #include "filekind.h"
 #include "finding.h"
 
+namespace sorvane {
 class CheckRun {
 public:
     using Deliver = std::function<void(std::vector<Finding>)>;
@@ -44,3 +45,4 @@ private:
     std::set<std::pair<std::string, std::string>> terrains_; // topography and radiance
     std::vector<std::function<void()>> pending_;             // what follows from the file that is being checked
 };
+} // namespace sorvane

@@ -15,6 +15,7 @@
 #include "terrainxmlparser.h"
 #include "wordconversion.h"
 
+namespace sorvane {
 namespace {
 using sorvane::ElementKind;
 
@@ -104,3 +105,4 @@ DescriptionScan scanDescription(const std::string& path, FindingList& findings) 
     scan.isWellFormed = result == 0;
     return scan;
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 
 #include "finding.h"
 
+namespace sorvane {
 struct DescriptionScan {
     bool isWellFormed = false;
     std::vector<std::int64_t> tileLines; // of each <subterrain>, in order
@@ -14,3 +15,4 @@ struct DescriptionScan {
 
 // Reports what is not well formed, and numbers that the viewer reads as 0 or in part.
 DescriptionScan scanDescription(const std::string& path, FindingList& findings);
+} // namespace sorvane

@@ -7,6 +7,7 @@
 #include "inputfile.h"
 #include "inputtexts.h"
 
+namespace sorvane {
 namespace {
 class FileSearch {
 public:
@@ -69,3 +70,4 @@ FoundFiles findFiles(const std::vector<std::string>& paths, const char* command,
         search.add(path);
     return std::move(search.found);
 }
+} // namespace sorvane

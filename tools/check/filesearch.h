@@ -7,6 +7,7 @@
 
 #include "filekind.h"
 
+namespace sorvane {
 struct FoundFile {
     std::string path;
     FileKind kind = FileKind::Unknown;
@@ -21,3 +22,4 @@ struct FoundFiles {
 // that the viewer doesn't read are left out, and links to directories are not followed. What can't be read gets a line
 // on `err`, which begins with `command`.
 FoundFiles findFiles(const std::vector<std::string>& paths, const char* command, std::ostream& err);
+} // namespace sorvane

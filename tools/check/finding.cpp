@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+namespace sorvane {
 namespace {
 constexpr std::int64_t kKeptOfAKind = 20;
 }
@@ -54,3 +55,4 @@ std::vector<Finding> FindingList::take() {
     kinds_.clear();
     return std::exchange(findings_, {});
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+namespace sorvane {
 enum class Severity { Warning, Error };
 
 // Lines and columns count from 1, comments included; a fault of a whole file, or of a binary one, is at 1:1.
@@ -67,3 +68,4 @@ private:
     std::vector<Kind> kinds_;
     std::vector<Finding> findings_;
 };
+} // namespace sorvane

@@ -6,6 +6,7 @@
 
 #include "loaderguard.h"
 
+namespace sorvane {
 namespace {
 constexpr const char* kLoading = "faults of loading";
 
@@ -36,3 +37,4 @@ bool checkLoader(const std::function<bool()>& load, FindingList& findings, const
         findings.addOnce(Severity::Error, {}, kLoading, failureText);
     return isLoaded && !hasErrors;
 }
+} // namespace sorvane

@@ -15,6 +15,7 @@
 #include "loadtopofile.h"
 #include "rasterfamily.h"
 
+namespace sorvane {
 namespace {
 using sorvane::RasterContent;
 using sorvane::RasterDescription;
@@ -106,3 +107,4 @@ void checkRaster(const std::string& path, FindingList& findings) {
     if (checkSamples(path, description.header.size, content, findings))
         checkLength(dataBytes(stream.get()), description, findings);
 }
+} // namespace sorvane

@@ -11,6 +11,7 @@
 #include "clocknumbers.h"
 #include "measuretext.h"
 
+namespace sorvane {
 namespace {
 constexpr const char* kTimes = "faults of times";
 constexpr float kHalfTurn = 180.0F; // degrees
@@ -111,3 +112,4 @@ void SampleCheck::reportRange(FindingList& findings) const {
                 " s, are beyond what playback reaches, " + exactly(kTimeBoxEnd) + " s");
     }
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "finding.h"
 #include "keyframe.h"
 
+namespace sorvane {
 class SampleCheck {
 public:
     // In file order; `line` is the record's first one.
@@ -34,3 +35,4 @@ private:
     std::vector<Sample> samples_;
     bool isAscending_ = true;
 };
+} // namespace sorvane

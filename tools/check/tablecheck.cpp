@@ -19,6 +19,7 @@
 #include "loadercheck.h"
 #include "loadmaterialtables.h"
 
+namespace sorvane {
 namespace {
 constexpr const char* kLines = "malformed lines";
 constexpr const char* kFailure = "the file can't be loaded";
@@ -134,3 +135,4 @@ void checkSpectralSample(const std::string& path, FindingList& findings) {
             std::string("the sample has ") + std::to_string(points) + " points behind its " +
                 std::to_string(Aster::kHeaderLines) + " header lines");
 }
+} // namespace sorvane

@@ -23,6 +23,7 @@
 #include "terrainreflectance.h"
 #include "terrainxmlparser.h"
 
+namespace sorvane {
 namespace {
 constexpr const char* kTiles = "faults of tiles";
 constexpr const char* kMissing = "missing files";
@@ -243,3 +244,4 @@ checkTerrainOf(const std::string& topography, const std::string& radiance, Findi
         },
         {}, findings);
 }
+} // namespace sorvane

@@ -6,6 +6,7 @@
 
 #include "finding.h"
 
+namespace sorvane {
 // Answer the files that exist and are still to be checked by themselves.
 
 // A set by its description.
@@ -13,3 +14,4 @@ std::vector<std::string> checkTerrainSet(const std::string& description, Finding
 // What a trajectory names: a set when there is a description, else one tile.
 std::vector<std::string>
 checkTerrainOf(const std::string& topography, const std::string& radiance, FindingList& findings);
+} // namespace sorvane

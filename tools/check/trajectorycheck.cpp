@@ -11,6 +11,7 @@
 #include "trajectoryfile.h"
 #include "watchedreader.h"
 
+namespace sorvane {
 namespace {
 constexpr const char* kNumbers = "malformed numbers";
 constexpr const char* kMissingWords = "lines with missing words";
@@ -229,3 +230,4 @@ std::optional<TrajectoryFileHeader> checkTrajectory(const std::string& path, Fin
     check.finish();
     return check.readHeader();
 }
+} // namespace sorvane

@@ -18,6 +18,7 @@
 #include "interrupt.h"
 #include "picturefile.h"
 
+namespace sorvane {
 namespace {
 struct CompareOptions {
     std::string a;
@@ -158,3 +159,4 @@ SubCommand addCompareCommand(CLI::App& parent) {
                 }
             }};
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "picturesize.h"
 #include "shortestnumber.h"
 
+namespace sorvane {
 namespace {
 using Json = nlohmann::ordered_json;
 
@@ -122,3 +123,4 @@ void writeJson(std::ostream& out, const TrajectoryReport& report) {
                  {"differences", differences},
              });
 }
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "picturecomparison.h"
 #include "trajectorycomparison.h"
 
+namespace sorvane {
 struct PictureReport {
     std::string a; // names of the two
     std::string b;
@@ -30,3 +31,4 @@ void writeText(std::ostream& out, const PictureReport& report);
 void writeJson(std::ostream& out, const PictureReport& report);
 void writeText(std::ostream& out, const TrajectoryReport& report);
 void writeJson(std::ostream& out, const TrajectoryReport& report);
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+namespace sorvane {
 namespace {
 int differenceOf(QRgb a, QRgb b) {
     return std::max(
@@ -72,3 +73,4 @@ QImage differencePicture(const QImage& a, const QImage& b, int tolerance) {
     });
     return picture;
 }
+} // namespace sorvane

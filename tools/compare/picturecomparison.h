@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QSize>
 
+namespace sorvane {
 // Colours and opacities count as 0 to 255, whatever the pictures' formats.
 struct PictureComparison {
     QSize sizeA;
@@ -24,3 +25,4 @@ PictureComparison comparePictures(const QImage& a, const QImage& b, int toleranc
 // A dimmed, grey over which pixels that differ by more than the tolerance are red, the brighter the more they differ.
 // The pictures must be of one size.
 QImage differencePicture(const QImage& a, const QImage& b, int tolerance = 0);
+} // namespace sorvane

@@ -8,6 +8,7 @@
 #include "shortestnumber.h"
 #include "trajectoryheaderfields.h"
 
+namespace sorvane {
 namespace {
 struct TripleField {
     const char* names[3];
@@ -181,3 +182,4 @@ TrajectoryComparison compareTrajectories(
     }
     return std::move(comparison.result);
 }
+} // namespace sorvane

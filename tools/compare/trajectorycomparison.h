@@ -7,6 +7,7 @@
 
 #include "trajectoryfile.h"
 
+namespace sorvane {
 struct HeaderDifference {
     const char* field = "";
     std::string a;
@@ -46,3 +47,4 @@ struct TrajectoryComparison {
 TrajectoryComparison compareTrajectories(
     const TrajectoryFile& a, const TrajectoryFile& b, double tolerance,
     const std::function<void(const SampleDifference&)>& report);
+} // namespace sorvane

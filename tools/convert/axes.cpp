@@ -5,6 +5,7 @@
 #include <numbers>
 #include <string_view>
 
+namespace sorvane {
 namespace {
 using Rows = std::array<ExactTriple, 3>;
 
@@ -146,3 +147,4 @@ ExactTriple Axes::turnedBy(const Rows& body, const ExactTriple& degrees, const E
         angle = withoutNoise(angle, kFullTurn);
     return chosen;
 }
+} // namespace sorvane

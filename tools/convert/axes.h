@@ -6,6 +6,7 @@
 
 #include "exactsample.h"
 
+namespace sorvane {
 // Axes of which each is one of the file's, or points against it.
 class Axes {
 public:
@@ -34,3 +35,4 @@ private:
     std::array<std::size_t, 3> from_ = {0, 1, 2}; // the file's axis, for each new one
     ExactTriple sign_ = {1.0, 1.0, 1.0};
 };
+} // namespace sorvane

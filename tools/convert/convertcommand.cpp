@@ -22,6 +22,7 @@
 #include "unwrap.h"
 #include "wordconversion.h"
 
+namespace sorvane {
 namespace {
 struct ConvertOptions {
     std::string file;
@@ -220,3 +221,4 @@ SubCommand addConvertCommand(CLI::App& parent) {
                 return ConvertRun(*options, streams).run();
             }};
 }
+} // namespace sorvane

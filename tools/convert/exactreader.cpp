@@ -11,6 +11,7 @@
 #include "trajectorylines.h"
 #include "wordconversion.h"
 
+namespace sorvane {
 namespace {
 constexpr int kHeaderLines = 12;
 
@@ -171,3 +172,4 @@ private:
 ExactTrajectory readExactly(QIODevice* device, bool isProcess) {
     return ExactReader(device, isProcess).read();
 }
+} // namespace sorvane

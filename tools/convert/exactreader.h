@@ -9,6 +9,7 @@
 
 class QIODevice;
 
+namespace sorvane {
 struct ExactTrajectory {
     std::string header;               // the twelve lines and the comments among them, as they are
     std::vector<ExactSample> samples; // by ascending time; of those with the same time the last one in the file
@@ -23,3 +24,4 @@ struct ExactTrajectory {
 
 // Reads on from where the device stands, which is a trajectory's beginning, to the end of the data.
 ExactTrajectory readExactly(QIODevice* device, bool isProcess);
+} // namespace sorvane

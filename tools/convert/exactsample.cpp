@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+namespace sorvane {
 namespace {
 double blendedNumber(double earlier, double later, double part) {
     if (earlier == later)
@@ -53,3 +54,4 @@ const ExactFlare* findFlare(const ExactSample& sample, int id) {
         sample.flares.rbegin(), sample.flares.rend(), [id](const ExactFlare& flare) { return flare.id == id; });
     return found == sample.flares.rend() ? nullptr : &*found;
 }
+} // namespace sorvane

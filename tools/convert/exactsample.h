@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+namespace sorvane {
 using ExactTriple = std::array<double, 3>;
 
 struct ExactFlare {
@@ -39,3 +40,4 @@ ExactSample blended(const ExactSample& earlier, const ExactSample& later, double
 
 // The flare with this id, the last of several; null when there is none.
 const ExactFlare* findFlare(const ExactSample& sample, int id);
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include "shortestnumber.h"
 
+namespace sorvane {
 namespace {
 constexpr int kBands = 3; // from which on each half axis counts
 
@@ -50,3 +51,4 @@ std::string writtenTrajectory(const ExactTrajectory& trajectory) {
         append(text, sample);
     return text + trajectory.lastComments;
 }
+} // namespace sorvane

@@ -5,5 +5,7 @@
 
 #include "exactreader.h"
 
+namespace sorvane {
 // A line for each line that readers ask for, after its comments. Words that nothing asks for are left out.
 std::string writtenTrajectory(const ExactTrajectory& trajectory);
+} // namespace sorvane

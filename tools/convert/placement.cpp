@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+namespace sorvane {
 namespace {
 class Placer {
 public:
@@ -86,3 +87,4 @@ bool fitsSinglePrecision(const std::vector<ExactSample>& samples) {
                });
     });
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 #include "axes.h"
 #include "exactsample.h"
 
+namespace sorvane {
 struct Placement {
     ExactTriple origin{}; // in the file's units and axes
     double scale = 1.0;   // of lengths
@@ -20,3 +21,4 @@ void place(std::vector<ExactSample>& samples, const Placement& placement);
 
 // Whether all numbers that the viewer keeps in single precision fit into it.
 bool fitsSinglePrecision(const std::vector<ExactSample>& samples);
+} // namespace sorvane

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <iterator>
 
+namespace sorvane {
 namespace {
 using Position = std::vector<ExactSample>::const_iterator;
 
@@ -44,3 +45,4 @@ timeCut(const std::vector<ExactSample>& samples, std::optional<double> from, std
         sample.time = withoutNoise(sample.time - start, std::max(std::abs(sample.time), std::abs(start)));
     return piece;
 }
+} // namespace sorvane

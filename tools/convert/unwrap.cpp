@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+namespace sorvane {
 namespace {
 void unwrap(ExactTriple& angles, const ExactTriple& before) {
     constexpr double kFullTurn = 360.0;
@@ -31,3 +32,4 @@ void unwrapAngles(std::vector<ExactSample>& samples) {
         before = &sample;
     }
 }
+} // namespace sorvane

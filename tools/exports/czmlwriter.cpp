@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+namespace sorvane {
 namespace {
 using Json = nlohmann::ordered_json;
 
@@ -73,3 +74,4 @@ void writeCzml(std::ostream& out, const PlacedEngagement& engagement) {
         out << ",\n" << bodyPacket(engagement, body);
     out << "\n]\n";
 }
+} // namespace sorvane

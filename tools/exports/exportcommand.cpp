@@ -20,6 +20,7 @@
 #include "trajectoryfile.h"
 #include "unitoption.h"
 
+namespace sorvane {
 namespace {
 struct ExportOptions {
     std::string file;
@@ -151,3 +152,4 @@ SubCommand addExportCommand(CLI::App& parent) {
                 return ExitStatus::Success;
             }};
 }
+} // namespace sorvane

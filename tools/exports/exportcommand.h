@@ -3,4 +3,6 @@
 
 #include "subcommand.h"
 
+namespace sorvane {
 SubCommand addExportCommand(CLI::App& parent);
+} // namespace sorvane

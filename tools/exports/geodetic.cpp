@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+namespace sorvane {
 namespace {
 // WGS-84's defining values: equatorial radius in metres, flattening.
 constexpr double kEquatorialRadius = 6378137.0;
@@ -66,3 +67,4 @@ GeodeticPosition LocalFrame::positionOf(const float (&units)[3]) const {
         centred[i] = origin_[i] + units[0] * axes_[0][i] + units[1] * axes_[1][i] + units[2] * axes_[2][i];
     return geodeticOf(centred);
 }
+} // namespace sorvane

@@ -1,6 +1,7 @@
 // Places the positions of a trajectory on the Earth.
 #pragma once
 
+namespace sorvane {
 // On the WGS-84 ellipsoid.
 struct GeodeticPosition {
     double latitudeDegrees = 0.0;
@@ -21,3 +22,4 @@ private:
     double origin_[3] = {};  // metres from the Earth's centre: towards 0° N 0° E, 0° N 90° E and the north pole
     double axes_[3][3] = {}; // x, y and z in the same directions, as long as a unit
 };
+} // namespace sorvane

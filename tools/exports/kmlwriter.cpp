@@ -6,6 +6,7 @@
 #include <QIODevice>
 #include <QXmlStreamWriter>
 
+namespace sorvane {
 namespace {
 // Lets Qt's writers write to a stream.
 class StreamDevice final : public QIODevice {
@@ -123,3 +124,4 @@ void writeKml(std::ostream& out, const PlacedEngagement& engagement) {
     StreamDevice device(out);
     KmlWriter(&device, engagement).write();
 }
+} // namespace sorvane

@@ -10,6 +10,7 @@
 #include "keyframe.h"
 #include "worldtime.h"
 
+namespace sorvane {
 struct PlacedEngagement {
     std::string name;
     const QMap<double, keyframe>& samples; // at least one
@@ -35,3 +36,4 @@ inline constexpr std::array<MapBody, 2> kMapBodies = {
     MapBody{"target", "Target", &keyframe::targetPos, {0, 255, 0}},
     MapBody{"threat", "Threat", &keyframe::threatPos, {255, 255, 0}},
 };
+} // namespace sorvane

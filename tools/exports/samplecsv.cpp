@@ -7,6 +7,7 @@
 #include "encounter.h"
 #include "shortestnumber.h"
 
+namespace sorvane {
 namespace {
 constexpr std::size_t kPieceBytes = std::size_t{1} << 16;
 
@@ -62,3 +63,4 @@ void writeSampleCsv(std::ostream& out, const QMap<double, keyframe>& samples, Le
     }
     out << text;
 }
+} // namespace sorvane

@@ -15,6 +15,7 @@
 #include "subfacetfile.h"
 #include "vnlfile.h"
 
+namespace sorvane {
 namespace {
 using sorvane::Problem;
 
@@ -158,3 +159,4 @@ std::optional<Problem> describeRotors(const std::string& path, LengthUnit unit, 
              {"turns_per_s", shortestDouble(file.getRotorRate(rotor))}});
     return std::nullopt;
 }
+} // namespace sorvane

@@ -12,6 +12,7 @@
 #include "terraininfo.h"
 #include "trajectoryinfo.h"
 
+namespace sorvane {
 namespace {
 using sorvane::Problem;
 
@@ -84,3 +85,4 @@ InfoRecord describeFile(const std::string& path, LengthUnit unit) {
     takeOutcome(outcome, std::move(problem), record);
     return record;
 }
+} // namespace sorvane

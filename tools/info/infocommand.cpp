@@ -13,6 +13,7 @@
 #include "progressbar.h"
 #include "unitoption.h"
 
+namespace sorvane {
 namespace {
 constexpr int kLayoutVersion = 1;
 
@@ -69,3 +70,4 @@ SubCommand addInfoCommand(CLI::App& parent) {
                 return runInfo(*options, streams);
             }};
 }
+} // namespace sorvane

@@ -3,4 +3,6 @@
 
 #include "subcommand.h"
 
+namespace sorvane {
 SubCommand addInfoCommand(CLI::App& parent);
+} // namespace sorvane

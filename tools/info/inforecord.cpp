@@ -5,6 +5,7 @@
 
 #include "shortestnumber.h"
 
+namespace sorvane {
 InfoRecord numberList(std::span<const float> values) {
     InfoRecord list = InfoRecord::array();
     for (const float value : values)
@@ -19,3 +20,4 @@ std::string lengthName(const char* stem, LengthUnit unit) {
 std::string speedName(const char* stem, LengthUnit unit) {
     return stem + speedNameEnding(unit).toStdString();
 }
+} // namespace sorvane

@@ -11,6 +11,7 @@
 #include "measuretext.h"
 #include "problem.h"
 
+namespace sorvane {
 // A file's description: its members in the order in which they are shown. docs/json.md lists them. What describes a
 // file puts in what it can and answers why it could not describe it, or not wholly.
 using InfoRecord = nlohmann::ordered_json;
@@ -19,3 +20,4 @@ InfoRecord numberList(std::span<const float> values);
 
 std::string lengthName(const char* stem, LengthUnit unit); // "range", metres: "range_m"
 std::string speedName(const char* stem, LengthUnit unit);
+} // namespace sorvane

@@ -7,6 +7,7 @@
 
 #include <QString>
 
+namespace sorvane {
 namespace {
 constexpr std::size_t kIndentation = 2;
 constexpr std::size_t kGap = 2; // between columns
@@ -117,3 +118,4 @@ void writeInfoText(const InfoRecord& record, std::ostream& out) {
     out << harmless(path) << '\n';
     writeMembers(members, kIndentation, out);
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 #include "rasterfamily.h"
 #include "shortestnumber.h"
 
+namespace sorvane {
 namespace {
 using sorvane::Problem;
 using sorvane::RasterContent;
@@ -61,3 +62,4 @@ std::optional<Problem> describeRaster(const std::string& path, LengthUnit unit, 
     record["header"] = headerRecord(description.fields);
     return description.refusal ? description.refusal : problemOf(stream.get(), description.readLayout);
 }
+} // namespace sorvane

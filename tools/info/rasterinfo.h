@@ -3,4 +3,6 @@
 
 #include "inforecord.h"
 
+namespace sorvane {
 std::optional<sorvane::Problem> describeRaster(const std::string& path, LengthUnit unit, InfoRecord& record);
+} // namespace sorvane

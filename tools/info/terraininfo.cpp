@@ -17,6 +17,7 @@
 #include "terrainfileexists.h"
 #include "terrainxmlparser.h"
 
+namespace sorvane {
 namespace {
 using sorvane::Problem;
 using sorvane::TerrainCompanions;
@@ -133,3 +134,4 @@ std::optional<Problem> describeBand(const std::string& path, InfoRecord& record)
     record["upper_edge"] = shortestDouble(upper);
     return lower > 0.0F && upper > 0.0F ? std::nullopt : std::optional<Problem>("has no band edges above 0");
 }
+} // namespace sorvane

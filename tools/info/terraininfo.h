@@ -3,8 +3,10 @@
 
 #include "inforecord.h"
 
+namespace sorvane {
 std::optional<sorvane::Problem> describeTerrain(const std::string& path, LengthUnit unit, InfoRecord& record);
 std::optional<sorvane::Problem> describeClassToAster(const std::string& path, InfoRecord& record);
 std::optional<sorvane::Problem> describeClassToMaterial(const std::string& path, InfoRecord& record);
 std::optional<sorvane::Problem> describeTemperatures(const std::string& path, InfoRecord& record);
 std::optional<sorvane::Problem> describeBand(const std::string& path, InfoRecord& record);
+} // namespace sorvane

@@ -10,6 +10,7 @@
 #include "trajectoryheaderfields.h"
 #include "trajectorysummary.h"
 
+namespace sorvane {
 namespace {
 using sorvane::Problem;
 
@@ -133,3 +134,4 @@ std::optional<Problem> describeTrajectory(const std::string& path, LengthUnit un
         return "its compressed data are damaged or cut short";
     return isLastWhole ? std::nullopt : std::optional<Problem>("the data end within the last record");
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 #include <span>
 #include <unordered_set>
 
+namespace sorvane {
 namespace {
 // Counts the identifiers. Most flares stand where they stood in the sample before: those are not looked up.
 class FlareCounter {
@@ -104,3 +105,4 @@ TrajectorySummary SampleTable::summarise() {
     summary.last = rows_.back().sample;
     return summary;
 }
+} // namespace sorvane

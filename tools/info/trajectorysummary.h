@@ -9,6 +9,7 @@
 #include "encounter.h"
 #include "keyframe.h"
 
+namespace sorvane {
 struct PositionExtent {
     float minimum[3] = {
         std::numeric_limits<float>::max(), std::numeric_limits<float>::max(), std::numeric_limits<float>::max()};
@@ -68,3 +69,4 @@ private:
     std::vector<Row> rows_;
     std::vector<int> flareIds_;
 };
+} // namespace sorvane

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+namespace sorvane {
 namespace {
 // What stands between the braces of "FORMAT:{csv,kml}"; of "{a->0,b->1}" the part before each arrow.
 std::vector<std::string> choicesOf(const std::string& typeName) {
@@ -76,3 +77,4 @@ CommandDescription describe(const CLI::App& command) {
             described.subCommands.push_back(describe(*subCommand));
     return described;
 }
+} // namespace sorvane

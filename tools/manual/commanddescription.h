@@ -8,6 +8,7 @@ namespace CLI {
 class App;
 }
 
+namespace sorvane {
 // How a value is completed. It follows from the metavariable: FILE, PATH, OUT and what begins with one of them is a
 // file, DIR a directory. A positional argument without choices is a file too.
 enum class ValueKind { None, Text, Choice, File, Directory };
@@ -33,3 +34,4 @@ struct CommandDescription {
 };
 
 CommandDescription describe(const CLI::App& command);
+} // namespace sorvane

@@ -6,6 +6,7 @@
 
 #include "commanddescription.h"
 
+namespace sorvane {
 namespace {
 std::string replaced(std::string text, char from, const std::string& to) {
     for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
@@ -241,3 +242,4 @@ end
     }
     return script;
 }
+} // namespace sorvane

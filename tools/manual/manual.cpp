@@ -8,6 +8,7 @@
 #include "commanddescription.h"
 #include "roff.h"
 
+namespace sorvane {
 namespace {
 struct Example {
     const char* purpose;
@@ -201,3 +202,4 @@ std::string manualPage(const CommandDescription& command, const ManualFacts& fac
     page += exitStatusText() + environmentText() + filesText(facts.dataRoot) + examplesText(command);
     return page + section("SEE ALSO") + ".BR new_sorvane (1)\n";
 }
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+namespace sorvane {
 struct CommandDescription;
 
 // What the page says that does not follow from the command's definition.
@@ -18,3 +19,4 @@ std::string manualPage(const CommandDescription& command, const ManualFacts& fac
 
 // The commands of the section EXAMPLES, those of sub-commands that there are.
 std::vector<std::string> manualExamples(const CommandDescription& command);
+} // namespace sorvane

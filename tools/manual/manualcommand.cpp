@@ -13,6 +13,7 @@
 #include "manual.h"
 #include "worldtime.h"
 
+namespace sorvane {
 namespace {
 // Today, or the day that a reproducible build asks for.
 std::string dateOfPage() {
@@ -46,3 +47,4 @@ SubCommand addManualCommand(CLI::App& parent) {
                 return ExitStatus::Success;
             }};
 }
+} // namespace sorvane

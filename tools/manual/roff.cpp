@@ -8,6 +8,7 @@
 #include <QList>
 #include <QString>
 
+namespace sorvane {
 namespace {
 std::string escaped(char32_t character, bool isLiteral) {
     switch (character) {
@@ -74,3 +75,4 @@ std::string roffFilled(const std::string& escaped) {
         endLine();
     return filled;
 }
+} // namespace sorvane

@@ -9,6 +9,7 @@
 
 #include "problem.h"
 
+namespace sorvane {
 // Takes frames on the thread that draws them, writes them on threads of its own, and keeps as many waiting as keep both
 // busy. No file has its final name before it is whole; what is not finished is removed with the object.
 class FrameOutput {
@@ -25,3 +26,4 @@ public:
     // What went wrong, to be asked for after add or finish said so.
     virtual std::optional<sorvane::Problem> problem() const = 0;
 };
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+namespace sorvane {
 bool FrameQueue::push(NumberedFrame frame) {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return isClosed_ || frames_.size() < capacity_; });
@@ -36,3 +37,4 @@ void FrameQueue::abandon() {
     frames_.clear();
     changed_.notify_all();
 }
+} // namespace sorvane

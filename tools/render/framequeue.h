@@ -9,6 +9,7 @@
 
 #include <QImage>
 
+namespace sorvane {
 struct NumberedFrame {
     std::int64_t number = 0;
     QImage picture;
@@ -35,3 +36,4 @@ private:
     std::mutex mutex_;
     std::condition_variable changed_;
 };
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include "moviesettings.h"
 
+namespace sorvane {
 MovieOutput::MovieOutput(const std::string& path, QSize size) : path_(path), file_(path) {
     hasFailed_ =
         file_.temporaryPath().empty() ||
@@ -64,3 +65,4 @@ bool MovieOutput::encode(const QImage& picture) {
         hasFailed_ = true;
     return !hasFailed_;
 }
+} // namespace sorvane

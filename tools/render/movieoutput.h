@@ -12,6 +12,7 @@
 #include "problem.h"
 #include "qvideoencoder.h"
 
+namespace sorvane {
 // Encodes as the viewer's recordings do, on one thread beside the one that draws.
 class MovieOutput : public FrameOutput {
 public:
@@ -35,3 +36,4 @@ private:
     FrameQueue queue_{4};
     std::thread thread_;
 };
+} // namespace sorvane

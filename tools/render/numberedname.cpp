@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+namespace sorvane {
 NumberedName::NumberedName(const std::string& path) {
     const std::size_t slash = path.rfind('/');
     std::size_t at = slash == std::string::npos ? 0 : slash + 1;
@@ -43,3 +44,4 @@ std::string NumberedName::path(std::int64_t number) const {
     const std::string digits = std::to_string(number);
     return before_ + std::string(width_ - std::min(width_, digits.size()), fill_) + digits + after_;
 }
+} // namespace sorvane

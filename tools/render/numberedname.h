@@ -7,6 +7,7 @@
 
 #include "problem.h"
 
+namespace sorvane {
 class NumberedName {
 public:
     // Reads the conversions in the last component of `path`: "%d" and "%04d" stand for the number, "%%" for a percent
@@ -28,3 +29,4 @@ private:
     bool hasNumber_ = false;
     std::optional<sorvane::Problem> problem_;
 };
+} // namespace sorvane

@@ -14,6 +14,7 @@
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 
+namespace sorvane {
 namespace {
 bool isListed(const char* extensions, std::string_view name) {
     std::string_view rest = extensions == nullptr ? "" : extensions;
@@ -159,3 +160,4 @@ QImage OffscreenContext::picture() const {
     }
     return image;
 }
+} // namespace sorvane

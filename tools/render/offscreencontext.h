@@ -8,6 +8,7 @@
 
 #include "problem.h"
 
+namespace sorvane {
 // A context in the compatibility profile, as the viewer draws in, current from construction to destruction on the
 // thread that made it, with a picture to draw into. A graphics processor's own display is preferred; without one, or
 // with LIBGL_ALWAYS_SOFTWARE set, Mesa draws in software.
@@ -39,3 +40,4 @@ private:
     unsigned depth_ = 0;
     std::optional<sorvane::Problem> problem_;
 };
+} // namespace sorvane

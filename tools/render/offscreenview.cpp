@@ -4,6 +4,7 @@
 #include "camerasubject.h"
 #include "projection.h"
 
+namespace sorvane {
 namespace {
 Vector<float> point(const float (&xyz)[3]) {
     return {xyz[0], xyz[1], xyz[2], 1.0F};
@@ -51,3 +52,4 @@ QImage OffscreenView::draw(const SceneOptions& options, const CameraChoice& choi
     scene_.draw(shown_, cameraAt(options.time, choice, followed), options);
     return context_.picture();
 }
+} // namespace sorvane

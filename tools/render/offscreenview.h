@@ -15,6 +15,7 @@
 #include "problem.h"
 #include "scene.h"
 
+namespace sorvane {
 // Where the camera is. In a free view it stays at `eye` and looks at `lookAt`, in the viewer's world units.
 struct CameraChoice {
     ViewMode mode = ViewThreat;
@@ -53,3 +54,4 @@ private:
     std::vector<SceneEngagement> shown_; // in the same order
     Scene scene_;
 };
+} // namespace sorvane

@@ -5,6 +5,7 @@
 
 #include "picturefile.h"
 
+namespace sorvane {
 namespace {
 std::size_t threadCount(std::int64_t frameCount) {
     const auto processors = static_cast<std::int64_t>(std::max(std::thread::hardware_concurrency(), 1U));
@@ -54,3 +55,4 @@ void PictureOutput::writeFrames() {
         }
     }
 }
+} // namespace sorvane

@@ -10,6 +10,7 @@
 #include "numberedname.h"
 #include "problem.h"
 
+namespace sorvane {
 // Writes every frame into a file of its own, in the format of the name's extension, on as many threads as there are
 // processors.
 class PictureOutput : public FrameOutput {
@@ -31,3 +32,4 @@ private:
     std::optional<sorvane::Problem> problem_; // the first one
     std::vector<std::thread> threads_;
 };
+} // namespace sorvane

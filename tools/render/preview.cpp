@@ -6,6 +6,8 @@
 
 #include "rendering.h"
 
+using namespace sorvane;
+
 namespace {
 ExitStatus drawPreview(const std::string& directory, std::vector<std::string> files, Streams& streams) {
     constexpr double kPictureSeconds = 9.0; // near the demonstration's closest approach

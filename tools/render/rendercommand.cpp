@@ -13,6 +13,7 @@
 #include "picturesize.h"
 #include "rendering.h"
 
+namespace sorvane {
 namespace {
 struct RenderArguments {
     RenderRequest request;
@@ -141,3 +142,4 @@ SubCommand addRenderCommand(CLI::App& parent) {
                 return render(arguments->request, arguments->printsCommand, streams);
             }};
 }
+} // namespace sorvane

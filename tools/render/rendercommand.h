@@ -3,4 +3,6 @@
 
 #include "subcommand.h"
 
+namespace sorvane {
 SubCommand addRenderCommand(CLI::App& parent);
+} // namespace sorvane

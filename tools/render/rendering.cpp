@@ -14,6 +14,7 @@
 #include "progressbar.h"
 #include "videolog.h"
 
+namespace sorvane {
 namespace {
 class Rendering {
 public:
@@ -145,3 +146,4 @@ std::optional<sorvane::Problem> Rendering::drawFrames(const RenderPlan& plan, Fr
 ExitStatus render(const RenderRequest& request, bool printsCommand, Streams& streams) {
     return Rendering(request, streams).run(printsCommand);
 }
+} // namespace sorvane

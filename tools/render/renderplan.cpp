@@ -13,6 +13,7 @@
 #include "shellquote.h"
 #include "shortestnumber.h"
 
+namespace sorvane {
 namespace {
 constexpr std::int64_t kMostFrames = 10000000; // nearly four days of movie
 
@@ -157,3 +158,4 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
         words.emplace_back("--line-styles");
     return shellCommand(words);
 }
+} // namespace sorvane

@@ -15,6 +15,7 @@
 #include "problem.h"
 #include "scene.h"
 
+namespace sorvane {
 // The options of a rendering as the user gives them; what is not given has a default that may depend on the rest.
 struct RenderRequest {
     std::vector<std::string> files;
@@ -66,3 +67,4 @@ PlannedRendering planRendering(const RenderRequest& request, double endSeconds);
 
 // The command that makes the same pictures from any folder: absolute paths, every default spelt out.
 std::string reproducingCommand(const RenderRequest& request, const RenderPlan& plan);
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+namespace sorvane {
 std::string shellQuoted(std::string_view word) {
     constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_./,:=@+%";
     if (!word.empty() && word.find_first_not_of(kPlain) == std::string_view::npos)
@@ -26,3 +27,4 @@ std::string shellCommand(const std::vector<std::string>& words) {
     }
     return command;
 }
+} // namespace sorvane

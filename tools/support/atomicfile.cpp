@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace sorvane {
 namespace {
 // A hidden name beside `target` that no other process and no other file of this one uses.
 std::filesystem::path temporaryBeside(const std::filesystem::path& target) {
@@ -81,3 +82,4 @@ void AtomicFile::removeTemporary() {
         std::filesystem::remove(temporary_, ignored);
     temporary_.clear();
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 
 #include "problem.h"
 
+namespace sorvane {
 // Gives a temporary file in the folder of the file that is to be, with the same extension, since writers go by that.
 // Whoever writes it calls commit at the end; without that, the temporary is removed and what had the name before stays.
 class AtomicFile {
@@ -34,3 +35,4 @@ private:
     std::filesystem::path temporary_;
     std::optional<sorvane::Problem> problem_;
 };
+} // namespace sorvane

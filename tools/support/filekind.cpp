@@ -27,6 +27,7 @@
 #include "trajectoryidentity.h"
 #include "vnlfile.h"
 
+namespace sorvane {
 namespace {
 using sorvane::RasterContent;
 using sorvane::RasterFamily;
@@ -135,3 +136,4 @@ const char* nameOf(FileKind kind) {
     const auto* const found = std::ranges::find(kFormats, kind, &Format::kind);
     return found == std::end(kFormats) ? "unknown" : found->name;
 }
+} // namespace sorvane

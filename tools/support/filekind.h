@@ -3,6 +3,7 @@
 
 #include <string>
 
+namespace sorvane {
 enum class FileKind {
     Trajectory,
     Geometry,
@@ -28,3 +29,4 @@ FileKind fileKindOf(const std::string& path);
 
 // As records name it: "trajectory", "body radiance", …
 const char* nameOf(FileKind kind);
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+namespace sorvane {
 std::string inputName(const std::string& path) {
     return path == "-" ? "standard input" : path;
 }
@@ -14,3 +15,4 @@ sorvane::Problem problemOfOpening(const std::string& path) {
         return {"there is no such file"};
     return {std::filesystem::is_regular_file(status) ? "can't be opened" : "is not a regular file"};
 }
+} // namespace sorvane

@@ -3,6 +3,7 @@
 
 #include <atomic>
 
+namespace sorvane {
 namespace {
 std::atomic<int> asked = 0;
 static_assert(std::atomic<int>::is_always_lock_free, "a signal handler sets it");
@@ -36,3 +37,4 @@ Interrupt::~Interrupt() {
 int Interrupt::requested() {
     return asked;
 }
+} // namespace sorvane

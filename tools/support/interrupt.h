@@ -4,6 +4,7 @@
 #include <array>
 #include <csignal>
 
+namespace sorvane {
 // While one lives, SIGINT, SIGTERM and SIGHUP do not end the process but are remembered, and a file that grows past the
 // process's limit is an error of the write. Signals that the process was started to ignore stay ignored. One at a time.
 class Interrupt {
@@ -19,3 +20,4 @@ public:
 private:
     std::array<struct sigaction, 4> before_{};
 };
+} // namespace sorvane

@@ -8,6 +8,7 @@
 
 #include "endprocess.h"
 
+namespace sorvane {
 namespace {
 struct ProcessEnd {};
 
@@ -64,3 +65,4 @@ LoaderOutcome runLoader(const std::function<void()>& load) {
     outcome.messages = collection.take();
     return outcome;
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 
 #include "messages.h"
 
+namespace sorvane {
 struct LoaderOutcome {
     std::vector<Message> messages; // what it would have printed, in order
     bool hasEndedProcess = false;  // it would have ended the process; the last message says why
@@ -18,3 +19,4 @@ struct LoaderOutcome {
 // Runs `load` and collects its messages. The end of the process that a fatal fault asks for only ends `load`. May be
 // called from several threads at once, and within itself.
 LoaderOutcome runLoader(const std::function<void()>& load);
+} // namespace sorvane

@@ -6,6 +6,7 @@
 
 #include "atomicfile.h"
 
+namespace sorvane {
 QByteArray extensionOf(const std::string& path) {
     return QByteArray::fromStdString(std::filesystem::path(path).extension().string()).mid(1).toLower();
 }
@@ -32,3 +33,4 @@ std::optional<sorvane::Problem> writePicture(const QImage& picture, const std::s
     device.close();
     return file.commit() ? std::nullopt : file.problem();
 }
+} // namespace sorvane

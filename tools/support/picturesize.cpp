@@ -5,6 +5,7 @@
 
 #include "moviesettings.h"
 
+namespace sorvane {
 namespace {
 std::optional<int> sideOf(std::string_view text) {
     int side = 0;
@@ -34,3 +35,4 @@ std::optional<sorvane::Problem> movieSizeProblem(const QSize& size) {
     return "the sides of a movie are multiples of " + std::to_string(QVideoEncoder::kSizeStep) + ": not " +
            sizeText(size) + ", but for example " + sizeText(valid);
 }
+} // namespace sorvane

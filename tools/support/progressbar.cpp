@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+namespace sorvane {
 namespace {
 constexpr std::chrono::milliseconds kDelay{500};
 constexpr std::chrono::milliseconds kPause{100};
@@ -46,3 +47,4 @@ std::string progressLine(std::int64_t done, std::int64_t total, const std::strin
     line.append(filled, '#').append(kWidth - filled, ' ').append("] ").append(percent).append(" %, ");
     return line.append(std::to_string(done)).append(" of ").append(std::to_string(total)).append(" ").append(unit);
 }
+} // namespace sorvane

@@ -7,6 +7,7 @@
 
 #include "standardstreams.h"
 
+namespace sorvane {
 // Draws nothing where streams.err is no terminal, and nothing for work that ends within half a second. Takes its line
 // back when it is cleared or ends.
 class ProgressBar {
@@ -38,3 +39,4 @@ private:
 
 // One line of the bar: "[#####     ]  50 %, 5 of 10 files".
 std::string progressLine(std::int64_t done, std::int64_t total, const std::string& unit);
+} // namespace sorvane

@@ -6,6 +6,7 @@
 #include "atomicfile.h"
 #include "interrupt.h"
 
+namespace sorvane {
 std::optional<sorvane::Problem>
 writeResult(const std::string& output, Streams& streams, const std::function<void(std::ostream&)>& write) {
     if (output == "-" || output == "/dev/stdout") {
@@ -25,3 +26,4 @@ writeResult(const std::string& output, Streams& streams, const std::function<voi
         return sorvane::Problem(output + ": not written, since the command was interrupted");
     return file.commit() ? std::nullopt : file.problem();
 }
+} // namespace sorvane

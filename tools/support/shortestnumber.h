@@ -6,6 +6,7 @@
 #include <cmath>
 #include <string>
 
+namespace sorvane {
 // A float's text is the shortest for a float.
 template <class Number> void appendShortest(std::string& text, Number value) {
     std::array<char, 32> digits{};
@@ -28,3 +29,4 @@ inline double shortestDouble(float value) {
         std::from_chars(digits.data(), digits.data() + digits.size(), number);
     return number;
 }
+} // namespace sorvane

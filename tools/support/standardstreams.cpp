@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace sorvane {
 namespace {
 // A stream buffer over a file descriptor.
 class DescriptorBuffer : public std::streambuf {
@@ -74,3 +75,4 @@ StandardStreams::~StandardStreams() {
 Streams StandardStreams::streams() {
     return {output_->stream, std::cerr, ::isatty(STDERR_FILENO) != 0};
 }
+} // namespace sorvane

@@ -4,6 +4,7 @@
 #include <memory>
 #include <ostream>
 
+namespace sorvane {
 // What a sub-command gets. Tests hand it string streams.
 struct Streams {
     std::ostream& out; // results, nothing else
@@ -26,3 +27,4 @@ private:
     struct Output;
     std::unique_ptr<Output> output_;
 };
+} // namespace sorvane

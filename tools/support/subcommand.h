@@ -9,6 +9,7 @@ namespace CLI {
 class App;
 }
 
+namespace sorvane {
 // The process's exit status.
 enum class ExitStatus {
     Success = 0,
@@ -22,3 +23,4 @@ struct SubCommand {
     CLI::App* parser = nullptr; // owned by its parent; tells whether the sub-command was asked for
     std::function<ExitStatus(Streams&)> run;
 };
+} // namespace sorvane

@@ -9,6 +9,7 @@
 #include "filekind.h"
 #include "inputtexts.h"
 
+namespace sorvane {
 TrajectoryInput openTrajectoryAt(const std::string& path) {
     if (path != "-")
         return openTrajectory(QFile::decodeName(path.c_str()));
@@ -48,3 +49,4 @@ sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path) {
         return *problem;
     return file;
 }
+} // namespace sorvane

@@ -10,6 +10,7 @@
 #include "trajectoryinput.h"
 #include "trajectoryreader.h"
 
+namespace sorvane {
 // The trajectory at `path`; "-" is standard input.
 TrajectoryInput openTrajectoryAt(const std::string& path);
 
@@ -29,3 +30,4 @@ struct TrajectoryFile {
 // The problem, which names the file, when the trajectory can't be opened or decompressed, is something else or holds no
 // samples.
 sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path);
+} // namespace sorvane

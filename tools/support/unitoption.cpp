@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 
+namespace sorvane {
 void addUnitOption(CLI::App& parser, LengthUnit& unit, const char* description) {
     parser
         .add_option_function<std::string>(
@@ -12,3 +13,4 @@ void addUnitOption(CLI::App& parser, LengthUnit& unit, const char* description) 
         ->check(CLI::IsMember({"ft", "m"}))
         ->type_name("UNIT");
 }
+} // namespace sorvane

@@ -7,5 +7,7 @@ namespace CLI {
 class App;
 }
 
+namespace sorvane {
 // Adds --unit. `unit` must outlive the parser; it stays as it is when the option is not given.
 void addUnitOption(CLI::App& parser, LengthUnit& unit, const char* description);
+} // namespace sorvane

@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 
+namespace sorvane {
 namespace {
 using Microseconds = std::chrono::microseconds;
 
@@ -53,3 +54,4 @@ std::string worldTimeText(WorldTime time) {
         static_cast<int>(timeOfDay.subseconds().count()));
     return text;
 }
+} // namespace sorvane

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+namespace sorvane {
 // Microseconds since 1970.
 using WorldTime = std::int64_t;
 
@@ -16,3 +17,4 @@ std::optional<WorldTime> worldTimeAfter(WorldTime epoch, double seconds);
 
 // "2000-01-01T00:00:12.345000Z"
 std::string worldTimeText(WorldTime time);
+} // namespace sorvane
