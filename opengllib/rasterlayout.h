@@ -89,6 +89,7 @@ template <class T> ContiguousSamples<T> readContiguous(std::FILE* stream, std::i
         return samples;
     const std::size_t received = readData(stream, samples.values.get(), *count * sizeof(T)) / sizeof(T);
     samples.isComplete = received == *count;
+    // cppcheck-suppress memsetClassFloat ; no bits set is 0 in every type of sample
     std::memset(samples.values.get() + received, 0, (*count - received) * sizeof(T));
     return samples;
 }

@@ -30,7 +30,7 @@ struct SceneOptions {
 
 // An engagement in the scene; not owned.
 struct SceneEngagement {
-    EngagementId id; // what is kept for the engagement between frames is kept by this
+    EngagementId id{}; // what is kept for the engagement between frames is kept by this
     etxyz* engagement = nullptr;
     bool isHidden = false;
 };
