@@ -13,8 +13,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 std::vector<Aster::asterdata> cache;
 

@@ -14,8 +14,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 struct AtmFile::atmData {
     std::string fileName;
     float solarZenith;

@@ -11,8 +11,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 constexpr std::size_t kMaximumCached = 256;
 constexpr std::size_t kLineLength = 256;

@@ -18,8 +18,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 std::list<BrdfFile> cache;
 

@@ -13,8 +13,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 std::vector<Cls2AsterFile::c2aData> cache;
 

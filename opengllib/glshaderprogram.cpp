@@ -7,8 +7,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 // Where the driver lacks shaders, or GLEW has not been initialised, the entry points are null.
 bool hasShaders() {

@@ -12,8 +12,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 bool Hardbody::Init(
     const std::string& brdfPath, const std::string& vnlPath, const std::string& radPath, const std::string& shaderDir,
     const std::string& rotorPath, bool doBrdf, bool antialias, bool multiFacet, bool rotors, bool perFrameUpload,

@@ -12,8 +12,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 void reportShortRow(const ShortRow& row, const RowLayout& layout) {
     fail(

@@ -13,8 +13,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 constexpr std::size_t kLineLength = 256;
 constexpr std::size_t kMaximumBytes = (std::size_t{kMaximumClassPairs} + 1) * kLineLength;

@@ -12,8 +12,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 Vertex3* loadNormals(std::FILE* stream, const char* function, int firstSize, int secondSize) {
     auto normals = readContiguous<Vertex3>(stream, firstSize, secondSize);

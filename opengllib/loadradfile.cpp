@@ -14,8 +14,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 // Names of OpenGL, whose headers this file can do without.
 constexpr int kLuminance32F = 34840;

@@ -15,8 +15,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 constexpr std::int64_t kStagedSamples = 32768;
 

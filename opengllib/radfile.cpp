@@ -16,8 +16,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 constexpr std::size_t kWord = 4;
 constexpr std::size_t kHeaderBytes = 19 * kWord;

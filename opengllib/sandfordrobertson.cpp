@@ -11,8 +11,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 constexpr int kDiffuseOnly = 2;
 constexpr int kSpecularReflectanceOnly = 3;

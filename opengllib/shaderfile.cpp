@@ -10,8 +10,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 std::vector<shaderTrackingInfo> shaderCache;
 
 namespace {

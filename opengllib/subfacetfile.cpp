@@ -13,8 +13,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 bool isFormFactor(float value) {
     return std::isfinite(value) && value >= 0.0F;

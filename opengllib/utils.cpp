@@ -15,8 +15,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 template <class T> void swapRows(unsigned long width, unsigned long height, T* data) {
     for (unsigned long row = 0; row < height / 2; ++row) {

@@ -23,8 +23,6 @@
 
 using namespace sorvane;
 
-using sorvane::fail;
-
 namespace {
 constexpr float kThird = 0.3333333F; // bit pattern 0x3EAAAAAA, the float below the one nearest to 1/3
 

@@ -17,8 +17,6 @@
 
 namespace sorvane {
 namespace {
-using sorvane::ElementKind;
-
 constexpr const char* kForm = "faults of form";
 constexpr const char* kNumbers = "malformed numbers";
 

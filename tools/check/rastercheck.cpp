@@ -17,9 +17,6 @@
 
 namespace sorvane {
 namespace {
-using sorvane::RasterContent;
-using sorvane::RasterDescription;
-
 constexpr const char* kHeader = "faults of the header";
 constexpr const char* kSamples = "faults of the samples";
 constexpr int kNormalValues = 3;

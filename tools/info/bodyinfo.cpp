@@ -17,8 +17,6 @@
 
 namespace sorvane {
 namespace {
-using sorvane::Problem;
-
 const Problem kCannotBeRead{"can't be read"};
 
 InfoRecord pointRecord(const Tuple3<float>& point) {

@@ -14,8 +14,6 @@
 
 namespace sorvane {
 namespace {
-using sorvane::Problem;
-
 std::optional<Problem> describe(FileKind kind, const std::string& path, LengthUnit unit, InfoRecord& record) {
     switch (kind) {
     case FileKind::Trajectory:

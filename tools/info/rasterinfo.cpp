@@ -7,13 +7,6 @@
 
 namespace sorvane {
 namespace {
-using sorvane::Problem;
-using sorvane::RasterContent;
-using sorvane::RasterDescription;
-using sorvane::RasterFamily;
-using sorvane::RasterField;
-using sorvane::RasterHeader;
-
 struct ToRecord {
     InfoRecord operator()(const std::string& text) const { return text; }
     InfoRecord operator()(std::int32_t number) const { return number; }

@@ -19,10 +19,6 @@
 
 namespace sorvane {
 namespace {
-using sorvane::Problem;
-using sorvane::TerrainCompanions;
-using sorvane::TerrainSet;
-
 const Problem kCannotBeRead{"can't be read"};
 constexpr std::size_t kWholeFile = std::numeric_limits<std::size_t>::max();
 

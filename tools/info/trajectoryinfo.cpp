@@ -12,8 +12,6 @@
 
 namespace sorvane {
 namespace {
-using sorvane::Problem;
-
 struct ToRecord {
     InfoRecord operator()(const QString& text) const { return text.toStdString(); }
     InfoRecord operator()(const float (&triple)[3]) const { return numberList(triple); }

@@ -29,10 +29,6 @@
 
 namespace sorvane {
 namespace {
-using sorvane::RasterContent;
-using sorvane::RasterFamily;
-using sorvane::TextHead;
-
 constexpr std::size_t kHeadBytes = std::size_t{1} << 16; // long enough for comments before a trajectory's header
 
 struct Format {
