@@ -259,8 +259,8 @@ TEST_F(AircraftWidgetTest, GyroViewHasTheSeekersFieldOfView) {
     select(ViewGyro);
     view.setKeyframe(0.0);
     const QImage frame = grabFrame(view);
-    // The reticle's circle reaches the edge of the field of view, which is as high as the view. Its line of one pixel of
-    // the framebuffer is paler where several of those make one of the picture.
+    // The reticle's circle reaches the edge of the field of view, which is as high as the view. Its line of one pixel
+    // of the framebuffer is paler where several of those make one of the picture.
     const auto isReticle = [](int r, int g, int b) {
         return r > 60 && r == g && g == b;
     };
