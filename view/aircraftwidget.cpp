@@ -165,9 +165,8 @@ void AircraftWidget::resizeGL(int w, int h) {
 void AircraftWidget::paintGL() {
     if (!isGlewInitialised_)
         startDrawing();
-    clearFrame();
     if (isSuspended_ || !isValid() || scene_ == nullptr)
-        return;
+        return clearFrame();
     for (SceneEngagement& shown : engagements_)
         shown.isHidden = isEngagementHidden(*shown.engagement);
     scene_->draw(engagements_, camera_, optionsFromForm());

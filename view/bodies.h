@@ -11,6 +11,9 @@ struct BodyPose {
     const float (&attitude)[3]; // degrees, as the trajectory has them
 };
 
+// Where along the line of sight some of the body may be, however its rotors turn.
+DepthInterval depthsOf(const Hardbody& body, const BodyPose& pose, const LookAt& lookAt);
+
 // Poses the body (180° is added to the first angle: models have z up, the world has it down), works out what its facets
 // reflect of each other towards the eye, and draws it, lit from `sunInEye`, a unit direction in eye coordinates. `time`
 // in seconds. Needs a current GL context; leaves another model-view matrix.

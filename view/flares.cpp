@@ -12,16 +12,6 @@
 
 namespace sorvane {
 namespace {
-struct WindowTransform {
-    GLdouble projection[16] = {};
-    GLint viewport[4] = {};
-
-    WindowTransform() {
-        glGetDoublev(GL_PROJECTION_MATRIX, projection);
-        glGetIntegerv(GL_VIEWPORT, viewport);
-    }
-};
-
 // The area in square pixels that the unit sphere about the origin of the current model-view matrix covers, taken from
 // how far one pixel to the right reaches at its depth; a pixel has `pixelRatio` of the viewport's to a side. 0 when it
 // can't be projected.
@@ -53,11 +43,15 @@ FlareLook flareLook(float scalar, double distance, double projectedArea) {
     return {colourComponent(irradiance), colourComponent(projectedArea), false};
 }
 
-void drawFlares(const QList<flareKeyframe>& flares, const LookAt& lookAt, double pixelRatio) {
-    if (flares.isEmpty())
-        return;
-    const WindowTransform view;
+void drawFlares(
+    const QList<flareKeyframe>& flares, const LookAt& lookAt, const WindowTransform& view, const DepthSlice& slice,
+    double pixelRatio) {
     for (const flareKeyframe& flare : flares) {
+        const double depth = lookAt.depthOf(flare.pos);
+        const auto [least, greatest] = std::ranges::minmax(flare.intensity);
+        const double radius = std::max(-least, greatest);
+        if (!slice.reaches({depth - radius, depth + radius}))
+            continue;
         const PushedAttributes attributes(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT);
         const PushedMatrix matrix;
         lookAt.load(flare.pos);
@@ -74,7 +68,7 @@ void drawFlares(const QList<flareKeyframe>& flares, const LookAt& lookAt, double
         glColor4f(look.grey, look.grey, look.grey, look.alpha);
         if (look.isSphere) {
             drawUnitSphere();
-        } else {
+        } else if (slice.owns(depth)) { // blended twice it would be too bright
             glBegin(GL_POINTS);
             glVertex3f(0.0F, 0.0F, 0.0F);
             glEnd();

@@ -1,8 +1,10 @@
 // The burning flares of a frame.
 #pragma once
 
+#include "framedepth.h"
 #include "keyframe.h"
 #include "lookat.h"
+#include "projection.h"
 
 namespace sorvane {
 // How a flare shows on the screen.
@@ -18,7 +20,10 @@ struct FlareLook {
 // covers. Never NaN or infinite.
 FlareLook flareLook(float scalar, double distance, double projectedArea);
 
-// Draws the flares of a frame, with the view's projection and viewport set; a flare is sized in pixels of which each
-// has `pixelRatio` of the viewport's to a side. Needs a current GL context.
-void drawFlares(const QList<flareKeyframe>& flares, const LookAt& lookAt, double pixelRatio);
+// Draws what the slice shows of a frame's flares, with the slice's projection loaded. A flare is sized by the
+// projection and viewport of `view`, in pixels of which each has `pixelRatio` of the viewport's to a side. Needs a
+// current GL context.
+void drawFlares(
+    const QList<flareKeyframe>& flares, const LookAt& lookAt, const WindowTransform& view, const DepthSlice& slice,
+    double pixelRatio);
 } // namespace sorvane

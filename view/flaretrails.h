@@ -26,6 +26,8 @@ class FlareTrails {
 public:
     FlareTrails(const QMap<double, keyframe>& keyframes, const Vertex& origin);
 
+    const Box& box() const { return buffer_.box(); }
+
     // Draws the strips through the first `sampleCount` samples.
     void draw(std::size_t sampleCount);
 

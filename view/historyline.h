@@ -25,6 +25,8 @@ class HistoryLine {
 public:
     HistoryLine(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines, const Vertex& origin);
 
+    const Box& box() const { return buffer_.box(); }
+
     // Draws the strip through the samples of which there are `sampleCount`, from the first one.
     void draw(std::size_t sampleCount);
 

@@ -46,6 +46,21 @@ Matrix<float> LookAt::modelView(std::span<const float, 3> origin) const {
     return matrix;
 }
 
+double LookAt::depthOf(std::span<const float, 3> position) const {
+    return -double{modelView(position)(2, 3)};
+}
+
+DepthInterval LookAt::depthsOf(const Box& box, std::span<const float, 3> origin) const {
+    double middle = depthOf(origin);
+    double reach = 0.0;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const double slope = -double{rotation_(2, static_cast<int>(axis))};
+        middle += slope * (double{box.low[axis]} + double{box.high[axis]}) / 2.0;
+        reach += std::abs(slope * (double{box.high[axis]} - double{box.low[axis]}) / 2.0);
+    }
+    return {middle - reach, middle + reach};
+}
+
 void LookAt::load(std::span<const float, 3> origin) const {
     glLoadMatrixf(modelView(origin).data());
 }

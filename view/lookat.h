@@ -3,7 +3,9 @@
 
 #include <span>
 
+#include "framedepth.h"
 #include "matrix.h"
+#include "vertexbuffer.h"
 
 namespace sorvane {
 class Camera;
@@ -22,7 +24,10 @@ public:
     const Matrix<float>& rotation() const { return rotation_; }
     // The model-view matrix for coordinates relative to `origin`, a world position.
     Matrix<float> modelView(std::span<const float, 3> origin) const;
-    // Loads that matrix into GL. Needs a current GL context.
+    // How far along the line of sight a world position lies, and a box of coordinates relative to `origin`.
+    double depthOf(std::span<const float, 3> position) const;
+    DepthInterval depthsOf(const Box& box, std::span<const float, 3> origin) const;
+    // Loads the model-view matrix into GL. Needs a current GL context.
     void load(std::span<const float, 3> origin) const;
     // Loads the matrix for world coordinates into GL, which composes it in single precision. Needs a current GL
     // context. Grid and terrain are drawn with it: they coincide in places, where the last bit of the matrix decides

@@ -5,13 +5,16 @@
 
 namespace sorvane {
 void applyProjection(double fieldOfViewDegrees, int width, int height, double pixelRatio) {
-    constexpr double kNear = 0.1;
-    constexpr double kFar = 100000.0;
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
-    gluPerspective(fieldOfViewDegrees, static_cast<double>(width) / height, kNear, kFar);
+    gluPerspective(fieldOfViewDegrees, static_cast<double>(width) / height, kNearDepth, kFarDepth);
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
     glViewport(0, 0, static_cast<int>(width * pixelRatio), static_cast<int>(height * pixelRatio));
+}
+
+WindowTransform::WindowTransform() {
+    glGetDoublev(GL_PROJECTION_MATRIX, projection);
+    glGetIntegerv(GL_VIEWPORT, viewport);
 }
 } // namespace sorvane

@@ -32,24 +32,6 @@ float wideLine(const SceneOptions& options) {
     return kWideLine * static_cast<float>(options.pixelRatio);
 }
 
-void drawHistory(
-    HistoryLine& line, std::size_t sampleCount, const LineMaterial& material, GLushort pattern,
-    const SceneOptions& options) {
-    const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
-    glLineWidth(wideLine(options));
-    setPattern(pattern, options);
-    material.apply();
-    line.draw(sampleCount);
-}
-
-void drawTrails(FlareTrails& trails, std::size_t sampleCount, const SceneOptions& options) {
-    const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
-    setPattern(kFlarePattern, options);
-    flare_front_mat.apply();
-    glNormal3f(0.0F, 0.0F, -1.0F);
-    trails.draw(sampleCount);
-}
-
 const LineMaterial& threatMaterial(const etxyz& engagement) {
     return engagement.headerText9 == QLatin1String("cyan") ? threat_cyan : threat_yellow;
 }
@@ -91,24 +73,30 @@ void clearFrame() {
 }
 
 void Scene::draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options) {
-    const LookAt lookAt(camera);
-    lookAt.loadWorld();
+    const Frame frame{camera, options, LookAt(camera), WindowTransform()};
     glLineWidth(static_cast<float>(options.pixelRatio));
     glPointSize(static_cast<float>(options.pixelRatio));
     glEnable(GL_LIGHTING);
     glEnable(GL_LIGHT0);
-    for (const SceneEngagement& shown : engagements)
-        if (!shown.isHidden)
-            drawEngagement(shown, camera, lookAt, options);
-    if (options.showGrid)
-        grid_.draw(wideLine(options));
+    depth_.draw([&](const DepthSlice& slice) {
+        frame.lookAt.loadWorld();
+        for (const SceneEngagement& shown : engagements)
+            if (!shown.isHidden)
+                drawEngagement(shown, frame, slice);
+        if (options.showGrid) {
+            const LinesAcrossSlices lines(slice);
+            grid_.draw(wideLine(options));
+        }
+    });
     glDisable(GL_LIGHT0);
     glDisable(GL_LIGHTING);
 }
 
-void Scene::drawEngagement(
-    const SceneEngagement& shown, const Camera& camera, const LookAt& lookAt, const SceneOptions& options) {
+void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, const DepthSlice& slice) {
     etxyz& engagement = *shown.engagement;
+    const Camera& camera = frame.camera;
+    const SceneOptions& options = frame.options;
+    const LookAt& lookAt = frame.lookAt;
     // Before anything that is built from the samples: it may add one.
     if (options.showTerrain && engagement.areHardbodiesInitialized())
         drawTerrain(engagement);
@@ -116,41 +104,62 @@ void Scene::drawEngagement(
         return;
 
     const PushedMatrix matrix;
-    const keyframe frame = engagement.InterpolatedFrame(options.time);
+    const keyframe state = engagement.InterpolatedFrame(options.time);
     const Vector<float> sunInEye =
         engagement.atm == nullptr ? Vector<float>() : sunDirectionInEye(*engagement.atm, lookAt.rotation().data());
-    const bool hasBodies = engagement.areHardbodiesInitialized();
-    if (hasBodies && engagement.target != nullptr)
-        drawBody(*engagement.target, {frame.targetPos, frame.targetAtt}, lookAt, sunInEye, options.time);
+    const auto drawIfReached = [&](Hardbody* body, const BodyPose& pose) {
+        if (engagement.areHardbodiesInitialized() && body != nullptr && slice.reaches(depthsOf(*body, pose, lookAt)))
+            drawBody(*body, pose, lookAt, sunInEye, options.time);
+    };
+    drawIfReached(engagement.target.get(), {state.targetPos, state.targetAtt});
 
-    const QMap<double, keyframe>& samples = engagement.keyframes;
-    EngagementLines& lines = linesOf(shown.id, samples);
-    const std::size_t sampleCount = engagement.sampleCountAt(options.time);
-
-    lookAt.load(lines.origin());
-    if (options.showHistoryLines)
-        drawHistory(
-            lines.history(samples, PathOf::Target, options.showDropLines), sampleCount, cyl_front_mat, kTargetPattern,
-            options);
-    drawFlares(frame.flares, lookAt, options.pixelRatio);
-    if (options.showHistoryLines)
-        drawTrails(lines.trails(samples), sampleCount, options);
+    EngagementLines& lines = linesOf(shown.id, engagement.keyframes);
+    drawPath(lines, engagement, PathOf::Target, frame, slice);
+    drawFlares(state.flares, lookAt, frame.window, slice, options.pixelRatio);
+    drawTrails(lines, engagement, frame, slice);
 
     if (camera.mode() == ViewGyro) {
         // The eye sits in the threat's seeker: no threat and no threat path, but what the seeker frames.
         glLoadMatrixf(lookAt.rotation().data());
         const Vector<float> eye(0.0F, 0.0F, 0.0F, 1.0F);
+        const LinesAcrossSlices across(slice);
         drawReticle(reticleFor(eye, eye + camera.look(), engagement.fieldOfView));
         return;
     }
-    if (hasBodies && engagement.threat != nullptr)
-        drawBody(*engagement.threat, {frame.threatPos, frame.threatAtt}, lookAt, sunInEye, options.time);
-    if (options.showHistoryLines) {
-        lookAt.load(lines.origin());
-        drawHistory(
-            lines.history(samples, PathOf::Threat, options.showDropLines), sampleCount, threatMaterial(engagement),
-            kThreatPattern, options);
-    }
+    drawIfReached(engagement.threat.get(), {state.threatPos, state.threatAtt});
+    drawPath(lines, engagement, PathOf::Threat, frame, slice);
+}
+
+void Scene::drawPath(
+    EngagementLines& lines, const etxyz& engagement, PathOf body, const Frame& frame, const DepthSlice& slice) {
+    const SceneOptions& options = frame.options;
+    if (!options.showHistoryLines)
+        return;
+    HistoryLine& line = lines.history(engagement.keyframes, body, options.showDropLines);
+    if (!slice.reaches(frame.lookAt.depthsOf(line.box(), lines.origin())))
+        return;
+    const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
+    const LinesAcrossSlices across(slice);
+    frame.lookAt.load(lines.origin());
+    glLineWidth(wideLine(options));
+    setPattern(body == PathOf::Target ? kTargetPattern : kThreatPattern, options);
+    (body == PathOf::Target ? cyl_front_mat : threatMaterial(engagement)).apply();
+    line.draw(engagement.sampleCountAt(options.time));
+}
+
+void Scene::drawTrails(EngagementLines& lines, const etxyz& engagement, const Frame& frame, const DepthSlice& slice) {
+    if (!frame.options.showHistoryLines)
+        return;
+    FlareTrails& trails = lines.trails(engagement.keyframes);
+    if (!slice.reaches(frame.lookAt.depthsOf(trails.box(), lines.origin())))
+        return;
+    const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
+    const LinesAcrossSlices across(slice);
+    frame.lookAt.load(lines.origin());
+    setPattern(kFlarePattern, frame.options);
+    flare_front_mat.apply();
+    glNormal3f(0.0F, 0.0F, -1.0F);
+    trails.draw(engagement.sampleCountAt(frame.options.time));
 }
 
 EngagementLines& Scene::linesOf(EngagementId id, const QMap<double, keyframe>& samples) {

@@ -8,8 +8,10 @@
 #include "engagementid.h"
 #include "engagementlines.h"
 #include "etxyz.h"
+#include "framedepth.h"
 #include "grid.h"
 #include "lookat.h"
+#include "projection.h"
 
 namespace sorvane {
 // What to draw and when.
@@ -42,27 +44,38 @@ Vector<float> sunDirectionInEye(const AtmFile& atmosphere, const float* modelVie
 // Sets what holds for every frame: clear colour, culling, depth test, light 0. Needs a current GL context.
 void setUpScene();
 
-// Clears colour and depth. Needs a current GL context.
+// Clears colour and depth where nothing is drawn. Needs a current GL context.
 void clearFrame();
 
 // Draws frames and keeps the vertices that stay the same between them. Everything but the constructor, the destructor
 // of a scene that has drawn something included, needs the GL context that it draws in to be current.
 class Scene {
 public:
-    // Draws one frame into the cleared current framebuffer, with the projection set (applyProjection). Showing the
-    // terrain of an engagement that has no sample at time 0.0 adds an empty one to it, deliberately: the look-up of the
-    // threat's first z does that.
+    // Draws one frame into the current framebuffer, with the projection set (applyProjection). Showing
+    // the terrain of an engagement that has no sample at time 0.0 adds an empty one to it, deliberately: the look-up of
+    // the threat's first z does that.
     void draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options);
 
     // Lets go of what is kept for an engagement whose samples are others from now on, or that is drawn no more.
     void forget(EngagementId id) { lines_.erase(id); }
 
 private:
-    void drawEngagement(
-        const SceneEngagement& shown, const Camera& camera, const LookAt& lookAt, const SceneOptions& options);
+    // What the slices of a frame have in common.
+    struct Frame {
+        const Camera& camera;
+        const SceneOptions& options;
+        LookAt lookAt;
+        WindowTransform window;
+    };
+    void drawEngagement(const SceneEngagement& shown, const Frame& frame, const DepthSlice& slice);
+    static void
+    drawPath(EngagementLines& lines, const etxyz& engagement, PathOf body, const Frame& frame, const DepthSlice& slice);
+    static void
+    drawTrails(EngagementLines& lines, const etxyz& engagement, const Frame& frame, const DepthSlice& slice);
     EngagementLines& linesOf(EngagementId id, const QMap<double, keyframe>& samples);
 
     std::map<EngagementId, EngagementLines> lines_;
     Grid grid_;
+    FrameDepth depth_;
 };
 } // namespace sorvane

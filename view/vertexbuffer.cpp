@@ -1,6 +1,7 @@
 // Vertices of a line set, uploaded once and drawn many times.
 #include "vertexbuffer.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "glapi.h"
@@ -19,6 +20,12 @@ VertexBuffer::~VertexBuffer() {
 
 void VertexBuffer::assign(std::vector<Vertex> vertices) {
     vertices_ = std::move(vertices);
+    box_ = vertices_.empty() ? Box{} : Box{vertices_.front(), vertices_.front()};
+    for (const Vertex& vertex : vertices_)
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            box_.low[axis] = std::min(box_.low[axis], vertex[axis]);
+            box_.high[axis] = std::max(box_.high[axis], vertex[axis]);
+        }
     isUploaded_ = false;
 }
 

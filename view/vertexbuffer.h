@@ -13,6 +13,12 @@ inline Vertex vertexFrom(const Vertex& origin, const float (&position)[3]) {
     return {position[0] - origin[0], position[1] - origin[1], position[2] - origin[2]};
 }
 
+// Around vertices; of none a point.
+struct Box {
+    Vertex low{};
+    Vertex high{};
+};
+
 // Holds the vertices in memory. Where GLEW's entry points are loaded, the first draw copies them into a GL buffer.
 // Drawing needs a current GL context, and so does the destructor once something has been drawn.
 class VertexBuffer {
@@ -24,6 +30,7 @@ public:
 
     void assign(std::vector<Vertex> vertices);
     const std::vector<Vertex>& vertices() const { return vertices_; }
+    const Box& box() const { return box_; }
 
     // Draws the first `count` vertices as `mode`.
     void draw(unsigned int mode, std::size_t count);
@@ -35,6 +42,7 @@ private:
     void unbind();
 
     std::vector<Vertex> vertices_;
+    Box box_;
     unsigned int buffer_ = 0;
     bool isUploaded_ = false;
 };

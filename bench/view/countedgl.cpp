@@ -10,6 +10,8 @@ std::uint64_t glCalls = 0;
         ++glCalls;                                                                                                     \
     }
 
+COUNTED(glClear, GLbitfield)
+COUNTED(glClipPlane, GLenum, const GLdouble*)
 COUNTED(glColor3fv, const GLfloat*)
 COUNTED(glDisable, GLenum)
 COUNTED(glDisableClientState, GLenum)
@@ -18,9 +20,11 @@ COUNTED(glEnable, GLenum)
 COUNTED(glEnableClientState, GLenum)
 COUNTED(glLineWidth, GLfloat)
 COUNTED(glLoadIdentity)
+COUNTED(glLoadMatrixd, const GLdouble*)
 COUNTED(glLoadMatrixf, const GLfloat*)
 COUNTED(glMaterialf, GLenum, GLenum, GLfloat)
 COUNTED(glMaterialfv, GLenum, GLenum, const GLfloat*)
+COUNTED(glMatrixMode, GLenum)
 COUNTED(glMultMatrixd, const GLdouble*)
 COUNTED(glMultMatrixf, const GLfloat*)
 COUNTED(glNormal3f, GLfloat, GLfloat, GLfloat)

@@ -25,7 +25,6 @@ struct Frame : OffscreenContext {
     Frame() : OffscreenContext(kWidth, kHeight) {
         setUpScene();
         applyProjection(kDefaultFieldOfViewDegrees, kWidth, kHeight);
-        clearFrame();
     }
 };
 } // namespace
@@ -62,7 +61,9 @@ QImage rotorPicture(const std::filesystem::path& demonstration) {
     glEnable(GL_LIGHT0);
     const float position[3] = {0.0F, 0.0F, -100.0F};
     const float level[3] = {};
-    drawBody(helicopter, {position, level}, lookAt, sunDirectionInEye(atmosphere, lookAt.rotation().data()), 0.02);
+    FrameDepth().draw([&](const DepthSlice&) {
+        drawBody(helicopter, {position, level}, lookAt, sunDirectionInEye(atmosphere, lookAt.rotation().data()), 0.02);
+    });
     return frame.picture();
 }
 } // namespace sorvane

@@ -35,7 +35,6 @@ QImage OffscreenScene::draw(
     target.bind();
     applyProjection(fieldOfViewDegrees, target.width(), target.height());
     setUpScene(); // places the light by the model-view matrix
-    clearFrame();
     scene_->draw(engagements, camera, options);
     return target.toImage().convertToFormat(QImage::Format_RGB32);
 }

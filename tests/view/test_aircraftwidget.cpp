@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include <QMainWindow>
@@ -328,6 +329,22 @@ TEST_F(AircraftWidgetTest, SurvivesTheSmallestSizes) {
         view.resize(size);
         QCoreApplication::processEvents();
         grabFrame(view);
+    }
+}
+
+TEST_F(AircraftWidgetTest, OfTwoDistantPathsTheOneAUnitNearerIsSeenAtEverySize) {
+    for (keyframe& sample : engagement.keyframes) {
+        const float along = sample.time > 0.0 ? 5000.0F : -5000.0F;
+        std::ranges::copy(std::array{-5000.0F, along, -200.0F}, sample.targetPos);
+        std::ranges::copy(std::array{-4999.0F, along, -200.0F}, sample.threatPos);
+    }
+    select(ViewFree);
+    view.setKeyframe(1.0);
+    for (const QSize size : {QSize(400, 300), QSize(500, 420)}) {
+        view.resize(size);
+        const QImage picture = grabFrame(view);
+        EXPECT_GE(countPixels(picture, [](int r, int g, int b) { return r > 200 && g > 200 && b < 50; }), size.width());
+        EXPECT_EQ(countPixels(picture, [](int r, int g, int b) { return r < 50 && g > 200 && b < 50; }), 0);
     }
 }
 } // namespace

@@ -48,7 +48,6 @@ QImage OffscreenView::draw(const SceneOptions& options, const CameraChoice& choi
     applyProjection(
         choice.mode == ViewGyro ? double{engagements_.at(followed)->fieldOfView} : kDefaultFieldOfViewDegrees,
         size_.width(), size_.height());
-    clearFrame();
     scene_.draw(shown_, cameraAt(options.time, choice, followed), options);
     return context_.picture();
 }
