@@ -21,12 +21,21 @@ float dot(const Vector<float>& u, const Vector<float>& v) {
 }
 } // namespace
 
-void MultiFacet::Sources::add(const Vector<float>& direction, float cosineToNormal, float value) {
+// What has no weight adds nothing, of an infinite radiance either.
+void MultiFacet::Sum::add(float addedWeight, float ofRadiance) {
+    if (!(addedWeight > 0.0F))
+        return;
+    weight += addedWeight;
+    radiance += addedWeight * ofRadiance;
+}
+
+void MultiFacet::Sources::add(const Vector<float>& direction, float cosineToNormal, const Sum& factors) {
     x.push_back(direction.ElementAt(0));
     y.push_back(direction.ElementAt(1));
     z.push_back(direction.ElementAt(2));
     cosine.push_back(cosineToNormal);
-    strength.push_back(value);
+    weight.push_back(factors.weight);
+    strength.push_back(factors.radiance);
 }
 
 void MultiFacet::init(
@@ -41,21 +50,24 @@ void MultiFacet::init(
             const BrdfClass& surface = brdf.classes()[static_cast<std::size_t>(brdfClass)];
             facet.b = surface.b;
             facet.e2 = surface.e * surface.e;
+            facet.emission = surface.epsilon / surface.G;
             for (const SubfacetFile::Visible& visible : subfacets.visibleFrom(k)) {
                 const auto j = static_cast<std::size_t>(visible.facet);
                 const Vector<float> apart = centroids[j] - centroids[k];
                 const Vector<float> toSource = apart / Length(apart);
                 const float cosSource = dot(facet.normal, toSource);
-                const float irradiance = std::numbers::pi_v<float> * visible.formFactor * radiances[j];
+                const float share = std::numbers::pi_v<float> * visible.formFactor;
                 const SourceTerms terms = sr_source_terms(surface, cosSource);
-                facet.constant += irradiance * terms.constant;
-                facet.diffuse += irradiance * terms.diffuse;
-                if (terms.specular > 0.0F)
-                    sources_.add(toSource, cosSource, irradiance * terms.specular);
+                facet.constant.add(share * terms.constant, radiances[j]);
+                facet.diffuse.add(share * terms.diffuse, radiances[j]);
+                Sum lobe;
+                lobe.add(share * terms.specular, radiances[j]);
+                if (lobe.weight > 0.0F)
+                    sources_.add(toSource, cosSource, lobe);
             }
         }
         while (sources_.x.size() % kLanes != 0)
-            sources_.add(facet.normal, 1.0F, 0.0F);
+            sources_.add(facet.normal, 1.0F, {});
         facet.last = sources_.x.size();
         facets_.push_back(facet);
     }
@@ -72,26 +84,36 @@ void MultiFacet::update(const Vector<float>& eye, std::span<float> reflected) co
         if (!(cosViewer > kSrHorizon))
             continue;
         const ViewerTerms viewer = sr_viewer_terms(facet.b, cosViewer);
-        float sum = facet.constant + facet.diffuse * viewer.diffuse;
-        if (facet.first < facet.last)
-            sum += viewer.specular * specular(facet, toEye / distance, cosViewer);
-        reflected[k] = sum;
+        const double limit = 1.0 - static_cast<double>(facet.emission * viewer.diffuse);
+        if (!(limit > 0.0))
+            continue;
+        const Sum lobes = facet.first < facet.last ? specular(facet, toEye / distance, cosViewer) : Sum();
+        // In double precision, in which lobes at their largest don't overflow.
+        const auto total = [&viewer](float constant, float diffuse, float specular) {
+            return double{constant} + double{diffuse} * double{viewer.diffuse} +
+                   double{specular} * double{viewer.specular};
+        };
+        const double weight = total(facet.constant.weight, facet.diffuse.weight, lobes.weight);
+        const double radiance = total(facet.constant.radiance, facet.diffuse.radiance, lobes.radiance);
+        reflected[k] = static_cast<float>(weight > limit ? radiance * (limit / weight) : radiance);
     }
 }
 
-// The sum of strength · small_hcal over the sources. With B the sum of the directions to source and viewer, which their
-// bisector is a multiple of, the squared cosine between normal and bisector is c² / B², c the sum of the two cosines;
-// the lobe 1 / ((e² - 1) c² / B² + 1)² is then worked out with a single division.
-float MultiFacet::specular(const Facet& facet, const Vector<float>& toViewer, float cosViewer) const {
+// The sums of weight · small_hcal and of strength · small_hcal over the sources. With B the sum of the directions to
+// source and viewer, which their bisector is a multiple of, the squared cosine between normal and bisector is c² / B²,
+// c the sum of the two cosines; the lobe 1 / ((e² - 1) c² / B² + 1)² is then worked out with a single division.
+MultiFacet::Sum MultiFacet::specular(const Facet& facet, const Vector<float>& toViewer, float cosViewer) const {
     const float viewerX = toViewer.ElementAt(0);
     const float viewerY = toViewer.ElementAt(1);
     const float viewerZ = toViewer.ElementAt(2);
-    std::array<float, kLanes> sums{};
+    std::array<float, kLanes> weights{};
+    std::array<float, kLanes> strengths{};
     for (std::size_t i = facet.first; i < facet.last; i += kLanes) {
         const float* const x = sources_.x.data() + i;
         const float* const y = sources_.y.data() + i;
         const float* const z = sources_.z.data() + i;
         const float* const cosine = sources_.cosine.data() + i;
+        const float* const weight = sources_.weight.data() + i;
         const float* const strength = sources_.strength.data() + i;
         for (std::size_t lane = 0; lane < kLanes; ++lane) {
             const float bx = x[lane] + viewerX;
@@ -102,12 +124,15 @@ float MultiFacet::specular(const Facet& facet, const Vector<float>& toViewer, fl
             const float c2 = std::min(c * c, b2);
             const float divisor = facet.e2 * c2 + (b2 - c2);
             const float lobe = std::min(b2 / std::max(divisor, kSmallestDivisor), kSrLargestLobeRoot);
-            sums[lane] += strength[lane] * (lobe * lobe);
+            weights[lane] += weight[lane] * (lobe * lobe);
+            strengths[lane] += strength[lane] * (lobe * lobe);
         }
     }
-    float sum = 0.0F;
-    for (const float part : sums)
-        sum += part;
+    Sum sum;
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+        sum.weight += weights[lane];
+        sum.radiance += strengths[lane];
+    }
     return sum;
 }
 } // namespace sorvane
