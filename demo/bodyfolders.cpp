@@ -59,8 +59,8 @@ std::vector<DemonstrationFile> bodyFiles() {
 
 std::vector<DemonstrationFile> formFactorFiles() {
     return {
-        {kTargetFormFactors, formFactorText(formFactors(jet().mesh, 48))},
-        {kMissileFormFactors, formFactorText(formFactors(missile().mesh, 128))},
+        {kTargetFormFactors, formFactorText(formFactors(jet().mesh, 96))},
+        {kMissileFormFactors, formFactorText(formFactors(missile().mesh, 256))},
     };
 }
 } // namespace sorvane

@@ -22,15 +22,13 @@ std::size_t Bvh::Box::longestAxis() const {
     return longest;
 }
 
-bool Bvh::Box::intersects(const Ray& ray, double limit) const {
-    const std::array<double, 3> origin = {ray.origin.x, ray.origin.y, ray.origin.z};
-    const std::array<double, 3> direction = {ray.direction.x, ray.direction.y, ray.direction.z};
+bool Bvh::Box::intersects(const Search& search) const {
     double enter = 0.0;
-    double leave = limit;
+    double leave = search.closest.distance;
     for (std::size_t i = 0; i < 3; ++i) {
-        const double a = (low[i] - origin[i]) / direction[i];
-        const double b = (high[i] - origin[i]) / direction[i];
-        // In this order a comparison with 0 / 0 changes nothing.
+        const double a = (low[i] - search.origin[i]) * search.reciprocal[i];
+        const double b = (high[i] - search.origin[i]) * search.reciprocal[i];
+        // In this order a comparison with 0 · ∞ changes nothing.
         enter = std::max(enter, std::min(a, b));
         leave = std::min(leave, std::max(a, b));
     }
@@ -46,25 +44,30 @@ Bvh::Bvh(const Mesh& mesh) : mesh_(mesh), order_(mesh.facets.size()) {
 }
 
 std::optional<std::size_t> Bvh::closestHit(const Ray& ray, std::size_t own) const {
-    Hit closest;
+    Search search{
+        .ray = ray,
+        .origin = {ray.origin.x, ray.origin.y, ray.origin.z},
+        .reciprocal = {1.0 / ray.direction.x, 1.0 / ray.direction.y, 1.0 / ray.direction.z},
+        .own = own};
     if (!nodes_.empty())
-        search(0, ray, own, closest);
-    return closest.facet;
+        continueAt(0, search);
+    return search.closest.facet;
 }
 
 // Adds the node over a range of order_, and those below it.
 void Bvh::build(std::size_t first, std::size_t last) {
     constexpr std::size_t kLeaf = 4;
     const std::size_t number = nodes_.size();
-    Node node{{}, first, last, 0};
+    Node node{{}, first, last, 0, 0};
     for (std::size_t i = first; i < last; ++i)
         for (const std::size_t corner : mesh_.facets[order_[i]].corners)
             node.box.include(mesh_.points[corner]);
+    node.axis = node.box.longestAxis();
     nodes_.push_back(node);
     if (last - first <= kLeaf)
         return;
     constexpr std::array<double Vec3d::*, 3> kAxes = {&Vec3d::x, &Vec3d::y, &Vec3d::z};
-    double Vec3d::*const axis = kAxes.at(node.box.longestAxis());
+    double Vec3d::*const axis = kAxes.at(node.axis);
     const std::size_t middle = first + (last - first) / 2;
     const auto facets = std::span(order_).subspan(first, last - first);
     std::nth_element(
@@ -75,19 +78,22 @@ void Bvh::build(std::size_t first, std::size_t last) {
     build(middle, last);
 }
 
-void Bvh::search(std::size_t number, const Ray& ray, std::size_t own, Hit& closest) const {
+// The nearer child first: what the ray hits there often spares the other one.
+void Bvh::continueAt(std::size_t number, Search& search) const {
     const Node& node = nodes_[number];
-    if (!node.box.intersects(ray, closest.distance))
+    if (!node.box.intersects(search))
         return;
     if (node.right != 0) {
-        search(number + 1, ray, own, closest);
-        search(node.right, ray, own, closest);
+        const bool goesUpwards = search.reciprocal[node.axis] > 0.0;
+        continueAt(goesUpwards ? number + 1 : node.right, search);
+        continueAt(goesUpwards ? node.right : number + 1, search);
         return;
     }
     for (std::size_t i = node.first; i < node.last; ++i)
-        if (order_[i] != own)
-            if (const auto distance = distanceTo(order_[i], ray); distance && *distance < closest.distance)
-                closest = {*distance, order_[i]};
+        if (order_[i] != search.own)
+            if (const auto distance = distanceTo(order_[i], search.ray);
+                distance && *distance < search.closest.distance)
+                search.closest = {*distance, order_[i]};
 }
 
 // As Möller and Trumbore work it out.

@@ -1,10 +1,14 @@
 // Form factors between the facets of a body, by ray casting.
 #include "formfactors.h"
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <cmath>
+#include <future>
 #include <map>
 #include <numbers>
+#include <thread>
 
 #include "bvh.h"
 #include "numbertext.h"
@@ -46,34 +50,87 @@ private:
     Vec3d tangent_;
     Vec3d bitangent_;
 };
+// What the rays of a facet met.
+struct Hits {
+    int earth = 0;
+    int sky = 0;
+    int buried = 0;
+    std::map<std::size_t, int> facets;
+};
+
+Hits hitsOf(const Mesh& mesh, const Bvh& bvh, std::size_t facet, int rays) {
+    const RaysOf raysOf(mesh, mesh.facets[facet]);
+    Hits hits;
+    for (int number = 0; number < rays; ++number) {
+        const Ray ray = raysOf.ray(number);
+        const auto other = bvh.closestHit(ray, facet);
+        if (!other)
+            ++(ray.direction.z > 0.0 ? hits.sky : hits.earth);
+        else if (dot(ray.direction, areaVector(mesh, mesh.facets[*other])) < 0.0)
+            ++hits.facets[*other];
+        else
+            ++hits.buried;
+    }
+    return hits;
+}
+
+// On all processors; a facet's don't depend on which one works them out.
+std::vector<Hits> hitsOfAll(const Mesh& mesh, int rays) {
+    const Bvh bvh(mesh);
+    std::vector<Hits> hits(mesh.facets.size());
+    std::atomic<std::size_t> next = 0;
+    std::vector<std::future<void>> workers;
+    for (unsigned int worker = 0; worker < std::max(1U, std::thread::hardware_concurrency()); ++worker)
+        workers.push_back(std::async(std::launch::async, [&] {
+            for (std::size_t facet = next++; facet < hits.size(); facet = next++)
+                hits[facet] = hitsOf(mesh, bvh, facet, rays);
+        }));
+    for (std::future<void>& worker : workers)
+        worker.get();
+    return hits;
+}
+
+// Scales the factors of a facet so that they add up to 1, unless it sees nothing but what is all buried.
+void normalise(FormFactors& factors) {
+    double sum = factors.earth + factors.sky;
+    for (const FormFactors::Visible& visible : factors.visible)
+        sum += visible.factor;
+    if (!(sum > 0.0))
+        return;
+    factors.earth /= sum;
+    factors.sky /= sum;
+    for (FormFactors::Visible& visible : factors.visible)
+        visible.factor /= sum;
+}
 } // namespace
 
+// What two facets exchange, A_k F_kj = A_j F_jk, is worked out from the rays of both: n hits in all mean
+// n / (N / A_k + N / A_j), N the rays of a facet and A its whole area, over which they leave.
 std::vector<FormFactors> formFactors(const Mesh& mesh, int rays) {
-    const Bvh bvh(mesh);
-    std::vector<FormFactors> result(mesh.facets.size());
-    for (std::size_t facet = 0; facet < mesh.facets.size(); ++facet) {
-        const RaysOf raysOf(mesh, mesh.facets[facet]);
-        std::map<std::size_t, int> hits;
-        int toEarth = 0;
-        int toSky = 0;
-        int buried = 0;
-        for (int number = 0; number < rays; ++number) {
-            const Ray ray = raysOf.ray(number);
-            const auto other = bvh.closestHit(ray, facet);
-            if (!other)
-                ++(ray.direction.z > 0.0 ? toSky : toEarth);
-            else if (dot(ray.direction, areaVector(mesh, mesh.facets[*other])) < 0.0)
-                ++hits[*other];
-            else
-                ++buried;
+    const std::vector<Hits> hits = hitsOfAll(mesh, rays);
+    std::vector<std::map<std::size_t, int>> exchanged(hits.size());
+    std::vector<double> areas;
+    for (std::size_t facet = 0; facet < hits.size(); ++facet) {
+        areas.push_back(length(areaVector(mesh, mesh.facets[facet])));
+        for (const auto& [other, count] : hits[facet].facets) {
+            exchanged[facet][other] += count;
+            exchanged[other][facet] += count;
         }
-        if (buried == rays)
+    }
+
+    std::vector<FormFactors> result(hits.size());
+    for (std::size_t facet = 0; facet < hits.size(); ++facet) {
+        FormFactors& factors = result[facet];
+        const int shown = rays - hits[facet].buried;
+        if (shown == 0)
             continue;
-        const double share = 1.0 / (rays - buried);
-        result[facet].earth = toEarth * share;
-        result[facet].sky = toSky * share;
-        for (const auto& [other, count] : hits)
-            result[facet].visible.push_back({other, count * share});
+        factors.shown = static_cast<double>(shown) / rays;
+        factors.earth = static_cast<double>(hits[facet].earth) / shown;
+        factors.sky = static_cast<double>(hits[facet].sky) / shown;
+        for (const auto& [other, count] : exchanged[facet])
+            if (hits[other].buried < rays)
+                factors.visible.push_back({other, count * areas[other] / (areas[facet] + areas[other]) / shown});
+        normalise(factors);
     }
     return result;
 }

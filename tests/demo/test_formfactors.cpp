@@ -1,6 +1,7 @@
 // Form factors by ray casting: known configurations, and what the viewer's reader makes of the file.
 #include <array>
 #include <cmath>
+#include <map>
 #include <numeric>
 #include <span>
 #include <string>
@@ -11,6 +12,7 @@
 
 #include "body.h"
 #include "formfactors.h"
+#include "rows.h"
 #include "subfacetfile.h"
 #include "temporarydirectory.h"
 
@@ -101,6 +103,27 @@ TEST(FormFactors, AreThoseOfThePartThatShows) {
     EXPECT_NEAR(factors[0].sky, 0.5, 0.03) << "upright";
     EXPECT_NEAR(sum(factors[0]) - factors[0].sky - factors[0].earth, 0.5, 0.05) << "it looks down at the large box";
     EXPECT_EQ(sum(factors[24]), 0.0) << "shows nowhere";
+}
+
+TEST(FormFactors, ExchangeTheSameBothWays) {
+    for (const auto& [mesh, rays] : Rows<Mesh, int>{{jet().mesh, 48}, {missile().mesh, 128}}) {
+        const auto factors = formFactors(mesh, rays);
+        std::map<std::pair<std::size_t, std::size_t>, double> exchanged;
+        double total = 0.0;
+        for (std::size_t facet = 0; facet < factors.size(); ++facet) {
+            const double area = factors[facet].shown * length(areaVector(mesh, mesh.facets[facet]));
+            EXPECT_NEAR(sum(factors[facet]), factors[facet].shown > 0.0 ? 1.0 : 0.0, 1e-9);
+            for (const FormFactors::Visible& visible : factors[facet].visible) {
+                const auto pair = std::minmax(facet, visible.facet);
+                exchanged[pair] += facet < visible.facet ? area * visible.factor : -area * visible.factor;
+                total += area * visible.factor;
+            }
+        }
+        double difference = 0.0;
+        for (const auto& [pair, value] : exchanged)
+            difference += 2.0 * std::abs(value);
+        EXPECT_LT(difference, 0.1 * total);
+    }
 }
 
 TEST(FormFactors, OfTheMissileLoadAsTheyWereWorkedOut) {
