@@ -10,8 +10,8 @@ struct AtmosphereValues {
     double solarAzimuth = 0.0; // north towards east
     double diffuseEarthRadiance = 0.0;
     double diffuseSkyRadiance = 0.0;
-    double directSolarRadiance = 0.0;
-    double signatureBearing = 0.0; // north towards east
+    double directSolarRadiance = 0.0; // irradiance / π
+    double signatureBearing = 0.0;    // north towards east
 };
 
 // Its three lines.

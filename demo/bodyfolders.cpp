@@ -8,7 +8,7 @@
 
 namespace sorvane {
 namespace {
-// A clear summer afternoon in the mid-wave infrared, with the sun 40 degrees high in the south-west. The zenith angle
+// A hazy summer afternoon in the mid-wave infrared, with the sun 40 degrees high in the south-west. The zenith angle
 // is measured from the wrong end, deliberately: the viewer takes the sun's direction, whose z points up, unchanged into
 // a world whose z points down, so that bodies are lit from above only by a sun that the file puts below the horizon.
 constexpr AtmosphereValues kAfternoon = {
@@ -16,7 +16,7 @@ constexpr AtmosphereValues kAfternoon = {
     .solarAzimuth = 235.0,
     .diffuseEarthRadiance = 1.9,
     .diffuseSkyRadiance = 0.65,
-    .directSolarRadiance = 5.4,
+    .directSolarRadiance = 1.7,
     .signatureBearing = 0.0,
 };
 

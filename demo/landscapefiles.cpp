@@ -6,7 +6,7 @@
 
 namespace sorvane {
 namespace {
-// A clear summer afternoon in the mid-wave infrared. Terrain has z up and y north, the bodies above it have z down and
+// A hazy summer afternoon in the mid-wave infrared. Terrain has z up and y north, the bodies above it have z down and
 // y the other way: the sun's azimuth is 180 degrees minus that in the bodies' atmosphere, so that both are lit from the
 // same side.
 constexpr AtmosphereValues kAfternoon = {
@@ -14,7 +14,7 @@ constexpr AtmosphereValues kAfternoon = {
     .solarAzimuth = 305.0,
     .diffuseEarthRadiance = 1.9,
     .diffuseSkyRadiance = 0.65,
-    .directSolarRadiance = 5.4,
+    .directSolarRadiance = 1.7,
     .signatureBearing = 0.0,
 };
 } // namespace

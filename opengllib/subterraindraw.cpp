@@ -1,6 +1,7 @@
 // One rectangular tile of terrain: its OpenGL objects and its drawing.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <memory>
 #include <numeric>
 #include <span>
@@ -52,6 +53,16 @@ void printRange(std::span<const float> radiances) {
         "SubTerran::loadTextures: min: %f max: %f avg: %f", double{least}, double{greatest},
         sum / static_cast<double>(radiances.size()));
 }
+
+// Filtering would spread what is not finite to the texels around it and to all coarser levels: infinite becomes as
+// bright as can be, and what is not a number dark.
+void makeFilterable(std::span<float> radiances) {
+    constexpr float kLargest = 1e30F;
+    for (float& radiance : radiances) {
+        const float limited = radiance < kLargest ? radiance : kLargest;
+        radiance = std::isnan(radiance) || radiance < -kLargest ? 0.0F : limited;
+    }
+}
 } // namespace
 
 bool SubTerrain::loadShader() {
@@ -83,6 +94,7 @@ bool SubTerrain::loadTextures() {
         return false;
     }
     printRange({radiances.get(), posts()});
+    makeFilterable({radiances.get(), posts()});
     if (texture_ == 0)
         glGenTextures(1, &texture_);
     glBindTexture(GL_TEXTURE_2D, texture_);

@@ -4,7 +4,7 @@
 
 uniform float DiffuseEarthRadiance; // W/cm2/sr
 uniform float DiffuseSkyRadiance;   // W/cm2/sr
-uniform float SolarBeam;            // the sun's direct beam, W/cm2/sr
+uniform float SolarBeam;            // what a white diffuse surface reflects that faces the sun, W/cm2/sr
 uniform float Brightness;           // grey per W/cm2/sr
 uniform vec3 SolarDirEyeCoords;     // unit direction to the sun, eye coordinates
 
@@ -29,6 +29,7 @@ const float kOneOverFourPi = 0.07957747;
 const float kCos80 = 0.1736481;
 const float kTan2Of80 = 32.163437;
 const float kLargestLobe = 1.7e38;
+const float kLargest = 1e30;
 
 // How the emissivity falls towards grazing angles, relative to the normal direction.
 float directional(float cosine) {
@@ -90,6 +91,11 @@ float brdf(vec3 normal, vec3 toSource, vec3 toViewer) {
     return diffuse + specular;
 }
 
+// Infinite is as bright as can be, and what is not a number is dark.
+float finite(float value) {
+    return value >= kLargest ? kLargest : value > -kLargest ? value : 0.0;
+}
+
 void main() {
     vec3 normal = normalize(eyeNormal);
     vec3 toViewer = normalize(-eyePosition);
@@ -98,8 +104,8 @@ void main() {
 
     // Emitted, and reflected of what the signature computation took into account.
     float radiance = ownRadiance;
-    // The sun's beam, spread over the facet by its slant.
-    radiance += brdf(normal, SolarDirEyeCoords, toViewer) * cosSun * SolarBeam;
+    // The sun's irradiance, pi * SolarBeam, spread over the facet by its slant.
+    radiance += kPi * brdf(normal, SolarDirEyeCoords, toViewer) * cosSun * SolarBeam;
     // Sky and earth shine from all over the part of the hemisphere that the form factors tell; of that the
     // directional-hemispherical reflectance, 1 - directional emissivity, goes towards the eye.
     float reflectance = max(1.0 - eps * directional(cosViewer) / G, 0.0);
@@ -107,5 +113,5 @@ void main() {
     // Reflected of the other facets.
     radiance += multiRadiance;
 
-    gl_FragColor = vec4(vec3(radiance * Brightness), 1.0);
+    gl_FragColor = vec4(vec3(finite(radiance * Brightness)), 1.0);
 }

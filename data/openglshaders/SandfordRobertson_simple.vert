@@ -12,11 +12,18 @@ varying float ownRadiance;   // the facet's own radiance, W/cm2/sr
 varying float multiRadiance; // W/cm2/sr
 varying vec2 formFactors;    // to the earth, to the sky
 
+const float kLargest = 1e30;
+
+// What can be interpolated: infinite is as bright as can be, and what is not a number is dark.
+float finite(float value) {
+    return value >= kLargest ? kLargest : value > -kLargest ? value : 0.0;
+}
+
 void main() {
     eyePosition = vec3(gl_ModelViewMatrix * gl_Vertex);
     eyeNormal = gl_NormalMatrix * gl_Normal;
-    ownRadiance = gl_Color.r;
-    multiRadiance = facet_radiance_multi;
+    ownRadiance = finite(gl_Color.r);
+    multiRadiance = finite(facet_radiance_multi);
     formFactors = vec2(earthFormFactor, skyFormFactor);
     // The emittance goes through unused: the facet's own radiance holds its emission already.
     gl_FrontSecondaryColor = gl_SecondaryColor;

@@ -7,7 +7,7 @@ uniform float LightBrightness;  // 1 where materials reflect, else 0
 uniform float SolarX, SolarY, SolarZ; // unit direction to the sun, world
 uniform float sunVisible;       // 1 or 0, for sun and sky
 uniform float DiffuseSkyRadiance;
-uniform float SolarBeam;
+uniform float SolarBeam; // what a white diffuse surface reflects that faces the sun, W/cm2/sr
 uniform float intensity[64];
 uniform vec4 light_pos_obj[64];
 uniform int lightCount; // lights behind these are off
@@ -16,6 +16,13 @@ varying vec2 texel;
 varying vec3 position;
 varying vec3 normal;
 varying float reflectance;
+
+const float kLargest = 1e30;
+
+// Infinite is as bright as can be, and what is not a number is dark.
+float finite(float value) {
+    return value >= kLargest ? kLargest : value > -kLargest ? value : 0.0;
+}
 
 void main() {
     float radiance = texture2D(sampler0, texel).r;
@@ -30,5 +37,5 @@ void main() {
         }
         radiance += reflecting * incoming;
     }
-    gl_FragColor = vec4(vec3(Brightness * radiance), 1.0);
+    gl_FragColor = vec4(vec3(finite(Brightness * radiance)), 1.0);
 }

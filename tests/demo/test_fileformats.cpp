@@ -66,7 +66,7 @@ TEST_F(FileFormats, ShowAnAtmosphereThatLightsFromAbove) {
     AtmFile atm;
     ASSERT_TRUE(atm.parse(example("Atmosphere")));
     EXPECT_LT(atm.SolarDirWorld().ElementAt(2), 0.0F);
-    EXPECT_FLOAT_EQ(atm.directSolarRadiance(), 5.4e-4F);
+    EXPECT_FLOAT_EQ(atm.directSolarRadiance(), 1.7e-4F);
 }
 
 TEST_F(FileFormats, ShowFormFactorsAndRotors) {

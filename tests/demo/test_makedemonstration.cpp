@@ -79,7 +79,7 @@ TEST(MakeDemonstration, MakesAnAtmosphereThatLightsBodiesFromAbove) {
     EXPECT_EQ(atm.solarAzimuth(), 235.0F);
     EXPECT_FLOAT_EQ(atm.diffuseEarthRadiance(), 1.9e-4F);
     EXPECT_FLOAT_EQ(atm.diffuseSkyRadiance(), 0.65e-4F);
-    EXPECT_FLOAT_EQ(atm.directSolarRadiance(), 5.4e-4F);
+    EXPECT_FLOAT_EQ(atm.directSolarRadiance(), 1.7e-4F);
 }
 
 TEST(MakeDemonstration, BringsTheShadersAndTheFilesThatItNames) {

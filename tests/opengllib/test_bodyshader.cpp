@@ -2,11 +2,13 @@
 #include "bodyshader.h"
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "bodyfiles.h"
 #include "brdffile.h"
 #include "glcontext.h"
+#include "rows.h"
 #include "sandfordrobertson.h"
 
 using namespace sorvane;
@@ -139,7 +141,8 @@ TEST(BodyShader, ReflectsTheSunAsTheLibrarySays) {
                     const Vector<float> toViewer = viewerOf(pointOf(column, row));
                     const Vector<float> normal = normalOf(toViewer, column, row);
                     const float cosSun = dot(normal, sun);
-                    const float expected = light.brightness * light.solarBeam * std::max(cosSun, 0.0F) *
+                    const float expected = light.brightness * std::numbers::pi_v<float> * light.solarBeam *
+                                           std::max(cosSun, 0.0F) *
                                            sr_brdf_internal(
                                                brdfClass.mode, normal, sun, toViewer, brdfClass.b, brdfClass.e,
                                                brdfClass.rho_d, brdfClass.epsilon, brdfClass.G, unit(sun + toViewer));
@@ -186,6 +189,31 @@ TEST(BodyShader, ReflectsSkyAndEarthByFormFactorAndDirectionalEmissivity) {
             const float emissivity = 0.5F / (1.0F + b * b * tangent * tangent) / brdfClass.G;
             const float expected = row == 15 && b > 0.0F ? 0.2F : 0.2F * (1.0F - emissivity);
             EXPECT_NEAR(picture[static_cast<std::size_t>(row * kSize + 3)], expected, 1e-5F) << b << " " << row;
+        }
+    }
+}
+
+TEST(BodyShader, InfiniteIsWhiteAndWhatIsNoNumberIsBlack) {
+    const GlContext context(kSize, kSize);
+    ASSERT_TRUE(context.isUsable());
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+    for (const auto& [own, multi, sky, least, most] : Rows<float, float, float, float, float>{
+             {kInfinity, 0.0F, 0.0F, 1.0F, 1e38F},
+             {0.5F, kInfinity, 0.0F, 1.0F, 1e38F},
+             {0.5F, 0.0F, kInfinity, 1.0F, 1e38F},
+             {-kInfinity, 0.0F, 0.0F, -1e38F, 0.0F},
+             {kNan, 0.0F, 0.0F, 0.0F, 0.0F},
+             {0.5F, kNan, 0.0F, 0.5F, 0.5F},
+             {0.5F, 0.0F, kNan, 0.0F, 0.0F}}) {
+        Illumination light;
+        light.ownRadiance = own;
+        light.multi = multi;
+        light.sky = sky;
+        light.skyFormFactor = 1.0F;
+        for (const float value : draw(context, surface(0.2F, 0.5F, 0.0F, 0.3F, 0), light, kBehind)) {
+            ASSERT_GE(value, least) << own << ' ' << multi << ' ' << sky;
+            ASSERT_LE(value, most) << own << ' ' << multi << ' ' << sky;
         }
     }
 }

@@ -2,6 +2,7 @@
 #include "hardbody.h"
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "bodyfiles.h"
@@ -157,7 +158,7 @@ TEST_F(HardbodyTest, ReflectsByTheClassOfEachFacetWithFormFactorsOfOneUnlessAFil
     render();
     EXPECT_NEAR(at(0.75F, -0.75F), 0.3F + 0.75F * 0.75F, 1e-4F);
 
-    // The sun stands above, and the eye as well: f_r · cos 0 · beam.
+    // The sun stands above, and the eye as well: π · f_r · cos 0 · beam.
     folder.write("body.sff-txt", "broken");
     options = {};
     options.solarBeam = 1.0F;
@@ -166,7 +167,9 @@ TEST_F(HardbodyTest, ReflectsByTheClassOfEachFacetWithFormFactorsOfOneUnlessAFil
         "subfacetfile Load: Malformed line 1. Expected a number of facets, but received \"broken\".");
     render();
     const Vector<float> up(0, 0, 1, 0);
-    EXPECT_NEAR(at(0.75F, -0.75F), 0.3F + sr_brdf_internal(0, up, up, up, 0, 0.3F, 0.2F, 0.25F, 1, up), 1e-3F);
+    EXPECT_NEAR(
+        at(0.75F, -0.75F),
+        0.3F + std::numbers::pi_v<float> * sr_brdf_internal(0, up, up, up, 0, 0.3F, 0.2F, 0.25F, 1, up), 1e-3F);
 }
 
 TEST_F(HardbodyTest, FacetsReflectEachOther) {
@@ -217,6 +220,16 @@ TEST_F(HardbodyTest, FacetsReflectEachOther) {
     EXPECT_EQ(body.multiFacetRadiances()[1], 0.0F);
     render();
     EXPECT_EQ(at(-0.75F, 0.5F), 0.0F);
+}
+
+TEST_F(HardbodyTest, AnInfiniteFacetIsWhiteAllOver) {
+    writeTwoRectangles(folder);
+    folder.write("body.rad", radBytes({std::numeric_limits<float>::infinity(), 2e5F, 3e5F, 4e5F}, {0, 0, 0, 0}));
+    ASSERT_TRUE(init(body, folder, options));
+    render();
+    for (const float x : {-0.9F, -0.5F, -0.1F})
+        EXPECT_GE(at(x, -0.95F), 1.0F) << x;
+    EXPECT_NEAR(at(0.75F, -0.75F), 0.3F, 1e-5F);
 }
 
 TEST_F(HardbodyTest, LeavesTheStateOfOpenGlAsItWas) {

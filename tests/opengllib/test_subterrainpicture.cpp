@@ -2,9 +2,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
+#include "rows.h"
 #include "subterraintest.h"
 #include "terrain.h"
 
@@ -101,6 +103,47 @@ TEST_F(SubTerrainTest, DoesNotReflectWithoutAMaterial) {
     outputOf([&] { tile.render(Lights()); });
     EXPECT_THAT(reds(), testing::Each(-1.0F));
     expectPicture(context, radianceAt);
+}
+
+TEST_F(SubTerrainTest, AClassWhoseReflectanceIsNoNumberReflectsNothing) {
+    files.writeRasters();
+    files.writeAtmosphere();
+    files.writeAsterRoute();
+    directory.write("aster/rock.txt", asterText("7 10\n10 80\n11 20\n")); // no point in the band
+    directory.write("set.cls2aster", "1 grass\n2 rock\n3 aster::alpha\n");
+    tile.setDrawSecondPass(true);
+    lookAtTheTile();
+    outputOf([&] { tile.render(Lights()); });
+    EXPECT_TRUE(std::isnan(reds()[1]));
+    // It falls evenly from the first column's 0.4 to the second's nothing; beam and sky together are 0.75.
+    expectPicture(context, [](float x, float y) {
+        return radianceAt(x, y) + 0.75F * std::max(0.0F, 0.4F * (1 - (x - 100) / 5));
+    });
+}
+
+TEST_F(SubTerrainTest, InfiniteRadiancesAreWhiteAndWhatIsNoNumberIsBlack) {
+    files.writeRequired();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+    for (const auto& [sample, isWhite] : Rows<float, bool>{{kInfinity, true}, {-kInfinity, false}, {kNan, false}}) {
+        writeBkg(
+            files.file("set_n0001.rad"), TerrainFiles::header(),
+            bytesOf(std::vector<float>{0, sample, 0, 0, sample, 0}));
+        outputOfLoad(true);
+        tile.setDrawSecondPass(true);
+        lookAtTheTile();
+        tile.render(Lights());
+        const std::vector<float> pixels = context.pixels();
+        for (int j = 0; j < kSize; ++j) {
+            const auto column = [&](int i) {
+                return pixels[static_cast<std::size_t>(4 * (kSize * j + i))];
+            };
+            EXPECT_EQ(column(kSize / 2) >= 1.0F, isWhite) << sample;
+            EXPECT_EQ(column(kSize / 2 + 2) >= 1.0F, isWhite) << sample << ", filtered";
+            for (int i = 0; i < kSize; ++i)
+                ASSERT_FALSE(std::isnan(column(i))) << sample << ' ' << i;
+        }
+    }
 }
 
 TEST_F(SubTerrainTest, DrawsTheFirstPassInGreyOnceLoaded) {

@@ -146,6 +146,25 @@ TEST_F(CheckFiles, ComparesATerrainSetWithItsFiles) {
     EXPECT_EQ(lastRun_.status, ExitStatus::ProblemsFound);
 }
 
+TEST_F(CheckFiles, TellsOfASpectralSampleWithoutPointsInTheBand) {
+    const TerrainFiles files(directory_);
+    files.writeRequired();
+    files.writeAsterRoute();
+    directory_.write("set.band", "band\n8.1 8.4\n");
+    EXPECT_EQ(
+        findings(files.writeDescription()),
+        "set.xml:1:1: error: the spectral sample \"aster/grass.txt\" of class 1 has no two points in the band from 8.1 "
+        "to 8.4 of \"set.band\": the class reflects nothing\n");
+}
+
+TEST_F(CheckFiles, ABodyOfManyFacetsIsNoFault) {
+    constexpr int kFacets = 22000;
+    std::string lines = "3 22000\n0 1 0 1 0 1\n0 0 0 0 0 1 v\n1 0 0 0 0 1 v\n0 1 0 0 0 1 v\n";
+    for (int facet = 0; facet < kFacets; ++facet)
+        lines += "1 1 2 3 f\n";
+    EXPECT_EQ(findings(directory_.write("many.vnl", lines)), "");
+}
+
 TEST_F(CheckFiles, TellsHowATerrainSetAndItsFilesDisagree) {
     const TerrainFiles files(directory_);
     files.writeRequired();

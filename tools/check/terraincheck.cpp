@@ -3,12 +3,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <set>
 
+#include "aster.h"
+#include "bandfile.h"
 #include "cls2asterfile.h"
 #include "descriptionscan.h"
 #include "filechecks.h"
@@ -19,6 +22,7 @@
 #include "loaderguard.h"
 #include "loadmaterialtables.h"
 #include "rastersize.h"
+#include "shortestnumber.h"
 #include "terrain.h"
 #include "terrainreflectance.h"
 #include "terrainxmlparser.h"
@@ -27,6 +31,7 @@ namespace sorvane {
 namespace {
 constexpr const char* kTiles = "faults of tiles";
 constexpr const char* kMissing = "missing files";
+constexpr std::size_t kMaximumTextBytes = std::size_t{4} << 20;
 constexpr const char* kMaterials = "classes without a material";
 
 // Lines that tell what goes well.
@@ -124,7 +129,7 @@ private:
         if (route == ReflectanceRoute::None)
             return std::nullopt;
         if (route == ReflectanceRoute::Aster) {
-            const std::optional<std::string> text = readInputFile(tile_.getCls2AsterFilePath(), std::size_t{4} << 20);
+            const std::optional<std::string> text = readInputFile(tile_.getCls2AsterFilePath(), kMaximumTextBytes);
             for (const Cls2AsterFile::Line& line : Cls2AsterFile::parse(text.value_or("")))
                 known.insert(line.cls);
             return known;
@@ -162,21 +167,41 @@ public:
 
 private:
     void checkSamples() {
-        const std::optional<std::string> text = readInputFile(tile_.getCls2AsterFilePath(), std::size_t{4} << 20);
+        const std::optional<std::string> text = readInputFile(tile_.getCls2AsterFilePath(), kMaximumTextBytes);
         std::set<std::string> seen;
         for (const Cls2AsterFile::Line& line : Cls2AsterFile::parse(text.value_or(""))) {
             if (line.sample.empty() || line.sample == Aster().name() || !seen.insert(line.sample).second)
                 continue;
             const std::filesystem::path path =
                 std::filesystem::path(tile_.getAsterDbFilePath()) / (line.sample + "." + ASTER_EXT);
-            if (FileExists(path.string()))
+            if (FileExists(path.string())) {
                 files_.push_back(path.string());
-            else
+                checkBandOf(path.string(), line.cls);
+            } else {
                 findings_.error(
                     {}, kMissing,
                     std::string("the spectral sample \"") + path.string() + "\" of class " + std::to_string(line.cls) +
                         " does not exist: no tile with classes is drawn");
+            }
         }
+    }
+
+    // A sample's mean over a band in which it has no point is not a number.
+    void checkBandOf(const std::string& path, int cls) {
+        const std::string& bandPath = tile_.getBandFilePath();
+        const std::optional<std::string> band = readInputFile(bandPath, kMaximumTextBytes);
+        const std::optional<std::string> sample = readInputFile(path, kMaximumTextBytes);
+        if (!band || !sample)
+            return;
+        float lower = 0.0F;
+        float upper = 0.0F;
+        BandFile::parse(*band, lower, upper);
+        if (std::isnan(Aster::bandMean(*sample, lower, upper)))
+            findings_.error(
+                {}, kMaterials,
+                "the spectral sample \"" + path + "\" of class " + std::to_string(cls) +
+                    " has no two points in the band from " + shortestText(lower) + " to " + shortestText(upper) +
+                    " of \"" + bandPath + "\": the class reflects nothing");
     }
 
     void checkMaterialCount() {
