@@ -50,11 +50,13 @@ bool readFacet(TrackedLine& line, std::array<int, 3>& vertices) {
     return std::sscanf(line.text(), "%d %d %d %d %255s", &number, &vertices[0], &vertices[1], &vertices[2], word) == 5;
 }
 
-// The 0-based index of the 1-based vertex that is a facet's corner 0, 1 or 2. Truncating to 16 bits is deliberate:
-// vertex 0 is reported as 65535.
-unsigned short vertexIndex(int oneBased, int corner, int numVerts) {
-    const auto index = static_cast<unsigned short>(static_cast<unsigned int>(oneBased) - 1U);
-    if (index >= numVerts) {
+// The 0-based index of the 1-based vertex that is a facet's corner 0, 1 or 2. Truncating to 16 bits is deliberate where
+// they number all vertices: vertex 0 is then reported as 65535.
+int vertexIndex(int oneBased, int corner, int numVerts) {
+    const unsigned int whole = static_cast<unsigned int>(oneBased) - 1U;
+    const int index =
+        numVerts > VnlFile::kMost16BitVertices ? static_cast<int>(whole) : static_cast<unsigned short>(whole);
+    if (index < 0 || index >= numVerts) {
         fail("Load", "us%d should be less than numVerts = %d, but is %d.", corner, numVerts, index);
         endProcess();
     }
@@ -122,19 +124,24 @@ bool VertexTable::read(FileTracker& lines, int numVerts) {
 
 bool readFacets(
     FileTracker& lines, int numFacets, const VertexTable& vertices, BrdfFile& brdf, const RadFile& rad,
-    const VnlArrays& arrays) {
+    const VnlArrays& arrays, std::vector<VnlFile::WrappedFacet>& wrapped) {
     TrackedLine line;
     for (int k = 0; k < numFacets; ++k) {
         if (!line.next(lines))
             return fail("Load", "Unexpected EOF when trying to read facet %d.", k + 1);
+        const int lineNumber = vertices.count + k + 3;
         std::array<int, 3> named{};
         if (!readFacet(line, named))
             return fail(
-                "Load", "Malformed line %d when reading facet %d. Received \"%s\".", vertices.count + k + 3, k + 1,
-                line.text());
-        const std::array<unsigned short, 3> indices = {
-            vertexIndex(named[0], 0, vertices.count), vertexIndex(named[1], 1, vertices.count),
-            vertexIndex(named[2], 2, vertices.count)};
+                "Load", "Malformed line %d when reading facet %d. Received \"%s\".", lineNumber, k + 1, line.text());
+        std::array<std::size_t, 3> indices{};
+        for (std::size_t c = 0; c < 3; ++c)
+            indices[c] = static_cast<std::size_t>(vertexIndex(named[c], static_cast<int>(c), vertices.count));
+        for (std::size_t c = 0; c < 3; ++c)
+            if (const int taken = static_cast<int>(indices[c]) + 1; taken != named[c]) {
+                wrapped.push_back({lineNumber, k, named[c], taken});
+                break;
+            }
 
         const int slot = brdf.SortedFacetIndex(k);
         if (slot < 0)
@@ -233,5 +240,6 @@ bool VnlFile::parse(FileTracker& lines, BrdfFile& brdf, const RadFile& rad, cons
     boundingBox_ = boxCorners(box);
 
     VertexTable vertices;
-    return vertices.read(lines, numVerts) && readFacets(lines, numFacets, vertices, brdf, rad, arrays);
+    wrappedFacets_.clear();
+    return vertices.read(lines, numVerts) && readFacets(lines, numFacets, vertices, brdf, rad, arrays, wrappedFacets_);
 }

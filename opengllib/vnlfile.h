@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "file.h"
 #include "tuple3.h"
@@ -26,6 +27,7 @@ class TextHead;
 //     V lines: position x y z, vertex normal x y z, one word
 //     F lines: facet number, three vertex numbers, one word
 // Vertices count from 1, facets by their lines. The words must be there; they and the facet numbers are ignored.
+// With V up to 65,536 only the low 16 bits of a vertex number less 1 count, with more vertices all of it does.
 
 namespace sorvane {
 // Where the facets go: arrays of F facets, the corner arrays of 3 · F corners, all supplied by the caller.
@@ -63,6 +65,15 @@ public:
         return std::uintmax_t{9} * static_cast<unsigned>(facets);
     }
 
+    // A facet, counted from 0, of which 16 bits make another vertex of one that it names.
+    struct WrappedFacet {
+        int line; // of the file, from 1
+        int facet;
+        int named; // as the file has it, from 1
+        int taken; // likewise
+    };
+    static constexpr int kMost16BitVertices = 65536;
+
     // Reads the file `name` into the arrays. `brdf` must be loaded and not have been asked for slots, `rad` must hold
     // as many facets as `brdf`. On failure prints a message and returns false; the arrays may then be partly filled. A
     // facet that names a vertex that isn't there ends the process: deliberate, unlike every other fault.
@@ -81,7 +92,11 @@ public:
     // The corners of the bounding box, w = 1: around the low-z face, then in the same order around the high-z face.
     const std::array<Vector<float>, 8>& boundingBox() const { return boundingBox_; }
 
+    // Those of the last load, in the order of the file.
+    const std::vector<WrappedFacet>& wrappedFacets() const { return wrappedFacets_; }
+
 private:
+    std::vector<WrappedFacet> wrappedFacets_;
     std::array<Vector<float>, 8> boundingBox_ = [] {
         std::array<Vector<float>, 8> corners;
         corners.fill({0.0F, 0.0F, 0.0F, 1.0F});

@@ -153,6 +153,38 @@ TEST(VnlFile, AVertexThatIsNotThereEndsTheProcess) {
             "^Error in function \"Load\" of file \"opengllib/vnlfile.cpp\" .*: " + report + "\\.\n$");
 }
 
+// Up to 65,536 vertices only 16 bits of a number count; with more, all of it does.
+TEST(VnlFile, AVertexNumberWrapsOnlyInABodyThat16BitsCanNumber) {
+    const auto text = [](int vertices, const std::string& facet) {
+        std::string lines = "7 0 0 0 0 1 v\n";
+        for (int vertex = 2; vertex < vertices; ++vertex)
+            lines += "0 0 0 0 0 1 v\n";
+        return vnl(std::to_string(vertices) + " 1", lines + "9 0 0 0 0 1 v\n" + facet);
+    };
+    for (const auto& [vertices, facet, x, named, taken] : Rows<int, const char*, float, int, int>{
+             {65536, "1 65536 1 2 f\n", 9.0F, 0, 0},
+             {65536, "1 65537 1 2 f\n", 7.0F, 65537, 1},
+             {65536, "1 0 131073 2 f\n", 9.0F, 0, 65536},
+             {65537, "1 65537 1 2 f\n", 9.0F, 0, 0},
+             {65537, "1 1 65537 2 f\n", 7.0F, 0, 0}}) {
+        Body body(kOneFacet);
+        ASSERT_TRUE(body.load(text(vertices, facet)));
+        EXPECT_EQ(body.positions[0].x, x) << vertices << ' ' << facet;
+        ASSERT_EQ(body.vnl.wrappedFacets().size(), taken == 0 ? 0U : 1U) << vertices << ' ' << facet;
+        if (taken != 0) {
+            const VnlFile::WrappedFacet& wrapped = body.vnl.wrappedFacets()[0];
+            EXPECT_EQ(wrapped.line, vertices + 3);
+            EXPECT_EQ(wrapped.facet, 0);
+            EXPECT_EQ(wrapped.named, named);
+            EXPECT_EQ(wrapped.taken, taken);
+        }
+    }
+    for (const auto& [facet, report] : Rows<const char*, std::string>{
+             {"1 0 1 2 f\n", "us0 should be less than numVerts = 65537, but is -1"},
+             {"1 1 2 65538 f\n", "us2 should be less than numVerts = 65537, but is 65537"}})
+        EXPECT_EXIT(Body(kOneFacet).load(text(65537, facet)), testing::ExitedWithCode(1), ": " + report + "\\.\n$");
+}
+
 TEST(VnlFile, LoadsFromDisk) {
     Body body(kOneFacet);
     const auto load = [&body](const std::string& path) {

@@ -65,6 +65,9 @@ TEST_F(CheckFiles, TellsWhatIsWrongWithASingleFile) {
          "c.vnl:1:1: error: us0 should be less than numVerts = 3, but is 65535.\n"},
         {"d.vnl", "3 1\n0 1 0 1 0 1\n0 0 0 0 0 1 v\n1 nan 0 0 0 1 v\n0 1 0 0 0 1 v\n1 1 2 3 f\n",
          "d.vnl:1:1: error: facet 1 has a vertex or a normal that is not finite\n"},
+        {"e.vnl", "3 1\n0 1 0 1 0 1\n0 0 0 0 0 1 v\n1 0 0 0 0 1 v\n0 1 0 0 0 1 v\n1 1 65538 3 f\n",
+         "e.vnl:6:1: error: facet 1 names vertex 65538, which is not there: vertex 2 takes its place, since only 16 "
+         "bits of the numbers count in a body of up to 65536 vertices\n"},
         {"a.brdf", kReflectance, ""},
         {"e.brdf", "BRDF\n1\n0.5 0.5 -1 1 2 c\n",
          "e.brdf:3:1: error: Invalid brdf_fresnel (b) parameter on line 3 (parameter #3). b should be nonnegative but "

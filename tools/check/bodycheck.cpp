@@ -19,7 +19,6 @@ namespace sorvane {
 namespace {
 constexpr const char* kValues = "unusable values";
 constexpr const char* kFailure = "the file can't be loaded";
-constexpr int kMostFacets = 65536 / 3; // by 16-bit numbers of corners
 constexpr int kRefusedFacets = 1 << 24;
 
 bool isFinite(const Tuple3<float>& triple) {
@@ -66,10 +65,13 @@ std::optional<int> checkGeometry(const std::string& path, FindingList& findings)
                     " has a vertex or a normal that is not finite");
             break;
         }
-    if (tried > kMostFacets)
-        findings.warning(
-            {}, kValues,
-            std::to_string(tried) + " facets are too many: " + std::to_string(kMostFacets) + " can be drawn rightly");
+    for (const VnlFile::WrappedFacet& wrapped : geometry.wrappedFacets())
+        findings.error(
+            {wrapped.line}, "vertex numbers that 16 bits don't hold",
+            std::string("facet ") + std::to_string(wrapped.facet + 1) + " names vertex " +
+                std::to_string(wrapped.named) + ", which is not there: vertex " + std::to_string(wrapped.taken) +
+                " takes its place, since only 16 bits of the numbers count in a body of up to " +
+                std::to_string(VnlFile::kMost16BitVertices) + " vertices");
     return facets;
 }
 
