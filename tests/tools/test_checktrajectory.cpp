@@ -28,7 +28,7 @@ std::string record(const std::string& time) {
     return head(time) + "1 2 3 4 5 6\n0 0 1 2 3\n";
 }
 
-constexpr const char* kFlare = "1 1 1 2 3 4 5 6 7 8 9 10 3\n";
+constexpr const char* kFlare = "1 1 1 2 3 4e8 5 6 7 8 9 10 3\n";
 
 // What is found in the trajectory itself: one line each, without the file's name.
 class CheckTrajectory : public testing::Test {
@@ -101,6 +101,9 @@ TEST_F(CheckTrajectory, TellsEveryFaultAndItsPlace) {
          "record before may be too low\n"},
         {kHeader + record("0") + " \t\n# c\n" + record("1"),
          "16:1: error: a blank line ends the data here: 3 lines that follow are not read\n"},
+        {kHeader + head("0", 1) + "1 2 3 4 5 6\n0 0 1 2 3\n3 1 1 2 3 50000 0 0 0 5 0 0 1\n",
+         "1:1: warning: all flares are black balls in the view: the brightest, flare 3, has a grey of 0.01, and would "
+         "be white, 1, from a brightness of 5e+06 on\n"},
         {kHeader + "\n" + "x\n", "1:1: error: there are no samples: the viewer refuses the file\n"
                                  "13:1: error: a blank line ends the data here: 1 line that follows is not read\n"},
         {kHeader + reversed + record("2.0"), "19:1: warning: the time 1 goes back behind the 2 of line 16\n"

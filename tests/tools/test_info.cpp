@@ -38,8 +38,10 @@ protected:
     // Two bodies that pass each other: the threat goes from (0, 30, 40) to (200, 30, 40) in 2 s past a target that
     // stays at (50, 0, 0). They come closest, 50 apart, at 0.5 s.
     std::string writePassage(const char* name) const {
+        TestFlare dim{8};
+        dim.scalar = 2e6;
         TestSample first{0.0, {50, 0, 0}, {0, 30, 40}, {}, {}};
-        TestSample middle{0.25, {50, 0, 0}, {25, 30, 40}, {}, {TestFlare{7}, TestFlare{8}}};
+        TestSample middle{0.25, {50, 0, 0}, {25, 30, 40}, {}, {TestFlare{7}, dim}};
         TestSample last{2.0, {50, 0, 0}, {200, 30, 40}, {}, {TestFlare{9}, TestFlare{7}}};
         const std::string path = directory.file(name);
         writeTrajectory(QString::fromStdString(path), {first, middle, last});
@@ -64,9 +66,20 @@ TEST_F(Info, GivesTheNumbersOfAnEngagement) {
                            {"step_minimum_s", 0.25},
                            {"step_median_s", 1.75},
                            {"step_maximum_s", 1.75}}));
+    const double greyOfEight = file["flares"]["greys"][1]["grey"];
     EXPECT_EQ(
-        file["flares"],
-        Json({{"distinct", 3}, {"most_at_once", 2}, {"samples", 2}, {"first_s", 0.25}, {"last_s", 2.0}}));
+        file["flares"], Json(
+                            {{"distinct", 3},
+                             {"most_at_once", 2},
+                             {"samples", 2},
+                             {"first_s", 0.25},
+                             {"last_s", 2.0},
+                             // 4 · 2 · 10⁶ / (5 · 895.6922)² is 0.39887.
+                             {"greys", Json::array(
+                                           {{{"flare", 7}, {"grey", 1.0}},
+                                            {{"flare", 8}, {"grey", greyOfEight}},
+                                            {{"flare", 9}, {"grey", 1.0}}})}}));
+    EXPECT_NEAR(greyOfEight, 0.39887, 1e-5);
     EXPECT_EQ(file["target_extent"]["minimum_m"], Json({50.0, 0.0, 0.0}));
     EXPECT_EQ(file["threat_extent"]["maximum_m"], Json({200.0, 30.0, 40.0}));
     EXPECT_DOUBLE_EQ(file["closest_approach"]["time_s"], 0.5);

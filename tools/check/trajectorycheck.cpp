@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include "engagementfiles.h"
+#include "flarecheck.h"
 #include "linereading.h"
 #include "samplecheck.h"
 #include "trajectoryfile.h"
@@ -65,6 +66,7 @@ private:
     TrajectoryFileHeader header_;
     std::array<std::int64_t, 12> headerLines_{};
     SampleCheck samples_;
+    BrightestFlares flares_;
     bool isHeaderWhole_ = false;
     bool wasOutOfStep_ = false;
     bool isOutOfStep_ = false; // records have been taken for others since a wrong flare count
@@ -194,6 +196,7 @@ void TrajectoryCheck::record(const WatchedRecord& told) {
             {told.line}, "wrong flare counts",
             std::string("the flare count is ") + std::to_string(told.sample.flareCount) + " and counts as 0");
     samples_.add(told.sample, told.line);
+    flares_.include(told.flares);
 }
 
 void TrajectoryCheck::blankLine(std::int64_t line, std::int64_t linesAfter) {
@@ -214,6 +217,7 @@ void TrajectoryCheck::finish() {
     if (samples_.isEmpty() && isHeaderWhole_ && !wasOutOfStep_)
         findings_.error({}, kRecords, "there are no samples: the viewer refuses the file");
     samples_.report(findings_, !wasOutOfStep_);
+    reportBlackFlares(flares_, findings_);
 }
 } // namespace
 

@@ -69,6 +69,9 @@ InfoRecord flareRecord(const FlareSummary& flares) {
     if (flares.samples > 0) {
         record["first_s"] = flares.firstTime;
         record["last_s"] = flares.lastTime;
+        record["greys"] = InfoRecord::array();
+        for (const auto& [id, flare] : flares.greys)
+            record["greys"].push_back({{"flare", id}, {"grey", flare.grey}});
     }
     return record;
 }

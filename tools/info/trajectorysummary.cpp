@@ -59,6 +59,7 @@ void SampleTable::add(const keyframe& sample, const std::vector<flareKeyframe>& 
     for (const flareKeyframe& flare : flares)
         flareIds_.push_back(flare.id);
     rows_.push_back({sample, begin, flareIds_.size()});
+    greys_.include(flares);
 }
 
 void SampleTable::putInOrder() {
@@ -97,6 +98,7 @@ TrajectorySummary SampleTable::summarise() {
     }
     summary.steps = stepsOf(std::move(steps));
     summary.flares = flares.result();
+    summary.flares.greys = greys_.byId();
     summary.closest = search.result();
     const std::size_t last = rows_.size() - 1;
     summary.first = rows_.front().sample;

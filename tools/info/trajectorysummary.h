@@ -3,10 +3,12 @@
 
 #include <cstddef>
 #include <limits>
+#include <map>
 #include <optional>
 #include <vector>
 
 #include "encounter.h"
+#include "flaregrey.h"
 #include "keyframe.h"
 
 namespace sorvane {
@@ -33,6 +35,7 @@ struct FlareSummary {
     std::size_t distinct = 0; // by identifier
     double firstTime = 0.0;   // seconds
     double lastTime = 0.0;
+    std::map<int, BrightestFlares::Flare> greys; // by identifier
 };
 
 struct TrajectorySummary {
@@ -68,5 +71,6 @@ private:
 
     std::vector<Row> rows_;
     std::vector<int> flareIds_;
+    BrightestFlares greys_;
 };
 } // namespace sorvane
