@@ -113,10 +113,10 @@ void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, con
     };
     drawIfReached(engagement.target.get(), {state.targetPos, state.targetAtt});
 
-    EngagementLines& lines = linesOf(shown.id, engagement.keyframes);
-    drawPath(lines, engagement, PathOf::Target, frame, slice);
+    const Paths paths{engagement, linesOf(shown.id, engagement.keyframes), engagement.sampleCountAt(options.time)};
+    drawPath(paths, PathOf::Target, frame, slice);
     drawFlares(state.flares, lookAt, frame.window, slice, options.pixelRatio);
-    drawTrails(lines, engagement, frame, slice);
+    drawTrails(paths, frame, slice);
 
     if (camera.mode() == ViewGyro) {
         // The eye sits in the threat's seeker: no threat and no threat path, but what the seeker frames.
@@ -127,39 +127,38 @@ void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, con
         return;
     }
     drawIfReached(engagement.threat.get(), {state.threatPos, state.threatAtt});
-    drawPath(lines, engagement, PathOf::Threat, frame, slice);
+    drawPath(paths, PathOf::Threat, frame, slice);
 }
 
-void Scene::drawPath(
-    EngagementLines& lines, const etxyz& engagement, PathOf body, const Frame& frame, const DepthSlice& slice) {
+void Scene::drawPath(const Paths& paths, PathOf body, const Frame& frame, const DepthSlice& slice) {
     const SceneOptions& options = frame.options;
     if (!options.showHistoryLines)
         return;
-    HistoryLine& line = lines.history(engagement.keyframes, body, options.showDropLines);
-    if (!slice.reaches(frame.lookAt.depthsOf(line.box(), lines.origin())))
+    HistoryLine& line = paths.lines.history(paths.engagement.keyframes, body, options.showDropLines);
+    if (!slice.reaches(frame.lookAt.depthsOf(line.box(), paths.lines.origin())))
         return;
     const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
     const LinesAcrossSlices across(slice);
-    frame.lookAt.load(lines.origin());
+    frame.lookAt.load(paths.lines.origin());
     glLineWidth(wideLine(options));
     setPattern(body == PathOf::Target ? kTargetPattern : kThreatPattern, options);
-    (body == PathOf::Target ? cyl_front_mat : threatMaterial(engagement)).apply();
-    line.draw(engagement.sampleCountAt(options.time));
+    (body == PathOf::Target ? cyl_front_mat : threatMaterial(paths.engagement)).apply();
+    line.draw(paths.sampleCount);
 }
 
-void Scene::drawTrails(EngagementLines& lines, const etxyz& engagement, const Frame& frame, const DepthSlice& slice) {
+void Scene::drawTrails(const Paths& paths, const Frame& frame, const DepthSlice& slice) {
     if (!frame.options.showHistoryLines)
         return;
-    FlareTrails& trails = lines.trails(engagement.keyframes);
-    if (!slice.reaches(frame.lookAt.depthsOf(trails.box(), lines.origin())))
+    FlareTrails& trails = paths.lines.trails(paths.engagement.keyframes);
+    if (!slice.reaches(frame.lookAt.depthsOf(trails.box(), paths.lines.origin())))
         return;
     const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
     const LinesAcrossSlices across(slice);
-    frame.lookAt.load(lines.origin());
+    frame.lookAt.load(paths.lines.origin());
     setPattern(kFlarePattern, frame.options);
     flare_front_mat.apply();
     glNormal3f(0.0F, 0.0F, -1.0F);
-    trails.draw(engagement.sampleCountAt(frame.options.time));
+    trails.draw(paths.sampleCount);
 }
 
 EngagementLines& Scene::linesOf(EngagementId id, const QMap<double, keyframe>& samples) {

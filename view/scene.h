@@ -68,10 +68,14 @@ private:
         WindowTransform window;
     };
     void drawEngagement(const SceneEngagement& shown, const Frame& frame, const DepthSlice& slice);
-    static void
-    drawPath(EngagementLines& lines, const etxyz& engagement, PathOf body, const Frame& frame, const DepthSlice& slice);
-    static void
-    drawTrails(EngagementLines& lines, const etxyz& engagement, const Frame& frame, const DepthSlice& slice);
+    // An engagement's line sets up to a number of samples.
+    struct Paths {
+        const etxyz& engagement;
+        EngagementLines& lines;
+        std::size_t sampleCount;
+    };
+    static void drawPath(const Paths& paths, PathOf body, const Frame& frame, const DepthSlice& slice);
+    static void drawTrails(const Paths& paths, const Frame& frame, const DepthSlice& slice);
     EngagementLines& linesOf(EngagementId id, const QMap<double, keyframe>& samples);
 
     std::map<EngagementId, EngagementLines> lines_;
