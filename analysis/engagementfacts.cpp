@@ -6,12 +6,12 @@
 
 namespace sorvane {
 namespace {
-void addFlares(const QMap<double, keyframe>& samples, std::vector<EngagementEvent>& events) {
+void addFlares(const SampleSeries& series, std::vector<EngagementEvent>& events) {
     std::unordered_set<int> known;
-    for (const keyframe& sample : samples)
-        for (const flareKeyframe& flare : sample.flares)
-            if (known.insert(flare.id).second)
-                events.push_back({sample.time, QStringLiteral("Flare %1").arg(flare.id)});
+    for (std::size_t i = 0; i < series.samples().size(); ++i)
+        for (const int id : series.flareIds(i))
+            if (known.insert(id).second)
+                events.push_back({series.samples()[i].time, QStringLiteral("Flare %1").arg(id)});
 }
 
 // Events that a step can't tell apart are one with all their names.
@@ -26,14 +26,14 @@ std::vector<EngagementEvent> merged(const std::vector<EngagementEvent>& events) 
 }
 } // namespace
 
-EngagementFacts factsOf(const QMap<double, keyframe>& samples) {
+EngagementFacts factsOf(const SampleSeries& series) {
     EngagementFacts facts;
-    facts.closest = closestApproach(samples);
-    facts.events.push_back({samples.firstKey(), QStringLiteral("First sample")});
-    addFlares(samples, facts.events);
+    facts.closest = closestApproach(series.samples());
+    facts.events.push_back({series.samples().front().time, QStringLiteral("First sample")});
+    addFlares(series, facts.events);
     if (facts.closest)
         facts.events.push_back({facts.closest->time, QStringLiteral("Closest approach")});
-    facts.events.push_back({samples.lastKey(), QStringLiteral("Last sample")});
+    facts.events.push_back({series.samples().back().time, QStringLiteral("Last sample")});
     std::ranges::stable_sort(facts.events, {}, &EngagementEvent::time);
     facts.events = merged(facts.events);
     return facts;

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include "encounter.h"
+#include "sampleseries.h"
 
 namespace sorvane {
 constexpr double kTimeNoise = 1.0e-9; // seconds; what rounding adds to equal times
@@ -22,5 +23,5 @@ struct EngagementFacts {
 };
 
 // The first and the last sample, each flare's first appearance and the closest approach. Needs at least one sample.
-EngagementFacts factsOf(const QMap<double, keyframe>& samples);
+EngagementFacts factsOf(const SampleSeries& series);
 } // namespace sorvane

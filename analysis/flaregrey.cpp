@@ -7,15 +7,15 @@
 
 namespace sorvane {
 namespace {
-double largestHalfAxis(const flareKeyframe& flare) {
+double largestHalfAxis(const Flare& flare) {
     double largest = 0.0;
-    for (const float halfAxis : flare.intensity)
-        largest = std::max(largest, std::abs(double{halfAxis}));
+    for (const double halfAxis : flare.halfAxes)
+        largest = std::max(largest, std::abs(halfAxis));
     return largest;
 }
 
 // Of the view's pixels, so that the flare's brightness over it is a grey.
-double greyArea(const flareKeyframe& flare) {
+double greyArea(const Flare& flare) {
     const double radius = largestHalfAxis(flare) * kStartViewPixelsPerRadian; // pixels times the distance
     const double squaredDistance = kStartViewDistance * kStartViewDistance;
     const bool isPoint = !(std::numbers::pi * radius * radius > squaredDistance);
@@ -23,28 +23,28 @@ double greyArea(const flareKeyframe& flare) {
 }
 } // namespace
 
-double startViewGrey(const flareKeyframe& flare) {
-    return std::clamp(double{flare.scalar} / greyArea(flare), 0.0, 1.0);
+double startViewGrey(const Flare& flare) {
+    return std::clamp(flare.brightness / greyArea(flare), 0.0, 1.0);
 }
 
-double brightnessOfWhite(const flareKeyframe& flare) {
+double brightnessOfWhite(const Flare& flare) {
     return greyArea(flare);
 }
 
-void BrightestFlares::include(std::span<const flareKeyframe> flares) {
+void BrightestFlares::include(std::span<const Flare> flares) {
     for (std::size_t place = 0; place < flares.size(); ++place) {
-        const flareKeyframe& flare = flares[place];
+        const Flare& flare = flares[place];
         if (place >= previous_.size())
             previous_.push_back(nullptr);
-        Flare*& known = previous_[place];
+        Brightest*& known = previous_[place];
         if (known == nullptr || known->at.id != flare.id)
-            known = &byId_.try_emplace(flare.id, Flare{flare, startViewGrey(flare)}).first->second;
+            known = &byId_.try_emplace(flare.id, Brightest{flare, startViewGrey(flare)}).first->second;
         if (const double grey = startViewGrey(flare); grey > known->grey)
             *known = {flare, grey};
     }
 }
 
-std::optional<BrightestFlares::Flare> BrightestFlares::brightest() const {
+std::optional<BrightestFlares::Brightest> BrightestFlares::brightest() const {
     const auto found = std::ranges::max_element(byId_, {}, [](const auto& entry) { return entry.second.grey; });
     return found == byId_.end() ? std::nullopt : std::optional(found->second);
 }

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "keyframe.h"
+#include "sample.h"
 
 namespace sorvane {
 // The view as it starts: 100 units away, 30 degrees over a height of 480 pixels. What is larger than a pixel has the
@@ -16,10 +16,10 @@ inline constexpr double kStartViewPixelsPerRadian = 895.6921938165307; // 240 / 
 
 // The grey of a flare in that view, from 0 (black) to 1 (white): 4 I / (R f)², I its brightness, R its largest half
 // axis and f the pixels that a radian takes; below the size of a pixel 4 π I / distance².
-double startViewGrey(const flareKeyframe& flare);
+double startViewGrey(const Flare& flare);
 
 // The brightness from which on such a flare is white in that view.
-double brightnessOfWhite(const flareKeyframe& flare);
+double brightnessOfWhite(const Flare& flare);
 
 // Flares by their identifiers, each as it is when it is at its brightest.
 class BrightestFlares {
@@ -29,18 +29,18 @@ public:
     BrightestFlares& operator=(const BrightestFlares&) = delete;
 
     // Those of one sample.
-    void include(std::span<const flareKeyframe> flares);
+    void include(std::span<const Flare> flares);
 
-    struct Flare {
-        flareKeyframe at;
+    struct Brightest {
+        Flare at;
         double grey = 0.0;
     };
-    const std::map<int, Flare>& byId() const { return byId_; }
+    const std::map<int, Brightest>& byId() const { return byId_; }
     // The brightest of all; nothing without flares.
-    std::optional<Flare> brightest() const;
+    std::optional<Brightest> brightest() const;
 
 private:
-    std::map<int, Flare> byId_;
-    std::vector<Flare*> previous_; // those of the sample before, where most are again
+    std::map<int, Brightest> byId_;
+    std::vector<Brightest*> previous_; // those of the sample before, where most are again
 };
 } // namespace sorvane

@@ -2,6 +2,7 @@
 // formats and of the names of their units.
 #include "measuretext.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <QList>
@@ -30,11 +31,13 @@ QString fixed(double value, int decimals, const QString& ending) {
     return text + ending;
 }
 
-// Short times keep their digits, which three decimals would lose.
-QString shortTimeText(double seconds) {
-    constexpr double kShort = 0.1;
-    return seconds != 0.0 && std::abs(seconds) < kShort ? QString::number(seconds, 'g', 4) + QStringLiteral(" s")
-                                                        : timeText(seconds);
+// So many decimals that four digits count, the last ones only as far as they are needed beyond `least` decimals.
+constexpr int kCountingDigits = 4;
+int countingDecimals(double value, int least) {
+    if (value == 0.0 || !std::isfinite(value))
+        return least;
+    const int beforePoint = static_cast<int>(std::floor(std::log10(std::abs(value)))) + 1;
+    return std::max(least, kCountingDigits - beforePoint);
 }
 
 struct Ending {
@@ -60,7 +63,7 @@ const QList<Ending>& knownEndings() {
     static const QList<Ending> endings = endingsOf<LengthUnit::Unstated>() + endingsOf<LengthUnit::Feet>() +
                                          endingsOf<LengthUnit::Metres>() +
                                          QList<Ending>{
-                                             {QStringLiteral("_s"), shortTimeText},
+                                             {QStringLiteral("_s"), timeText},
                                              {QStringLiteral("_deg"), angleText},
                                              {QStringLiteral("_W_per_cm2_sr"), radianceText}};
     return endings;
@@ -72,11 +75,22 @@ double metresPer(LengthUnit unit) {
 }
 
 QString timeText(double seconds) {
-    return fixed(seconds, 3, QStringLiteral(" s"));
+    constexpr int kDecimals = 3;
+    constexpr int kMostDecimals = 9; // what is less is noise
+    constexpr double kShort = 0.1;   // three decimals would lose digits of what is shorter
+    const int decimals =
+        std::abs(seconds) < kShort ? std::min(countingDecimals(seconds, kDecimals), kMostDecimals) : kDecimals;
+    QString text = fixed(seconds, decimals, {});
+    while (text.endsWith(u'0') && text.size() - text.indexOf(u'.') - 1 > kDecimals)
+        text.chop(1);
+    return text + QStringLiteral(" s");
 }
 
 QString lengthText(double value, LengthUnit unit) {
-    return fixed(value, 1, u' ' + symbolOf(unit));
+    constexpr int kMostDecimals = 7;
+    const int decimals = countingDecimals(value, 1);
+    return decimals > kMostDecimals ? QString::number(value, 'g', kCountingDigits) + u' ' + symbolOf(unit)
+                                    : fixed(value, decimals, u' ' + symbolOf(unit));
 }
 
 QString speedText(double value, LengthUnit unit) {

@@ -10,8 +10,8 @@ enum class LengthUnit { Unstated, Feet, Metres };
 
 double metresPer(LengthUnit unit); // 1 for an unstated one
 
-QString timeText(double seconds);                  // "12.345 s"
-QString lengthText(double value, LengthUnit unit); // "1234.5 m"
+QString timeText(double seconds);                  // "12.345 s"; short ones have up to four digits: "0.00125 s"
+QString lengthText(double value, LengthUnit unit); // "1234.5 m", "12.34 m": at least four digits
 QString speedText(double value, LengthUnit unit);  // "310.2 m/s"
 QString angleText(double degrees);                 // "42.0°"
 

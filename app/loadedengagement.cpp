@@ -17,20 +17,17 @@ EngagementReading readEngagement(const QString& path) {
 }
 
 LoadedEngagement::LoadedEngagement(QString path, EngagementReading reading)
-    : path_(std::move(path)), reading_(std::move(reading)), samples_(reading_.data->keyframes) {}
+    : path_(std::move(path)), reading_(std::move(reading)) {}
 
 LoadedEngagement::~LoadedEngagement() = default;
 
 const EngagementFacts& LoadedEngagement::facts() const {
-    if (!facts_) {
-        facts_ = factsOf(samples_);
-        samples_.clear();
-    }
+    if (!facts_)
+        facts_ = factsOf(reading_.data->samples);
     return *facts_;
 }
 
 std::unique_ptr<etxyz> LoadedEngagement::take(EngagementReading reading) {
-    samples_ = reading.data->keyframes;
     facts_.reset();
     return std::exchange(reading_, std::move(reading)).data;
 }

@@ -4,13 +4,11 @@
 #include <memory>
 #include <optional>
 
-#include <QMap>
 #include <QString>
 
 #include "engagementfacts.h"
 #include "engagementid.h"
 #include "filestamp.h"
-#include "keyframe.h"
 #include "modelfiles.h"
 
 class etxyz;
@@ -40,8 +38,7 @@ public:
     // Its sub-menu is there once the engagement is in the window.
     etxyz& data() const { return *reading_.data; }
 
-    // Worked out when they are first asked for. They are those of the samples as they were read, without the empty one
-    // that the drawing of a terrain may add.
+    // Worked out when they are first asked for.
     const EngagementFacts& facts() const;
 
 private:
@@ -53,7 +50,6 @@ private:
     EngagementId id_ = newEngagementId();
     QString path_;
     EngagementReading reading_;
-    mutable QMap<double, keyframe> samples_; // shared with the data until there are facts, then empty
     mutable std::optional<EngagementFacts> facts_;
 };
 } // namespace sorvane

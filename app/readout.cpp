@@ -2,12 +2,15 @@
 #include "readout.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QEvent>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QTimer>
 
+#include "clocknumbers.h"
+#include "etxyz.h"
 #include "loadedengagement.h"
 #include "measuretext.h"
 
@@ -22,19 +25,30 @@ QString line(const char* label, const QString& value) {
     return QString::fromLatin1(label).leftJustified(kLabelWidth) + value;
 }
 
+// The box of the time shows whole milliseconds, of which the one nearest to an end stands for it.
+double boundedTime(std::span<const Sample> samples, double time) {
+    const double bounded = std::clamp(time, samples.front().time, samples.back().time);
+    return std::abs(bounded - time) <= kSecondsPerSliderStep / 2.0 ? bounded : time;
+}
+
 QStringList encounterLines(const LoadedEngagement& engagement, double time) {
-    const Encounter now = encounterAt(engagement.data(), time);
+    const std::span<const Sample> samples = engagement.data().samples.samples();
+    const std::optional<Encounter> now = encounterAt(samples, boundedTime(samples, time));
     const std::optional<ClosestApproach>& closest = engagement.facts().closest;
-    QStringList lines{
-        line("Engagement", QFileInfo(engagement.path()).fileName()),
-        line("Range", lengthText(now.range, kUnit)),
-        line("Closing speed", speedText(now.closingSpeed, kUnit)),
-    };
+    QStringList lines{line("Engagement", QFileInfo(engagement.path()).fileName())};
+    if (now)
+        lines << line("Range", lengthText(now->range, kUnit))
+              << line("Closing speed", speedText(now->closingSpeed, kUnit));
+    else if (time < samples.front().time)
+        lines << line("Encounter", QStringLiteral("begins at %1").arg(timeText(samples.front().time)));
+    else
+        lines << line("Encounter", QStringLiteral("ended at %1").arg(timeText(samples.back().time)));
     if (closest)
         lines << line(
             "Closest approach",
             QStringLiteral("%1 at %2").arg(lengthText(closest->range, kUnit), timeText(closest->time)));
-    lines << line("Aspect angle", angleText(now.aspectDegrees));
+    if (now)
+        lines << line("Aspect angle", angleText(now->aspectDegrees));
     return lines;
 }
 } // namespace

@@ -14,19 +14,19 @@ using namespace sorvane;
 
 void etxyz::LoadETXYZ(const QString& path) {
     try {
-        load(path);
+        const TrajectoryInput input = openTrajectory(path);
+        if (input.device != nullptr)
+            load(input);
     } catch (const std::bad_alloc&) {
         keyframes.clear();
+        samples = {};
     }
 }
 
-void etxyz::load(const QString& path) {
-    const TrajectoryInput input = openTrajectory(path);
-    if (input.device == nullptr)
-        return;
-    const TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
+TrajectoryFileHeader etxyz::load(const TrajectoryInput& input) {
+    TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
     takeHeader(header);
-    keyframes = readRecords(input.device.get(), input.isProcess);
+    keyframes = readRecords(input.device.get(), input.isProcess, samples);
     const EngagementFiles files = chooseFiles(header);
     takeFiles(files);
     target = std::make_unique<Hardbody>();
@@ -34,6 +34,7 @@ void etxyz::load(const QString& path) {
     terrain = std::make_unique<Terrain>();
     atm = std::make_unique<AtmFile>();
     atm->Load(QFile::encodeName(files.atmospherePath()).toStdString());
+    return header;
 }
 
 void etxyz::takeHeader(const TrajectoryFileHeader& header) {

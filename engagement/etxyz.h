@@ -10,6 +10,7 @@
 #include "hardbody.h"
 #include "keyframe.h"
 #include "sampleindex.h"
+#include "sampleseries.h"
 #include "terrain.h"
 
 class QMenu;
@@ -17,6 +18,7 @@ class QMenu;
 namespace sorvane {
 struct EngagementFiles;
 struct TrajectoryFileHeader;
+struct TrajectoryInput;
 } // namespace sorvane
 
 class etxyz {
@@ -28,6 +30,9 @@ public:
     // object. A file that can't be read leaves the keyframes empty; nothing is reported but what AtmFile::Load finds.
     // Blocks while it reads.
     void LoadETXYZ(const QString& path);
+    // The same from an open file or process. Returns the header as the file gives it, which names the files that the
+    // stock ones may have replaced.
+    sorvane::TrajectoryFileHeader load(const sorvane::TrajectoryInput& input);
 
     // The stored sample chosen for time t (seconds) by `rounding`: the last one not after t (RoundDown), the first one
     // after t (RoundUp) or the nearer of the two, the later one at a tie. Outside the samples both are the first or the
@@ -50,11 +55,17 @@ public:
 
     // Initialises the bodies and the terrain, once. Needs a current GL context.
     void InitHardbodies();
+    // Its three parts. False, after a message, for one that stays unusable: the engagement then plays without it.
+    bool initTarget();
+    bool initThreat();
+    bool initTerrain();
     bool areHardbodiesInitialized() const { return hardbodiesInitialized; }
 
     // Keyed by time. Read it through const access (cbegin, std::as_const): while an index shares the map, the first
     // access that could change it copies it whole.
     QMap<double, keyframe> keyframes;
+    // The same samples with all digits of the file, for measures. Those that are added later are not among them.
+    sorvane::SampleSeries samples;
     QString terrainTopoPath;
     QString terrainRadPath;
     QString targetSignatureBase; // path without its extension
@@ -77,7 +88,6 @@ public:
     bool hardbodiesInitialized = false;
 
 private:
-    void load(const QString& path);
     // Take what the header says besides files, and the files that are chosen by it.
     void takeHeader(const sorvane::TrajectoryFileHeader& header);
     void takeFiles(const sorvane::EngagementFiles& files);

@@ -36,7 +36,7 @@ struct Stage {
         view = std::make_unique<OffscreenView>(kSize);
         auto engagement = std::make_unique<etxyz>();
         engagement->LoadETXYZ(QString::fromStdString(demo + "/ETXYZ.OUT.turn"));
-        if (view->problem() || !view->add(std::move(engagement), false).hasReturned())
+        if (view->problem() || !view->add(std::move(engagement), false).back().outcome.hasReturned())
             std::abort();
         for (int i = 0; i < kFrames; ++i)
             frames.push_back(draw(i));

@@ -1,8 +1,6 @@
 // A cursor over the words of a line of plain ASCII text that parses numbers straight from the bytes.
 #pragma once
 
-#include <cmath>
-#include <limits>
 #include <string_view>
 
 #include "plainnumber.h"
@@ -38,16 +36,12 @@ public:
         return number.value;
     }
 
-    // By way of double, as QString's conversion does: its result differs from the directly rounded one now and then.
-    float nextFloat() {
+    double nextReal() {
         const PlainNumber number = parseNumber(at_, end_);
-        if (number.end == nullptr || std::abs(number.value) > std::numeric_limits<float>::max()) [[unlikely]]
-            return conversion_.toFloat(takeWord()).value_or(0.0F);
-        const auto narrowed = static_cast<float>(number.value);
-        if (narrowed == 0.0F && number.value != 0.0) [[unlikely]]
-            return conversion_.toFloat(takeWord()).value_or(0.0F);
+        if (number.end == nullptr || !fitsSinglePrecision(number.value)) [[unlikely]]
+            return conversion_.toReal(takeWord()).value_or(0.0);
         moveTo(number.end);
-        return narrowed;
+        return number.value;
     }
 
 private:

@@ -15,8 +15,8 @@ public:
     bool atEnd() const { return at_ >= line_.size(); }
     void skip() { nextWord(); }
     int nextInt() { return conversion_.toInt(nextWord()).value_or(0); }
-    float nextFloat() { return nextFloatOr(0.0F); }
-    float nextFloatOr(float replacement) { return conversion_.toFloat(nextWord()).value_or(replacement); }
+    double nextReal() { return nextRealOr(0.0); }
+    double nextRealOr(double replacement) { return conversion_.toReal(nextWord()).value_or(replacement); }
     double nextDouble() { return conversion_.toDouble(nextWord()).value_or(0.0); }
 
 private:

@@ -22,7 +22,7 @@ concept LineSource = requires(L lines) {
 };
 
 // The lines of a header, which holds texts too: text() is the line's simplified text, and the cursor has a
-// nextFloatOr(replacement) for a malformed number.
+// nextRealOr(replacement) for a malformed number.
 template <class L>
 concept HeaderLineSource = LineSource<L> && requires(const L lines) {
     { lines.text() } -> std::convertible_to<QString>;
@@ -34,16 +34,19 @@ template <HeaderLineSource Lines> TrajectoryFileHeader readHeaderFrom(Lines& lin
         lines.next();
         return lines.text();
     };
-    const auto readTriple = [&](float(&triple)[3]) {
+    const auto takeTriple = [&](float(&triple)[3]) {
         lines.next();
-        lines.withWords([&](auto words) { readFloats(words, triple); });
+        lines.withWords([&](auto words) {
+            for (float& value : triple)
+                value = static_cast<float>(words.nextReal());
+        });
     };
     TrajectoryFileHeader header;
     header.terrainTopoPath = nextText();
     header.terrainRadPath = nextText();
     header.targetSignaturePath = nextText();
-    readTriple(header.terrainTripleA);
-    readTriple(header.terrainTripleB);
+    takeTriple(header.terrainTripleA);
+    takeTriple(header.terrainTripleB);
     header.targetGeometryPath = nextText();
     header.targetBrdfPath = nextText();
     lines.next(); // carries nothing that is used
@@ -52,7 +55,8 @@ template <HeaderLineSource Lines> TrajectoryFileHeader readHeaderFrom(Lines& lin
     header.int10 = lines.withWords([](auto words) { return words.nextInt(); });
     header.threatId = nextText();
     lines.next();
-    header.fieldOfView = lines.withWords([&](auto words) { return words.nextFloatOr(header.fieldOfView); });
+    header.fieldOfView =
+        static_cast<float>(lines.withWords([&](auto words) { return words.nextRealOr(double{header.fieldOfView}); }));
     return header;
 }
 
@@ -63,7 +67,7 @@ template <LineSource Lines> bool nextRecord(Lines& lines) {
 
 // Reads the record at whose first line `lines` is. Its flares replace what is in `flares`, where a caller finds the
 // memory of the record before. False when the data ended within the record.
-template <LineSource Lines> bool readRecord(Lines& lines, keyframe& sample, std::vector<flareKeyframe>& flares) {
+template <LineSource Lines> bool readRecord(Lines& lines, Sample& sample, std::vector<Flare>& flares) {
     lines.withWords([&](const auto& words) { readTargetLine(words, sample); });
     if (lines.next())
         lines.withWords([&](const auto& words) { readThreatLine(words, sample); });

@@ -63,17 +63,35 @@ private:
     QString line_;
 };
 
-// Hands each record to `take`, the sample without its flares. False when the last one is truncated.
+// Hands each record to `take`. False when the last one is truncated.
 template <class Take> bool forEachRecord(RecordLines lines, Take take) {
-    std::vector<flareKeyframe> flares; // reused, so that whoever keeps them allocates once, at their size
+    std::vector<Flare> flares; // reused, so that whoever keeps them allocates once, at their size
     bool isWhole = true;
     while (nextRecord(lines)) {
-        keyframe sample;
+        Sample sample;
         isWhole = readRecord(lines, sample, flares);
         take(sample, std::as_const(flares));
     }
     return isWhole;
 }
+
+// As the viewer draws them.
+class KeyframeMap {
+public:
+    void add(const Sample& sample, const std::vector<Flare>& flares) {
+        keyframe rounded = singlePrecision(sample);
+        rounded.flares.reserve(static_cast<qsizetype>(flares.size()));
+        for (const Flare& flare : flares)
+            rounded.flares.append(singlePrecision(flare));
+        // Times mostly ascend: with the hint that takes constant time.
+        keyframes_.insert_or_assign(keyframes_.end(), sample.time, std::move(rounded));
+    }
+
+    QMap<double, keyframe> take() { return QMap<double, keyframe>(std::move(keyframes_)); }
+
+private:
+    std::map<double, keyframe> keyframes_;
+};
 } // namespace
 
 TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess) {
@@ -82,14 +100,21 @@ TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess) {
 }
 
 QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess) {
-    std::map<double, keyframe> samples;
-    forEachRecord(RecordLines(device, isProcess), [&](keyframe& sample, const std::vector<flareKeyframe>& flares) {
-        sample.flares = QList<flareKeyframe>(flares.begin(), flares.end());
-        // Times mostly ascend: with the hint that takes constant time.
-        const double time = sample.time;
-        samples.insert_or_assign(samples.end(), time, std::move(sample));
+    KeyframeMap keyframes;
+    forEachRecord(RecordLines(device, isProcess), [&](const Sample& sample, const std::vector<Flare>& flares) {
+        keyframes.add(sample, flares);
     });
-    return QMap<double, keyframe>(std::move(samples));
+    return keyframes.take();
+}
+
+QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess, SampleSeries& samples) {
+    KeyframeMap keyframes;
+    forEachRecord(RecordLines(device, isProcess), [&](const Sample& sample, const std::vector<Flare>& flares) {
+        keyframes.add(sample, flares);
+        samples.add(sample, flares);
+    });
+    samples.putInOrder();
+    return keyframes.take();
 }
 
 bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take) {

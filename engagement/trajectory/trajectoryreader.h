@@ -8,6 +8,7 @@
 #include <QString>
 
 #include "keyframe.h"
+#include "sampleseries.h"
 
 class QIODevice;
 
@@ -35,10 +36,12 @@ TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess);
 // begin. When the data end within a record, it is kept, and what is missing of it is 0. Of two records with the same
 // time the later one is kept.
 QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess);
+// The same, with their numbers as the text gives them in `samples`, which is to be empty.
+QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess, SampleSeries& samples);
 
 // Hands every record to `take`, in the order of the file; two with the same time are both handed out. Quicker than
-// readRecords, where half of the time goes into the map. The sample's own list of flares is empty. Both arguments are
-// valid during the call only. Returns false when the data end within the last record.
-using RecordSink = std::function<void(const keyframe& sample, const std::vector<flareKeyframe>& flares)>;
+// readRecords, where half of the time goes into the map. Both arguments are valid during the call only. Returns false
+// when the data end within the last record.
+using RecordSink = std::function<void(const Sample& sample, const std::vector<Flare>& flares)>;
 bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take);
 } // namespace sorvane

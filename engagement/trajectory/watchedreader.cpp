@@ -41,13 +41,13 @@ void readWatched(QIODevice* device, bool isProcess, TrajectoryWatcher& watcher) 
     const TrajectoryFileHeader header = readHeaderFrom(headerLines);
     watcher.header({header, headerLines.numbers, headerLines.linesRead, lines.faults()});
 
-    std::vector<flareKeyframe> flares;
+    std::vector<Flare> flares;
     bool isRecord = nextRecord(lines);
     while (isRecord) {
         lines.beginRecord();
         const std::int64_t line = lines.number();
         const qsizetype headWords = lines.wordCount();
-        keyframe sample;
+        Sample sample;
         const bool isWhole = readRecord(lines, sample, flares);
         watcher.record({sample, flares, line, headWords, !isWhole, lines.faults()});
         isRecord = nextRecord(lines);

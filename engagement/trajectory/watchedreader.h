@@ -17,8 +17,8 @@ struct WatchedHeader {
 };
 
 struct WatchedRecord {
-    const keyframe& sample; // without its flares
-    std::span<const flareKeyframe> flares;
+    const Sample& sample;
+    std::span<const Flare> flares;
     std::int64_t line = 0;    // of its first line
     qsizetype headWords = 0;  // on that line
     bool isTruncated = false; // the data ended within it

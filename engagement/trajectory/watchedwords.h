@@ -44,7 +44,7 @@ public:
     WatchedConversion(Word line, std::vector<WordFault>& faults) : line_(line), faults_(&faults) {}
 
     std::optional<int> toInt(Word word) const { return watched(sorvane::toInt(word), word, NumberKind::Integer); }
-    std::optional<float> toFloat(Word word) const { return watched(sorvane::toFloat(word), word, NumberKind::Real); }
+    std::optional<double> toReal(Word word) const { return watched(sorvane::toReal(word), word, NumberKind::Real); }
     std::optional<double> toDouble(Word word) const { return watched(sorvane::toDouble(word), word, NumberKind::Real); }
 
 private:

@@ -24,10 +24,9 @@ std::optional<double> toDouble(QStringView word) {
     return isNumber && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
-std::optional<float> toFloat(QStringView word) {
-    bool isNumber = false;
-    const float value = word.toFloat(&isNumber);
-    return isNumber && std::isfinite(value) ? std::optional(value) : std::nullopt;
+std::optional<double> toReal(QStringView word) {
+    const std::optional<double> value = toDouble(word);
+    return value && fitsSinglePrecision(*value) ? value : std::nullopt;
 }
 
 std::optional<int> toInt(std::string_view word) {
@@ -38,7 +37,7 @@ std::optional<double> toDouble(std::string_view word) {
     return toDouble(QStringView(text(word)));
 }
 
-std::optional<float> toFloat(std::string_view word) {
-    return toFloat(QStringView(text(word)));
+std::optional<double> toReal(std::string_view word) {
+    return toReal(QStringView(text(word)));
 }
 } // namespace sorvane

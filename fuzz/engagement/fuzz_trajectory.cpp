@@ -19,8 +19,9 @@ class Keeper final : public TrajectoryWatcher {
 public:
     void header(const WatchedHeader& told) override { read = told.header; }
     void record(const WatchedRecord& told) override {
-        keyframe sample = told.sample;
-        sample.flares = QList<flareKeyframe>(told.flares.begin(), told.flares.end());
+        keyframe sample = singlePrecision(told.sample);
+        for (const Flare& flare : told.flares)
+            sample.flares.append(singlePrecision(flare));
         samples.insert(sample.time, sample);
     }
     void blankLine(std::int64_t, std::int64_t) override {}

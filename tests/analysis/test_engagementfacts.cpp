@@ -6,24 +6,32 @@
 using namespace sorvane;
 
 namespace {
-keyframe sampleAt(double time, float threatX, const QList<int>& flares) {
-    keyframe sample;
-    sample.time = time;
-    sample.threatPos[0] = threatX;
-    for (const int id : flares) {
-        flareKeyframe& flare = sample.flares.emplaceBack();
-        flare.id = id;
+struct Given {
+    double time;
+    double threatX;
+    std::vector<int> flares;
+};
+
+SampleSeries seriesOf(const std::vector<Given>& rows) {
+    SampleSeries series;
+    for (const Given& row : rows) {
+        Sample sample;
+        sample.time = row.time;
+        sample.threatPosition[0] = row.threatX;
+        std::vector<Flare> flares(row.flares.size());
+        for (std::size_t i = 0; i < flares.size(); ++i)
+            flares[i].id = row.flares[i];
+        series.add(sample, flares);
     }
-    return sample;
+    series.putInOrder();
+    return series;
 }
 
 TEST(EngagementFacts, AreEventsInOrderWithOneNameForThoseOfOneTime) {
-    // The threat passes the target at 2.01 s, between the samples at 1 s and 3 s.
-    QMap<double, keyframe> samples;
-    for (const keyframe& sample :
-         {sampleAt(1.0, -101, {}), sampleAt(3.0, 99, {7, 8}), sampleAt(3.01, 100, {8, 7, 9}), sampleAt(4.0, 200, {9})})
-        samples[sample.time] = sample;
-    const EngagementFacts facts = factsOf(samples);
+    // The threat passes the target at 2.01 s, between the samples at 1 s and 3 s. The file is out of order and has a
+    // sample at 3 s twice, of which the later one counts.
+    const EngagementFacts facts = factsOf(
+        seriesOf({{3.0, 50, {1}}, {4.0, 200, {9}}, {1.0, -101, {}}, {3.01, 100, {8, 7, 9}}, {3.0, 99, {7, 8}}}));
     ASSERT_TRUE(facts.closest);
     EXPECT_NEAR(facts.closest->time, 2.01, 1e-12);
     QStringList events;
@@ -35,7 +43,7 @@ TEST(EngagementFacts, AreEventsInOrderWithOneNameForThoseOfOneTime) {
 }
 
 TEST(EngagementFacts, OfASingleSampleAreOneEvent) {
-    const EngagementFacts facts = factsOf({{5.0, sampleAt(5.0, 10, {})}});
+    const EngagementFacts facts = factsOf(seriesOf({{5.0, 10, {}}}));
     ASSERT_EQ(facts.events.size(), 1U);
     EXPECT_EQ(facts.events[0].name, "First sample, Closest approach, Last sample");
 }

@@ -38,10 +38,10 @@ TEST_F(ReadoutTest, ShowsTheEncounterAtTheTimeOfTheBox) {
     box->setValue(2.0);
     EXPECT_EQ(
         text(),
-        QString("Time 2.000 s Engagement ETXYZ.OUT.pass Range 60.8 units Closing speed 19.7 units/s Closest approach "
-                "10.0 units at 5.000 s Aspect angle 170.5° View Threat Frames per second –"));
+        QString("Time 2.000 s Engagement ETXYZ.OUT.pass Range 60.83 units Closing speed 19.7 units/s Closest approach "
+                "10.00 units at 5.000 s Aspect angle 170.5° View Threat Frames per second –"));
     box->setValue(7.0);
-    EXPECT_TRUE(text().contains("Range 41.2 units Closing speed -19.4 units/s Closest approach 10.0 units at 5.000 s "
+    EXPECT_TRUE(text().contains("Range 41.23 units Closing speed -19.4 units/s Closest approach 10.00 units at 5.000 s "
                                 "Aspect angle 14.0°"))
         << text().toStdString();
     entry(0, 3)->trigger();
@@ -68,7 +68,7 @@ TEST_F(ReadoutTest, SaysWhatTheCommandSays) {
             (end == Qt::Key_Home ? "start time 0.000 s range " : "end time 10.000 s range ") + range.toLower() +
             " aspect " + aspect);
     }
-    expectTold("closest approach time 5.000 s range 10.0 units");
+    expectTold("closest approach time 5.000 s range 10.00 units");
 }
 
 TEST_F(ReadoutTest, BetweenSamplesShowsTheEncounterOfLinearMotion) {
@@ -78,15 +78,33 @@ TEST_F(ReadoutTest, BetweenSamplesShowsTheEncounterOfLinearMotion) {
     engagement.LoadETXYZ(folder.filePath("ETXYZ.OUT.pass"));
     for (const double time : {0.3, 3.4567, 5.0001, 9.999}) {
         box->setValue(time);
-        const Encounter encounter = encounterAt(engagement, box->value());
+        const Encounter encounter = encounterAt(engagement.samples.samples(), box->value()).value();
         const QString expected =
-            QStringLiteral("Range %1 Closing speed %2 Closest approach 10.0 units at 5.000 s "
+            QStringLiteral("Range %1 Closing speed %2 Closest approach 10.00 units at 5.000 s "
                            "Aspect angle %3 View")
                 .arg(
                     lengthText(encounter.range, LengthUnit::Unstated),
                     speedText(encounter.closingSpeed, LengthUnit::Unstated), angleText(encounter.aspectDegrees));
         EXPECT_TRUE(text().contains(expected)) << text().toStdString() << "\n" << expected.toStdString();
     }
+}
+
+TEST_F(ReadoutTest, GivesNoNumbersOutsideTheSamples) {
+    QList<TestSample> samples = encounterSamples();
+    for (TestSample& sample : samples)
+        sample.time += 0.9996;
+    window.loadEtxyzFile(writeTrajectoryUntil(folder.filePath("ETXYZ.OUT.longer"), 20.0));
+    window.loadEtxyzFile(writeTrajectory(folder.filePath("ETXYZ.OUT.pass"), samples));
+    entry(1, 1)->trigger();
+    toggle();
+    box->setValue(0.5);
+    EXPECT_TRUE(
+        text().contains("ETXYZ.OUT.pass Encounter begins at 1.000 s Closest approach 10.00 units at 6.000 s View"))
+        << text().toStdString();
+    box->setValue(11.001);
+    EXPECT_TRUE(text().contains("Encounter ended at 11.000 s")) << text().toStdString();
+    box->setValue(11.0); // the box shows no more digits
+    EXPECT_TRUE(text().contains("Range 100.5 units")) << text().toStdString();
 }
 
 TEST_F(ReadoutTest, TheEmptySampleThatTheTerrainAddsIsNoEncounter) {
@@ -97,7 +115,7 @@ TEST_F(ReadoutTest, TheEmptySampleThatTheTerrainAddsIsNoEncounter) {
     action("actionShow_Terrain")->trigger();
     view->grabFramebuffer();
     toggle();
-    EXPECT_TRUE(text().contains("Closest approach 10.0 units at 5.000 s")) << text().toStdString();
+    EXPECT_TRUE(text().contains("Closest approach 10.00 units at 5.000 s")) << text().toStdString();
 }
 
 TEST_F(ReadoutTest, FollowsWhatIsLoadedReadAgainAndTakenOut) {
@@ -105,13 +123,13 @@ TEST_F(ReadoutTest, FollowsWhatIsLoadedReadAgainAndTakenOut) {
     const QString alone = "Time 0.000 s View Threat Frames per second –";
     EXPECT_EQ(text(), alone);
     load();
-    EXPECT_TRUE(text().contains("Closest approach 10.0 units at 5.000 s"));
+    EXPECT_TRUE(text().contains("Closest approach 10.00 units at 5.000 s"));
     QList<TestSample> samples = encounterSamples();
     for (TestSample& sample : samples)
         sample.threat[2] -= 20.0;
     writeTrajectory(folder.filePath("ETXYZ.OUT.pass"), samples);
     QTest::keyClick(view, Qt::Key_F5);
-    EXPECT_TRUE(text().contains("Closest approach 30.0 units at 5.000 s")) << text().toStdString();
+    EXPECT_TRUE(text().contains("Closest approach 30.00 units at 5.000 s")) << text().toStdString();
     engagements().clear();
     EXPECT_EQ(text(), alone);
 }

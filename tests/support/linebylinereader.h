@@ -34,11 +34,13 @@ private:
 inline QMap<double, keyframe> readRecordsLineByLine(QIODevice* device, bool isProcess) {
     LinesOneByOne lines(device, isProcess);
     QMap<double, keyframe> samples;
-    std::vector<flareKeyframe> flares;
+    std::vector<Flare> flares;
     while (nextRecord(lines)) {
-        keyframe sample;
-        readRecord(lines, sample, flares);
-        sample.flares = QList<flareKeyframe>(flares.begin(), flares.end());
+        Sample exact;
+        readRecord(lines, exact, flares);
+        keyframe sample = singlePrecision(exact);
+        for (const Flare& flare : flares)
+            sample.flares.append(singlePrecision(flare));
         samples.insert(sample.time, sample);
     }
     return samples;

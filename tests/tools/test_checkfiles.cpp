@@ -1,8 +1,10 @@
 // `sorvane check` of models, of terrain and of directories.
+#include <algorithm>
 #include <cstring>
 #include <limits>
 
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 #include "commandrun.h"
 #include "environmentvariable.h"
@@ -31,7 +33,7 @@ protected:
         std::vector<std::string> arguments = {"check", path};
         arguments.insert(arguments.end(), options.begin(), options.end());
         lastRun_ = runCommand(arguments);
-        EXPECT_EQ(lastRun_.err, "");
+        EXPECT_THAT(lastRun_.err, HasSubstr(" error"));
         std::string out = lastRun_.out;
         const std::string folder = directory_.path().string() + "/";
         for (std::size_t at = out.find(folder); at != std::string::npos; at = out.find(folder))
@@ -115,7 +117,9 @@ TEST_F(CheckFiles, TellsWhatIsWrongWithASingleFile) {
         {"a.cls2mat", "1 2\nx\n1 256\n",
          "a.cls2mat:2:1: error: the line holds no two numbers: it repeats those of the line before\n"
          "a.cls2mat:3:1: error: a class and a material are numbers from 0 to 255\n"},
-        {"a.temp", "1 2\n3\n", "a.temp:2:1: error: Malformed line 2: \"3\". Expected 2 floats.\n"},
+        {"a.temp", "1 2\n3\n",
+         "a.temp:1:1: warning: the emissivity is 2: it belongs between 0 and 1\n"
+         "a.temp:2:1: error: Malformed line 2: \"3\". Expected 2 floats.\n"},
         {"a.band", "band\n9 8\n",
          "a.band:2:1: error: the edges of the band are 9.000000 and 8.000000: they have to be above 0 and ascend\n"},
         {"a.cls2aster", "# c\n1 grass\n\n2\n1 rock\n",
@@ -123,6 +127,24 @@ TEST_F(CheckFiles, TellsWhatIsWrongWithASingleFile) {
          "a.cls2aster:5:1: warning: class 1 has a line already, and the first one counts\n"},
         {"a.xml", "<terrain>\n<subs>\n</terrain>\n",
          "a.xml:3:11: error: this is no well-formed XML: Opening and ending tag mismatch: subs line 2 and terrain\n"},
+        {"j.brdf", "BRDF\n4\n1.1 0.5 0 1 2 c\n0.6 0.5 0 1 2 c\n0.1 0.1 0.9995 1 2 c\n0.1 0.9 0.998 1 2 c\n1 1 1 f\n",
+         "j.brdf:3:1: warning: the class reflects more than it gets: its diffuse reflectance is 1.1\n"
+         "j.brdf:4:1: warning: diffuse reflectance and emissivity of the class add up to 1.1, more than 1\n"
+         "j.brdf:5:1: warning: b is 0.9995: so near to 1 the normalisation is inexact, at 0.99999 it is off by half\n"},
+        {"k.brdf", "BRDF\n1\n0.1 0.5 0 1 2 c\n1 16777217 1 f\n",
+         "k.brdf:1:1: error: 16777217 facets are more than can be loaded\n"},
+        {"k.rad", radiance(3, -1.0F),
+         "k.rad:1:1: warning: 3 radiances are negative, the first that of facet 1\n"
+         "k.rad:1:1: warning: 3 emittances are negative, the first that of facet 1\n"},
+        {"c.atm", "-1 -2 -3\n-1 -2 -3 -4 -5 -6 -7 -8 30 40\n-1 -2 -3 4\n",
+         "c.atm:1:1: warning: the direct solar radiance is negative\n"
+         "c.atm:1:1: warning: the diffuse sky's radiance is negative\n"
+         "c.atm:1:1: warning: the diffuse earth's radiance is negative\n"},
+        {"z.sff-txt", "3\n1 1.5 1 0\n2 1 1.5 1\n1 1.5\n3 1 1 2\n1 0.6\n2 0.6\n",
+         "z.sff-txt:1:1: warning: the form factor to the earth of facet 1 is 1.5, more than 1\n"
+         "z.sff-txt:1:1: warning: the form factor to the sky of facet 2 is 1.5, more than 1\n"
+         "z.sff-txt:1:1: warning: the greatest form factor to another facet of facet 2 is 1.5, more than 1\n"
+         "z.sff-txt:1:1: warning: the sum of the form factors to other facets of facet 3 is 1.2, more than 1\n"},
         {"unknown.bin", "x", "unknown.bin:1:1: warning: this is no file that the viewer reads: not checked\n"},
     };
     for (const auto& [name, contents, expected] : cases) {
@@ -142,8 +164,12 @@ TEST_F(CheckFiles, ComparesATerrainSetWithItsFiles) {
     files.writeAsterRoute();
     const std::string description = files.writeDescription();
     EXPECT_EQ(
-        findings(description), "set.xml:1:1: warning: tile 1 has class 3 in \"set_n0001.cls\", which no table "
-                               "knows\n");
+        findings(description),
+        "set.xml:1:1: warning: \"set.atm\" does not exist: the terrain is drawn without sun\n"
+        "set.xml:1:1: warning: its heights reach up to 60, above the threat's start: height 0 is drawn where the "
+        "threat is at time 0\n"
+        "set.xml:1:1: warning: tile 1 has class 3 in \"set_n0001.cls\", which no table "
+        "knows\n");
     EXPECT_EQ(lastRun_.status, ExitStatus::Success);
     findings(description, {"--strict"});
     EXPECT_EQ(lastRun_.status, ExitStatus::ProblemsFound);
@@ -156,6 +182,8 @@ TEST_F(CheckFiles, TellsOfASpectralSampleWithoutPointsInTheBand) {
     directory_.write("set.band", "band\n8.1 8.4\n");
     EXPECT_EQ(
         findings(files.writeDescription()),
+        "set.xml:1:1: warning: its heights reach up to 60, above the threat's start: height 0 is drawn where the "
+        "threat is at time 0\n"
         "set.xml:1:1: error: the spectral sample \"aster/grass.txt\" of class 1 has no two points in the band from 8.1 "
         "to 8.4 of \"set.band\": the class reflects nothing\n");
 }
@@ -178,6 +206,8 @@ TEST_F(CheckFiles, TellsHowATerrainSetAndItsFilesDisagree) {
     writeBkg(files.file("set_n0001.rad"), bkgHeader(2, 3), bytesOf(std::vector<float>{1, 2, 3, 4, 5}));
     EXPECT_EQ(
         findings(description),
+        "set.xml:1:1: warning: its heights reach up to 60, above the threat's start: height 0 is drawn where the "
+        "threat is at time 0\n"
         "set.xml:1:1: error: the spectral sample \"aster/grass.txt\" of class 1 does not exist: no tile with classes "
         "is "
         "drawn\n"
@@ -255,8 +285,30 @@ TEST_F(CheckFiles, GoesOnAfterAPathThatIsNotThere) {
     const std::string bad = directory_.write("a.atm", "");
     const CommandRun run = runCommand({"check", good, directory_.file("none"), bad});
     EXPECT_EQ(run.status, ExitStatus::Failed);
-    EXPECT_EQ(run.err, std::string("sorvane check: ") + directory_.file("none") + ": there is no such file\n");
+    EXPECT_EQ(
+        run.err, std::string("sorvane check: ") + directory_.file("none") +
+                     ": there is no such file\n2 files: 1 error, 0 warnings\n");
     EXPECT_EQ(run.out, bad + ":1:1: error: Unexpected EOF found when reading line 1.\n");
+}
+
+TEST_F(CheckFiles, TellsTheSameWarningInManyFilesOnce) {
+    for (const char* const name : {"a.cls2aster", "b.cls2aster", "c.cls2aster"})
+        directory_.write(name, "1 grass\n1 rock\n1 sand\n");
+    const std::string folder = directory_.path().string();
+    const std::string text = ":1: warning: class 1 has a line already, and the first one counts";
+    EXPECT_EQ(findings(folder), "a.cls2aster:2" + text + " (and in 2 more files)\na.cls2aster:3" + text + "\n");
+    EXPECT_EQ(lastRun_.err, "3 files: 0 errors, 6 warnings\n");
+    EXPECT_EQ(std::ranges::count(findings(folder, {"--all"}), '\n'), 6);
+    EXPECT_EQ(nlohmann::json::parse(runCommand({"check", "--json", folder}).out)["findings"].size(), 6U);
+}
+
+TEST_F(CheckFiles, CountsAlsoWhenThereIsNothingToCheck) {
+    std::filesystem::create_directory(directory_.file("empty"));
+    const CommandRun run = runCommand({"check", directory_.file("empty")});
+    EXPECT_EQ(run.status, ExitStatus::Failed);
+    EXPECT_EQ(run.err, "0 files: 0 errors, 0 warnings\n");
+    runCommand({"check", directory_.write("a.brdf", kReflectance)});
+    EXPECT_EQ(runCommand({"check", directory_.file("a.brdf")}).err, "1 file: 0 errors, 0 warnings\n");
 }
 
 TEST(Check, TellsWhichSizesAMovieCanHave) {

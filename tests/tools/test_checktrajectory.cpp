@@ -61,6 +61,11 @@ TEST_F(CheckTrajectory, TellsEveryFaultAndItsPlace) {
     } cases[] = {
         {kHeader + good, ""},
         {kHeader + good + "\n# only a comment\n\n", ""},
+        {kHeader + record("0") + "1 0 500000.06 2 3 4 5 6\n4321012.345 2 3 4 5 6\n0 0 1 2 3\n", // 0.095 from 4321012.25
+         "16:1: warning: from here on positions lose up to 0.155 units in the viewer, which keeps about seven digits "
+         "of "
+         "them: sorvane convert --origin brings them near the origin\n"},
+        {kHeader + record("0") + "1 0 65536.0039 2 3 4 5 6\n1 2 3 4 5 6\n0 0 1 2 3\n", ""}, // 0.0039 is not noticed
         {"", "1:1: error: the header ends after 0 of its 12 lines\n"},
         {"# a\nt\nt\n", "3:1: error: the header ends after 2 of its 12 lines\n"},
         {"t\nt\ns\n1 x\n4 5e99 6\ng\nb\n\nred\n1.5\nid\nabc\n" + good,

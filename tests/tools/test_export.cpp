@@ -58,6 +58,20 @@ TEST_F(ExportTest, WritesARowForEachSampleInTheOrderOfTime) {
     EXPECT_EQ(readWholeFile(folder.file("a.csv")), run.out);
 }
 
+TEST_F(ExportTest, KeepsTheDigitsOfCoordinatesFarFromTheOrigin) {
+    // At 4.3 million units single precision holds quarters. The threat comes 27.6 units a second closer and hits.
+    const std::string utm = folder.write(
+        "ETXYZ.OUT.utm", trajectoryHeader().toStdString() +
+                             "0 0 500000.123 4321012.345 -1500.25 0 0 0\n500027.723 4321012.345 -1500.25 0 0 0\n"
+                             "0 0 0.1 0.2 0.3\n1 0 500000.123 4321012.345 -1500.25 0 0 0\n"
+                             "500000.123 4321012.345 -1500.25 0 0 0\n0 0 0 0 0\n");
+    const std::string rows = runCommand({"export", utm}).out;
+    EXPECT_THAT(
+        rows.substr(rows.find('\n')),
+        "\n0,500000.123,4321012.345,-1500.25,0,0,0,500027.723,4321012.345,-1500.25,0,0,0,0.1,0.2,0.3,27.6,27.6,0\n"
+        "1,500000.123,4321012.345,-1500.25,0,0,0,500000.123,4321012.345,-1500.25,0,0,0,0,0,0,0,27.6,0\n");
+}
+
 TEST_F(ExportTest, WritesEveryNumberInItsColumn) {
     std::string text = trajectoryHeader().toStdString();
     for (int i = 0; i < 1000; ++i)
@@ -123,7 +137,7 @@ TEST(LocalFrame, AgreesWithArithmeticOfManyDigits) {
         GeodeticPosition origin;
         double bearing;
         double metresPerUnit;
-        float units[3];
+        Triple units;
         GeodeticPosition expected;
     };
     const Row rows[] = {

@@ -1,7 +1,6 @@
 // `sorvane info` on good and on broken files.
 #include <algorithm>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,6 +12,7 @@
 #include "environmentvariable.h"
 #include "infotext.h"
 #include "makedemonstration.h"
+#include "standardinput.h"
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
 
@@ -91,6 +91,24 @@ TEST_F(Info, GivesTheNumbersOfAnEngagement) {
     EXPECT_NEAR(file["end"]["closing_speed_m_per_s"], -94.8683298, 1e-6);
 }
 
+TEST_F(Info, GivesNumbersOfCoordinatesFarFromTheOriginInFull) {
+    // At 4.3 million units single precision holds quarters. 27.6 units closer a second, in steps of 0.004 s.
+    std::string records;
+    for (int i = 0; i <= 3; ++i) {
+        char record[200];
+        std::snprintf(
+            record, sizeof record, "%.3f 0 500000.1 4321012.345 0 0 0 0\n%.4f 4321012.345 0 0 0 0\n0 0 0 0 0\n",
+            14.4 + 0.004 * i, 500110.5 - 0.1104 * i);
+        records += record;
+    }
+    const Json file = describe({directory.write("ETXYZ.OUT.1", trajectoryHeader().toStdString() + records)})[0];
+    EXPECT_EQ(file["time"]["step_maximum_s"].dump(), "0.004");
+    EXPECT_EQ(file["start"]["range_units"].dump(), "110.4");
+    EXPECT_NEAR(file["start"]["closing_speed_units_per_s"], 27.6, 1e-6);
+    EXPECT_EQ(file["closest_approach"]["range_units"].dump(), "110.0688");
+    EXPECT_EQ(file["threat_extent"]["minimum_units"].dump(), "[500110.1688,4321012.345,0.0]");
+}
+
 TEST_F(Info, TakesTheSamplesThatTheViewerHas) {
     const auto at = [](double time, double x) {
         return TestSample{time, {x, 0, 0}, {x, 10, 0}, {}, {}};
@@ -127,13 +145,8 @@ TEST_F(Info, TellsWhichFilesAreMissingAndWhatIsTakenInstead) {
 }
 
 TEST_F(Info, ReadsStandardInput) {
-    const int file = ::open(writePassage("passage").c_str(), O_RDONLY);
-    const int saved = ::dup(STDIN_FILENO);
-    ::dup2(file, STDIN_FILENO);
+    const StandardInput input(writePassage("passage"));
     const Json described = describe({"-"})[0];
-    ::dup2(saved, STDIN_FILENO);
-    ::close(saved);
-    ::close(file);
     EXPECT_EQ(described["path"], "-");
     EXPECT_EQ(described["samples"], 3);
 }
@@ -157,8 +170,20 @@ TEST_F(Info, DescribesEveryFileOfTheDemonstration) {
     EXPECT_EQ(set["tiles"][0]["columns"], 97);
     EXPECT_EQ(set["tiles"][0]["normals_exist"], true);
     EXPECT_EQ(set["reflectance_by"], "spectra");
+    EXPECT_EQ(set["classes"][1], Json({{"class", 2}, {"sample", "meadow"}, {"reflectance", 0.05}}));
     EXPECT_EQ(set["companions"][0]["exists"], true);
     EXPECT_EQ(set["messages"], Json({"total of 9 subterrains"}));
+}
+
+TEST_F(Info, WalksDirectories) {
+    directory.write("run/b/ETXYZ.OUT.2", readWholeFile(writePassage("passage")));
+    directory.write("run/a.band", "band\n3.0 5.0\n");
+    directory.write("run/notes", "of any kind\n");
+    const Json files = describe({directory.file("run"), directory.file("passage")});
+    ASSERT_EQ(files.size(), 3U);
+    EXPECT_EQ(files[0]["kind"], "band");
+    EXPECT_EQ(files[1]["path"], directory.file("run/b/ETXYZ.OUT.2"));
+    EXPECT_EQ(files[2]["kind"], "trajectory");
 }
 
 TEST_F(Info, DescribesSmallFiles) {
@@ -196,6 +221,42 @@ TEST_F(Info, DescribesSmallFiles) {
     EXPECT_EQ(files[5]["upper_edge"], 5.0);
     EXPECT_EQ(files[6]["classes"][0]["material"], 2);
     EXPECT_EQ(files[7]["materials"][0]["emissivity"], 0.98);
+    EXPECT_EQ(files[2]["emittance"]["maximum_facet"], 1) << "the first of equal ones";
+}
+
+TEST_F(Info, DescribesSpectraAndWhatClassesReflect) {
+    const std::string header(26, '\n');
+    const auto spectrum = [&](const std::string& points) {
+        return "Name: a sample\n" + header.substr(1) + points;
+    };
+    // Over 3 to 5: the mean of 10 and 30 % over 1, and of 30 and 20 % over 1.
+    directory.write("aster/grass.txt", spectrum("2 80\n3 10\n4 30\n5 20\n6 90\n"));
+    directory.write("aster/falling.txt", spectrum("6 90\n5 20\n4 30\n3 10\n2 80\n"));
+    directory.write("set.band", "band\n3 5\n");
+    directory.write("set.cls2aster", "7 grass\n7 falling\n9 falling\n8 aster::alpha\n");
+    directory.write(
+        "set.xml", "<terrain><base>set</base><asterdb>" + directory.file("aster") +
+                       "</asterdb><subs><subterrain n=\"0\"/></subs></terrain>\n");
+    const Json files = describe(
+        {"--band", "3-5", directory.file("aster/grass.txt"), directory.file("aster/falling.txt"),
+         directory.file("set.xml")});
+    EXPECT_EQ(files[0]["points"], 5);
+    EXPECT_EQ(files[0]["shortest_wavelength"], 2.0);
+    EXPECT_EQ(files[0]["longest_wavelength"], 6.0);
+    EXPECT_EQ(files[0]["order"], "rising");
+    EXPECT_NEAR(files[0]["mean_reflectance"], 0.225, 1e-6);
+    EXPECT_EQ(files[1]["order"], "falling");
+    EXPECT_NEAR(files[1]["mean_reflectance"], 0.225, 1e-6);
+    const Json& classes = files[2]["classes"];
+    ASSERT_EQ(classes.size(), 3U) << files[2];
+    EXPECT_EQ(classes[0]["class"], 7);
+    EXPECT_EQ(classes[0]["sample"], "grass");
+    EXPECT_NEAR(classes[1]["reflectance"], 0.225, 1e-6);
+    EXPECT_EQ(classes[2]["reflectance"], nullptr);
+    EXPECT_EQ(describe({"--band", "10-11", directory.file("aster/grass.txt")})[0]["mean_reflectance"], nullptr);
+    EXPECT_FALSE(describe({directory.file("aster/grass.txt")})[0].contains("mean_reflectance"));
+    for (const char* const wrong : {"3", "5-3", "3-", "-5", "a-b", "3-5-7"})
+        EXPECT_EQ(runCommand({"info", "--band", wrong, directory.file("set.band")}).status, ExitStatus::Failed);
 }
 
 // A raster header of 2 rows and 3 columns, and whatever samples.
@@ -288,7 +349,7 @@ TEST_F(Info, PrintsTextForPeople) {
     EXPECT_THAT(run.out, HasSubstr(directory.file("run") + "\n  kind           trajectory\n"));
     EXPECT_THAT(run.out, HasSubstr("    step minimum  0.250 s\n"));
     EXPECT_THAT(run.out, HasSubstr("    closing speed  70.7 m/s\n"));
-    EXPECT_THAT(run.out, HasSubstr("    maximum  200.0 m, 30.0 m, 40.0 m\n"));
+    EXPECT_THAT(run.out, HasSubstr("    maximum  200.0 m, 30.00 m, 40.00 m\n"));
     EXPECT_THAT(
         run.out, HasSubstr("    class  facets  diffuse reflectance  emissivity  b  e    G  mode\n"
                            "    1      3       0.1                  0.78        0  0.3  1  0\n"));

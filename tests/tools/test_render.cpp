@@ -17,8 +17,11 @@
 #include "environmentvariable.h"
 #include "fulldisk.h"
 #include "interrupt.h"
+#include "lzw.h"
 #include "makedemonstration.h"
 #include "moviereader.h"
+#include "rows.h"
+#include "standardinput.h"
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
 
@@ -51,7 +54,7 @@ struct RenderTest : testing::Test {
     }
 
     CommandRun render(const std::string& output, std::vector<std::string> options = {}) {
-        options.insert(options.begin(), {"render", trajectory, "-o", results.file(output)});
+        options.insert(options.begin(), {"render", trajectory, "-o", results.file(output), "--allow-missing"});
         return runCommand(options);
     }
     QImage rendered(const std::string& output, const std::vector<std::string>& options = {}) {
@@ -125,12 +128,7 @@ TEST_F(RenderTest, SequencesAndMoviesHoldTheFramesOfTheirTimes) {
                                             "--step", "0.25", "--to",  "2"};
     const CommandRun sequence = render("f%02d.png", times);
     EXPECT_EQ(sequence.out, "");
-    // What is missing is told, once and not with every frame.
-    EXPECT_EQ(
-        sequence.err.substr(0, sequence.err.find('\n')),
-        "sorvane render: " + trajectory + ": Unable to open file \"" + directory.file("") +
-            "tgt4004/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.atm\" for reading.");
-    EXPECT_EQ(std::ranges::count(sequence.err, '\n'), 3);
+    EXPECT_EQ(std::ranges::count(sequence.err, '\n'), 4) << "what is missing is told once and not with every frame";
     EXPECT_EQ(resultNames().size(), 9U);
     const QImage last = rendered("last.png", {"--eye", "-400,-400,-1000", "--at", "2"});
     EXPECT_TRUE(QImage(QString::fromStdString(results.file("f08.png"))).convertToFormat(QImage::Format_RGB32) == last);
@@ -192,6 +190,71 @@ TEST_F(RenderTest, ABrokenFileIsNamedAndLeftOut) {
     EXPECT_FALSE(resultNames().contains("none.png"));
 }
 
+TEST_F(RenderTest, TellsWhatThePictureLacks) {
+    const auto lines = [&](const std::vector<std::string>& options, ExitStatus expected) {
+        std::vector<std::string> arguments = {"render", trajectory, "-o", results.file("a.png")};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const CommandRun run = runCommand(arguments);
+        EXPECT_EQ(run.status, expected) << run.err;
+        return run.err;
+    };
+    const std::string line = "sorvane render: " + trajectory + ": ";
+    const std::string folder = directory.file("");
+    const std::string bodies =
+        line + "target: \"/nowhere/tgt.vnl\" does not exist: the stock target takes its place\n" + line +
+        "atmosphere: Unable to open file \"" + folder +
+        "tgt4004/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.atm\" for reading.\n" + line +
+        "target: Could not open file \"" + folder + "tgt4004/tgt4004_b0001_mat0004.brdf\" for reading.\n" + line +
+        "threat: Could not open file \"" + folder + "tgt0450/tgt0450_b0001.brdf\" for reading.\n";
+    EXPECT_EQ(lines({}, ExitStatus::ProblemsFound), bodies);
+    EXPECT_EQ(lines({"--allow-missing"}, ExitStatus::Success), bodies);
+    EXPECT_THAT(
+        lines({"--terrain"}, ExitStatus::ProblemsFound),
+        testing::EndsWith(line + "terrain: Terrain::Init: Cant find old topo file\n"));
+    EXPECT_EQ(
+        lines({"--allow-missing", "--at", "2.5"}, ExitStatus::Success),
+        bodies + line + "has no samples at 2.5 s: it ended at 2.000 s\n");
+
+    ASSERT_EQ(sorvane::makeDemonstration(directory.file("demo")), std::nullopt);
+    const EnvironmentVariable demonstrated{"PELSAR_DATA", directory.file("demo/data/")};
+    trajectory = directory.file("demo/ETXYZ.OUT.turn");
+    EXPECT_EQ(lines({"--terrain", "--at", "3"}, ExitStatus::Success), "");
+    directory.write("demo/data/ter0010/ter0010.top", "short");
+    EXPECT_THAT(lines({"--terrain"}, ExitStatus::ProblemsFound), HasSubstr(trajectory + ": terrain: tile "));
+
+    const EnvironmentVariable none{"PELSAR_DATA", directory.file("none/")};
+    EXPECT_THAT(
+        lines({}, ExitStatus::ProblemsFound),
+        StartsWith("sorvane render: there is no data tree \"" + directory.file("none/") + "\"; PELSAR_DATA says"));
+}
+
+TEST_F(RenderTest, DrawsStandardInputAndNothingThatIsNoTrajectory) {
+    const QImage fromFile = rendered("a.png");
+    const std::string own = trajectory;
+    {
+        const StandardInput input(own);
+        trajectory = "-";
+        EXPECT_TRUE(rendered("b.png") == fromFile);
+    }
+    for (const auto& [name, contents, reason] : Rows<const char*, std::string, const char*>{
+             {"a.vnl", "3 1\n", "is no trajectory"},
+             {"ETXYZ.OUT.7", lzwCompressed(readWholeFile(own)),
+              "is compressed by compress, but its name does not end in .Z"},
+             {"ETXYZ.OUT.8", "\x1F\x8B\b", "is compressed by gzip, which the viewer does not read"}}) {
+        trajectory = directory.write(name, contents);
+        const CommandRun run = render("none.png");
+        EXPECT_EQ(run.status, ExitStatus::Failed);
+        EXPECT_EQ(
+            run.err, "sorvane render: " + trajectory + ": " + reason + "\nsorvane render: there is nothing to draw\n");
+    }
+    for (const char* const command : {"info", "check", "export"}) {
+        const StandardInput compressed(directory.file("ETXYZ.OUT.7"));
+        const CommandRun run = runCommand({command, "-"});
+        EXPECT_NE(run.status, ExitStatus::Success);
+        EXPECT_THAT(run.out + run.err, HasSubstr("is compressed by compress: decompress it before")) << command;
+    }
+}
+
 TEST_F(RenderTest, AFileThatEndsTheViewerIsLeftOut) {
     const QImage alone = rendered("alone.png");
     ASSERT_EQ(sorvane::makeDemonstration(directory.file("demo")), std::nullopt);
@@ -206,8 +269,8 @@ TEST_F(RenderTest, AFileThatEndsTheViewerIsLeftOut) {
     EXPECT_EQ(run.status, ExitStatus::ProblemsFound);
     EXPECT_THAT(
         run.err, HasSubstr(
-                     broken + ": us0 should be less than numVerts = 4186, but is 65535.\nsorvane render: " + broken +
-                     ": its files are too broken to be used\n"));
+                     broken + ": target: us0 should be less than numVerts = 4186, but is 65535.\nsorvane render: " +
+                     broken + ": its files are too broken to be used\n"));
     EXPECT_TRUE(QImage(QString::fromStdString(results.file("a.png"))).convertToFormat(QImage::Format_RGB32) == alone);
 }
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <span>
+#include <utility>
 
 #include "atmfile.h"
 #include "brdffile.h"
@@ -13,6 +14,7 @@
 #include "radfile.h"
 #include "rotor.h"
 #include "subfacetfile.h"
+#include "valuecheck.h"
 #include "vnlfile.h"
 
 namespace sorvane {
@@ -89,6 +91,11 @@ std::optional<int> checkReflectance(const std::string& path, FindingList& findin
                 break;
             }
     }
+    checkClassValues(brdf, findings);
+    if (brdf.numFacets() > kRefusedFacets) {
+        findings.error({}, kValues, std::to_string(brdf.numFacets()) + " facets are more than can be loaded");
+        return brdf.numFacets();
+    }
     checkLoader([&] { return handsOutSlots(brdf); }, findings, kFailure);
     return brdf.numFacets();
 }
@@ -101,6 +108,8 @@ std::optional<int> checkBodyRadiance(const std::string& path, FindingList& findi
     const auto count = static_cast<std::size_t>(*facets);
     checkFinite({rad.rad(), count}, "radiance", findings);
     checkFinite({rad.bbe(), count}, "emittance", findings);
+    checkNotNegative({rad.rad(), count}, "facet", "radiance", findings);
+    checkNotNegative({rad.bbe(), count}, "facet", "emittance", findings);
     return facets;
 }
 
@@ -108,6 +117,7 @@ std::optional<int> checkFormFactors(const std::string& path, FindingList& findin
     SubfacetFile file;
     if (!checkLoader([&] { return file.Load(path, {}, {}); }, findings, kFailure))
         return std::nullopt;
+    checkFormFactorValues(file, findings);
     return static_cast<int>(file.facetCount());
 }
 
@@ -119,6 +129,12 @@ void checkAtmosphere(const std::string& path, FindingList& findings) {
                             atm.diffuseSkyRadiance(), atm.directSolarRadiance(), atm.signatureBearing()};
     if (!std::ranges::all_of(values, [](float value) { return std::isfinite(value); }))
         findings.error({}, kValues, "the sun's direction or a radiance is not finite");
+    for (const auto& [what, radiance] :
+         {std::pair{"the direct solar", atm.directSolarRadiance()},
+          {"the diffuse sky's", atm.diffuseSkyRadiance()},
+          {"the diffuse earth's", atm.diffuseEarthRadiance()}})
+        if (radiance < 0.0F)
+            findings.warning({}, kValues, std::string(what) + " radiance is negative");
 }
 
 void checkRotors(const std::string& path, FindingList& findings) {

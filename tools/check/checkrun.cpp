@@ -9,6 +9,7 @@
 #include "bodycheck.h"
 #include "engagementfiles.h"
 #include "filechecks.h"
+#include "filetracker.h"
 #include "rastercheck.h"
 #include "subfacetfile.h"
 #include "tablecheck.h"
@@ -66,12 +67,14 @@ void CheckRun::checkFile(const std::string& path, FileKind kind) {
     } catch (const std::bad_alloc&) {
         findings.error({}, "faults of loading", "there is not enough memory to check the file");
     }
+    ::cache.clear(); // of the texts that were read, which no file is checked by again
     deliver(findings);
     for (const auto& follow : std::exchange(pending_, {}))
         follow();
 }
 
 void CheckRun::checkStandardInput() {
+    ++standardInputs_;
     FindingList findings("<stdin>", keepsAll_);
     checkTrajectoryAnd("-", findings);
     deliver(findings);

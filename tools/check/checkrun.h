@@ -28,6 +28,9 @@ public:
     // Checks a trajectory from standard input.
     void checkStandardInput();
 
+    // So far.
+    std::size_t checkedFiles() const { return checked_.size() + standardInputs_; }
+
 private:
     void checkContents(const std::string& path, FileKind kind, FindingList& findings);
     std::optional<int> checkFacets(const std::string& path, FileKind kind, FindingList& findings);
@@ -40,6 +43,7 @@ private:
     bool keepsAll_;
     Deliver deliver_;
     std::set<std::filesystem::path> checked_;
+    std::size_t standardInputs_ = 0;
     std::map<std::filesystem::path, int> facets_; // of the files of bodies
     std::set<std::pair<std::filesystem::path, std::filesystem::path>> compared_;
     std::set<std::pair<std::string, std::string>> terrains_; // topography and radiance

@@ -70,7 +70,7 @@ private:
 void checkNumber(const std::string& text, ElementKind kind, FindingPlace place, FindingList& findings) {
     const QString word = QString::fromStdString(text).trimmed();
     const bool isInteger = kind == ElementKind::Integer;
-    if (isInteger ? !toInt(word) : !toFloat(word))
+    if (isInteger ? !toInt(word) : !toReal(word))
         findings.error(place, kNumbers, "\"" + text + "\" is not " + (isInteger ? "an integer" : "a finite number"));
 }
 } // namespace

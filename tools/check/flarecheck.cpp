@@ -13,7 +13,7 @@ std::string rounded(double value) {
 } // namespace
 
 void reportBlackFlares(const BrightestFlares& flares, FindingList& findings) {
-    const std::optional<BrightestFlares::Flare> brightest = flares.brightest();
+    const std::optional<BrightestFlares::Brightest> brightest = flares.brightest();
     if (brightest && brightest->grey < kBlack)
         findings.warning(
             {}, "black flares",

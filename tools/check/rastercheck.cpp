@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "inputfile.h"
 #include "loadclsfile.h"
@@ -14,6 +15,7 @@
 #include "loadradfile.h"
 #include "loadtopofile.h"
 #include "rasterfamily.h"
+#include "valuecheck.h"
 
 namespace sorvane {
 namespace {
@@ -85,6 +87,10 @@ bool checkSamples(const std::string& path, RasterSize size, RasterContent conten
     const bool isLoaded = checkLoader(load, findings, "the samples can't be loaded");
     if (values != nullptr)
         checkFinite(values.get(), size, 1, findings);
+    if (values != nullptr && content == RasterContent::Radiance)
+        checkNotNegative(
+            std::span(values.get(), static_cast<std::size_t>(std::int64_t{size.rows} * size.columns)), "sample",
+            "radiance", findings);
     if (normals != nullptr)
         checkFinite(&normals[0].x, size, kNormalValues, findings);
     return isLoaded;

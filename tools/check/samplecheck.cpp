@@ -9,12 +9,12 @@
 #include <QString>
 
 #include "clocknumbers.h"
-#include "measuretext.h"
 
 namespace sorvane {
 namespace {
 constexpr const char* kTimes = "faults of times";
-constexpr float kHalfTurn = 180.0F; // degrees
+constexpr double kHalfTurn = 180.0;   // degrees
+constexpr double kNoticedLoss = 0.01; // of the trajectory's units
 constexpr const char* kAngleNames[] = {"target angle 1", "target angle 2", "target angle 3",
                                        "threat angle 1", "threat angle 2", "threat angle 3",
                                        "gyro angle 1",   "gyro angle 2",   "gyro angle 3"};
@@ -29,15 +29,28 @@ std::string lineText(std::int64_t line) {
 }
 } // namespace
 
-void SampleCheck::add(const keyframe& sample, std::int64_t line) {
+void SampleCheck::add(const Sample& sample, std::span<const Flare> flares, std::int64_t line) {
     if (!samples_.empty() && !(sample.time > samples_.back().time))
         isAscending_ = false;
-    Sample& added = samples_.emplace_back();
+    Row& added = samples_.emplace_back();
     added.time = sample.time;
     added.line = line;
-    float* end = std::ranges::copy(sample.targetAtt, added.angles).out;
-    end = std::ranges::copy(sample.threatAtt, end).out;
+    double* end = std::ranges::copy(sample.targetAttitude, added.angles).out;
+    end = std::ranges::copy(sample.threatAttitude, end).out;
     std::ranges::copy(sample.gyro, end);
+    lookForLoss(sample.targetPosition, line);
+    lookForLoss(sample.threatPosition, line);
+    for (const Flare& flare : flares)
+        lookForLoss(flare.position, line);
+}
+
+void SampleCheck::lookForLoss(const Triple& position, std::int64_t line) {
+    for (const double coordinate : position) {
+        const double loss = std::abs(coordinate - double{static_cast<float>(coordinate)});
+        if (loss > kNoticedLoss && greatestLoss_ <= kNoticedLoss)
+            firstLossLine_ = line;
+        greatestLoss_ = std::max(greatestLoss_, loss);
+    }
 }
 
 void SampleCheck::report(FindingList& findings, bool areAll) {
@@ -46,6 +59,7 @@ void SampleCheck::report(FindingList& findings, bool areAll) {
     if (!isAscending_)
         reportRepeatedTimes(findings);
     reportAngleJumps(findings);
+    reportLoss(findings);
     if (areAll)
         reportRange(findings);
 }
@@ -58,9 +72,9 @@ void SampleCheck::reportRepeatedTimes(FindingList& findings) {
                 {samples_[i].line}, kTimes,
                 std::string("the time ") + exactly(samples_[i].time) + " goes back behind the " +
                     exactly(samples_[i - 1].time) + " of " + lineText(samples_[i - 1].line));
-    std::ranges::stable_sort(samples_, {}, &Sample::time);
-    std::vector<Sample> kept;
-    for (const Sample& sample : samples_) {
+    std::ranges::stable_sort(samples_, {}, &Row::time);
+    std::vector<Row> kept;
+    for (const Row& sample : samples_) {
         if (kept.empty() || kept.back().time != sample.time) {
             kept.push_back(sample);
             continue;
@@ -76,9 +90,9 @@ void SampleCheck::reportRepeatedTimes(FindingList& findings) {
 
 void SampleCheck::reportAngleJumps(FindingList& findings) const {
     for (std::size_t i = 1; i < samples_.size(); ++i) {
-        const Sample& before = samples_[i - 1];
-        const Sample& after = samples_[i];
-        float greatest = 0.0F;
+        const Row& before = samples_[i - 1];
+        const Row& after = samples_[i];
+        double greatest = 0.0;
         for (std::size_t a = 0; a < kAngles; ++a)
             greatest = std::max(greatest, std::abs(after.angles[a] - before.angles[a]));
         if (greatest <= kHalfTurn) [[likely]]
@@ -87,15 +101,24 @@ void SampleCheck::reportAngleJumps(FindingList& findings) const {
             if (std::abs(after.angles[a] - before.angles[a]) > kHalfTurn)
                 findings.warning(
                     {after.line}, "jumping angles",
-                    std::string(kAngleNames[a]) + " jumps from the " + exactly(double{before.angles[a]}) + " of " +
-                        lineText(before.line) + " to " + exactly(double{after.angles[a]}) +
+                    std::string(kAngleNames[a]) + " jumps from the " + exactly(before.angles[a]) + " of " +
+                        lineText(before.line) + " to " + exactly(after.angles[a]) +
                         ": angles are blended as plain numbers, and this one turns the long way round");
     }
 }
 
+void SampleCheck::reportLoss(FindingList& findings) const {
+    if (greatestLoss_ > kNoticedLoss)
+        findings.warning(
+            {firstLossLine_}, "inexact positions",
+            std::string("from here on positions lose up to ") + QString::number(greatestLoss_, 'g', 3).toStdString() +
+                " units in the viewer, which keeps about seven digits of them: sorvane convert --origin brings them "
+                "near the origin");
+}
+
 void SampleCheck::reportRange(FindingList& findings) const {
     const auto firstNotBefore = [this](double time) {
-        return std::ranges::lower_bound(samples_, time, {}, &Sample::time);
+        return std::ranges::lower_bound(samples_, time, {}, &Row::time);
     };
     if (const auto zero = firstNotBefore(0.0); zero == samples_.end() || zero->time != 0.0)
         findings.warning(
@@ -105,7 +128,7 @@ void SampleCheck::reportRange(FindingList& findings) const {
             {samples_.front().line}, kTimes,
             std::string("the samples begin at ") + exactly(samples_.front().time) + " s, and playback begins at 0 s");
     if (samples_.back().time > kTimeBoxEnd) {
-        const auto beyond = std::ranges::upper_bound(samples_, kTimeBoxEnd, {}, &Sample::time);
+        const auto beyond = std::ranges::upper_bound(samples_, kTimeBoxEnd, {}, &Row::time);
         findings.warning(
             {beyond->line}, kTimes,
             std::string("from here on the samples, which end at ") + exactly(samples_.back().time) +

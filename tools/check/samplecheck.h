@@ -3,16 +3,17 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "finding.h"
-#include "keyframe.h"
+#include "sample.h"
 
 namespace sorvane {
 class SampleCheck {
 public:
     // In file order; `line` is the record's first one.
-    void add(const keyframe& sample, std::int64_t line);
+    void add(const Sample& sample, std::span<const Flare> flares, std::int64_t line);
 
     // Call once, after the last sample. With `areAll` false, samples were left out, and nothing is said of their range.
     void report(FindingList& findings, bool areAll);
@@ -22,17 +23,22 @@ public:
 private:
     static constexpr std::size_t kAngles = 9; // target, threat, gyro
 
-    struct Sample {
+    struct Row {
         double time;
         std::int64_t line;
-        float angles[kAngles];
+        double angles[kAngles];
     };
 
     void reportRepeatedTimes(FindingList& findings);
     void reportAngleJumps(FindingList& findings) const;
     void reportRange(FindingList& findings) const;
 
-    std::vector<Sample> samples_;
+    void lookForLoss(const Triple& position, std::int64_t line);
+    void reportLoss(FindingList& findings) const;
+
+    std::vector<Row> samples_;
     bool isAscending_ = true;
+    double greatestLoss_ = 0.0; // of a coordinate in the viewer's single precision
+    std::int64_t firstLossLine_ = 0;
 };
 } // namespace sorvane

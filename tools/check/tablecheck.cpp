@@ -18,6 +18,7 @@
 #include "loadclstomatfile.h"
 #include "loadercheck.h"
 #include "loadmaterialtables.h"
+#include "shortestnumber.h"
 
 namespace sorvane {
 namespace {
@@ -78,6 +79,11 @@ void checkTemperatures(const std::string& path, FindingList& findings) {
     const auto found = std::ranges::find_if_not(pairs, [](float value) { return std::isfinite(value); });
     if (found != pairs.end())
         findings.error({(found - pairs.begin()) / 2 + 1}, kLines, "a number is not finite");
+    for (std::size_t i = 1; i < pairs.size(); i += 2)
+        if (pairs[i] < 0.0F || pairs[i] > 1.0F)
+            findings.warning(
+                {static_cast<std::int64_t>(i) / 2 + 1}, "impossible reflectances",
+                "the emissivity is " + shortestText(pairs[i]) + ": it belongs between 0 and 1");
 }
 
 void checkBand(const std::string& path, FindingList& findings) {
@@ -118,16 +124,22 @@ void checkSpectralSample(const std::string& path, FindingList& findings) {
     if (!text)
         return;
     const CNumericLocale decimalPoint;
+    constexpr float kWhole = 100.0F; // per cent
     int points = 0;
     forEachLine(*text, [&](const std::string& line, FindingPlace place) {
         float wavelength = 0.0F;
         float percent = 0.0F;
         if (place.line <= Aster::kHeaderLines)
             return;
-        if (std::sscanf(line.c_str(), "%f %f", &wavelength, &percent) == 2 && std::isfinite(wavelength + percent))
-            ++points;
-        else
+        if (std::sscanf(line.c_str(), "%f %f", &wavelength, &percent) != 2 || !std::isfinite(wavelength + percent)) {
             findings.warning(place, kLines, "the line holds no wavelength and reflectance");
+            return;
+        }
+        ++points;
+        if (percent > kWhole)
+            findings.warning(
+                place, "impossible reflectances",
+                "the reflectance is " + shortestText(percent) + " %, more than 100 %");
     });
     if (points < 2)
         findings.error(

@@ -9,6 +9,8 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <string_view>
+#include <variant>
 
 #include "aster.h"
 #include "bandfile.h"
@@ -21,9 +23,11 @@
 #include "loadercheck.h"
 #include "loaderguard.h"
 #include "loadmaterialtables.h"
+#include "rasterfamily.h"
 #include "rastersize.h"
 #include "shortestnumber.h"
 #include "terrain.h"
+#include "terraincompanions.h"
 #include "terrainreflectance.h"
 #include "terrainxmlparser.h"
 
@@ -227,6 +231,46 @@ private:
 };
 
 // `load` makes the tiles. Those of a single raster have no lines.
+// The terrain's height 0 is drawn where the threat is at time 0.
+void checkHeights(Terrain& terrain, FindingList& findings) {
+    float highest = 0.0F;
+    for (std::size_t i = 0; i < terrain.tileCount(); ++i)
+        highest = std::max(highest, terrain.tile(i).bounds().maximum[2]);
+    if (highest > 0.0F)
+        findings.warning(
+            {}, "heights",
+            "its heights reach up to " + shortestText(highest) +
+                ", above the threat's start: height 0 is drawn where the threat is at time 0");
+}
+
+// A tile without a description lies where its size says.
+void checkUnusedTransform(const std::string& topography, FindingList& findings) {
+    const RasterDescription raster = rasterFamilyOf(topography).describe(topography, RasterContent::Topography);
+    for (const RasterField& field : raster.fields) {
+        const auto* const transform = std::get_if<std::vector<double>>(&field.value);
+        if (transform == nullptr || std::string_view(field.name) != "transform" || transform->size() < 5)
+            continue;
+        const std::vector<double>& t = *transform;
+        if (t[0] != 0.0 || t[3] != 0.0 || t[2] != 0.0 || t[4] != 0.0)
+            findings.warning(
+                {}, kTiles,
+                "the transform of its header is not used: a single tile begins at the origin; a description can place "
+                "it");
+    }
+}
+
+// A set with classes and normals is meant to have a sun.
+void checkSun(const std::string& description, FindingList& findings) {
+    TerrainSet set;
+    runLoader([&] { set = readTerrainSet(description, folderOfDescription(description)); });
+    const std::string atmosphere = companionsOf(set.companionStem).atmosphere;
+    const auto isLit = [](const auto& tile) {
+        return FileExists(tile->getClassFilePath()) && FileExists(tile->getNormFilePath());
+    };
+    if (std::ranges::any_of(set.tiles, isLit) && !FileExists(atmosphere))
+        findings.warning({}, kMissing, "\"" + atmosphere + "\" does not exist: the terrain is drawn without sun");
+}
+
 std::vector<std::string>
 checkTiles(const std::function<bool(Terrain&)>& load, const std::vector<std::int64_t>& lines, FindingList& findings) {
     Terrain terrain;
@@ -237,6 +281,7 @@ checkTiles(const std::function<bool(Terrain&)>& load, const std::vector<std::int
         findings.error({}, kTiles, "there are no tiles: no terrain is drawn");
         return {};
     }
+    checkHeights(terrain, findings);
     std::vector<std::string> files = SharedCheck(terrain.tile(0), findings).check();
     for (std::size_t i = 0; i < terrain.tileCount(); ++i) {
         const FindingPlace place{i < lines.size() ? lines[i] : 1};
@@ -252,6 +297,7 @@ std::vector<std::string> checkTerrainSet(const std::string& description, Finding
     const DescriptionScan scan = scanDescription(description, findings);
     if (!scan.isWellFormed)
         return {};
+    checkSun(description, findings);
     return checkTiles(
         [&](Terrain& terrain) { return terrain.load(description, sorvane::folderOfDescription(description), 1.0F); },
         scan.tileLines, findings);
@@ -262,6 +308,7 @@ checkTerrainOf(const std::string& topography, const std::string& radiance, Findi
     const std::string description = sorvane::descriptionFor(topography);
     if (FileExists(description))
         return {description};
+    checkUnusedTransform(topography, findings);
     return checkTiles(
         [&](Terrain& terrain) {
             float lowest = 0.0F;

@@ -195,7 +195,7 @@ void TrajectoryCheck::record(const WatchedRecord& told) {
         findings_.error(
             {told.line}, "wrong flare counts",
             std::string("the flare count is ") + std::to_string(told.sample.flareCount) + " and counts as 0");
-    samples_.add(told.sample, told.line);
+    samples_.add(told.sample, told.flares, told.line);
     flares_.include(told.flares);
 }
 
@@ -225,6 +225,10 @@ std::optional<TrajectoryFileHeader> checkTrajectory(const std::string& path, Fin
     const TrajectoryInput input = openTrajectoryAt(path);
     if (input.device == nullptr) {
         findings.error({}, kFiles, "the file can't be opened, or uncompress can't be started");
+        return std::nullopt;
+    }
+    if (const std::optional<Problem> problem = problemOfInput(input, path)) {
+        findings.error({}, kFiles, "the file " + problem->text);
         return std::nullopt;
     }
     TrajectoryCheck check(findings);

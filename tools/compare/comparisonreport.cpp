@@ -25,11 +25,6 @@ void writeLonelyTimes(
         out << "only in " << owner << ": " << times.size() - listed << " more\n";
 }
 
-// With the digits that the fields themselves have.
-float sizeOf(const FieldSummary& field) {
-    return static_cast<float>(field.largest.size());
-}
-
 Json jsonOf(const SampleDifference& difference) {
     return {{"time_s", difference.time}, {"field", difference.field}, {"a", difference.a}, {"b", difference.b}};
 }
@@ -85,7 +80,7 @@ void writeText(std::ostream& out, const TrajectoryReport& report) {
         out << report.found - report.differences.size() << " more differences\n";
     for (const FieldSummary& field : comparison.fields)
         out << "summary " << field.field << ": " << field.samples << " samples differ, the most by "
-            << shortestText(sizeOf(field)) << " at " << shortestText(field.largest.time) << " s\n";
+            << shortestText(field.largest.size()) << " at " << shortestText(field.largest.time) << " s\n";
     out << (comparison.agrees() ? "equal: " : "different: ") << comparison.compared << " samples compared\n";
 }
 
@@ -99,7 +94,7 @@ void writeJson(std::ostream& out, const TrajectoryReport& report) {
         fields.push_back({
             {"field", field.field},
             {"samples", field.samples},
-            {"largest_difference", shortestDouble(sizeOf(field))},
+            {"largest_difference", field.largest.size()},
             {"time_s", field.largest.time},
         });
     Json differences = Json::array();

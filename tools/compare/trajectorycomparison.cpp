@@ -1,37 +1,39 @@
 // Compares two trajectories: their headers, their times, and the fields of the samples of one time.
 #include "trajectorycomparison.h"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <utility>
 
 #include "shortestnumber.h"
 #include "trajectoryheaderfields.h"
+#include "withoutnoise.h"
 
 namespace sorvane {
 namespace {
 struct TripleField {
     const char* names[3];
-    float (keyframe::*values)[3];
+    Triple Sample::*values;
 };
 
 constexpr TripleField kTriples[] = {
-    {{"target_x", "target_y", "target_z"}, &keyframe::targetPos},
-    {{"target_roll", "target_pitch", "target_yaw"}, &keyframe::targetAtt},
-    {{"threat_x", "threat_y", "threat_z"}, &keyframe::threatPos},
-    {{"threat_roll", "threat_pitch", "threat_yaw"}, &keyframe::threatAtt},
-    {{"gyro_roll", "gyro_pitch", "gyro_yaw"}, &keyframe::gyro},
+    {{"target_x", "target_y", "target_z"}, &Sample::targetPosition},
+    {{"target_roll", "target_pitch", "target_yaw"}, &Sample::targetAttitude},
+    {{"threat_x", "threat_y", "threat_z"}, &Sample::threatPosition},
+    {{"threat_roll", "threat_pitch", "threat_yaw"}, &Sample::threatAttitude},
+    {{"gyro_roll", "gyro_pitch", "gyro_yaw"}, &Sample::gyro},
 };
 
 struct FlareTriple {
     const char* names[3];
-    float (flareKeyframe::*values)[3];
+    Triple Flare::*values;
 };
 
 constexpr FlareTriple kFlareTriples[] = {
-    {{"_x", "_y", "_z"}, &flareKeyframe::pos},
-    {{"_value_1", "_value_2", "_value_3"}, &flareKeyframe::values},
-    {{"_intensity_1", "_intensity_2", "_intensity_3"}, &flareKeyframe::intensity},
+    {{"_x", "_y", "_z"}, &Flare::position},
+    {{"_value_1", "_value_2", "_value_3"}, &Flare::angles},
+    {{"_intensity_1", "_intensity_2", "_intensity_3"}, &Flare::halfAxes},
 };
 
 std::string textOf(const QString& text) {
@@ -67,12 +69,16 @@ std::vector<HeaderDifference> compareHeaders(const TrajectoryFileHeader& a, cons
 // A flare among those of its id in one sample: id, and how many of the id stand before it.
 using FlareKey = std::pair<int, int>;
 
-std::map<FlareKey, const flareKeyframe*> flaresOf(const keyframe& sample) {
-    std::map<FlareKey, const flareKeyframe*> flares;
+std::map<FlareKey, const Flare*> flaresOf(const FlaredSample& sample) {
+    std::map<FlareKey, const Flare*> flares;
     std::map<int, int> seen;
-    for (const flareKeyframe& flare : sample.flares)
+    for (const Flare& flare : sample.flares)
         flares.emplace(FlareKey{flare.id, seen[flare.id]++}, &flare);
     return flares;
+}
+
+double differenceOf(double a, double b) {
+    return withoutNoise(std::abs(a - b), std::max(std::abs(a), std::abs(b)));
 }
 
 class Comparison {
@@ -80,11 +86,11 @@ public:
     Comparison(double tolerance, const std::function<void(const SampleDifference&)>& report)
         : tolerance_(tolerance), report_(report) {}
 
-    void compareSamples(const keyframe& a, const keyframe& b) {
+    void compareSamples(const FlaredSample& a, const FlaredSample& b) {
         ++result.compared;
         time_ = a.time;
         for (const TripleField& triple : kTriples)
-            for (int i = 0; i < 3; ++i)
+            for (std::size_t i = 0; i < 3; ++i)
                 compare(triple.names[i], (a.*triple.values)[i], (b.*triple.values)[i]);
         compare("flare_count", a.flareCount, b.flareCount);
         if (a.flares != b.flares)
@@ -94,21 +100,13 @@ public:
     TrajectoryComparison result;
 
 private:
-    // The numbers are compared as a file would write them. A name is only put together for what differs.
-    template <class Name> void compare(const Name& name, float a, float b) {
-        if (a != b)
-            take(name, shortestDouble(a), shortestDouble(b));
-    }
-    template <class Name> void compare(const Name& name, int a, int b) {
-        if (a != b)
-            take(name, a, b);
-    }
-    template <class Name> void take(const Name& name, double a, double b) {
-        if (std::abs(a - b) > tolerance_)
+    // A name is only put together for what differs.
+    template <class Name> void compare(const Name& name, double a, double b) {
+        if (a != b && differenceOf(a, b) > tolerance_)
             take({time_, std::string(name), a, b});
     }
 
-    void compareFlares(const keyframe& a, const keyframe& b) {
+    void compareFlares(const FlaredSample& a, const FlaredSample& b) {
         const auto flaresA = flaresOf(a);
         const auto flaresB = flaresOf(b);
         for (const auto& [key, flareA] : flaresA) {
@@ -128,12 +126,12 @@ private:
 
     static std::string flareName(int id) { return std::string("flare_").append(std::to_string(id)); }
 
-    void compareFlare(const flareKeyframe& a, const flareKeyframe& b) {
+    void compareFlare(const Flare& a, const Flare& b) {
         const std::string flare = flareName(a.id);
         for (const FlareTriple& triple : kFlareTriples)
-            for (int i = 0; i < 3; ++i)
+            for (std::size_t i = 0; i < 3; ++i)
                 compare(flare + triple.names[i], (a.*triple.values)[i], (b.*triple.values)[i]);
-        compare(flare + "_brightness", a.scalar, b.scalar);
+        compare(flare + "_brightness", a.brightness, b.brightness);
         compare(flare + "_bands", a.bandCount, b.bandCount);
         compare(flare + "_kind", a.kind, b.kind);
     }
@@ -157,7 +155,7 @@ private:
 } // namespace
 
 double SampleDifference::size() const {
-    return std::abs(a - b);
+    return differenceOf(a, b);
 }
 
 TrajectoryComparison compareTrajectories(
@@ -170,10 +168,10 @@ TrajectoryComparison compareTrajectories(
     while (sampleA != a.samples.cend() || sampleB != b.samples.cend()) {
         const bool hasA = sampleA != a.samples.cend();
         const bool hasB = sampleB != b.samples.cend();
-        if (hasA && (!hasB || sampleA.key() < sampleB.key())) {
-            comparison.result.onlyInA.push_back((sampleA++).key());
-        } else if (hasB && (!hasA || sampleB.key() < sampleA.key())) {
-            comparison.result.onlyInB.push_back((sampleB++).key());
+        if (hasA && (!hasB || sampleA->time < sampleB->time)) {
+            comparison.result.onlyInA.push_back((sampleA++)->time);
+        } else if (hasB && (!hasA || sampleB->time < sampleA->time)) {
+            comparison.result.onlyInB.push_back((sampleB++)->time);
         } else {
             comparison.compareSamples(*sampleA, *sampleB);
             ++sampleA;

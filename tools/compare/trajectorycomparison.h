@@ -21,7 +21,7 @@ struct SampleDifference {
     double a = 0.0;
     double b = 0.0;
 
-    double size() const;
+    double size() const; // without what subtraction has left of the last digits
 };
 
 // All differences of one field.

@@ -5,9 +5,11 @@
 #include <numbers>
 #include <string_view>
 
+#include "withoutnoise.h"
+
 namespace sorvane {
 namespace {
-using Rows = std::array<ExactTriple, 3>;
+using Rows = std::array<Triple, 3>;
 
 constexpr double kFullTurn = 360.0;
 constexpr double kHalfTurn = 180.0;
@@ -29,7 +31,7 @@ Rows product(const Rows& a, const Rows& b) {
 }
 
 // Rz(yaw) · Ry(pitch) · Rx(roll), as a body is turned.
-Rows rotation(const ExactTriple& anglesDegrees) {
+Rows rotation(const Triple& anglesDegrees) {
     const double a = radians(anglesDegrees[0]);
     const double b = radians(anglesDegrees[1]);
     const double c = radians(anglesDegrees[2]);
@@ -40,7 +42,7 @@ Rows rotation(const ExactTriple& anglesDegrees) {
 }
 
 // Roll, pitch and yaw of a rotation. Straight up or down only roll and yaw together are settled: roll is then `roll`.
-ExactTriple anglesOf(const Rows& turn, double roll) {
+Triple anglesOf(const Rows& turn, double roll) {
     constexpr double kStraight = 1e-9;
     const double level = std::hypot(turn[0][0], turn[1][0]);
     const double pitch = degrees(std::atan2(-turn[2][0], level));
@@ -52,13 +54,13 @@ ExactTriple anglesOf(const Rows& turn, double roll) {
 }
 
 // Each angle by full turns as near to the one before as it gets.
-ExactTriple near(ExactTriple angles, const ExactTriple& before) {
+Triple near(Triple angles, const Triple& before) {
     for (std::size_t i = 0; i < 3; ++i)
         angles[i] += kFullTurn * std::round((before[i] - angles[i]) / kFullTurn);
     return angles;
 }
 
-double squaredDistance(const ExactTriple& a, const ExactTriple& b) {
+double squaredDistance(const Triple& a, const Triple& b) {
     double sum = 0.0;
     for (std::size_t i = 0; i < 3; ++i)
         sum += (a[i] - b[i]) * (a[i] - b[i]);
@@ -87,8 +89,8 @@ std::optional<Axes> Axes::parse(const std::string& text) {
     return rest.empty() ? std::optional(axes) : std::nullopt;
 }
 
-ExactTriple Axes::turned(const ExactTriple& vector) const {
-    ExactTriple result{};
+Triple Axes::turned(const Triple& vector) const {
+    Triple result{};
     for (std::size_t i = 0; i < 3; ++i)
         result[i] = sign_[i] * vector[from_[i]] + 0.0; // no -0
     return result;
@@ -99,19 +101,19 @@ double Axes::handedness() const {
     return (isCyclic ? 1.0 : -1.0) * sign_[0] * sign_[1] * sign_[2];
 }
 
-ExactTriple Axes::turnedAttitude(const ExactTriple& degrees, const ExactTriple& before) const {
+Triple Axes::turnedAttitude(const Triple& degrees, const Triple& before) const {
     return keepsVertical() ? turnedAboutVertical(degrees) : turnedBy(bodyAxes(), degrees, before);
 }
 
-ExactTriple Axes::turnedEllipsoid(const ExactTriple& degrees, const ExactTriple& before) const {
+Triple Axes::turnedEllipsoid(const Triple& degrees, const Triple& before) const {
     return keepsVertical() ? turnedAboutVertical(degrees)
                            : turnedBy({{{1, 0, 0}, {0, 1, 0}, {0, 0, handedness()}}}, degrees, before);
 }
 
 // The new axes are the file's, turned over by D = diag(1, s, t) and then turned about z. D Rz(c) D = Rz(s c),
 // D Ry(b) D = Ry(t b) and D Rx(a) D = Rx(s t a), and D is what becomes of a body's own axes, too.
-ExactTriple Axes::turnedAboutVertical(const ExactTriple& degrees) const {
-    const ExactTriple x = turned({1, 0, 0});
+Triple Axes::turnedAboutVertical(const Triple& degrees) const {
+    const Triple x = turned({1, 0, 0});
     const double quarterTurns = x[0] != 0.0 ? 1.0 - x[0] : x[1]; // where the file's x lies, from the new x to the new y
     const double t = sign_[2];
     const double s = handedness() * t;
@@ -122,27 +124,27 @@ ExactTriple Axes::turnedAboutVertical(const ExactTriple& degrees) const {
 // is, unless that is x as well.
 Axes::Rows Axes::bodyAxes() const {
     const std::size_t vertical = from_[2];
-    const ExactTriple forward = {1, 0, 0};
-    ExactTriple down{};
+    const Triple forward = {1, 0, 0};
+    Triple down{};
     down[vertical == 0 ? 2 : vertical] = vertical == 0 ? 1.0 : sign_[2];
     // A mirror makes a right-handed body left-handed.
     const double h = handedness();
-    const ExactTriple right = {0, h * down[2], -h * down[1]};
+    const Triple right = {0, h * down[2], -h * down[1]};
     Rows body{};
     for (std::size_t row = 0; row < 3; ++row)
         body[row] = {forward[row], right[row], down[row]};
     return body;
 }
 
-ExactTriple Axes::turnedBy(const Rows& body, const ExactTriple& degrees, const ExactTriple& before) const {
+Triple Axes::turnedBy(const Rows& body, const Triple& degrees, const Triple& before) const {
     Rows axes{};
     for (std::size_t row = 0; row < 3; ++row)
         axes[row][from_[row]] = sign_[row];
-    const ExactTriple one = anglesOf(product(product(axes, rotation(degrees)), body), before[0]);
-    const ExactTriple other = {one[0] + kHalfTurn, kHalfTurn - one[1], one[2] + kHalfTurn};
-    const ExactTriple nearOne = near(one, before);
-    const ExactTriple nearOther = near(other, before);
-    ExactTriple chosen = squaredDistance(nearOther, before) < squaredDistance(nearOne, before) ? nearOther : nearOne;
+    const Triple one = anglesOf(product(product(axes, rotation(degrees)), body), before[0]);
+    const Triple other = {one[0] + kHalfTurn, kHalfTurn - one[1], one[2] + kHalfTurn};
+    const Triple nearOne = near(one, before);
+    const Triple nearOther = near(other, before);
+    Triple chosen = squaredDistance(nearOther, before) < squaredDistance(nearOne, before) ? nearOther : nearOne;
     for (double& angle : chosen)
         angle = withoutNoise(angle, kFullTurn);
     return chosen;

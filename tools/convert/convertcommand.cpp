@@ -50,11 +50,11 @@ std::optional<double> parseScale(const std::string& text) {
 }
 
 // X,Y or X,Y,Z
-std::optional<ExactTriple> parsePoint(const std::string& text) {
+std::optional<Triple> parsePoint(const std::string& text) {
     const QStringList parts = QString::fromStdString(text).split(u',');
     if (parts.size() != 2 && parts.size() != 3)
         return std::nullopt;
-    ExactTriple point{};
+    Triple point{};
     for (std::size_t i = 0; i < static_cast<std::size_t>(parts.size()); ++i) {
         const std::optional<double> number = toDouble(parts[static_cast<qsizetype>(i)]);
         if (!number)
@@ -101,7 +101,7 @@ private:
         if (options_.from && options_.to && *options_.from > *options_.to)
             return "--from is later than --to";
         if (!options_.origin.empty()) {
-            const std::optional<ExactTriple> origin = parsePoint(options_.origin);
+            const std::optional<Triple> origin = parsePoint(options_.origin);
             if (!origin)
                 return "--origin is not X,Y or X,Y,Z: " + options_.origin;
             placement_.origin = *origin;

@@ -1,13 +1,14 @@
 // Reads a trajectory as the viewer does, but with its numbers in double precision and with its comments.
 #include "exactreader.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include <QString>
 
 #include "linereading.h"
+#include "recordlayout.h"
+#include "sampleseries.h"
 #include "trajectorylines.h"
 #include "wordconversion.h"
 
@@ -19,8 +20,10 @@ constexpr int kHeaderLines = 12;
 class ExactWords {
 public:
     ExactWords(const QString& simplifiedLine, std::int64_t& badNumbers)
-        : line_(simplifiedLine), badNumbers_(badNumbers) {}
+        : line_(simplifiedLine), badNumbers_(&badNumbers) {}
 
+    bool atEnd() const { return line_.isEmpty(); }
+    void skip() { next(); }
     QStringView next() {
         const qsizetype blank = line_.indexOf(u' ');
         const QStringView word = blank < 0 ? line_ : line_.first(blank);
@@ -29,19 +32,16 @@ public:
     }
     int nextInt() { return counted(toInt(next())); }
     double nextDouble() { return counted(toDouble(next())); }
-    void nextTriple(ExactTriple& triple) {
-        for (double& number : triple)
-            number = nextDouble();
-    }
+    double nextReal() { return nextDouble(); }
 
 private:
     template <class Number> Number counted(std::optional<Number> number) {
-        badNumbers_ += number ? 0 : 1;
+        *badNumbers_ += number ? 0 : 1;
         return number.value_or(Number{});
     }
 
     QStringView line_;
-    std::int64_t& badNumbers_;
+    std::int64_t* badNumbers_;
 };
 
 class ExactReader {
@@ -56,7 +56,7 @@ public:
         if (!text_.isNull())
             countLinesNotRead();
         read_.lastComments = std::move(comments_);
-        sortByTime();
+        orderByTime(read_.samples);
         return std::move(read_);
     }
 
@@ -96,18 +96,9 @@ private:
 
     void readRecord() {
         ExactSample& sample = read_.samples.emplace_back();
-        int flares = 0;
-        readLine([&](ExactWords words) {
-            sample.time = words.nextDouble();
-            flares = words.nextInt();
-            words.nextTriple(sample.targetPosition);
-            words.nextTriple(sample.targetAttitude);
-        });
+        readLine([&](const ExactWords& words) { readTargetLine(words, sample); });
         next();
-        readLine([&](ExactWords words) {
-            words.nextTriple(sample.threatPosition);
-            words.nextTriple(sample.threatAttitude);
-        });
+        readLine([&](const ExactWords& words) { readThreatLine(words, sample); });
         next();
         readLine([&](ExactWords words) {
             const std::string first = words.next().toString().toStdString();
@@ -116,48 +107,19 @@ private:
             const bool isPlain = first[0] > 0 && first[0] != '#';
             if (!second.empty())
                 sample.ignoredWords = (isPlain ? "" : " ") + first + " " + second;
-            words.nextTriple(sample.gyro);
+            readTriple(words, sample.gyro);
         });
         // The count is what the file claims: nothing is allocated by it.
-        for (; flares > 0 && !read_.isTruncated; --flares) {
+        for (int i = 0; i < sample.flareCount && !read_.isTruncated; ++i) {
             next();
-            readLine([&](ExactWords words) { sample.flares.push_back(readFlare(words)); });
+            readLine([&](const ExactWords& words) { sample.flares.push_back(readFlareLine(words)); });
         }
         sample.comments = std::exchange(comments_, {});
-    }
-
-    static ExactFlare readFlare(ExactWords& words) {
-        ExactFlare flare;
-        flare.id = words.nextInt();
-        flare.kind = words.nextInt();
-        words.nextTriple(flare.position);
-        flare.brightness = words.nextDouble();
-        words.nextTriple(flare.angles);
-        flare.halfAxes.fill(words.nextDouble());
-        ExactWords otherHalfAxes = words;
-        words.next();
-        words.next();
-        flare.bandCount = words.nextInt();
-        if (flare.bandCount >= 3) {
-            flare.halfAxes[1] = otherHalfAxes.nextDouble();
-            flare.halfAxes[2] = otherHalfAxes.nextDouble();
-        }
-        return flare;
     }
 
     void countLinesNotRead() {
         while (next())
             read_.linesNotRead += text_.isEmpty() ? 0 : 1;
-    }
-
-    void sortByTime() {
-        std::vector<ExactSample>& samples = read_.samples;
-        std::ranges::stable_sort(samples, {}, &ExactSample::time);
-        // From the back, so that the last one of each time stays.
-        const auto firstKept = std::unique(samples.rbegin(), samples.rend(), [](const auto& a, const auto& b) {
-                                   return a.time == b.time;
-                               }).base();
-        samples.erase(samples.begin(), firstKept);
     }
 
     TrajectoryLines lines_;

@@ -9,14 +9,14 @@ namespace sorvane {
 namespace {
 constexpr int kBands = 3; // from which on each half axis counts
 
-void append(std::string& text, const ExactTriple& numbers) {
+void append(std::string& text, const Triple& numbers) {
     for (const double number : numbers) {
         text += ' ';
         appendShortest(text, number);
     }
 }
 
-void append(std::string& text, const ExactFlare& flare) {
+void append(std::string& text, const Flare& flare) {
     text += std::to_string(flare.id) + ' ' + std::to_string(flare.kind);
     append(text, flare.position);
     text += ' ';
@@ -40,7 +40,7 @@ void append(std::string& text, const ExactSample& sample) {
     text.append("\n").append(threat, 1).append("\n").append(sample.ignoredWords);
     append(text, sample.gyro);
     text += '\n';
-    for (const ExactFlare& flare : sample.flares)
+    for (const Flare& flare : sample.flares)
         append(text, flare);
 }
 } // namespace

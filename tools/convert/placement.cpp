@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "withoutnoise.h"
+
 namespace sorvane {
 namespace {
 class Placer {
@@ -14,10 +16,10 @@ public:
     void place(ExactSample& sample, const ExactSample* before) const {
         placePosition(sample.targetPosition);
         placePosition(sample.threatPosition);
-        placeAttitude(sample.targetAttitude, before == nullptr ? ExactTriple() : before->targetAttitude);
-        placeAttitude(sample.threatAttitude, before == nullptr ? ExactTriple() : before->threatAttitude);
-        placeAttitude(sample.gyro, before == nullptr ? ExactTriple() : before->gyro);
-        for (ExactFlare& flare : sample.flares)
+        placeAttitude(sample.targetAttitude, before == nullptr ? Triple() : before->targetAttitude);
+        placeAttitude(sample.threatAttitude, before == nullptr ? Triple() : before->threatAttitude);
+        placeAttitude(sample.gyro, before == nullptr ? Triple() : before->gyro);
+        for (Flare& flare : sample.flares)
             placeFlare(flare, before == nullptr ? nullptr : findFlare(*before, flare.id));
     }
 
@@ -26,7 +28,7 @@ private:
         return factor == 1.0 ? number : withoutNoise(number * factor, std::abs(number * factor));
     }
 
-    void placePosition(ExactTriple& position) const {
+    void placePosition(Triple& position) const {
         for (std::size_t i = 0; i < position.size(); ++i) {
             const double origin = placement_.origin[i];
             const double greatest = std::max(std::abs(position[i]), std::abs(origin));
@@ -37,20 +39,20 @@ private:
             position = placement_.axes->turned(position);
     }
 
-    void placeAttitude(ExactTriple& angles, const ExactTriple& before) const {
+    void placeAttitude(Triple& angles, const Triple& before) const {
         if (placement_.headingOfX)
             angles[2] = yawOf(angles[2]);
         else if (placement_.axes)
             angles = placement_.axes->turnedAttitude(angles, before);
     }
 
-    void placeFlare(ExactFlare& flare, const ExactFlare* before) const {
+    void placeFlare(Flare& flare, const Flare* before) const {
         placePosition(flare.position);
         if (placement_.headingOfX)
             flare.angles[2] = yawOf(flare.angles[2]);
         else if (placement_.axes)
             flare.angles =
-                placement_.axes->turnedEllipsoid(flare.angles, before == nullptr ? ExactTriple() : before->angles);
+                placement_.axes->turnedEllipsoid(flare.angles, before == nullptr ? Triple() : before->angles);
         for (double& halfAxis : flare.halfAxes)
             halfAxis = scaled(halfAxis, placement_.scale);
         flare.brightness = scaled(flare.brightness, placement_.scale * placement_.scale);
@@ -64,7 +66,7 @@ private:
     const Placement& placement_;
 };
 
-bool fits(const ExactTriple& numbers) {
+bool fits(const Triple& numbers) {
     return std::ranges::all_of(
         numbers, [](double number) { return std::abs(number) <= double{std::numeric_limits<float>::max()}; });
 }
@@ -82,7 +84,7 @@ void place(std::vector<ExactSample>& samples, const Placement& placement) {
 bool fitsSinglePrecision(const std::vector<ExactSample>& samples) {
     return std::ranges::all_of(samples, [](const ExactSample& sample) {
         return fits(sample.targetPosition) && fits(sample.threatPosition) &&
-               std::ranges::all_of(sample.flares, [](const ExactFlare& flare) {
+               std::ranges::all_of(sample.flares, [](const Flare& flare) {
                    return fits(flare.position) && fits(flare.halfAxes) && fits({flare.brightness});
                });
     });

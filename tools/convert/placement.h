@@ -9,8 +9,8 @@
 
 namespace sorvane {
 struct Placement {
-    ExactTriple origin{}; // in the file's units and axes
-    double scale = 1.0;   // of lengths
+    Triple origin{};    // in the file's units and axes
+    double scale = 1.0; // of lengths
     std::optional<Axes> axes;
     // The bearing of the new x, for angles that are roll, pitch and compass heading whatever the axes are.
     std::optional<double> headingOfX;

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <iterator>
 
+#include "withoutnoise.h"
+
 namespace sorvane {
 namespace {
 using Position = std::vector<ExactSample>::const_iterator;

@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "withoutnoise.h"
+
 namespace sorvane {
 namespace {
-void unwrap(ExactTriple& angles, const ExactTriple& before) {
+void unwrap(Triple& angles, const Triple& before) {
     constexpr double kFullTurn = 360.0;
     for (std::size_t i = 0; i < angles.size(); ++i) {
         const double jump = angles[i] - before[i];
@@ -25,8 +27,8 @@ void unwrapAngles(std::vector<ExactSample>& samples) {
             unwrap(sample.targetAttitude, before->targetAttitude);
             unwrap(sample.threatAttitude, before->threatAttitude);
             unwrap(sample.gyro, before->gyro);
-            for (ExactFlare& flare : sample.flares)
-                if (const ExactFlare* const same = findFlare(*before, flare.id))
+            for (Flare& flare : sample.flares)
+                if (const Flare* const same = findFlare(*before, flare.id))
                     unwrap(flare.angles, same->angles);
         }
         before = &sample;

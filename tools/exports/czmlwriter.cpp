@@ -19,8 +19,8 @@ WorldTime timeOf(const PlacedEngagement& engagement, double seconds) {
 }
 
 std::string intervalOf(const PlacedEngagement& engagement) {
-    return worldTimeText(timeOf(engagement, engagement.samples.firstKey())) + '/' +
-           worldTimeText(timeOf(engagement, engagement.samples.lastKey()));
+    return worldTimeText(timeOf(engagement, engagement.samples.front().time)) + '/' +
+           worldTimeText(timeOf(engagement, engagement.samples.back().time));
 }
 
 Json documentPacket(const PlacedEngagement& engagement) {
@@ -30,7 +30,7 @@ Json documentPacket(const PlacedEngagement& engagement) {
         {"version", "1.0"},
         {"clock",
          {{"interval", intervalOf(engagement)},
-          {"currentTime", worldTimeText(timeOf(engagement, engagement.samples.firstKey()))},
+          {"currentTime", worldTimeText(timeOf(engagement, engagement.samples.front().time))},
           {"multiplier", 1},
           {"range", "CLAMPED"},
           {"step", "SYSTEM_CLOCK_MULTIPLIER"}}},
@@ -40,7 +40,7 @@ Json documentPacket(const PlacedEngagement& engagement) {
 Json::array_t sampledPositions(const PlacedEngagement& engagement, const MapBody& body) {
     Json::array_t numbers;
     numbers.reserve(4 * static_cast<std::size_t>(engagement.samples.size()));
-    for (const keyframe& sample : engagement.samples) {
+    for (const Sample& sample : engagement.samples) {
         const GeodeticPosition position = engagement.frame.positionOf(sample.*body.position);
         numbers.emplace_back(sample.time);
         numbers.emplace_back(rounded(position.longitudeDegrees, 1e9));

@@ -71,14 +71,14 @@ public:
         if (format_ != "csv")
             if (Complaint complaint = takePlace())
                 return complaint;
-        const sorvane::Outcome<TrajectoryFile> trajectory = readTrajectoryFile(options_.file);
+        const sorvane::Outcome<SampleSeries> trajectory = readTrajectorySamples(options_.file);
         if (!trajectory)
             return trajectory.problem();
-        if (format_ != "csv" && !(worldTimeAfter(epoch_, trajectory->samples.firstKey()) &&
-                                  worldTimeAfter(epoch_, trajectory->samples.lastKey())))
+        if (format_ != "csv" && !(worldTimeAfter(epoch_, trajectory->samples().front().time) &&
+                                  worldTimeAfter(epoch_, trajectory->samples().back().time)))
             return inputName(options_.file) + ": its times lie outside the years 1 to 9999";
         return writeResult(
-            options_.output, streams_, [&](std::ostream& out) { writeSamples(out, trajectory->samples); });
+            options_.output, streams_, [&](std::ostream& out) { writeSamples(out, trajectory->samples()); });
     }
 
 private:
@@ -99,7 +99,7 @@ private:
         return std::nullopt;
     }
 
-    void writeSamples(std::ostream& out, const QMap<double, keyframe>& samples) const {
+    void writeSamples(std::ostream& out, std::span<const Sample> samples) const {
         if (format_ == "csv") {
             writeSampleCsv(out, samples, options_.unit);
             return;

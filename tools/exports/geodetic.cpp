@@ -61,7 +61,7 @@ LocalFrame::LocalFrame(const GeodeticPosition& origin, double xBearingDegrees, d
     }
 }
 
-GeodeticPosition LocalFrame::positionOf(const float (&units)[3]) const {
+GeodeticPosition LocalFrame::positionOf(const Triple& units) const {
     double centred[3];
     for (int i = 0; i < 3; ++i)
         centred[i] = origin_[i] + units[0] * axes_[0][i] + units[1] * axes_[1][i] + units[2] * axes_[2][i];

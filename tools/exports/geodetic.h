@@ -1,6 +1,8 @@
 // Places the positions of a trajectory on the Earth.
 #pragma once
 
+#include "sample.h"
+
 namespace sorvane {
 // On the WGS-84 ellipsoid.
 struct GeodeticPosition {
@@ -16,7 +18,7 @@ public:
     // x points to `xBearingDegrees` from north towards east.
     LocalFrame(const GeodeticPosition& origin, double xBearingDegrees, double metresPerUnit);
 
-    GeodeticPosition positionOf(const float (&units)[3]) const;
+    GeodeticPosition positionOf(const Triple& units) const;
 
 private:
     double origin_[3] = {};  // metres from the Earth's centre: towards 0° N 0° E, 0° N 90° E and the north pole

@@ -92,7 +92,7 @@ private:
         xml_.writeStartElement(QStringLiteral("LineString"));
         writeAltitudeMode();
         xml_.writeStartElement(QStringLiteral("coordinates"));
-        for (const keyframe& sample : engagement_.samples)
+        for (const Sample& sample : engagement_.samples)
             xml_.writeCharacters(coordinates(engagement_.frame.positionOf(sample.*body.position), ',') + u'\n');
         xml_.writeEndElement();
         xml_.writeEndElement();
@@ -101,11 +101,11 @@ private:
     void writeTrack(const MapBody& body) {
         xml_.writeStartElement(kGoogle, QStringLiteral("Track"));
         writeAltitudeMode();
-        for (const keyframe& sample : engagement_.samples) {
+        for (const Sample& sample : engagement_.samples) {
             const WorldTime time = worldTimeAfter(engagement_.epoch, sample.time).value_or(engagement_.epoch);
             xml_.writeTextElement(QStringLiteral("when"), QString::fromStdString(worldTimeText(time)));
         }
-        for (const keyframe& sample : engagement_.samples)
+        for (const Sample& sample : engagement_.samples)
             xml_.writeTextElement(
                 kGoogle, QStringLiteral("coord"),
                 coordinates(engagement_.frame.positionOf(sample.*body.position), ' '));

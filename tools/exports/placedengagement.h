@@ -2,18 +2,17 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <string>
 
-#include <QMap>
-
 #include "geodetic.h"
-#include "keyframe.h"
+#include "sample.h"
 #include "worldtime.h"
 
 namespace sorvane {
 struct PlacedEngagement {
     std::string name;
-    const QMap<double, keyframe>& samples; // at least one
+    std::span<const Sample> samples; // at least one
     LocalFrame frame;
     WorldTime epoch = 0; // of the trajectory's time 0; all samples lie in the years 1 to 9999
 };
@@ -28,12 +27,12 @@ struct MapColour {
 struct MapBody {
     const char* id = "";
     const char* name = "";
-    float (keyframe::*position)[3] = nullptr;
+    Triple Sample::*position = nullptr;
     MapColour colour; // as the viewer draws its path
 };
 
 inline constexpr std::array<MapBody, 2> kMapBodies = {
-    MapBody{"target", "Target", &keyframe::targetPos, {0, 255, 0}},
-    MapBody{"threat", "Threat", &keyframe::threatPos, {255, 255, 0}},
+    MapBody{"target", "Target", &Sample::targetPosition, {0, 255, 0}},
+    MapBody{"threat", "Threat", &Sample::threatPosition, {255, 255, 0}},
 };
 } // namespace sorvane

@@ -1,11 +1,10 @@
 // Writes the samples of a trajectory as comma-separated values.
 #include "samplecsv.h"
 
-#include <iterator>
 #include <string>
 
-#include "encounter.h"
 #include "shortestnumber.h"
+#include "withoutnoise.h"
 
 namespace sorvane {
 namespace {
@@ -24,19 +23,19 @@ std::string namesLine(LengthUnit unit) {
     return line + speedNameEnding(unit).toStdString() + ",aspect_deg\n";
 }
 
-void appendTriple(std::string& line, const float (&values)[3]) {
-    for (const float value : values) {
+void appendTriple(std::string& line, const Triple& values) {
+    for (const double value : values) {
         line += ',';
         appendShortest(line, value);
     }
 }
 
-void appendSample(std::string& text, const keyframe& sample, const Encounter& encounter) {
+void appendSample(std::string& text, const Sample& sample, const Encounter& encounter) {
     appendShortest(text, sample.time);
-    appendTriple(text, sample.targetPos);
-    appendTriple(text, sample.targetAtt);
-    appendTriple(text, sample.threatPos);
-    appendTriple(text, sample.threatAtt);
+    appendTriple(text, sample.targetPosition);
+    appendTriple(text, sample.targetAttitude);
+    appendTriple(text, sample.threatPosition);
+    appendTriple(text, sample.threatAttitude);
     appendTriple(text, sample.gyro);
     for (const double value : {encounter.range, encounter.closingSpeed, encounter.aspectDegrees}) {
         text += ',';
@@ -46,16 +45,11 @@ void appendSample(std::string& text, const keyframe& sample, const Encounter& en
 }
 } // namespace
 
-void writeSampleCsv(std::ostream& out, const QMap<double, keyframe>& samples, LengthUnit unit) {
+void writeSampleCsv(std::ostream& out, std::span<const Sample> samples, LengthUnit unit) {
     out << namesLine(unit);
     std::string text;
-    for (auto sample = samples.cbegin(); sample != samples.cend(); ++sample) {
-        // The speed is that of the interval after the sample; after the last one there is none.
-        const auto next = std::next(sample);
-        const bool isLast = next == samples.cend();
-        const keyframe& earlier = isLast && sample != samples.cbegin() ? *std::prev(sample) : *sample;
-        const keyframe& later = isLast ? *sample : *next;
-        appendSample(text, *sample, encounterBetween(earlier, later, sample->time));
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        appendSample(text, samples[i], writtenEncounterOn(samples, i));
         if (text.size() >= kPieceBytes) {
             out << text;
             text.clear();

@@ -2,15 +2,14 @@
 #pragma once
 
 #include <ostream>
+#include <span>
 
-#include <QMap>
-
-#include "keyframe.h"
 #include "measuretext.h"
+#include "sample.h"
 
 namespace sorvane {
 // A line of names, then a line for each sample: time, the positions and attitudes of target and threat, the gyro,
-// range, closing speed and aspect (as encounterAt gives them). Numbers are the shortest that read back exactly; the
+// range, closing speed and aspect (as encounterOn gives them). Numbers are the shortest that read back exactly; the
 // names of lengths and speeds end in `unit`.
-void writeSampleCsv(std::ostream& out, const QMap<double, keyframe>& samples, LengthUnit unit);
+void writeSampleCsv(std::ostream& out, std::span<const Sample> samples, LengthUnit unit);
 } // namespace sorvane

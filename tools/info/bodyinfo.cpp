@@ -46,9 +46,10 @@ InfoRecord statedBox(const VnlFile& geometry, LengthUnit unit) {
     return {{lengthName("minimum", unit), corner(kLowCorner)}, {lengthName("maximum", unit), corner(kHighCorner)}};
 }
 
-// Radiances of a body: the extremes with their facets, which count from 1, and the mean.
+// Radiances of a body: the extremes with their facets, the first of equal ones, which count from 1, and the mean.
 InfoRecord limitsRecord(std::span<const float> values) {
-    const auto [least, greatest] = std::ranges::minmax_element(values);
+    const auto least = std::ranges::min_element(values);
+    const auto greatest = std::ranges::max_element(values);
     const double sum = std::accumulate(values.begin(), values.end(), 0.0);
     return {
         {"minimum_W_per_cm2_sr", shortestDouble(*least)},

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "bodyinfo.h"
+#include "compression.h"
 #include "filekind.h"
 #include "inputfile.h"
 #include "inputtexts.h"
@@ -14,7 +15,9 @@
 
 namespace sorvane {
 namespace {
-std::optional<Problem> describe(FileKind kind, const std::string& path, LengthUnit unit, InfoRecord& record) {
+std::optional<Problem>
+describe(FileKind kind, const std::string& path, const InfoChoices& choices, InfoRecord& record) {
+    const LengthUnit unit = choices.unit;
     switch (kind) {
     case FileKind::Trajectory:
         return describeTrajectory(path, unit, record);
@@ -43,11 +46,11 @@ std::optional<Problem> describe(FileKind kind, const std::string& path, LengthUn
     case FileKind::Band:
         return describeBand(path, record);
     case FileKind::SpectralSample:
-        return std::nullopt; // what it means depends on the band
+        return describeSpectrum(path, choices.band, record);
     case FileKind::Unknown:
         break;
     }
-    return "is none of the files that the viewer reads";
+    return problemOfCompression(path).value_or("is none of the files that the viewer reads");
 }
 
 void takeOutcome(const LoaderOutcome& outcome, std::optional<Problem> problem, InfoRecord& record) {
@@ -66,7 +69,7 @@ void takeOutcome(const LoaderOutcome& outcome, std::optional<Problem> problem, I
 }
 } // namespace
 
-InfoRecord describeFile(const std::string& path, LengthUnit unit) {
+InfoRecord describeFile(const std::string& path, const InfoChoices& choices) {
     const bool isStandardInput = path == "-";
     const FileKind kind = isStandardInput ? FileKind::Trajectory : fileKindOf(path);
     InfoRecord record{{"path", path}, {"kind", nameOf(kind)}};
@@ -78,7 +81,7 @@ InfoRecord describeFile(const std::string& path, LengthUnit unit) {
     const LoaderOutcome outcome = runLoader([&] {
         if (!isStandardInput)
             record["size_bytes"] = std::filesystem::file_size(path);
-        problem = describe(kind, path, unit, record);
+        problem = describe(kind, path, choices, record);
     });
     takeOutcome(outcome, std::move(problem), record);
     return record;

@@ -13,6 +13,13 @@ InfoRecord numberList(std::span<const float> values) {
     return list;
 }
 
+InfoRecord numberList(std::span<const double> values) {
+    InfoRecord list = InfoRecord::array();
+    for (const double value : values)
+        list.push_back(value);
+    return list;
+}
+
 std::string lengthName(const char* stem, LengthUnit unit) {
     return stem + lengthNameEnding(unit).toStdString();
 }

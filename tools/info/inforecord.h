@@ -17,6 +17,7 @@ namespace sorvane {
 using InfoRecord = nlohmann::ordered_json;
 
 InfoRecord numberList(std::span<const float> values);
+InfoRecord numberList(std::span<const double> values);
 
 std::string lengthName(const char* stem, LengthUnit unit); // "range", metres: "range_m"
 std::string speedName(const char* stem, LengthUnit unit);

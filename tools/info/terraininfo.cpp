@@ -13,6 +13,7 @@
 #include "loadclstomatfile.h"
 #include "loadmaterialtables.h"
 #include "shortestnumber.h"
+#include "spectruminfo.h"
 #include "terraincompanions.h"
 #include "terrainfileexists.h"
 #include "terrainxmlparser.h"
@@ -78,6 +79,7 @@ std::optional<Problem> describeTerrain(const std::string& path, LengthUnit unit,
     record["described_folder"] = set.description.datadir;
     record["spectra_folder"] = set.description.asterdb;
     record["reflectance_by"] = nameOf(reflectanceRoute(companions.reflectanceFiles(set.description.asterdb)));
+    record["classes"] = classReflectances(companions.reflectanceFiles(set.description.asterdb));
     record["companions"] = companionsRecord(companions);
     record["extent"] = extentRecord(set.tiles, unit);
     InfoRecord& tiles = record["tiles"] = InfoRecord::array();

@@ -1,14 +1,18 @@
 // Describes a trajectory: what its header says, which files the viewer takes, and the encounter in numbers.
 #include "trajectoryinfo.h"
 
+#include <algorithm>
+
 #include <QFile>
 
 #include "encounter.h"
 #include "engagementfiles.h"
+#include "flaregrey.h"
 #include "shortestnumber.h"
 #include "trajectoryfile.h"
 #include "trajectoryheaderfields.h"
 #include "trajectorysummary.h"
+#include "withoutnoise.h"
 
 namespace sorvane {
 namespace {
@@ -54,8 +58,8 @@ const char* choiceOf(bool isStock) {
     return isStock ? "stock" : "named";
 }
 
-InfoRecord timeRecord(const TrajectorySummary& summary) {
-    InfoRecord record{{"first_s", summary.first.time}, {"last_s", summary.last.time}};
+InfoRecord timeRecord(std::span<const Sample> samples, const TrajectorySummary& summary) {
+    InfoRecord record{{"first_s", samples.front().time}, {"last_s", samples.back().time}};
     if (summary.steps) {
         record["step_minimum_s"] = summary.steps->minimum;
         record["step_median_s"] = summary.steps->median;
@@ -64,13 +68,13 @@ InfoRecord timeRecord(const TrajectorySummary& summary) {
     return record;
 }
 
-InfoRecord flareRecord(const FlareSummary& flares) {
+InfoRecord flareRecord(const FlareSummary& flares, const BrightestFlares& greys) {
     InfoRecord record{{"distinct", flares.distinct}, {"most_at_once", flares.mostAtOnce}, {"samples", flares.samples}};
     if (flares.samples > 0) {
         record["first_s"] = flares.firstTime;
         record["last_s"] = flares.lastTime;
         record["greys"] = InfoRecord::array();
-        for (const auto& [id, flare] : flares.greys)
+        for (const auto& [id, flare] : greys.byId())
             record["greys"].push_back({{"flare", id}, {"grey", flare.grey}});
     }
     return record;
@@ -83,26 +87,36 @@ InfoRecord extentRecord(const PositionExtent& extent, LengthUnit unit) {
     };
 }
 
-InfoRecord encounterRecord(const keyframe& earlier, const keyframe& later, double time, LengthUnit unit) {
-    const Encounter encounter = encounterBetween(earlier, later, time);
+InfoRecord encounterRecord(std::span<const Sample> samples, std::size_t index, LengthUnit unit) {
+    const Encounter encounter = writtenEncounterOn(samples, index);
     return {
-        {"time_s", time},
+        {"time_s", samples[index].time},
         {lengthName("range", unit), encounter.range},
         {speedName("closing_speed", unit), encounter.closingSpeed},
         {"aspect_deg", encounter.aspectDegrees},
     };
 }
 
-void describeSamples(const TrajectorySummary& summary, LengthUnit unit, InfoRecord& record) {
-    record["time"] = timeRecord(summary);
-    record["flares"] = flareRecord(summary.flares);
+InfoRecord closestRecord(const ClosestApproach& closest, std::span<const Sample> samples, LengthUnit unit) {
+    const auto after = std::ranges::lower_bound(samples, closest.time, {}, &Sample::time);
+    const Sample& near = after == samples.end() ? samples.back() : *after;
+    return {
+        {"time_s", withoutNoise(closest.time, near.time)},
+        {lengthName("range", unit), withoutNoise(closest.range, greatestCoordinate(near))},
+    };
+}
+
+void describeSamples(const SampleSeries& series, const BrightestFlares& greys, LengthUnit unit, InfoRecord& record) {
+    const TrajectorySummary summary = summaryOf(series);
+    const std::span<const Sample> samples = series.samples();
+    record["time"] = timeRecord(samples, summary);
+    record["flares"] = flareRecord(summary.flares, greys);
     record["target_extent"] = extentRecord(summary.target, unit);
     record["threat_extent"] = extentRecord(summary.threat, unit);
-    record["start"] = encounterRecord(summary.first, summary.second, summary.first.time, unit);
-    record["end"] = encounterRecord(summary.secondLast, summary.last, summary.last.time, unit);
-    if (summary.closest)
-        record["closest_approach"] = {
-            {"time_s", summary.closest->time}, {lengthName("range", unit), summary.closest->range}};
+    record["start"] = encounterRecord(samples, 0, unit);
+    record["end"] = encounterRecord(samples, samples.size() - 1, unit);
+    if (const std::optional<ClosestApproach> closest = closestApproach(samples))
+        record["closest_approach"] = closestRecord(*closest, samples, unit);
 }
 } // namespace
 
@@ -112,25 +126,29 @@ std::optional<Problem> describeTrajectory(const std::string& path, LengthUnit un
         record["is_compressed"] = input.isProcess;
     if (input.device == nullptr)
         return input.isProcess ? "the program uncompress can't be started" : "can't be opened";
+    if (const std::optional<Problem> problem = problemOfInput(input, path))
+        return problem;
     const TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
     if (header.terrainTopoPath.isNull())
         return input.isProcess ? "can't be decompressed, or is empty" : "is empty";
-    SampleTable table;
-    const auto addSample = [&table](const keyframe& sample, const std::vector<flareKeyframe>& flares) {
-        table.add(sample, flares);
+    SampleSeries series;
+    BrightestFlares greys;
+    const auto addSample = [&](const Sample& sample, const std::vector<Flare>& flares) {
+        series.add(sample, flares);
+        greys.include(flares);
     };
     const bool isLastWhole = readEachRecord(input.device.get(), input.isProcess, addSample);
-    const TrajectorySummary summary = table.summarise();
+    series.putInOrder();
     const EngagementFiles files = chooseFiles(header);
     record["header"] = headerRecord(header);
     record["terrain"] = choiceOf(files.isStockTerrain);
     record["target"] = choiceOf(files.isStockTarget);
     record["band"] = files.band.toStdString();
     record["files"] = filesRecord(namedFiles(header), files);
-    record["samples"] = summary.samples;
-    if (summary.samples == 0)
+    record["samples"] = series.samples().size();
+    if (series.isEmpty())
         return "holds no samples";
-    describeSamples(summary, unit, record);
+    describeSamples(series, greys, unit, record);
     if (!input.cameWhole())
         return "its compressed data are damaged or cut short";
     return isLastWhole ? std::nullopt : std::optional<Problem>("the data end within the last record");

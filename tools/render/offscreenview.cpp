@@ -1,6 +1,9 @@
 // The viewer's view without its window: engagements, a camera and the drawing of a frame.
 #include "offscreenview.h"
 
+#include <functional>
+#include <utility>
+
 #include "camerasubject.h"
 #include "projection.h"
 
@@ -18,17 +21,34 @@ OffscreenView::OffscreenView(QSize size) : size_(size), context_(size.width(), s
 
 OffscreenView::~OffscreenView() = default;
 
-LoaderOutcome OffscreenView::add(std::unique_ptr<etxyz> engagement, bool withTerrain) {
-    if (withTerrain)
+std::vector<LoadedPart> OffscreenView::add(std::unique_ptr<etxyz> engagement, bool withTerrain) {
+    std::vector<LoadedPart> parts;
+    // Answers whether loading can go on.
+    const auto load = [&](std::string name, const std::function<bool()>& loader) {
+        LoadedPart& part = parts.emplace_back(LoadedPart{std::move(name), false, {}});
+        part.outcome = runLoader([&] { part.isUsable = loader(); });
+        return part.outcome.hasReturned();
+    };
+    bool hasReturned = load("target", [&] { return engagement->initTarget(); }) &&
+                       load("threat", [&] { return engagement->initThreat(); });
+    if (withTerrain && hasReturned) {
         engagement->keyframeAtZero(); // the terrain's height is that sample's; made now, it counts from the first frame
-    else
+        Terrain& terrain = *engagement->terrain;
+        hasReturned = load("terrain", [&] { return engagement->initTerrain(); });
+        for (std::size_t i = 0; i < terrain.tileCount() && hasReturned; ++i)
+            hasReturned =
+                load("terrain: tile " + std::to_string(i + 1) + ", \"" + terrain.tile(i).getTopoFilePath() + "\"", [&] {
+                    return terrain.tile(i).load();
+                });
+    } else {
         engagement->terrain.reset(); // loading it takes longer than all the rest
-    LoaderOutcome outcome = runLoader([&] { engagement->InitHardbodies(); });
-    if (outcome.hasReturned()) {
+    }
+    if (hasReturned) {
+        engagement->hardbodiesInitialized = true;
         shown_.push_back({newEngagementId(), engagement.get()});
         engagements_.push_back(std::move(engagement));
     }
-    return outcome;
+    return parts;
 }
 
 Camera OffscreenView::cameraAt(double time, const CameraChoice& choice, std::size_t followed) const {

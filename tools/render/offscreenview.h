@@ -23,6 +23,13 @@ struct CameraChoice {
     float lookAt[3] = {};
 };
 
+// A body or the terrain of an engagement, or a tile of that: what its loaders said, and whether it is drawn.
+struct LoadedPart {
+    std::string name;
+    bool isUsable = false;
+    LoaderOutcome outcome;
+};
+
 // A picture is a function of the engagements, the camera's choice and the options, its time among them: no frame
 // depends on the ones before. The OpenGL context is current on the thread that made the view.
 class OffscreenView {
@@ -35,9 +42,9 @@ public:
     // Why nothing can be drawn; nothing when all is well.
     const std::optional<sorvane::Problem>& problem() const { return context_.problem(); }
 
-    // Takes an engagement with samples and initialises its bodies, and its terrain if `withTerrain`. What the loaders
-    // say is in the result. When a file is so broken that they don't return, the engagement is not taken.
-    LoaderOutcome add(std::unique_ptr<etxyz> engagement, bool withTerrain);
+    // Takes an engagement with samples and initialises its bodies, and its terrain with all tiles if `withTerrain`.
+    // When a file is so broken that the loaders don't return, the engagement is not taken, and its parts end there.
+    std::vector<LoadedPart> add(std::unique_ptr<etxyz> engagement, bool withTerrain);
     std::size_t engagementCount() const { return engagements_.size(); }
 
     // The camera as the viewer has it at `time` after the view was chosen, on the engagement number `followed`, from 0.

@@ -54,7 +54,8 @@ QSize sizeOf(std::string_view text) {
 
 void addOutputOptions(CLI::App& parser, RenderArguments& arguments) {
     RenderRequest& request = arguments.request;
-    parser.add_option("FILE", request.files, "Trajectory files, all drawn into one scene")->required();
+    parser.add_option("FILE", request.files, "Trajectory files, all drawn into one scene; - is standard input")
+        ->required();
     parser
         .add_option(
             "-o,--output", request.output,
@@ -67,6 +68,10 @@ void addOutputOptions(CLI::App& parser, RenderArguments& arguments) {
             "--size", [&request](const std::string& text) { request.size = sizeOf(text); },
             "Width and height in pixels; for a movie multiples of 8 (default 640x480)")
         ->type_name("WxH");
+    parser.add_flag(
+        "--allow-missing", request.allowsMissing,
+        "Give status 0, too, when bodies or terrain are missing, can't be used or have been replaced by the stock "
+        "ones");
     parser.add_flag(
         "--print-command", arguments.printsCommand,
         "Print the command that makes the same pictures, with every default spelt out");

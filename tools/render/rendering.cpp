@@ -2,16 +2,21 @@
 #include "rendering.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 #include <QFile>
 
-#include "clocknumbers.h"
-#include "inputfile.h"
+#include "dataroot.h"
+#include "engagementfiles.h"
 #include "inputtexts.h"
 #include "interrupt.h"
+#include "measuretext.h"
 #include "movieoutput.h"
 #include "pictureoutput.h"
 #include "progressbar.h"
+#include "shortestnumber.h"
+#include "trajectoryfile.h"
 #include "videolog.h"
 
 namespace sorvane {
@@ -26,6 +31,15 @@ public:
 private:
     bool load();
     bool loadFile(const std::string& path);
+    std::optional<std::string> addEngagement(const std::string& path);
+    void reportStockFiles(const std::string& name, const TrajectoryFileHeader& header);
+    bool reportParts(const std::string& name, const std::vector<LoadedPart>& parts);
+    void reportTimes(const std::string& name, double first, double last);
+    // Tells of something that the picture lacks.
+    void miss(const std::string& text) {
+        say(text);
+        isComplete_ = false;
+    }
     bool isFollowedFile(std::size_t file) const { return request_.followedFile == file + 1; }
     bool writeFrames(const RenderPlan& plan, FrameOutput& output);
     std::optional<sorvane::Problem> drawFrames(const RenderPlan& plan, FrameOutput& output);
@@ -40,11 +54,19 @@ private:
     double endSeconds_ = 0.0;  // of the longest engagement
     std::size_t followed_ = 0; // among those that could be loaded
     bool hasUnusableFile_ = false;
+    bool isComplete_ = true; // nothing that was to be drawn is missing
 };
 
-// Why a file gave no samples.
-std::string reasonOf(const std::string& path) {
-    return openInputFile(path) == nullptr ? problemOfOpening(path).text : "holds no samples";
+// Whether a loader's message is worth a line. The terrain's faults are among its reports on standard output.
+bool isFault(const Message& message) {
+    return message.isError || message.text.starts_with("SubTerrain::load: ") || message.text.starts_with("Terrain::");
+}
+
+std::optional<QString> firstMissing(std::initializer_list<QString> paths) {
+    for (const QString& path : paths)
+        if (!QFile::exists(path))
+            return path;
+    return std::nullopt;
 }
 
 std::unique_ptr<FrameOutput> outputOf(const RenderPlan& plan) {
@@ -67,6 +89,9 @@ ExitStatus Rendering::run(bool printsCommand) {
         say(view_.problem()->text);
         return ExitStatus::Failed;
     }
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(sorvane::dataRoot(), ignored))
+        miss("there is no data tree \"" + sorvane::dataRoot() + "\"; PELSAR_DATA says where it is");
     if (!load())
         return ExitStatus::Failed;
     const auto [plan, problem] = planRendering(request_, endSeconds_);
@@ -79,7 +104,8 @@ ExitStatus Rendering::run(bool printsCommand) {
     const std::unique_ptr<FrameOutput> output = outputOf(plan);
     if (!writeFrames(plan, *output))
         return ExitStatus::Failed;
-    return hasUnusableFile_ ? ExitStatus::ProblemsFound : ExitStatus::Success;
+    const bool isMissed = !isComplete_ && !request_.allowsMissing;
+    return hasUnusableFile_ || isMissed ? ExitStatus::ProblemsFound : ExitStatus::Success;
 }
 
 bool Rendering::load() {
@@ -98,22 +124,78 @@ bool Rendering::load() {
     return view_.engagementCount() > 0 || fail("there is nothing to draw");
 }
 
-// Says what is wrong with a file that can't be used, and what the loaders have to say about one that can.
+// Says what is wrong with a file that can't be used, and what one that can lacks.
 bool Rendering::loadFile(const std::string& path) {
+    const std::optional<std::string> fault = addEngagement(path);
+    return !fault || fail(*fault);
+}
+
+std::optional<std::string> Rendering::addEngagement(const std::string& path) {
+    const std::string name = inputName(path);
+    const std::string broken = name + ": its files are too broken to be used";
+    const Outcome<TrajectoryInput> input = openTrajectoryFile(path);
+    if (!input)
+        return input.problem().text;
     auto engagement = std::make_unique<etxyz>();
-    const LoaderOutcome read = runLoader([&] { engagement->LoadETXYZ(QFile::decodeName(path.c_str())); });
-    if (!read.hasReturned() || engagement->keyframes.isEmpty())
-        return fail(path + ": " + (read.hasReturned() ? reasonOf(path) : "its files are too broken to be used"));
-    const double end = engagement->NearestKeyframe(kEndOfTime).time;
-    const LoaderOutcome prepared = view_.add(std::move(engagement), request_.scene.showTerrain);
-    for (const auto& messages : {read.messages, prepared.messages})
-        for (const Message& message : messages)
-            if (message.isError)
-                say(path + ": " + message.text);
-    if (!prepared.hasReturned())
-        return fail(path + ": its files are too broken to be used");
-    endSeconds_ = std::max(endSeconds_, end);
-    return true;
+    TrajectoryFileHeader header;
+    const LoaderOutcome read = runLoader([&] { header = engagement->load(*input); });
+    if (!read.hasReturned())
+        return broken;
+    if (const auto problem = problemOfReading(*input, !engagement->samples.isEmpty(), path))
+        return problem->text;
+    const double first = engagement->samples.samples().front().time;
+    const double last = engagement->samples.samples().back().time;
+    reportStockFiles(name, header);
+    for (const Message& message : read.messages)
+        miss(name + ": atmosphere: " + message.text);
+    if (!reportParts(name, view_.add(std::move(engagement), request_.scene.showTerrain)))
+        return broken;
+    reportTimes(name, first, last);
+    endSeconds_ = std::max(endSeconds_, last);
+    return std::nullopt;
+}
+
+// One missing file has all stock files take the places of those named.
+void Rendering::reportStockFiles(const std::string& name, const TrajectoryFileHeader& header) {
+    const EngagementFiles named = namedFiles(header);
+    const auto report = [&](const char* part, std::optional<QString> missing) {
+        if (missing)
+            miss(
+                name + ": " + part + ": \"" + missing->toStdString() + "\" does not exist: the stock " + part +
+                " takes its place");
+    };
+    report(
+        "target",
+        firstMissing(
+            {named.targetGeometryPath(), named.targetBrdfPath, named.targetRadiancePath(), named.atmospherePath()}));
+    if (request_.scene.showTerrain)
+        report("terrain", firstMissing({named.terrainTopoPath, named.terrainRadPath}));
+}
+
+// False when the engagement was not taken.
+bool Rendering::reportParts(const std::string& name, const std::vector<LoadedPart>& parts) {
+    for (const LoadedPart& part : parts) {
+        const std::string who = name + ": " + part.name + ": ";
+        bool isTold = part.isUsable;
+        for (const Message& message : part.outcome.messages)
+            if (isFault(message)) {
+                say(who + message.text);
+                isTold = true;
+            }
+        if (!isTold)
+            say(who + (part.outcome.messages.empty() ? "can't be used" : part.outcome.messages.back().text));
+        isComplete_ = isComplete_ && part.isUsable;
+    }
+    return parts.back().outcome.hasReturned();
+}
+
+// Outside its samples an engagement stays as its first or last one is.
+void Rendering::reportTimes(const std::string& name, double first, double last) {
+    const double time = request_.atSeconds.value_or(0.0);
+    if (!request_.atSeconds || (time >= first && time <= last))
+        return;
+    say(name + ": has no samples at " + shortestText(time) + " s: it " +
+        (time < first ? "begins at " + timeText(first).toStdString() : "ended at " + timeText(last).toStdString()));
 }
 
 bool Rendering::writeFrames(const RenderPlan& plan, FrameOutput& output) {

@@ -82,6 +82,8 @@ std::string absolutePath(const std::string& path) {
 } // namespace
 
 std::optional<sorvane::Problem> problemOf(const RenderRequest& request) {
+    if (std::ranges::count(request.files, "-") > 1)
+        return "standard input can be drawn once";
     for (const auto& check : {problemOfOutput, problemOfTimes, problemOfView})
         if (auto problem = check(request))
             return problem;
@@ -132,7 +134,7 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
         words = {"env", std::string("PELSAR_DATA=") + dataRoot};
     words.insert(words.end(), {"sorvane", "render"});
     for (const std::string& file : request.files)
-        words.push_back(absolutePath(file));
+        words.push_back(file == "-" ? file : absolutePath(file));
     words.insert(words.end(), {"-o", absolutePath(request.output)});
     words.insert(words.end(), {"--view", nameOf(plan.camera.mode).option});
     if (plan.camera.mode == ViewFree)
@@ -156,6 +158,8 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
         words.emplace_back("--no-drop-lines");
     if (plan.scene.lineStyles)
         words.emplace_back("--line-styles");
+    if (request.allowsMissing)
+        words.emplace_back("--allow-missing");
     return shellCommand(words);
 }
 } // namespace sorvane

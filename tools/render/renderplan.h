@@ -31,6 +31,7 @@ struct RenderRequest {
     std::optional<std::size_t> followedFile; // from 1
     QSize size{640, 480};
     SceneOptions scene; // its time is not used
+    bool allowsMissing = false;
 };
 
 enum class OutputKind {

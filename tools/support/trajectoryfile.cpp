@@ -6,6 +6,7 @@
 
 #include <QFile>
 
+#include "compression.h"
 #include "filekind.h"
 #include "inputtexts.h"
 
@@ -20,10 +21,18 @@ TrajectoryInput openTrajectoryAt(const std::string& path) {
     return {std::move(input), false};
 }
 
+std::optional<Problem> problemOfInput(const TrajectoryInput& input, const std::string& path) {
+    constexpr qint64 kHeadBytes = 8;
+    const QByteArray head = input.isProcess ? QByteArray() : input.device->peek(kHeadBytes);
+    return problemOfCompression(std::string_view(head.data(), static_cast<std::size_t>(head.size())), path);
+}
+
 sorvane::Outcome<TrajectoryInput> openTrajectoryFile(const std::string& path) {
     TrajectoryInput input = openTrajectoryAt(path);
     if (input.device == nullptr)
         return sorvane::Problem(inputName(path) + ": " + problemOfOpening(path).text);
+    if (const auto problem = problemOfInput(input, path))
+        return sorvane::Problem(inputName(path) + ": " + problem->text);
     if (path != "-" && fileKindOf(path) != FileKind::Trajectory)
         return sorvane::Problem(inputName(path) + ": is no trajectory");
     return input;
@@ -38,15 +47,43 @@ problemOfReading(const TrajectoryInput& input, bool hasSamples, const std::strin
     return std::nullopt;
 }
 
-sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path) {
+namespace {
+// Hands out the records of a trajectory that has some.
+std::optional<sorvane::Problem>
+readTrajectory(const std::string& path, TrajectoryFileHeader& header, const RecordSink& take) {
     const sorvane::Outcome<TrajectoryInput> input = openTrajectoryFile(path);
     if (!input)
         return input.problem();
+    header = readTrajectoryHeader(input->device.get(), input->isProcess);
+    bool hasSamples = false;
+    readEachRecord(input->device.get(), input->isProcess, [&](const Sample& sample, const std::vector<Flare>& flares) {
+        hasSamples = true;
+        take(sample, flares);
+    });
+    return problemOfReading(*input, hasSamples, path);
+}
+} // namespace
+
+sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path) {
     TrajectoryFile file;
-    file.header = readTrajectoryHeader(input->device.get(), input->isProcess);
-    file.samples = readRecords(input->device.get(), input->isProcess);
-    if (const auto problem = problemOfReading(*input, !file.samples.isEmpty(), path))
+    const auto take = [&](const Sample& sample, const std::vector<Flare>& flares) {
+        file.samples.push_back({sample, flares});
+    };
+    if (const auto problem = readTrajectory(path, file.header, take))
         return *problem;
+    orderByTime(file.samples);
     return file;
+}
+
+sorvane::Outcome<SampleSeries> readTrajectorySamples(const std::string& path) {
+    SampleSeries series;
+    TrajectoryFileHeader header;
+    const auto take = [&](const Sample& sample, const std::vector<Flare>& flares) {
+        series.add(sample, flares);
+    };
+    if (const auto problem = readTrajectory(path, header, take))
+        return *problem;
+    series.putInOrder();
+    return series;
 }
 } // namespace sorvane

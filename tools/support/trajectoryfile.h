@@ -3,8 +3,7 @@
 
 #include <optional>
 #include <string>
-
-#include <QMap>
+#include <vector>
 
 #include "problem.h"
 #include "trajectoryinput.h"
@@ -14,7 +13,10 @@ namespace sorvane {
 // The trajectory at `path`; "-" is standard input.
 TrajectoryInput openTrajectoryAt(const std::string& path);
 
-// The same, if it is one; the problem, which names the file, when it can't be opened or is something else.
+// What keeps an open input from being read: data that are compressed where the viewer does not expect it.
+std::optional<Problem> problemOfInput(const TrajectoryInput& input, const std::string& path);
+
+// The trajectory, if it is one; the problem, which names the file, when it can't be opened or is something else.
 sorvane::Outcome<TrajectoryInput> openTrajectoryFile(const std::string& path);
 
 // After reading: the data could not be decompressed, or hold no samples. Nothing when all is well.
@@ -24,10 +26,12 @@ problemOfReading(const TrajectoryInput& input, bool hasSamples, const std::strin
 // A trajectory's header and samples, none of the files that it names.
 struct TrajectoryFile {
     TrajectoryFileHeader header;
-    QMap<double, keyframe> samples; // at least one
+    std::vector<FlaredSample> samples; // at least one; by ascending time, of those of one time the last one
 };
 
 // The problem, which names the file, when the trajectory can't be opened or decompressed, is something else or holds no
 // samples.
 sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path);
+// The samples alone.
+sorvane::Outcome<SampleSeries> readTrajectorySamples(const std::string& path);
 } // namespace sorvane
