@@ -85,7 +85,8 @@ TEST_P(Picture, IsLikeItsReference) {
         smallData.emplace("PELSAR_DATA", folder.file(""));
     }
     const std::string made = folder.file("picture.png");
-    std::vector<std::string> arguments = {"render", trajectory.string(), "-o", made, "--size", "240x180", "--allow-missing"};
+    std::vector<std::string> arguments = {"render",  trajectory.string(), "-o", made, "--size",
+                                          "240x180", "--allow-missing"};
     arguments.insert(arguments.end(), row.options.begin(), row.options.end());
     const CommandRun run = runCommand(arguments);
     EXPECT_EQ(run.status, ExitStatus::Success) << run.err;
