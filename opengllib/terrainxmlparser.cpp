@@ -8,76 +8,24 @@
 #include <filesystem>
 #include <memory>
 #include <string_view>
-#include <unistd.h>
 #include <utility>
 
-#include <libxml/xmlreader.h>
+#include <libxml/parser.h>
 
 #include "cls2asterfile.h"
 #include "cnumericlocale.h"
 #include "filechecks.h"
-#include "inputfile.h"
 #include "loadclsfile.h"
 #include "loadnormfile.h"
 #include "loadradfile.h"
 #include "loadtopofile.h"
 #include "messages.h"
 #include "subterrain.h"
+#include "xmlreader.h"
 
 using namespace sorvane;
 
 namespace {
-// A reader over a file that is certainly a regular one. Entities stay as they are and nothing is fetched.
-class Reader {
-public:
-    explicit Reader(const std::string& path) : descriptor_(openRegularFile(path)) {
-        if (descriptor_ >= 0)
-            reader_ = xmlReaderForFd(descriptor_, path.c_str(), nullptr, XML_PARSE_NONET);
-    }
-    ~Reader() {
-        if (reader_ != nullptr)
-            xmlFreeTextReader(reader_);
-        if (descriptor_ >= 0)
-            ::close(descriptor_);
-    }
-    Reader(const Reader&) = delete;
-    Reader& operator=(const Reader&) = delete;
-
-    xmlTextReaderPtr get() const { return reader_; }
-
-private:
-    int descriptor_;
-    xmlTextReaderPtr reader_ = nullptr;
-};
-
-std::string_view nodeName(xmlTextReaderPtr reader) {
-    const xmlChar* const name = xmlTextReaderConstName(reader);
-    return name == nullptr ? std::string_view() : reinterpret_cast<const char*>(name);
-}
-
-std::string nodeText(xmlTextReaderPtr reader) {
-    const xmlChar* const value = xmlTextReaderConstValue(reader);
-    return value == nullptr ? std::string() : reinterpret_cast<const char*>(value);
-}
-
-std::string attribute(xmlTextReaderPtr reader, const char* name) {
-    xmlChar* const value = xmlTextReaderGetAttribute(reader, reinterpret_cast<const xmlChar*>(name));
-    std::string text = value == nullptr ? "" : reinterpret_cast<const char*>(value);
-    xmlFree(value);
-    return text;
-}
-
-bool isStart(xmlTextReaderPtr reader) {
-    return xmlTextReaderNodeType(reader) == XML_READER_TYPE_ELEMENT;
-}
-bool isEnd(xmlTextReaderPtr reader) {
-    return xmlTextReaderNodeType(reader) == XML_READER_TYPE_END_ELEMENT;
-}
-bool isText(xmlTextReaderPtr reader) {
-    const int type = xmlTextReaderNodeType(reader);
-    return type == XML_READER_TYPE_TEXT || type == XML_READER_TYPE_CDATA;
-}
-
 int toInt(const std::string& text) {
     return static_cast<int>(std::clamp<long>(std::strtol(text.c_str(), nullptr, 10), INT_MIN, INT_MAX));
 }
@@ -103,7 +51,7 @@ std::string inDirectory(const std::string& dir, const std::string& name) {
     return dir.ends_with('/') ? dir + name : dir + "/" + name;
 }
 
-void openTile(xmlTextReaderPtr reader, State& state) {
+void openTile(XmlReader& reader, State& state) {
     if (state.index >= state.capacity)
         return;
     // A tile inside a tile takes its place.
@@ -111,7 +59,7 @@ void openTile(xmlTextReaderPtr reader, State& state) {
     state.tile = state.tiles[state.index] = new SubTerrain;
     const std::string& dir = state.dir.empty() ? state.description.datadir : state.dir;
     char number[20];
-    std::snprintf(number, sizeof number, "_n%04d", toInt(attribute(reader, sorvane::kTileNumber)));
+    std::snprintf(number, sizeof number, "_n%04d", toInt(reader.attribute(kTileNumber)));
     const std::string stem = inDirectory(dir, state.description.base + number);
     state.tile->setTopoFilePath(stem + "." + FTOP_EXT);
     state.tile->setNormFilePath(stem + "." + NORM_EXT);
@@ -174,26 +122,26 @@ void takePlacementText(const std::string& text, std::string_view element, SubTer
 }
 
 // Reads up to the end of a <vec>, whose start is current. Without a tile its numbers go nowhere.
-void processVecNode(xmlTextReaderPtr reader, SubTerrain* tile, bool isX) {
+void processVecNode(XmlReader& reader, SubTerrain* tile, bool isX) {
     float i = 0.0F;
     float j = 0.0F;
     std::string element;
-    bool isAtEnd = xmlTextReaderIsEmptyElement(reader) == 1;
+    bool isAtEnd = reader.isEmptyElement();
     while (!isAtEnd) {
-        if (xmlTextReaderRead(reader) != 1)
+        if (!reader.read())
             return;
-        if (isStart(reader)) {
-            element = nodeName(reader);
+        if (reader.isStart()) {
+            element = reader.name();
             if (std::ranges::find(kVectorParts, element) == std::end(kVectorParts))
                 printMessage("terrainXmlParser::processVecNode: don't know what's going on here");
-        } else if (isText(reader)) {
+        } else if (reader.isText()) {
             if (element == "i")
-                i = toFloat(nodeText(reader));
+                i = toFloat(reader.text());
             else if (element == "j")
-                j = toFloat(nodeText(reader));
-        } else if (isEnd(reader)) {
+                j = toFloat(reader.text());
+        } else if (reader.isEnd()) {
             element.clear();
-            isAtEnd = nodeName(reader) == "vec";
+            isAtEnd = reader.name() == "vec";
         }
     }
     if (tile == nullptr)
@@ -204,59 +152,58 @@ void processVecNode(xmlTextReaderPtr reader, SubTerrain* tile, bool isX) {
         tile->setYvec(i, j);
 }
 
-void processStart(xmlTextReaderPtr reader, State& state) {
-    const std::string_view name = nodeName(reader);
-    const bool isEmpty = xmlTextReaderIsEmptyElement(reader) == 1;
+void processStart(XmlReader& reader, State& state) {
+    const std::string_view name = reader.name();
+    const bool isEmpty = reader.isEmptyElement();
     state.element = isEmpty ? std::string_view() : name;
     if (name == "subs") {
         if (state.isInList)
             printMessage("terrainXmlParser::processNode: shouldn't have found a <subs>");
         state.isInList = state.isInList || !isEmpty;
-    } else if (state.isInList && name == sorvane::kTileElement) {
+    } else if (state.isInList && name == kTileElement) {
         openTile(reader, state);
         if (isEmpty)
             closeTile(state);
     } else if (state.isInList && name == "vec") {
-        processVecNode(reader, state.tile, attribute(reader, "dir") != "y");
+        processVecNode(reader, state.tile, reader.attribute("dir") != "y");
         state.element.clear();
     }
 }
 
-void processNode(xmlTextReaderPtr reader, State& state) {
-    if (isStart(reader)) {
+void processNode(XmlReader& reader, State& state) {
+    if (reader.isStart()) {
         processStart(reader, state);
-    } else if (isText(reader)) {
+    } else if (reader.isText()) {
         if (!state.isInList)
-            takeHeaderText(nodeText(reader), state);
+            takeHeaderText(reader.text(), state);
         else if (state.tile != nullptr)
-            takePlacementText(nodeText(reader), state.element, *state.tile);
+            takePlacementText(reader.text(), state.element, *state.tile);
         state.element.clear();
-    } else if (isEnd(reader)) {
+    } else if (reader.isEnd()) {
         state.element.clear();
-        if (nodeName(reader) == sorvane::kTileElement)
+        if (reader.name() == kTileElement)
             closeTile(state);
-        else if (nodeName(reader) == "subs")
+        else if (reader.name() == "subs")
             state.isInList = false;
     }
 }
 
-void processNodeCount(xmlTextReaderPtr reader, int& count) {
-    if (isStart(reader) && nodeName(reader) == sorvane::kTileElement)
+void processNodeCount(XmlReader& reader, int& count) {
+    if (reader.isStart() && reader.name() == kTileElement)
         ++count;
 }
 } // namespace
 
 int countSubterrains(const std::string& path) {
-    const Reader reader(path);
-    if (reader.get() == nullptr) {
+    XmlReader reader(path);
+    if (!reader.isOpen()) {
         printMessage("Unable to open %s", path.c_str());
         return 0;
     }
     int count = 0;
-    int result = xmlTextReaderRead(reader.get());
-    for (; result == 1; result = xmlTextReaderRead(reader.get()))
-        processNodeCount(reader.get(), count);
-    if (result != 0) {
+    while (reader.read())
+        processNodeCount(reader, count);
+    if (!reader.isWellFormed()) {
         printMessage("%s : failed to parse", path.c_str());
         return 0;
     }
@@ -271,18 +218,17 @@ SubTerrain** readTerrainXML(
     count = 0;
     const int capacity = countSubterrains(path);
     auto tiles = std::make_unique<SubTerrain*[]>(static_cast<std::size_t>(capacity)); // null until read
-    const Reader reader(path);
-    if (reader.get() == nullptr) {
+    XmlReader reader(path);
+    if (!reader.isOpen()) {
         printMessage("terrainXmlParser::readTerrainXML: Unable to open %s", path.c_str());
         return tiles.release();
     }
     State state{description, dir, cls2Aster, tiles.get(), capacity};
-    int result = xmlTextReaderRead(reader.get());
-    for (; result == 1; result = xmlTextReaderRead(reader.get()))
-        processNode(reader.get(), state);
+    while (reader.read())
+        processNode(reader, state);
     closeTile(state);
     count = state.index;
-    if (result != 0) {
+    if (!reader.isWellFormed()) {
         printMessage("terrainXmlParser::readTerrainXML: %s : failed to parse", path.c_str());
         for (int i = 0; i < capacity; ++i)
             delete std::exchange(tiles[static_cast<std::size_t>(i)], nullptr);

@@ -73,7 +73,7 @@ class BuildFailed(Exception):
 def build(targets):
     if not (BUILD / "build.ninja").exists():
         subprocess.run(["cmake", "--preset", "mutate"], cwd=TREE, stdout=subprocess.DEVNULL, check=True)
-    command = ["cmake", "--build", BUILD, "--target", *targets]
+    command = ["cmake", "--build", BUILD, "--target", *targets, "--", "-k", "0"]
     made = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace")
     if made.returncode != 0:
         raise BuildFailed(made.stdout)
