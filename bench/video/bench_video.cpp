@@ -19,9 +19,9 @@
 
 extern "C" {
 #include <libavutil/log.h>
+}
 
 using namespace sorvane;
-}
 
 namespace {
 constexpr int kWidth = 640;

@@ -10,9 +10,9 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 #include <libswscale/swscale.h>
+}
 
 using namespace sorvane;
-}
 
 namespace {
 struct InputDeleter {
@@ -51,6 +51,7 @@ Movie readMovie(const QString& fileName) {
     if (avformat_open_input(&opened, ("file:" + QFile::encodeName(fileName)).constData(), nullptr, nullptr) < 0)
         return fail(fileName, "not a movie");
     const InputContextHandle input(opened);
+    const int codecHeaderBytes = opened->nb_streams == 0 ? 0 : opened->streams[0]->codecpar->extradata_size;
     if (avformat_find_stream_info(input.get(), nullptr) < 0)
         return fail(fileName, "no stream information");
     const AVCodec* decoder = nullptr;
@@ -65,12 +66,13 @@ Movie readMovie(const QString& fileName) {
         return fail(fileName, "no decoder");
 
     Movie movie;
+    movie.codecHeaderBytes = codecHeaderBytes;
     movie.container = input->iformat->name;
     movie.codec = decoder->name;
     movie.streamCount = static_cast<int>(input->nb_streams);
     movie.width = codec->width;
     movie.height = codec->height;
-    movie.framesPerSecond = av_q2d(stream.avg_frame_rate);
+    movie.framesPerSecond = av_q2d(av_guess_frame_rate(input.get(), input->streams[index], nullptr));
 
     const PacketHandle packet(av_packet_alloc());
     while (av_read_frame(input.get(), packet.get()) == 0) {

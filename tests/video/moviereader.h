@@ -10,6 +10,7 @@ struct Movie {
     std::string container; // the format's short name, such as "avi"
     std::string codec;     // such as "mpeg4"
     int streamCount = 0;
+    int codecHeaderBytes = 0; // that the container's header holds
     int width = 0;
     int height = 0;
     double framesPerSecond = 0.0;

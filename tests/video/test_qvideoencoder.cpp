@@ -13,13 +13,14 @@
 #include "moviereader.h"
 #include "qvideoencoder.h"
 #include "testpictures.h"
+#include "videolog.h"
 
 extern "C" {
 #include <libavformat/avformat.h>
 #include <libavutil/log.h>
+}
 
 using namespace sorvane;
-}
 
 namespace {
 using testing::HasSubstr;
@@ -61,6 +62,21 @@ TEST_F(QVideoEncoderTest, EachObjectPrintsTheLibraries) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), lines + lines);
 }
 
+TEST_F(QVideoEncoderTest, NothingIsPrintedWhileSilenceIsAsked) {
+    const int before = av_log_get_level();
+    av_log_set_level(AV_LOG_INFO);
+    testing::internal::CaptureStdout();
+    {
+        const QuietVideoLog quiet;
+        EXPECT_EQ(av_log_get_level(), AV_LOG_QUIET);
+        QVideoEncoder().createFile(path("movie.avi"), 1, 1, kBitrate, kGop, kFps);
+    }
+    printVideoLine("%d frames", 3);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "3 frames\n");
+    EXPECT_EQ(av_log_get_level(), AV_LOG_INFO);
+    av_log_set_level(before);
+}
+
 TEST_F(QVideoEncoderTest, EveryPictureBecomesAFrame) {
     constexpr int kPictures = 39;
     constexpr const char* kFallback = "Could not deduce output format from file extension: using MPEG.\n";
@@ -73,6 +89,7 @@ TEST_F(QVideoEncoderTest, EveryPictureBecomesAFrame) {
     };
     for (const Row& row : std::vector<Row>{
              {"movie.avi", "", "avi", "mpeg4", 0},
+             {"movie.nut", "", "nut", "mpeg4", 0}, // wants the codec's header and the rate in its own
              {"movie.mpg", "", "mpeg", "mpeg1video", 1},
              {"movie.unknown", kFallback, "mpeg", "mpeg1video", 1},
              {"movie", kFallback, "mpeg", "mpeg1video", 1}}) {
@@ -94,6 +111,7 @@ TEST_F(QVideoEncoderTest, EveryPictureBecomesAFrame) {
         EXPECT_EQ(movie.container, row.container);
         EXPECT_EQ(movie.codec, row.codec);
         EXPECT_EQ(movie.streamCount, 1);
+        EXPECT_EQ(movie.codecHeaderBytes > 0, movie.container == "nut");
         EXPECT_EQ(movie.width, 320);
         EXPECT_EQ(movie.height, 240);
         EXPECT_DOUBLE_EQ(movie.framesPerSecond, kFps);
@@ -104,6 +122,19 @@ TEST_F(QVideoEncoderTest, EveryPictureBecomesAFrame) {
             EXPECT_EQ(movie.isKeyFrame[i], i % kGop == 0) << i;
             EXPECT_NEAR(movie.seconds[i] - movie.seconds[0], static_cast<double>(i) / kFps, 1e-4);
         }
+    }
+}
+
+TEST_F(QVideoEncoderTest, MoviesAreAsLargeAsTheirBitRateSays) {
+    constexpr unsigned kSeconds = 3;
+    for (const unsigned bitrate : {4000000U, 16000000U}) {
+        QVideoEncoder encoder;
+        ASSERT_TRUE(encoder.createFile(path("movie.avi"), 320, 240, bitrate, kGop, kFps));
+        for (unsigned i = 0; i < kSeconds * kFps; ++i)
+            encoder.encodeImage(noise(i, 320, 240));
+        ASSERT_TRUE(encoder.close());
+        const double bytes = static_cast<double>(QFile(path("movie.avi")).size());
+        EXPECT_NEAR(bytes * 8 / kSeconds / bitrate, 1.0, 0.3);
     }
 }
 

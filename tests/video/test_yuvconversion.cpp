@@ -52,9 +52,10 @@ TEST(YuvConversion, ColoursComeOutAsWorkedByHand) {
 }
 
 TEST(YuvConversion, ChromaIsTheRoundedMeanOfItsBlock) {
-    // The mean of red 3, 2, 1, 0 rounds to 2, whose Cr is 129; cut off to 1 it would be 128.
+    // The mean of red 12, 1, 1, 0 rounds to 4, whose Cr is 130; cut off to 3 it would be 129, that of a row or a column
+    // 131 or 128.
     EXPECT_THAT(
-        convert({0x030000, 0x020000, 0x010000, 0x000000}, 2, 2), ElementsAre(17, 17, 16, 16, /*Cb*/ 128, /*Cr*/ 129));
+        convert({0x0C0000, 0x010000, 0x010000, 0x000000}, 2, 2), ElementsAre(19, 16, 16, 16, /*Cb*/ 127, /*Cr*/ 130));
 }
 
 TEST(YuvConversion, PlanesFollowEachOtherWithPackedRows) {
