@@ -1,9 +1,13 @@
 // A GLSL program made of an optional vertex and an optional fragment shader file.
 #include "glshaderprogram.h"
 
+#include <algorithm>
+#include <string>
+
 #include <GL/glew.h>
 
 #include "fail.h"
+#include "messages.h"
 
 using namespace sorvane;
 
@@ -23,7 +27,15 @@ bool compile(GLuint shader, const ShaderFile& source) {
     glCompileShader(shader);
     GLint isCompiled = GL_FALSE;
     glGetShaderiv(shader, GL_COMPILE_STATUS, &isCompiled);
-    return isCompiled == GL_TRUE;
+    if (isCompiled == GL_TRUE)
+        return true;
+    GLint length = 0;
+    glGetShaderiv(shader, GL_INFO_LOG_LENGTH, &length);
+    std::string log(static_cast<std::size_t>(std::max(length, 1)), '\0');
+    glGetShaderInfoLog(shader, static_cast<GLsizei>(log.size()), &length, log.data());
+    log.resize(static_cast<std::size_t>(length));
+    printDebugText(source.Name().c_str(), log);
+    return false;
 }
 } // namespace
 

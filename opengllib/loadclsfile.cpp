@@ -53,16 +53,16 @@ unsigned char* loadCLSFileTORVALE(const std::string& path, GHead& header) {
     if (sampleSize == 0)
         return nullptr;
     const RowLayout layout = sorvane::rowLayout(header, sorvane::RasterContent::Classes).value();
-    if (const auto row = findShortRow(stream.get(), layout)) {
-        reportShortRow(*row, layout);
-        return nullptr;
-    }
     auto pSamples = allocateSamples<unsigned char>(layout.rows, layout.columns);
     if (pSamples == nullptr) {
         const int count = shownProduct(layout.rows, layout.columns);
         fail(
             "loadCLSFileTORVALE", "Could not allocate %d unsigned chars (%d bytes) for the array pSamples.", count,
             count);
+        return nullptr;
+    }
+    if (const auto row = findShortRow(stream.get(), layout)) {
+        reportShortRow(*row, layout);
         return nullptr;
     }
     const auto row = sampleSize == 1 ? readRows(stream.get(), layout, 0, layout.rows, pSamples.get())

@@ -75,16 +75,16 @@ float* loadRADFile(
     if (bytesPerSample == 0)
         return nullptr;
     const RowLayout layout = sorvane::rowLayout(header, sorvane::RasterContent::Radiance).value();
-    if (const auto row = findShortRow(stream.get(), layout)) {
-        reportShortRow(*row, header.ncols);
-        return nullptr;
-    }
     auto pSamples = allocateSamples<float>(layout.rows, layout.columns);
     if (pSamples == nullptr) {
         fail(
             "loadRADFile", "Could not allocate %d * %d = %d floats (%d bytes) for array pSamples.", header.ncols,
             header.nrows, shownProduct(layout.rows, layout.columns),
             shownProduct(layout.rows, layout.columns, sizeof(float)));
+        return nullptr;
+    }
+    if (const auto row = findShortRow(stream.get(), layout)) {
+        reportShortRow(*row, header.ncols);
         return nullptr;
     }
     if (const auto row = readRows(stream.get(), layout, 0, layout.rows, pSamples.get())) {

@@ -55,10 +55,6 @@ float* loadTopoFile(const std::string& path, GHead& header) {
     if (stream == nullptr || sampleSizeOf(header) == 0)
         return nullptr;
     const RowLayout layout = sorvane::rowLayout(header, sorvane::RasterContent::Topography).value();
-    if (const auto row = findShortRow(stream.get(), layout)) {
-        reportShortRow(*row, layout);
-        return nullptr;
-    }
     auto pData = allocateSamples<float>(layout.rows, layout.columns);
     if (pData == nullptr) {
         fail(
@@ -76,6 +72,10 @@ float* loadTopoFile(const std::string& path, GHead& header) {
         fail(
             "loadTopoFile", "Unable to allocate %d unsigned shorts (%d bytes).", header.ncols,
             shownProduct(1, layout.columns, 2));
+        return nullptr;
+    }
+    if (const auto row = findShortRow(stream.get(), layout)) {
+        reportShortRow(*row, layout);
         return nullptr;
     }
     Range range;

@@ -3,6 +3,7 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 #include "formattedtext.h"
@@ -33,6 +34,12 @@ void printErrorMessage(const char* format, ...) {
     va_start(arguments, format);
     deliver(true, formattedText(format, arguments));
     va_end(arguments);
+}
+
+void printDebugText(const char* what, const std::string& text) {
+    const char* const wish = std::getenv("SORVANE_DEBUG");
+    if (wish != nullptr && *wish != '\0')
+        std::fprintf(stderr, "%s:\n%s\n", what, text.c_str());
 }
 
 MessageCollection::MessageCollection() : outer_(std::exchange(collecting, this)) {}

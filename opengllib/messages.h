@@ -10,6 +10,10 @@ namespace sorvane {
 [[gnu::format(printf, 1, 2)]] void printMessage(const char* format, ...);
 [[gnu::format(printf, 1, 2)]] void printErrorMessage(const char* format, ...);
 
+// Writes lines to standard error where the environment variable SORVANE_DEBUG is set: what only someone who looks into
+// a fault wants to read.
+void printDebugText(const char* what, const std::string& text);
+
 struct Message {
     bool isError = false; // would have gone to standard error
     std::string text;     // without a newline; of printError's lines only what follows function, file and line

@@ -72,9 +72,8 @@ std::int64_t dataBytes(std::FILE* stream);
 // Reads up to `bytes` bytes from behind the header; returns how many there were.
 std::size_t readData(std::FILE* stream, void* data, std::size_t bytes);
 
-// A contiguous raster, read in one piece. Values that the file lacks are zero; when it lacks more than
-// kMaximumMissingBytes, the header is no raster's: null, as for sizes that no array can have.
-inline constexpr std::int64_t kMaximumMissingBytes = std::int64_t{64} << 20;
+// A contiguous raster, read in one piece. Values that the file lacks are zero, however many they are; null for sizes
+// that no array can have.
 template <class T> struct ContiguousSamples {
     std::unique_ptr<T[]> values;
     bool isComplete = false;
@@ -82,15 +81,12 @@ template <class T> struct ContiguousSamples {
 template <class T> ContiguousSamples<T> readContiguous(std::FILE* stream, std::int64_t rows, std::int64_t columns) {
     ContiguousSamples<T> samples;
     const auto count = sampleCount(rows, columns, sizeof(T));
-    if (!count || static_cast<std::int64_t>(*count * sizeof(T)) - dataBytes(stream) > kMaximumMissingBytes)
-        return samples;
     samples.values = allocateSamples<T>(rows, columns);
     if (samples.values == nullptr)
         return samples;
     const std::size_t received = readData(stream, samples.values.get(), *count * sizeof(T)) / sizeof(T);
     samples.isComplete = received == *count;
-    // cppcheck-suppress memsetClassFloat ; no bits set is 0 in every type of sample
-    std::memset(samples.values.get() + received, 0, (*count - received) * sizeof(T));
+    clearPages(samples.values.get() + received, (*count - received) * sizeof(T)); // no bits set is 0 in every type
     return samples;
 }
 } // namespace sorvane

@@ -72,6 +72,10 @@ std::size_t SubTerrain::posts() const {
     return static_cast<std::size_t>(placement_.columns) * static_cast<std::size_t>(placement_.rows);
 }
 
+bool SubTerrain::hasArrays() const {
+    return colours_ != nullptr && arraysSize_ == RasterSize{placement_.columns, placement_.rows};
+}
+
 bool SubTerrain::hasSize(const std::string& path, const std::optional<RasterSize>& size) const {
     if (!size || *size == RasterSize{placement_.columns, placement_.rows})
         return true; // a file without a header is its loader's to report
@@ -154,6 +158,8 @@ bool SubTerrain::allocateArrays() {
     if (placement_.columns < 1 || placement_.rows < 1 ||
         std::int64_t{placement_.columns} * placement_.rows > INT32_MAX / 2)
         return false;
+    if (!hasSize(paths_.topography, readTopographySize(paths_.topography)))
+        return false;
     heights_.reset(loadTopoFile(paths_.topography));
     if (heights_ == nullptr)
         return false;
@@ -164,6 +170,7 @@ bool SubTerrain::allocateArrays() {
         colours_ = allocateSamples<float>(placement_.rows, 3 * std::int64_t{placement_.columns});
         vertices_ = allocateSamples<float>(placement_.rows, 3 * std::int64_t{placement_.columns});
         indices_ = allocateSamples<std::uint32_t>(placement_.rows - 1, 2 * std::int64_t{placement_.columns});
+        arraysSize_ = {placement_.columns, placement_.rows};
         if (colours_ != nullptr && vertices_ != nullptr && indices_ != nullptr)
             return true;
     }
@@ -173,6 +180,8 @@ bool SubTerrain::allocateArrays() {
 
 bool SubTerrain::loadNormals() {
     if (sunlit_ || reflective_) {
+        if (!hasSize(paths_.normals, readRasterSize(paths_.normals)))
+            return false;
         normals_.reset(loadNormFile(paths_.normals));
     } else {
         normals_ = allocateSamples<Vertex3>(placement_.rows, placement_.columns);
@@ -183,6 +192,8 @@ bool SubTerrain::loadNormals() {
 }
 
 bool SubTerrain::loadReflectances() {
+    if (!hasArrays())
+        return false;
     const ReflectanceFiles files = reflectanceFiles();
     const ReflectanceRoute route = reflective_ ? reflectanceRoute(files) : ReflectanceRoute::None;
     if (route == ReflectanceRoute::None) {
@@ -190,7 +201,8 @@ bool SubTerrain::loadReflectances() {
         std::fill_n(colours_.get(), 3 * posts(), 0.0F);
         return true;
     }
-    return fillReflectances(files, route, posts(), colours_.get());
+    return hasSize(files.classes, readRasterSize(files.classes)) &&
+           fillReflectances(files, route, posts(), colours_.get());
 }
 
 void SubTerrain::fillVertices() {
@@ -218,6 +230,8 @@ void SubTerrain::fillIndices() {
 }
 
 bool SubTerrain::setupBuffers() {
+    if (!hasArrays())
+        return false;
     fillVertices();
     if (!(placement_.xvec[0] > 0.0F)) {
         printMessage("SubTerrain::SetupBuffers: x-direction vector points west");
@@ -232,7 +246,7 @@ bool SubTerrain::setupBuffers() {
 
 bool SubTerrain::getElevation(float x, float y, float& z) const {
     z = 0.0F;
-    if (!loaded_) {
+    if (!loaded_ || !hasArrays()) {
         printMessage("SubTerrain::getElevation: not loaded");
         return false;
     }

@@ -93,7 +93,8 @@ public:
     bool isReflective() const { return reflective_; }
     const std::array<float, 3>& solarDirection() const { return solarDir_; }
 
-    // The steps of load, in its order.
+    // The steps of load, in its order. Each is false where a file's size is not the tile's, after a line, or where the
+    // arrays of the steps before are missing or of another size.
     bool allocateArrays();
     bool loadNormals();
     bool loadReflectances();
@@ -147,6 +148,7 @@ private:
 
     std::size_t posts() const;
     bool hasRequiredFiles() const;
+    bool hasArrays() const;
     bool hasSize(const std::string& path, const std::optional<sorvane::RasterSize>& size) const;
     bool chooseLighting();
     bool loadSteps();
@@ -164,6 +166,7 @@ private:
     std::array<float, 3> solarDir_{0.0F, 0.0F, 1.0F};
     bool sunlit_ = false;
     bool reflective_ = false;
+    sorvane::RasterSize arraysSize_{}; // of what allocateArrays made, whatever was set since
     std::unique_ptr<float[]> heights_;
     std::unique_ptr<float[]> colours_;
     std::unique_ptr<float[]> vertices_;

@@ -88,6 +88,16 @@ bool SubTerrain::loadShader() {
 }
 
 bool SubTerrain::loadTextures() {
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    if (placement_.columns > largest || placement_.rows > largest) {
+        printMessage(
+            "SubTerrain::loadTextures: %s has %d x %d samples, a texture has at most %d x %d here",
+            paths_.radiance.c_str(), placement_.columns, placement_.rows, largest, largest);
+        return false;
+    }
+    if (posts() == 0 || !hasSize(paths_.radiance, readRasterSize(paths_.radiance)))
+        return false;
     const std::unique_ptr<float[]> radiances(loadRadFile(paths_.radiance));
     if (radiances == nullptr) {
         printMessage("SubTerrain::loadTextures: error reading rad file");

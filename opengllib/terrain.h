@@ -1,6 +1,7 @@
 // The terrain under an engagement: a set of raster tiles, with the files that they share.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -59,7 +60,7 @@ public:
 
     // Sizes of the first tile's cells; 0 without tiles.
     float xCellSize() const { return tiles_.empty() ? 0.0F : tiles_.front()->getXsize(); }
-    float yCellSize() const { return tiles_.empty() ? 0.0F : tiles_.front()->getYsize(); }
+    float yCellSize() const { return tiles_.empty() ? 0.0F : std::abs(tiles_.front()->getYsize()); }
 
     std::size_t tileCount() const { return tiles_.size(); }
     SubTerrain& tile(std::size_t index) { return *tiles_.at(index); }

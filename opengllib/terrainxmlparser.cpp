@@ -42,6 +42,7 @@ struct State {
     int capacity;
 
     bool isInList = false;
+    bool isPastHeader = false;  // a list has begun, empty ones included
     int index = 0;              // of the next tile, or of the one that is open
     SubTerrain* tile = nullptr; // the open one
     std::string element{};      // whose text comes next
@@ -160,6 +161,7 @@ void processStart(XmlReader& reader, State& state) {
         if (state.isInList)
             printMessage("terrainXmlParser::processNode: shouldn't have found a <subs>");
         state.isInList = state.isInList || !isEmpty;
+        state.isPastHeader = true;
     } else if (state.isInList && name == kTileElement) {
         openTile(reader, state);
         if (isEmpty)
@@ -174,7 +176,7 @@ void processNode(XmlReader& reader, State& state) {
     if (reader.isStart()) {
         processStart(reader, state);
     } else if (reader.isText()) {
-        if (!state.isInList)
+        if (!state.isPastHeader)
             takeHeaderText(reader.text(), state);
         else if (state.tile != nullptr)
             takePlacementText(reader.text(), state.element, *state.tile);

@@ -8,7 +8,7 @@
 
 #include "subterrain.h"
 
-// XML; docs/file-formats.md shows one. Outside of <subs>: <base>, <radbase>, <datadir>, <asterdb>. Inside, for each
+// XML; docs/file-formats.md shows one. Before <subs>: <base>, <radbase>, <datadir>, <asterdb>. Inside, for each
 // tile, <subterrain n="N"> with the elements that kindOfElement knows; <vec dir="x"> and <vec dir="y"> hold <i> and
 // <j>.
 

@@ -69,6 +69,13 @@ TEST_F(GLShaderProgramTest, ReportsEachFault) {
              {apart.path(), fragment_, "Shader link failed."}})
         EXPECT_EQ(reportOfInit(vertex, fragment), "glshaderprogram Init: " + report);
 
+    // The compiler's own words, for who asks for them.
+    ::setenv("SORVANE_DEBUG", "1", 1);
+    const std::string words = outputOf([&] { EXPECT_FALSE(GLShaderProgram().Init(broken.path(), "")); });
+    ::unsetenv("SORVANE_DEBUG");
+    EXPECT_NE(words.find(broken.path() + ":\n"), std::string::npos) << words;
+    EXPECT_NE(words.find("nonsense"), std::string::npos) << words;
+
     // Two lines: what the shader file says comes first.
     for (const auto& [vertex, fragment, last] : Rows<std::string, std::string, std::string>{
              {"/no/such", fragment_, "Unable to load vertex shader \"/no/such\".\n"},

@@ -136,6 +136,52 @@ TEST_F(SubTerrainTest, RastersOfAnotherSizeCountAsMissing) {
     EXPECT_EQ(outputOfLoad(false), begin + "SubTerrain::load: " + top + " has 1 x 2 samples, the tile has 3 x 2\n");
 }
 
+TEST_F(SubTerrainTest, StepsTakenAloneRefuseWhatDoesNotFit) {
+    EXPECT_FALSE(tile.loadReflectances()); // without arrays
+    EXPECT_FALSE(tile.setupBuffers());
+    files.writeRasters();
+    files.writeMaterialRoute();
+    const std::string small = writeBkg(directory.file("small.bkg"), bkgHeader(3, 1, "NORM"), std::string(36, '\0'));
+    const std::string line = "SubTerrain::load: " + small + " has 3 x 1 samples, the tile has 3 x 2\n";
+    outputOfLoad(true);
+    EXPECT_TRUE(tile.isReflective());
+    tile.setNormFilePath(small);
+    tile.setClassFilePath(small);
+    tile.setRadFilePath(small);
+    EXPECT_EQ(
+        outputOf([&] {
+            EXPECT_FALSE(tile.loadNormals());
+            EXPECT_FALSE(tile.loadReflectances());
+            EXPECT_FALSE(tile.loadTextures());
+        }),
+        line + line + line);
+    float z = 1.0F;
+    tile.setHeight(3); // than the arrays have
+    EXPECT_FALSE(tile.setupBuffers());
+    EXPECT_EQ(
+        outputOf([&] { EXPECT_FALSE(tile.getElevation(101, 201, z)); }), "SubTerrain::getElevation: not loaded\n");
+    EXPECT_THAT(outputOf([&] { EXPECT_FALSE(tile.allocateArrays()); }), HasSubstr("the tile has 3 x 3\n"));
+}
+
+TEST_F(SubTerrainTest, ARadianceMapWiderThanATextureIsTold) {
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    const auto floats = [largest](int count) {
+        return std::string(
+            static_cast<std::size_t>(largest + 1) * sizeof(float) * static_cast<std::size_t>(count), '\0');
+    };
+    const BKG_header header = bkgHeader(largest + 1, 2);
+    const std::string wide = writeBkg(directory.file("wide.le-ftop"), header, floats(2));
+    tile.setTopoFilePath(wide);
+    tile.setRadFilePath(wide);
+    tile.setWidth(largest + 1);
+    const std::string limit = std::to_string(largest);
+    EXPECT_EQ(
+        outputOfLoad(true), "SubTerrain::load\nSubTerrain::loadTextures: " + wide + " has " +
+                                std::to_string(largest + 1) + " x 2 samples, a texture has at most " + limit + " x " +
+                                limit + " here\n");
+}
+
 TEST_F(SubTerrainTest, ATileWithoutPostsDoesNotLoad) {
     const std::string none = writeBkg(directory.file("none.le-ftop"), bkgHeader(0, 0), "");
     tile.setTopoFilePath(none);

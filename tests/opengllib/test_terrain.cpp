@@ -96,6 +96,15 @@ TEST(Terrain, InitTakesADescriptionByNameOrBesideTheRaster) {
     }
 }
 
+TEST(Terrain, CellsOfRowsThatRunSouthAreAsHigh) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.write(
+        "set.xml", "<t><base>b</base><subs><subterrain n='1'><vec dir='y'><j>-7</j></vec></subterrain></subs></t>");
+    Terrain terrain;
+    outputOf([&] { EXPECT_TRUE(terrain.load(path, "", 1)); });
+    EXPECT_EQ(terrain.yCellSize(), 7.0F);
+}
+
 TEST(Terrain, InitTakesASingleRasterOfEitherFamily) {
     const TemporaryDirectory directory;
     GHead torvale = torvaleHeader(5, 4, 1);

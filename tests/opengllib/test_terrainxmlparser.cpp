@@ -90,6 +90,16 @@ TEST(TerrainXml, TheBaseNamesRadianceFilesToo) {
     }
 }
 
+TEST(TerrainXml, WhatFollowsTheListIsNoHeader) {
+    const TemporaryDirectory directory;
+    for (const char* list : {"<subs/>", "<subs><subterrain n='1'/></subs>"}) {
+        const std::string text =
+            std::string("<t><base>b</base>") + list + "<base>late</base><asterdb>late</asterdb></t>";
+        const Tiles tiles(directory.write("a.xml", text), "/d");
+        EXPECT_EQ(tiles.description.base + tiles.description.asterdb, "b") << text;
+    }
+}
+
 TEST(TerrainXml, VectorsTakeWhatThereIs) {
     const TemporaryDirectory directory;
     const std::string unknown = "terrainXmlParser::processVecNode: don't know what's going on here\n";
