@@ -1,7 +1,9 @@
 // Saves the view as a picture file.
 #include "imageexport.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
+#include <QFile>
 #include <QImageReader>
 #include <QMessageBox>
 
@@ -29,7 +31,14 @@ void exportImage(QWidget& parent, const QImage& view, const QString& fileName) {
     }
     const QImage exported = view.scaled(kExportedSize, Qt::IgnoreAspectRatio, Qt::FastTransformation);
     constexpr int kQuality = 100;
-    if (!exported.save(fileName, format.constData(), kQuality))
+    // By way of memory, since not all of Qt's picture formats notice that a disk is full.
+    QBuffer encoded;
+    QFile file(fileName);
+    const bool isSaved = encoded.open(QIODevice::WriteOnly) && exported.save(&encoded, format.constData(), kQuality) &&
+                         file.open(QIODevice::WriteOnly) && file.write(encoded.data()) == encoded.size() &&
+                         file.flush();
+    file.close();
+    if (!isSaved || file.error() != QFileDevice::NoError)
         showError(parent, "Could not create file");
 }
 } // namespace sorvane

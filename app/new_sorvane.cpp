@@ -20,7 +20,7 @@
 #include "moviesettings.h"
 #include "playbackclock.h"
 #include "qvideoencoder.h"
-#include "recordingtexts.h"
+#include "recordingnotice.h"
 #include "ui_new_sorvane.h"
 #include "viewnotice.h"
 #include "viewsizesteps.h"
@@ -43,6 +43,7 @@ new_sorvane::new_sorvane(QWidget* parent)
     connect(timer, &QTimer::timeout, this, &new_sorvane::incrementTime);
 
     notice_ = new ViewNotice(*ui->glWidget);
+    recordingNotice_ = std::make_unique<RecordingNotice>(*notice_);
     new ViewSizeSteps(*this, *ui->glWidget, *ui->recordButton);
     CopyKeyFilter::installOn(*ui->doubleSpinBox);
     clock_ = std::make_unique<PlaybackClock>(
@@ -231,37 +232,24 @@ void new_sorvane::on_recordButton_clicked() {
         return;
     finishRecording();
     encoder = std::make_unique<QVideoEncoder>();
-    isWriteErrorTold_ = false;
     // A refused movie leaves a closed encoder, which ignores every frame; the clock runs all the same.
-    if (encoder->createFile(
-            path, static_cast<unsigned>(ui->glWidget->width()), static_cast<unsigned>(ui->glWidget->height()),
-            kMovieBitsPerSecond, kMovieFramesPerKeyFrame, kMovieFramesPerSecond))
-        notice_->mark(recordingMark(*encoder));
-    else
-        notice_->notify(refusalText(*encoder, ui->glWidget->size()));
+    encoder->createFile(
+        path, static_cast<unsigned>(ui->glWidget->width()), static_cast<unsigned>(ui->glWidget->height()),
+        kMovieBitsPerSecond, kMovieFramesPerKeyFrame, kMovieFramesPerSecond);
+    recordingNotice_->begin(*encoder, ui->glWidget->size());
     clock_->play();
 }
 
 void new_sorvane::recordFrame() {
-    encoder->encodeImage(grabFrame(*ui->glWidget));
-    if (!encoder->isOk())
-        return;
-    notice_->mark(recordingMark(*encoder));
-    tellWriteError();
+    const QImage picture = grabFrame(*ui->glWidget);
+    encoder->encodeImage(picture);
+    recordingNotice_->frame(*encoder, picture.size());
 }
 
 void new_sorvane::finishRecording() {
     if (encoder == nullptr)
         return;
     encoder->close();
-    notice_->clearMark();
-    tellWriteError(); // closing writes too
+    recordingNotice_->end(*encoder);
     encoder.reset();
-}
-
-void new_sorvane::tellWriteError() {
-    if (!encoder->hasWriteError() || isWriteErrorTold_)
-        return;
-    isWriteErrorTold_ = true;
-    notice_->notify(writeErrorText(*encoder));
 }

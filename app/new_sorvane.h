@@ -17,6 +17,7 @@ class new_sorvane;
 namespace sorvane {
 class WindowFeatures;
 class PlaybackClock;
+class RecordingNotice;
 class ViewNotice;
 } // namespace sorvane
 
@@ -58,7 +59,6 @@ private:
     void growSlider(const sorvane::LoadedEngagement& loaded);
     void recordFrame();
     void finishRecording();
-    void tellWriteError();
 
     std::unique_ptr<Ui::new_sorvane> ui;
     sorvane::EngagementList engagements;
@@ -66,7 +66,7 @@ private:
     double speed = 1.0;                     // engagement seconds per second; no bounds
     std::unique_ptr<QVideoEncoder> encoder; // while a movie is being recorded, else null
     sorvane::ViewNotice* notice_ = nullptr;
+    std::unique_ptr<sorvane::RecordingNotice> recordingNotice_;
     std::unique_ptr<sorvane::PlaybackClock> clock_;
     std::unique_ptr<sorvane::WindowFeatures> features_;
-    bool isWriteErrorTold_ = false; // of the current recording
 };

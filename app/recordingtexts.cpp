@@ -1,6 +1,7 @@
 // What the view says about a recording.
 #include "recordingtexts.h"
 
+#include "movieframes.h"
 #include "moviesettings.h"
 #include "qvideoencoder.h"
 
@@ -37,7 +38,27 @@ QString writeErrorText(const QVideoEncoder& encoder) {
         .arg(encoder.fileName());
 }
 
+QString damageText(const QVideoEncoder& encoder) {
+    return QStringLiteral("The recording is damaged: %1 holds %2 of %3 frames. Is the disk full?")
+        .arg(encoder.fileName())
+        .arg(countMovieFrames(encoder.fileName()))
+        .arg(encoder.frameCount());
+}
+
+QString otherSizeText(const QVideoEncoder& encoder, const QSize& picture) {
+    const QSize movie(static_cast<int>(encoder.getWidth()), static_cast<int>(encoder.getHeight()));
+    if (picture == movie)
+        return {};
+    const QString text =
+        QStringLiteral("The view is now %1, the movie stays %2: ").arg(sizeText(picture), sizeText(movie));
+    return text + (picture.height() > movie.height()
+                       ? QStringLiteral("it shows the upper part only. Make the view as large as before.")
+                       : QStringLiteral("it shows the view stretched."));
+}
+
 QString recordingMark(const QVideoEncoder& encoder) {
+    if (encoder.hasWriteError())
+        return QStringLiteral("● damaged");
     return QStringLiteral("● %1").arg(encoder.frameCount());
 }
 } // namespace sorvane

@@ -13,6 +13,12 @@ QString refusalText(const QVideoEncoder& encoder, const QSize& viewSize);
 // That a movie is damaged, after a write error.
 QString writeErrorText(const QVideoEncoder& encoder);
 
-// The mark of a running recording, with its number of frames.
+// The same when the recording is over and its file closed, with the number of frames that are in it.
+QString damageText(const QVideoEncoder& encoder);
+
+// What becomes of pictures of another size than the movie's; empty for its own.
+QString otherSizeText(const QVideoEncoder& encoder, const QSize& picture);
+
+// The mark of a running recording: its number of frames, or that it is damaged.
 QString recordingMark(const QVideoEncoder& encoder);
 } // namespace sorvane

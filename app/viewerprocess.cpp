@@ -10,6 +10,7 @@
 #include <QIcon>
 #include <QSurfaceFormat>
 
+#include "endsignals.h"
 #include "new_sorvane.h"
 #include "surfaceformat.h"
 
@@ -21,12 +22,18 @@ int runViewer(int argc, char** argv) {
     std::setlocale(LC_NUMERIC, "C");
     QGuiApplication::setDesktopFileName(QStringLiteral("localhost.sorvane.viewer"));
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("sorvane"))); // of the installed theme
-    new_sorvane window;
-    window.show();
-    // For its drawing helpers only; GLUT never owns a window.
-    glutInit(&argc, argv);
-    for (int i = 1; i < argc; ++i)
-        window.loadEtxyzFile(QFile::decodeName(argv[i]));
-    return QApplication::exec();
+    int status = 0;
+    {
+        const EndSignals signals;
+        new_sorvane window;
+        window.show();
+        // For its drawing helpers only; GLUT never owns a window.
+        glutInit(&argc, argv);
+        for (int i = 1; i < argc; ++i)
+            window.loadEtxyzFile(QFile::decodeName(argv[i]));
+        status = QApplication::exec();
+    }
+    EndSignals::endBySignal(); // only now: the window has finished what it was recording
+    return status;
 }
 } // namespace sorvane

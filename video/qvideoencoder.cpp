@@ -226,11 +226,12 @@ bool QVideoEncoder::writeHeader(const QByteArray& name) {
         printVideoLine("Could not open '%s'", name.constData());
         return false;
     }
-    if (avformat_write_header(formatContext_.get(), nullptr) < 0) {
-        refusal_ = formatContext_->pb->error < 0 ? Refusal::File : Refusal::Format;
-        return false;
-    }
-    return true;
+    const bool isWritten = avformat_write_header(formatContext_.get(), nullptr) >= 0;
+    avio_flush(formatContext_->pb); // a full disk is better found before the first frame
+    if (isWritten && formatContext_->pb->error >= 0)
+        return true;
+    refusal_ = formatContext_->pb->error < 0 ? Refusal::File : Refusal::Format;
+    return false;
 }
 
 void QVideoEncoder::freeOutputBuf() {

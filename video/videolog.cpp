@@ -24,6 +24,7 @@ void printVideoLine(const char* format, ...) {
     std::vprintf(format, values);
     va_end(values);
     std::putchar('\n');
+    std::fflush(stdout); // a log that is followed, or whose process dies, shows how far it came
 }
 } // namespace sorvane
 

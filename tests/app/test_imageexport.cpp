@@ -84,6 +84,13 @@ TEST_F(ImageExportTest, RefusedNamesAreTold) {
     EXPECT_FALSE(QFile::exists(folder.filePath("a.xyz")));
 }
 
+TEST_F(ImageExportTest, AFullDiskIsToldWhateverTheFormat) {
+    for (const char* const name : {"full.png", "full.jpg", "full.bmp", "full.ppm"}) {
+        ASSERT_TRUE(QFile::link("/dev/full", folder.filePath(name)));
+        EXPECT_EQ(savedWithBoxes(folder.filePath(name), 1), QStringList{"Could not create file"}) << name;
+    }
+}
+
 TEST_F(ImageExportTest, TheScreenshotActionAsksForAName) {
     showWindow();
     const QString path = folder.filePath("shot.png");

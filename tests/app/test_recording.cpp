@@ -2,6 +2,7 @@
 #include "windowfixture.h"
 
 #include <QLabel>
+#include <gmock/gmock.h>
 
 #include <csignal>
 #include <sys/resource.h>
@@ -243,6 +244,17 @@ TEST_F(RecordingTest, AWriteErrorIsNoticedAndTheClockGoesOn) {
     const double before = box->value();
     tick(1);
     EXPECT_GT(box->value(), before);
+    auto* const until = notice->findChild<QTimer*>();
+    until->start(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notice->text() == "● damaged"; })) << "and no number any more";
+    slider->setValue(20000);
+    tick(1);
+    const std::size_t held = readMovie(path).frames.size();
+    EXPECT_GT(held, 0U);
+    EXPECT_THAT(
+        notice->text().toStdString(), testing::MatchesRegex(
+                                          "The recording is damaged: " + path.toStdString() + " holds " +
+                                          std::to_string(held) + " of 6[0-9] frames. Is the disk full\\?"));
 }
 
 TEST_F(RecordingTest, AWriteErrorAtClosingIsNoticed) {
@@ -256,9 +268,38 @@ TEST_F(RecordingTest, AWriteErrorAtClosingIsNoticed) {
         slider->setValue(20000);
         const FileSizeLimit fullDisk(1); // few frames wait in memory for a full buffer or the movie's end
         tick(1);
+        EXPECT_TRUE(notice->text().startsWith("The recording is damaged: " + path + " holds ")) << notice->text();
+    }
+}
+
+TEST_F(RecordingTest, AViewOfAnotherSizeIsToldOnceForEach) {
+    showWindow();
+    loadUntil(20.0);
+    record(folder.filePath("a.avi"));
+    tick(1);
+    const QSize movie = view->size();
+    struct Row {
+        int wider, higher;
+        const char* end;
+    };
+    for (const Row& row :
+         {Row{40, 0, "it shows the view stretched."},
+          {40, 16, "it shows the upper part only. Make the view as large as before."}}) {
+        const QSize size = movie + QSize(row.wider, row.higher);
+        window.resize(window.size() + size - view->size());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return view->size() == size; }));
+        notice->findChild<QTimer*>()->stop();
+        tick(1);
         EXPECT_EQ(
-            notice->text(),
-            QStringLiteral("The recording is damaged: %1 could not be written. Is the disk full?").arg(path));
+            notice->text(), QStringLiteral("The view is now %1 × %2, the movie stays %3 × %4: ")
+                                    .arg(size.width())
+                                    .arg(size.height())
+                                    .arg(movie.width())
+                                    .arg(movie.height()) +
+                                row.end);
+        notice->findChild<QTimer*>()->stop();
+        tick(1);
+        EXPECT_TRUE(notice->text().startsWith("●")) << notice->text();
     }
 }
 

@@ -2,6 +2,7 @@
 #include "glshaderprogram.h"
 
 #include "bodyfiles.h"
+#include "capturedoutput.h"
 #include "glcontext.h"
 #include "rows.h"
 

@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "movieframes.h"
 #include "moviereader.h"
 #include "qvideoencoder.h"
 #include "testpictures.h"
@@ -273,8 +274,28 @@ int recordOnFullDisk(const QString& fileName, rlim_t limit, int pictures, bool i
 }
 
 TEST_F(QVideoEncoderTest, FullDiskIsNoticed) {
+    ASSERT_TRUE(QFile::link("/dev/full", path("full.avi")));
+    QVideoEncoder encoder;
+    EXPECT_FALSE(open(encoder, path("full.avi"))) << "no room for the header";
+    EXPECT_EQ(encoder.refusal(), QVideoEncoder::Refusal::File);
     EXPECT_EXIT(std::exit(recordOnFullDisk(path("encoding.avi"), 100000, 20, true)), testing::ExitedWithCode(0), "");
-    EXPECT_EXIT(std::exit(recordOnFullDisk(path("closing.avi"), 1000, 1, false)), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(std::exit(recordOnFullDisk(path("closing.avi"), 10000, 1, false)), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(QVideoEncoderTest, FramesOfAMovieThatIsCutAreCounted) {
+    QVideoEncoder encoder;
+    ASSERT_TRUE(open(encoder, path("movie.avi")));
+    int bytes = 0;
+    for (unsigned i = 0; i < 10; ++i) {
+        const int size = encoder.encodeImage(noise(i, 320, 240));
+        bytes += i < 6 ? size : 0;
+    }
+    ASSERT_TRUE(encoder.close());
+    EXPECT_EQ(countMovieFrames(path("movie.avi")), 10);
+    constexpr int kHeaders = 10000; // at most, of the file and of six frames; the seventh is larger
+    ASSERT_TRUE(QFile::resize(path("movie.avi"), bytes + kHeaders));
+    EXPECT_EQ(countMovieFrames(path("movie.avi")), 6);
+    EXPECT_EQ(countMovieFrames(path("none.avi")), 0);
 }
 
 TEST_F(QVideoEncoderTest, OneObjectWritesMovieAfterMovie) {
