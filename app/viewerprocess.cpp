@@ -24,7 +24,7 @@ int runViewer(int argc, char** argv) {
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("sorvane"))); // of the installed theme
     int status = 0;
     {
-        const EndSignals signals;
+        const EndSignals orderly;
         new_sorvane window;
         window.show();
         // For its drawing helpers only; GLUT never owns a window.

@@ -268,7 +268,7 @@ TEST_F(RecordingTest, AWriteErrorAtClosingIsNoticed) {
         slider->setValue(20000);
         const FileSizeLimit fullDisk(1); // few frames wait in memory for a full buffer or the movie's end
         tick(1);
-        EXPECT_TRUE(notice->text().startsWith("The recording is damaged: " + path + " holds ")) << notice->text();
+        EXPECT_TRUE(notice->text().startsWith("The recording is damaged: " + path + " holds ")) << qPrintable(notice->text());
     }
 }
 
@@ -299,7 +299,7 @@ TEST_F(RecordingTest, AViewOfAnotherSizeIsToldOnceForEach) {
                                 row.end);
         notice->findChild<QTimer*>()->stop();
         tick(1);
-        EXPECT_TRUE(notice->text().startsWith("●")) << notice->text();
+        EXPECT_TRUE(notice->text().startsWith("●")) << qPrintable(notice->text());
     }
 }
 

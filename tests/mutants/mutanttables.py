@@ -149,6 +149,18 @@ def is_wrapped(text, opening, closing):
     return False
 
 
+def is_whole_expression(text):
+    """Whether a text can stand within brackets of its own: not begun, ended or closed by halves."""
+    depth = 0
+    for character in re.sub(r"\"(?:\\\\.|[^\"\\\\])*\"|'(?:\\\\.|[^'\\\\])'", "0", text):
+        depth += (character in "([{") - (character in ")]}")
+        if depth < 0:
+            return False
+    begins = not re.match(r"(&&|\|\||[?:<>=/%|^.,;)]|[*&+-] )", text)
+    return depth == 0 and begins and not re.search(
+        r"([-+*/%&|^?:<>=!~.,(\[{;])(?<!\+\+)(?<!--)$", text)
+
+
 def expression_edits(row, start, old, new):
     """Switches an expression, or what differs in a list of them."""
     start += len(old) - len(old.lstrip())
@@ -163,6 +175,8 @@ def expression_edits(row, start, old, new):
         raise TableError(f"{row.place}: lists of different lengths can't be switched; add `how rebuild`")
     if is_wrapped(old, "{", "}") and is_wrapped(new, "{", "}"):
         return expression_edits(row, start + 1, old[1:-1], new[1:-1])
+    if not (is_whole_expression(old) and is_whole_expression(new)):
+        raise TableError(f"{row.place}: old and new must each be a whole expression")
     return [Edit(start, start + len(old), "expression", [(row.switch, new)])]
 
 
