@@ -2,7 +2,6 @@
 #include "windowfixture.h"
 
 #include <QLabel>
-#include <gmock/gmock.h>
 
 #include <csignal>
 #include <sys/resource.h>
@@ -249,12 +248,14 @@ TEST_F(RecordingTest, AWriteErrorIsNoticedAndTheClockGoesOn) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return notice->text() == "● damaged"; })) << "and no number any more";
     slider->setValue(20000);
     tick(1);
-    const std::size_t held = readMovie(path).frames.size();
-    EXPECT_GT(held, 0U);
-    EXPECT_THAT(
-        notice->text().toStdString(), testing::MatchesRegex(
-                                          "The recording is damaged: " + path.toStdString() + " holds " +
-                                          std::to_string(held) + " of 6[0-9] frames. Is the disk full\\?"));
+    // What a decoder makes of the file; the last frame may be cut.
+    const int shown = static_cast<int>(readMovie(path).frames.size());
+    const QString text = notice->text();
+    const int held = text.section(" holds ", 1).section(' ', 0, 0).toInt();
+    EXPECT_TRUE(held > 0 && (held == shown || held == shown - 1)) << qPrintable(text);
+    EXPECT_EQ(
+        text,
+        QStringLiteral("The recording is damaged: %1 holds %2 of 62 frames. Is the disk full?").arg(path).arg(held));
 }
 
 TEST_F(RecordingTest, AWriteErrorAtClosingIsNoticed) {
@@ -268,7 +269,8 @@ TEST_F(RecordingTest, AWriteErrorAtClosingIsNoticed) {
         slider->setValue(20000);
         const FileSizeLimit fullDisk(1); // few frames wait in memory for a full buffer or the movie's end
         tick(1);
-        EXPECT_TRUE(notice->text().startsWith("The recording is damaged: " + path + " holds ")) << qPrintable(notice->text());
+        EXPECT_TRUE(notice->text().startsWith("The recording is damaged: " + path + " holds "))
+            << qPrintable(notice->text());
     }
 }
 
