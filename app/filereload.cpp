@@ -1,54 +1,146 @@
 // Reads all loaded files again.
 #include "filereload.h"
 
+#include <memory>
+#include <string>
 #include <utility>
 
+#include <QFile>
+#include <QFileInfo>
+
 #include "aircraftwidget.h"
+#include "atmfile.h"
+#include "engagementfiles.h"
 #include "engagementlist.h"
 #include "etxyz.h"
+#include "filecaches.h"
+#include "messages.h"
 
 namespace sorvane {
 namespace {
-// Initialises the bodies and the terrain of data that were read again, with what can be taken over from the old ones.
-void initHardbodies(const LoadedEngagement& loaded, EngagementReading& reading, AircraftWidget& view) {
-    etxyz& old = loaded.data();
-    etxyz& fresh = *reading.data;
-    if (!old.areHardbodiesInitialized()) {
-        view.initHardbodiesIfReady(fresh);
-        return;
+bool isUsable(AircraftWidget&, Hardbody& body) {
+    return body.isUsable();
+}
+
+// A tile tells only when it loads.
+bool isUsable(AircraftWidget& view, Terrain& terrain) {
+    return terrain.tileCount() > 0 && view.loadTiles(terrain);
+}
+
+// Brings the bodies and the terrain of data that were read again to what they were, or to what their files now hold.
+class ModelReload {
+public:
+    ModelReload(const LoadedEngagement& loaded, EngagementReading& reading, AircraftWidget& view)
+        : loaded_(loaded), reading_(reading), view_(view),
+          atmosphere_(atmospherePath(reading.data->targetSignatureBase)) {
+        const MessageCollection collected;
+        if (!AtmFile().Load(QFile::encodeName(atmosphere_).toStdString()))
+            for (const Message& message : collected.messages())
+                atmosphereFault_ = QString::fromStdString(message.text);
     }
-    const ModelFiles& before = loaded.modelFiles();
-    const ModelFiles& now = reading.modelFiles;
-    // What is taken over is away while the rest is initialised, so that it isn't read again.
-    const auto takeOver = [](auto& from, auto& to, bool isSame) {
-        if (isSame)
-            to = nullptr;
-        return isSame ? std::move(from) : nullptr;
-    };
-    auto target = takeOver(old.target, fresh.target, before.target == now.target);
-    auto threat = takeOver(old.threat, fresh.threat, before.threat == now.threat);
-    auto terrain = takeOver(old.terrain, fresh.terrain, before.terrain == now.terrain);
-    view.initHardbodiesIfReady(fresh);
-    if (target != nullptr)
+
+    void run() {
+        const ModelFiles& before = loaded_.modelFiles();
+        const ModelFiles& now = reading_.modelFiles;
+        // All are away but the one whose turn it is, so that nothing else is read.
+        etxyz& fresh = *reading_.data;
+        auto target = std::move(fresh.target);
+        auto threat = std::move(fresh.threat);
+        auto terrain = std::move(fresh.terrain);
+        view_.initHardbodiesIfReady(fresh);
+        target = brought(&etxyz::target, std::move(target), "target", before.target, now.target);
+        threat = brought(&etxyz::threat, std::move(threat), "threat", before.threat, now.threat);
+        terrain = brought(&etxyz::terrain, std::move(terrain), "terrain", before.terrain, now.terrain);
         fresh.target = std::move(target);
-    if (threat != nullptr)
         fresh.threat = std::move(threat);
-    if (terrain != nullptr)
         fresh.terrain = std::move(terrain);
+        if (hasKeptAir_)
+            fresh.atm = std::move(loaded_.data().atm);
+    }
+    const QStringList& kept() const { return kept_; }
+
+private:
+    template <class Part> using Owned = std::unique_ptr<Part>;
+
+    template <class Part>
+    Owned<Part> brought(
+        Owned<Part> etxyz::*part, Owned<Part> fresh, const char* name, const StampedFiles& before,
+        const StampedFiles& now) {
+        Owned<Part>& old = loaded_.data().*part;
+        if (before == now)
+            return std::move(old);
+        const QStringList changed = changedFiles(before, now);
+        // Bodies are drawn without an atmosphere, too, so that nothing else would tell that it is lost.
+        const bool isAirLost = !atmosphereFault_.isEmpty() && changed.contains(atmosphere_);
+        hasKeptAir_ = hasKeptAir_ || isAirLost;
+        fresh = initialised(part, std::move(fresh));
+        if ((isFit(fresh) && !isAirLost) || !isFit(old))
+            return fresh;
+        QStringList names;
+        for (const QString& path : changed)
+            names << QFileInfo(path).fileName();
+        kept_ << QStringLiteral("the %1 stays as it was, %2 can't be used: %3")
+                     .arg(name, names.join(QStringLiteral(", ")), isAirLost ? atmosphereFault_ : complaint(part));
+        return std::move(old);
+    }
+
+    template <class Part> Owned<Part> initialised(Owned<Part> etxyz::*part, Owned<Part> fresh) {
+        (*reading_.data).*part = std::move(fresh);
+        view_.initHardbodiesIfReady(*reading_.data);
+        return std::move((*reading_.data).*part);
+    }
+
+    template <class Part> bool isFit(const Owned<Part>& part) { return part != nullptr && isUsable(view_, *part); }
+
+    // The loaders' first word on a part that can't be used. They have printed it; what they say once more goes here.
+    template <class Part> QString complaint(Owned<Part> etxyz::*part) {
+        const MessageCollection collected;
+        const Owned<Part> again = initialised(part, std::make_unique<Part>());
+        isFit(again);
+        for (const Message& message : collected.messages())
+            if (message.isError || message.text.starts_with("SubTerrain::load:"))
+                return QString::fromStdString(message.text);
+        return QStringLiteral("the terminal says why");
+    }
+
+    const LoadedEngagement& loaded_;
+    EngagementReading& reading_;
+    AircraftWidget& view_;
+    QString atmosphere_;
+    QString atmosphereFault_; // empty when it can be read
+    bool hasKeptAir_ = false; // the old atmosphere serves on
+    QStringList kept_;
+};
+
+void forgetChangedFiles(const LoadedEngagement& loaded) {
+    const ModelFiles& before = loaded.modelFiles();
+    const ModelFiles now = modelFilesOf(loaded.data());
+    for (const auto part : {&ModelFiles::target, &ModelFiles::threat, &ModelFiles::terrain})
+        for (const QString& path : changedFiles(before.*part, now.*part))
+            forgetFile(QFile::encodeName(path).toStdString());
 }
 } // namespace
 
-QStringList reloadAll(EngagementList& engagements, AircraftWidget& view) {
-    QStringList unreadable;
+ReloadResult reloadAll(EngagementList& engagements, AircraftWidget& view) {
+    // All of them first: engagements share files.
+    for (const LoadedEngagement& loaded : engagements)
+        forgetChangedFiles(loaded);
+    ReloadResult result;
     for (const LoadedEngagement& loaded : engagements) {
         EngagementReading reading = readEngagement(loaded.path());
-        if (reading.data != nullptr)
-            initHardbodies(loaded, reading, view);
-        else
-            unreadable << loaded.path();
+        if (reading.data == nullptr) {
+            result.unreadable << loaded.path();
+        } else if (!loaded.data().areHardbodiesInitialized()) {
+            view.initHardbodiesIfReady(*reading.data);
+        } else {
+            ModelReload models(loaded, reading, view);
+            models.run();
+            result.kept << models.kept();
+        }
         engagements.replace(loaded.id(), std::move(reading));
     }
+    result.kept.removeDuplicates();
     view.setKeyframe(view.currentTime());
-    return unreadable;
+    return result;
 }
 } // namespace sorvane

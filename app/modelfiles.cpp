@@ -1,6 +1,8 @@
 // The files that an engagement's bodies and terrain are made of.
 #include "modelfiles.h"
 
+#include <algorithm>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -52,6 +54,18 @@ StampedFiles terrainFiles(const QString& topography, const QString& radiances) {
     return files;
 }
 } // namespace
+
+QStringList changedFiles(const StampedFiles& before, const StampedFiles& now) {
+    QStringList changed;
+    const auto addMissing = [&changed](const StampedFiles& from, const StampedFiles& in) {
+        for (const StampedFile& file : from)
+            if (std::ranges::find(in, file) == in.end() && !changed.contains(file.path))
+                changed << file.path;
+    };
+    addMissing(now, before);
+    addMissing(before, now);
+    return changed;
+}
 
 ModelFiles modelFilesOf(const etxyz& engagement) {
     const QString atmosphere = sorvane::atmospherePath(engagement.targetSignatureBase);

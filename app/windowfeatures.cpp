@@ -182,11 +182,15 @@ void WindowFeatures::chooseView(ViewMode mode) {
 
 void WindowFeatures::reload() {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    const QStringList unreadable = reloadAll(parts_.engagements, *parts_.form.glWidget);
+    const ReloadResult result = reloadAll(parts_.engagements, *parts_.form.glWidget);
     QGuiApplication::restoreOverrideCursor();
     readout_->refresh();
-    if (!unreadable.isEmpty())
-        parts_.notice.notify(QStringLiteral("Not reloaded: no engagement in %1").arg(fileNames(unreadable)));
+    QStringList faults;
+    if (!result.unreadable.isEmpty())
+        faults << QStringLiteral("no engagement in %1").arg(fileNames(result.unreadable));
+    faults << result.kept;
+    if (!faults.isEmpty())
+        parts_.notice.notify(QStringLiteral("Not reloaded: %1").arg(faults.join(QStringLiteral("; "))));
     else if (!parts_.engagements.isEmpty())
         parts_.notice.notify(QStringLiteral("Reloaded"));
 }

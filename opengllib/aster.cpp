@@ -6,6 +6,7 @@
 
 #include "cnumericlocale.h"
 #include "fail.h"
+#include "file.h"
 #include "filechecks.h"
 #include "inputfile.h"
 #include "texthead.h"
@@ -66,6 +67,10 @@ bool Aster::hasBeenLoaded(const std::string& name, float lambda1, float lambda2,
             return true;
         }
     return false;
+}
+
+void Aster::forget(const std::string& name) {
+    std::erase_if(cache, [&](const asterdata& entry) { return isSamePath(entry.name, name); });
 }
 
 bool Aster::readFile(float lambda1, float lambda2) {

@@ -42,6 +42,9 @@ public:
     // edges, and the mean of no point is not a number: deliberate, existing tables were made so.
     static float bandMean(std::string_view text, float lambda1, float lambda2);
 
+    // Takes the sample `name` out of the cache, for every band.
+    static void forget(const std::string& name);
+
     // Fills `out` with the arguments and a reflectance of -1, or that of the first cached entry that equals them.
     static bool hasBeenLoaded(const std::string& name, float lambda1, float lambda2, asterdata& out);
 

@@ -58,6 +58,10 @@ bool AtmFile::Load(const std::string& name) {
     return true;
 }
 
+void AtmFile::forget(const std::string& name) {
+    std::erase_if(cache, [&](const atmData& entry) { return isSamePath(entry.fileName, name); });
+}
+
 bool AtmFile::parse(std::string_view text) {
     const CNumericLocale decimalPoint;
     TextLines lines(text);

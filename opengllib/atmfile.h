@@ -34,6 +34,8 @@ public:
 
     // Looks fileName() up in the cache; on a hit copies the six values and returns true.
     bool InCache();
+    // Takes the file `name` out of the cache.
+    static void forget(const std::string& name);
 
     // Unit vector towards the sun in world axes x east, y north, z up; w = 0.
     Vector<float> SolarDirWorld() const;

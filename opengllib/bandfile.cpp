@@ -5,6 +5,7 @@
 
 #include "cnumericlocale.h"
 #include "fail.h"
+#include "file.h"
 #include "filechecks.h"
 #include "inputfile.h"
 #include "textlines.h"
@@ -60,6 +61,10 @@ bool BandFile::readFile(const std::string& path, float& lambda1, float& lambda2)
         seen_.clear();
     seen_.push_back({path, lambda1, lambda2});
     return text.has_value();
+}
+
+void BandFile::forget(const std::string& path) {
+    std::erase_if(seen_, [&](const bandParams& entry) { return isSamePath(entry.path, path); });
 }
 
 void BandFile::parse(std::string_view text, float& lambda1, float& lambda2) {

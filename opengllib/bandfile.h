@@ -31,6 +31,9 @@ public:
     // entries is emptied first.
     bool readFile(const std::string& path, float& lambda1, float& lambda2);
 
+    // Takes the file `path` out of the cache.
+    void forget(const std::string& path);
+
     // Reads a line, which is ignored, and two numbers. An edge that is missing becomes 0.
     static void parse(std::string_view text, float& lambda1, float& lambda2);
 

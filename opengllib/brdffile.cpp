@@ -218,6 +218,10 @@ bool BrdfFile::InCache(const std::string& name) {
     return false;
 }
 
+void BrdfFile::forget(const std::string& name) {
+    std::erase_if(cache, [&](const BrdfFile& file) { return isSamePath(file.fileName_, name); });
+}
+
 int BrdfFile::findRange(int facet) const {
     if (elements_.size() == 1)
         return 0;

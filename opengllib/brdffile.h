@@ -61,6 +61,8 @@ public:
 
     // Looks `name` up in the cache; on a hit copies the whole object, with no slot handed out yet, and returns true.
     bool InCache(const std::string& name);
+    // Takes the file `name` out of the cache.
+    static void forget(const std::string& name);
 
     // The class of a facet, both counted from 0, or -1. The ranges are searched as the file orders them, and nothing
     // sorts them; a single range answers for every facet, even outside it.

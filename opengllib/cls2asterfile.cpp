@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "fail.h"
+#include "file.h"
 #include "filechecks.h"
 #include "inputfile.h"
 #include "messages.h"
@@ -87,6 +88,10 @@ bool Cls2AsterFile::InCache(const std::string& path, float lambda1, float lambda
     for (const auto& [cls, samplePath] : found->entries)
         add(cls, samplePath == kAlpha ? Aster() : Aster(samplePath, lambda1, lambda2));
     return true;
+}
+
+void Cls2AsterFile::forget(const std::string& path) {
+    std::erase_if(cache, [&](const c2aData& entry) { return isSamePath(entry.path, path); });
 }
 
 bool Cls2AsterFile::countClasses() {

@@ -36,6 +36,8 @@ public:
 
     // Rebuilds itself from the cache; false when it does not hold this table for exactly this band.
     bool InCache(const std::string& path, float lambda1, float lambda2);
+    // Takes the table `path` out of the cache, for every band.
+    static void forget(const std::string& path);
 
     // Counts the entries of the file path(); false when it can't be opened.
     bool countClasses();

@@ -2,6 +2,7 @@
 #include "file.h"
 
 #include <cstdio>
+#include <filesystem>
 
 #include "inputfile.h"
 
@@ -19,6 +20,14 @@ std::int64_t lengthOf(std::FILE* stream) {
     return std::ftell(stream) - start;
 }
 } // namespace
+
+bool sorvane::isSamePath(const std::string& a, const std::string& b) {
+    return a == b || std::filesystem::path(a).lexically_normal() == std::filesystem::path(b).lexically_normal();
+}
+
+void File::forget(const std::string& name) {
+    std::erase_if(seen, [&](const fileTrackingInfo& row) { return isSamePath(row.fileName, name); });
+}
 
 int hasSeen(const std::vector<fileTrackingInfo>& table, const std::string& name) {
     for (std::size_t row = 0; row < table.size(); ++row)

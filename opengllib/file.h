@@ -19,6 +19,11 @@ extern std::uint32_t counter; // disk probes made for the table
 // The index of the first row of `table` whose fileName equals `name`, or -1.
 int hasSeen(const std::vector<fileTrackingInfo>& table, const std::string& name);
 
+namespace sorvane {
+// Whether two paths are spelt alike but for doubled slashes and steps to the same folder.
+bool isSamePath(const std::string& a, const std::string& b);
+} // namespace sorvane
+
 // Base of the data-file classes: holds the file's name and carries the two operations on the table.
 class File {
 public:
@@ -33,6 +38,9 @@ public:
     // Whether Size(name, false) is above 0 or -1. A file measured as 0 bytes long thus "does not exist", while one that
     // was only probed exists whatever its length: deliberate, callers rely on it to skip empty files.
     static bool Exists(const std::string& name);
+
+    // Takes the rows of the file `name` out of the table, so that the next question asks the disk.
+    static void forget(const std::string& name);
 
     const std::string& Name() const { return name_; }
 

@@ -24,6 +24,12 @@ int inCache(const std::string& path) {
     return -1;
 }
 
+namespace sorvane {
+void forgetShader(const std::string& path) {
+    std::erase_if(shaderCache, [&](const shaderTrackingInfo& row) { return isSamePath(row.path, path); });
+}
+} // namespace sorvane
+
 bool ShaderFile::allocate(const char* function, std::int64_t size) {
     buf_.reset(size > kMaximumSize ? nullptr : new (std::nothrow) char[static_cast<std::size_t>(size) + 1]);
     size_ = buf_ == nullptr ? 0 : size;

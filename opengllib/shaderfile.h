@@ -45,5 +45,10 @@ struct shaderTrackingInfo {
 };
 extern std::vector<shaderTrackingInfo> shaderCache;
 
+namespace sorvane {
+// Takes the file `path` out of the cache.
+void forgetShader(const std::string& path);
+} // namespace sorvane
+
 // The index of the first row of the cache whose path equals `path`, or -1.
 int inCache(const std::string& path);

@@ -136,6 +136,13 @@ void AircraftWidget::initHardbodiesIfReady(etxyz& engagement) {
     doneCurrent();
 }
 
+bool AircraftWidget::loadTiles(Terrain& terrain) {
+    makeCurrent();
+    const bool areLoaded = terrain.loadAll();
+    doneCurrent();
+    return areLoaded;
+}
+
 void AircraftWidget::setLineStyles(bool areOn) {
     lineStyles_ = areOn;
     update();

@@ -11,6 +11,7 @@
 #include "scene.h"
 #include "viewmode.h"
 
+class Terrain;
 class etxyz;
 namespace Ui {
 class new_sorvane;
@@ -54,6 +55,8 @@ public:
 
     // Initialises the bodies of an engagement added after the first frame; before it, the first frame does.
     void initHardbodiesIfReady(etxyz& engagement);
+    // Loads the tiles of a terrain that aren't; whether all are there now.
+    bool loadTiles(Terrain& terrain);
 
     // Whether the paths differ in their line patterns too, and not only in their colours. Off at start.
     void setLineStyles(bool areOn);

@@ -3,9 +3,11 @@
 #include "windowfixture.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QLabel>
 
 #include "environmentvariable.h"
+#include "makedemonstration.h"
 #include "messages.h"
 
 using namespace sorvane;
@@ -134,6 +136,86 @@ TEST_F(ReloadTest, ReadsBodiesAndTerrainAgainOnlyWhenTheirFilesChanged) {
     EXPECT_NE(messages, "");
     EXPECT_FALSE(QString::fromStdString(messages).contains("tgt4004")) << "the target's are the same: " << messages;
     EXPECT_EQ(messagesOfReload(), "");
+}
+
+// Each of a body's and a terrain's files, changed so that the picture changes, then spoilt, then as it was.
+TEST_F(ReloadTest, ReadsEachModelFileAnewOrKeepsWhatThereWas) {
+    const QString demo = folder.filePath("demo");
+    ASSERT_EQ(makeDemonstration(demo.toStdString()), std::nullopt);
+    const EnvironmentVariable root("PELSAR_DATA", (demo + "/data/").toStdString());
+    showWindow();
+    action("actionShow_Terrain")->setChecked(true);
+    window.loadEtxyzFile(demo + "/ETXYZ.OUT.turn");
+    box->setValue(9.0);
+    const auto content = [](const QString& name) {
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
+        return file.readAll();
+    };
+    const auto put = [](const QString& name, const QByteArray& bytes) {
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(name);
+        file.write(bytes);
+    };
+    struct Row {
+        const char* pattern; // of the file's path
+        int entry;           // of the engagement's sub-menu: the view in which its change shows
+        const char* part;
+        QByteArray (*changed)(QByteArray);
+    };
+    const auto brighter = [](QByteArray bytes) { // radiances are floats: a step of the exponent doubles them
+        for (qsizetype i = 84; i + 3 < bytes.size(); i += 4)
+            bytes[i + 2] = static_cast<char>(bytes[i + 2] + 0x40);
+        return bytes;
+    };
+    for (const Row& row : {
+             Row{"/tgt4004_b0001_mat0004.brdf", 3, "target",
+                 [](QByteArray b) {
+                     return b.replace(" 0.", " 0.1");
+                 }},
+             Row{"/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.rad", 3, "target", brighter},
+             Row{"/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.atm", 3, "target",
+                 [](QByteArray b) {
+                     return b.replace("1.9", "6.9");
+                 }},
+             Row{"/SandfordRobertson_simple.frag", 3, "target",
+                 [](QByteArray b) {
+                     return b;
+                 }},
+             Row{"/ter0010.temp", 3, "terrain",
+                 [](QByteArray b) {
+                     return b.replace(" 0.9", " 0.2");
+                 }},
+         }) {
+        QStringList found;
+        QDirIterator files(demo, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext())
+            if (const QString name = files.next(); name.endsWith(row.pattern))
+                found << name;
+        ASSERT_EQ(found.size(), 1) << row.pattern;
+        SCOPED_TRACE(row.pattern);
+        if (!entry(0, row.entry)->isChecked())
+            entry(0, row.entry)->trigger();
+        const QImage before = view->grabFramebuffer();
+        const QByteArray whole = content(found[0]);
+        const QByteArray changed = row.changed(whole);
+        put(found[0], changed);
+        reload();
+        EXPECT_EQ(notice->text(), "Reloaded");
+        const QImage after = view->grabFramebuffer();
+        EXPECT_EQ(after != before, changed != whole);
+        put(found[0], "spoilt");
+        reload();
+        EXPECT_TRUE(notice->text().startsWith(QString("Not reloaded: the %1 stays as it was, ").arg(row.part)))
+            << qPrintable(notice->text());
+        EXPECT_TRUE(notice->text().contains(QString(row.pattern).mid(1) + " can't be used: "))
+            << qPrintable(notice->text());
+        EXPECT_EQ(view->grabFramebuffer(), after);
+        put(found[0], whole);
+        reload();
+        EXPECT_EQ(notice->text(), "Reloaded");
+        EXPECT_EQ(view->grabFramebuffer(), before);
+    }
 }
 
 TEST_F(ReloadTest, TellsOfAChangeOnceUntilItIsReloaded) {

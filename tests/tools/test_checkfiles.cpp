@@ -280,6 +280,22 @@ TEST_F(CheckFiles, ComparesATrajectorysOwnTileWithItsCompanions) {
     EXPECT_EQ(out.find("a.top:1:1", first + found.size()), std::string::npos) << "once";
 }
 
+TEST_F(CheckFiles, ChecksAFileOfSeveralNamesOnce) {
+    const std::string bad = directory_.write("a.atm", "");
+    std::filesystem::create_symlink(bad, directory_.file("b.atm"));
+    const CommandRun run = runCommand({"check", bad, directory_.file("./a.atm"), directory_.file("b.atm")});
+    EXPECT_EQ(std::ranges::count(run.out, '\n'), 1) << run.out;
+}
+
+TEST_F(CheckFiles, ComparesTheSizeOfABkgHeaderInNumbersAndLetters) {
+    for (const auto& [letters, isTold] : {std::pair("3x2", false), std::pair("2x3", true), std::pair("any", false)}) {
+        BKG_header header = bkgHeader(3, 2);
+        std::memcpy(header.dimensions, letters, std::strlen(letters));
+        const std::string path = writeBkg(directory_.file("a.cls"), header, "123456");
+        EXPECT_EQ(runCommand({"check", path}).out.find("in letters") != std::string::npos, isTold) << letters;
+    }
+}
+
 TEST_F(CheckFiles, GoesOnAfterAPathThatIsNotThere) {
     const std::string good = directory_.write("a.brdf", kReflectance);
     const std::string bad = directory_.write("a.atm", "");

@@ -122,6 +122,9 @@ TEST_F(CheckTrajectory, TellsEveryFaultAndItsPlace) {
          "and this one turns the long way round\n"
          "16:1: warning: gyro angle 2 jumps from the -90 of line 13 to 90.5: angles are blended as plain numbers, and "
          "this one turns the long way round\n"},
+        {kHeader + "0 0 1 2 3 4 5 179.5\n1 2 3 0 0 0\n0 0 1 0 3\n1 0 1 2 3 4 5 -179\n1 2 3 0 0 0\n0 0 1 0 3\n",
+         "16:1: warning: target angle 3 jumps from the 179.5 of line 13 to -179: angles are blended as plain numbers, "
+         "and this one turns the long way round\n"},
         {kHeader + good + "2 0 1 2 3 4 5 6 " + std::string(std::size_t{1} << 20, ' ') + "\n1 2 3 4 5 6\n0 0 1 2 3\n",
          "19:1: error: the line is too long: only its first 1048576 bytes are read\n"},
     };

@@ -151,6 +151,18 @@ TEST_F(CompareTest, TrajectoriesDifferByTimeAndField) {
     EXPECT_EQ(shortened["fields"][0]["largest_difference"], 0.5);
 }
 
+TEST_F(CompareTest, ASummaryTellsTheLargestDifferenceAndAHeaderAloneIsOne) {
+    const std::string a = savedTrajectory("a", {{.time = 0.0}, {.time = 1.0}, {.time = 2.0}});
+    const std::string b = savedTrajectory(
+        "b", {{.time = 0.0}, {.time = 1.0, .target = {5, 0, -1000}}, {.time = 2.0, .target = {2, 0, -1000}}});
+    EXPECT_THAT(
+        runCommand({"compare", a, b}).out, HasSubstr("summary target_x: 2 samples differ, the most by 5 at 1 s\n"));
+    const QByteArray records = trajectoryRecord({.time = 0.0});
+    const std::string white = folder.write("w", (trajectoryHeader("white") + records).toStdString());
+    const std::string cyan = folder.write("c", (trajectoryHeader("cyan") + records).toStdString());
+    EXPECT_EQ(runCommand({"compare", white, cyan}).status, ExitStatus::ProblemsFound);
+}
+
 // Each number of a trajectory is another one, and changed by itself.
 TEST_F(CompareTest, NamesTheFieldOfEachNumber) {
     const std::string header[] = {

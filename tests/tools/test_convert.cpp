@@ -185,6 +185,11 @@ TEST(Axes, AnglesRunOnAcrossFullTurns) {
     for (int i = 0; i <= 20; ++i)
         angles = yUp.turnedAttitude({0, 50.0 * i, 0}, angles);
     EXPECT_NEAR(std::abs(angles[2]), 1000.0, 1e-9);
+    // Past the vertical a roll of 180 degrees with a pitch below it would mean the same.
+    angles = {};
+    for (int i = 0; i <= 8; ++i)
+        angles = yUp.turnedAttitude({0, 0, 10.0 + 20.0 * i}, angles);
+    EXPECT_NEAR(std::abs(angles[1]), 170.0, 1e-9) << angles[0] << ' ' << angles[2];
     for (const char* const text : {"", "x", "x,y", "x,y,y", "x,y,z,", "x,y,w", "--x,y,z", "x y z", "x,y,z,x"})
         EXPECT_FALSE(Axes::parse(text)) << text;
 }

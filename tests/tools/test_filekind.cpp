@@ -42,6 +42,7 @@ TEST(FileKind, FollowsFromNameAndContents) {
         {"any.txt", "# by hand\n" + trajectory, FileKind::Trajectory},
         {"headeronly", trajectoryHeader().toStdString(), FileKind::Trajectory},
         {"soil.txt", sample, FileKind::SpectralSample},
+        {"soil.dat", sample, FileKind::Unknown},
         {"ETXYZ.OUT.atm", "", FileKind::Atmosphere},
         {"a.vnl", "", FileKind::Geometry},
         {"geometry", "4 4\n0 1 0 1 0 1\n0 0 0 0 0 1 v\n", FileKind::Geometry},
