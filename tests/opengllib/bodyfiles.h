@@ -70,4 +70,34 @@ inline std::string radBytes(const std::vector<float>& radiances, const std::vect
         appendWord(bytes, &emittance);
     return bytes;
 }
+
+// The text of a geometry file, made up piece by piece; a rectangle is two triangles that face +z.
+struct Geometry {
+    std::string vertices;
+    std::string facets;
+    int vertexCount = 0;
+    int facetCount = 0;
+
+    void addVertex(float x, float y, float z, const char* normal = "0 0 1") {
+        vertices += std::to_string(x) + " " + std::to_string(y) + " " + std::to_string(z) + " " + normal + " v\n";
+        ++vertexCount;
+    }
+    void addFacet(int a, int b, int c) {
+        facets += std::to_string(++facetCount) + " " + std::to_string(a) + " " + std::to_string(b) + " " +
+                  std::to_string(c) + " f\n";
+    }
+    void addRectangle(float left, float right, float bottom, float top, float z = 0.0F) {
+        const int first = vertexCount + 1;
+        addVertex(left, bottom, z);
+        addVertex(right, bottom, z);
+        addVertex(right, top, z);
+        addVertex(left, top, z);
+        addFacet(first, first + 1, first + 2);
+        addFacet(first, first + 2, first + 3);
+    }
+    std::string text() const {
+        return std::to_string(vertexCount) + " " + std::to_string(facetCount) + "\n-1 1 -1 1 -1 1\n" + vertices +
+               facets;
+    }
+};
 } // namespace sorvane
