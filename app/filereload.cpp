@@ -68,7 +68,7 @@ private:
         const StampedFiles& now) {
         Owned<Part>& old = loaded_.data().*part;
         if (before == now)
-            return std::move(old);
+            return std::exchange(old, nullptr);
         const QStringList changed = changedFiles(before, now);
         // Bodies are drawn without an atmosphere, too, so that nothing else would tell that it is lost.
         const bool isAirLost = !atmosphereFault_.isEmpty() && changed.contains(atmosphere_);
@@ -81,7 +81,7 @@ private:
             names << QFileInfo(path).fileName();
         kept_ << QStringLiteral("the %1 stays as it was, %2 can't be used: %3")
                      .arg(name, names.join(QStringLiteral(", ")), isAirLost ? atmosphereFault_ : complaint(part));
-        return std::move(old);
+        return std::exchange(old, nullptr);
     }
 
     template <class Part> Owned<Part> initialised(Owned<Part> etxyz::*part, Owned<Part> fresh) {
