@@ -21,63 +21,78 @@ void tellFault(void* handler, xmlErrorPtr fault) {
 }
 } // namespace
 
-XmlReader::XmlReader(const std::string& path) : descriptor_(openRegularFile(path)) {
-    if (descriptor_ >= 0)
-        reader_ = xmlReaderForFd(descriptor_, path.c_str(), nullptr, XML_PARSE_NONET);
-}
+// libxml2's reader over the file, null where it can't be opened.
+struct XmlReader::Parser {
+    explicit Parser(const std::string& path) : descriptor(openRegularFile(path)) {
+        if (descriptor >= 0)
+            reader = xmlReaderForFd(descriptor, path.c_str(), nullptr, XML_PARSE_NONET);
+    }
+    ~Parser() {
+        if (reader != nullptr)
+            xmlFreeTextReader(reader);
+        if (descriptor >= 0)
+            ::close(descriptor);
+    }
+    Parser(const Parser&) = delete;
+    Parser& operator=(const Parser&) = delete;
 
-XmlReader::~XmlReader() {
-    if (reader_ != nullptr)
-        xmlFreeTextReader(reader_);
-    if (descriptor_ >= 0)
-        ::close(descriptor_);
+    int descriptor;
+    xmlTextReaderPtr reader = nullptr;
+};
+
+XmlReader::XmlReader(const std::string& path) : parser_(std::make_unique<Parser>(path)) {}
+
+XmlReader::~XmlReader() = default;
+
+bool XmlReader::isOpen() const {
+    return parser_->reader != nullptr;
 }
 
 void XmlReader::onFault(FaultHandler handler) {
     onFault_ = std::move(handler);
-    if (reader_ != nullptr)
-        xmlTextReaderSetStructuredErrorHandler(reader_, tellFault, &onFault_);
+    if (parser_->reader != nullptr)
+        xmlTextReaderSetStructuredErrorHandler(parser_->reader, tellFault, &onFault_);
 }
 
 bool XmlReader::read() {
-    const int result = xmlTextReaderRead(reader_);
+    const int result = xmlTextReaderRead(parser_->reader);
     isWellFormed_ = result == 0;
     return result == 1;
 }
 
 bool XmlReader::isStart() const {
-    return xmlTextReaderNodeType(reader_) == XML_READER_TYPE_ELEMENT;
+    return xmlTextReaderNodeType(parser_->reader) == XML_READER_TYPE_ELEMENT;
 }
 
 bool XmlReader::isEmptyElement() const {
-    return xmlTextReaderIsEmptyElement(reader_) == 1;
+    return xmlTextReaderIsEmptyElement(parser_->reader) == 1;
 }
 
 bool XmlReader::isEnd() const {
-    return xmlTextReaderNodeType(reader_) == XML_READER_TYPE_END_ELEMENT;
+    return xmlTextReaderNodeType(parser_->reader) == XML_READER_TYPE_END_ELEMENT;
 }
 
 bool XmlReader::isText() const {
-    const int type = xmlTextReaderNodeType(reader_);
+    const int type = xmlTextReaderNodeType(parser_->reader);
     return type == XML_READER_TYPE_TEXT || type == XML_READER_TYPE_CDATA;
 }
 
 std::string_view XmlReader::name() const {
-    return viewOf(xmlTextReaderConstName(reader_));
+    return viewOf(xmlTextReaderConstName(parser_->reader));
 }
 
 std::string XmlReader::text() const {
-    return std::string(viewOf(xmlTextReaderConstValue(reader_)));
+    return std::string(viewOf(xmlTextReaderConstValue(parser_->reader)));
 }
 
 std::string XmlReader::attribute(const char* name) const {
-    xmlChar* const value = xmlTextReaderGetAttribute(reader_, reinterpret_cast<const xmlChar*>(name));
+    xmlChar* const value = xmlTextReaderGetAttribute(parser_->reader, reinterpret_cast<const xmlChar*>(name));
     std::string text(viewOf(value));
     xmlFree(value);
     return text;
 }
 
 int XmlReader::line() const {
-    return static_cast<int>(std::max(xmlGetLineNo(xmlTextReaderCurrentNode(reader_)), 1L));
+    return static_cast<int>(std::max(xmlGetLineNo(xmlTextReaderCurrentNode(parser_->reader)), 1L));
 }
 } // namespace sorvane

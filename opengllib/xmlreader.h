@@ -2,10 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
-
-struct _xmlTextReader;
 
 namespace sorvane {
 // A reader over a regular file. Entities stay as they are and nothing is fetched. What stands at the current node is
@@ -21,7 +20,7 @@ public:
     using FaultHandler = std::function<void(int line, int column, const std::string& text)>;
     void onFault(FaultHandler handler);
 
-    bool isOpen() const { return reader_ != nullptr; }
+    bool isOpen() const;
 
     // Goes on to the next node; false past the last one and at a fault.
     bool read();
@@ -38,8 +37,9 @@ public:
     int line() const;                              // of the node, from 1; the parser itself is ahead of it
 
 private:
-    int descriptor_;
-    _xmlTextReader* reader_ = nullptr;
+    struct Parser;
+
+    std::unique_ptr<Parser> parser_;
     FaultHandler onFault_;
     bool isWellFormed_ = false;
 };
