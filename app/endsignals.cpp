@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 #include <atomic>
+#include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -14,8 +15,10 @@ int wakeUp[2] = {-1, -1}; // a pipe, since little else may be done in a handler
 static_assert(std::atomic<int>::is_always_lock_free);
 
 void remember(int signal) {
+    const int error = errno;
     came = signal;
     [[maybe_unused]] const ssize_t written = ::write(wakeUp[1], "", 1); // a full pipe wakes up as well
+    errno = error;
 }
 } // namespace
 
@@ -33,7 +36,7 @@ EndSignals::EndSignals() {
             continue;
         struct sigaction action = {};
         action.sa_handler = remember;
-        action.sa_flags = SA_RESTART;
+        action.sa_flags = SA_RESTART | SA_RESETHAND; // a second one ends a program that is busy
         sigemptyset(&action.sa_mask);
         ::sigaction(kSignals[i], &action, nullptr);
     }

@@ -1,6 +1,7 @@
 // Reads all loaded files again.
 #include "filereload.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -18,13 +19,13 @@
 
 namespace sorvane {
 namespace {
-bool isUsable(AircraftWidget&, Hardbody& body) {
-    return body.isUsable();
+bool isWhole(AircraftWidget&, Hardbody& body) {
+    return body.isWhole();
 }
 
 // A tile tells only when it loads.
-bool isUsable(AircraftWidget& view, Terrain& terrain) {
-    return terrain.tileCount() > 0 && view.loadTiles(terrain);
+bool isWhole(AircraftWidget& view, Terrain& terrain) {
+    return view.loadTiles(terrain) && terrain.isWhole();
 }
 
 // Brings the bodies and the terrain of data that were read again to what they were, or to what their files now hold.
@@ -40,17 +41,15 @@ public:
     }
 
     void run() {
-        const ModelFiles& before = loaded_.modelFiles();
-        const ModelFiles& now = reading_.modelFiles;
         // All are away but the one whose turn it is, so that nothing else is read.
         etxyz& fresh = *reading_.data;
         auto target = std::move(fresh.target);
         auto threat = std::move(fresh.threat);
         auto terrain = std::move(fresh.terrain);
         view_.initHardbodiesIfReady(fresh);
-        target = brought(&etxyz::target, std::move(target), "target", before.target, now.target);
-        threat = brought(&etxyz::threat, std::move(threat), "threat", before.threat, now.threat);
-        terrain = brought(&etxyz::terrain, std::move(terrain), "terrain", before.terrain, now.terrain);
+        target = brought(&etxyz::target, std::move(target), "target", &ModelFiles::target);
+        threat = brought(&etxyz::threat, std::move(threat), "threat", &ModelFiles::threat);
+        terrain = brought(&etxyz::terrain, std::move(terrain), "terrain", &ModelFiles::terrain);
         fresh.target = std::move(target);
         fresh.threat = std::move(threat);
         fresh.terrain = std::move(terrain);
@@ -63,10 +62,11 @@ private:
     template <class Part> using Owned = std::unique_ptr<Part>;
 
     template <class Part>
-    Owned<Part> brought(
-        Owned<Part> etxyz::*part, Owned<Part> fresh, const char* name, const StampedFiles& before,
-        const StampedFiles& now) {
+    Owned<Part>
+    brought(Owned<Part> etxyz::*part, Owned<Part> fresh, const char* name, StampedFiles ModelFiles::*files) {
         Owned<Part>& old = loaded_.data().*part;
+        const StampedFiles& before = loaded_.modelFiles().*files;
+        StampedFiles& now = reading_.modelFiles.*files;
         if (before == now)
             return std::exchange(old, nullptr);
         const QStringList changed = changedFiles(before, now);
@@ -74,14 +74,38 @@ private:
         const bool isAirLost = !atmosphereFault_.isEmpty() && changed.contains(atmosphere_);
         hasKeptAir_ = hasKeptAir_ || isAirLost;
         fresh = initialised(part, std::move(fresh));
-        if ((isFit(fresh) && !isAirLost) || !isFit(old))
+        const QStringList lost = lostFiles(before, now);
+        if ((isFit(fresh) && !isAirLost && lost.isEmpty()) || !isFit(old))
             return fresh;
+        end(part, std::move(fresh));
         QStringList names;
-        for (const QString& path : changed)
+        for (const QString& path : lost.isEmpty() ? changed : lost)
             names << QFileInfo(path).fileName();
-        kept_ << QStringLiteral("the %1 stays as it was, %2 can't be used: %3")
-                     .arg(name, names.join(QStringLiteral(", ")), isAirLost ? atmosphereFault_ : complaint(part));
+        const QString why = !lost.isEmpty() ? QStringLiteral("it is no longer there")
+                            : isAirLost     ? atmosphereFault_
+                                            : complaint(part);
+        kept_ << QStringLiteral("the %1 stays as it was, %2%3 can't be used: %4")
+                     .arg(name, names.size() > 1 ? QStringLiteral("one of ") : QString())
+                     .arg(names.join(QStringLiteral(", ")), why);
+        now = before; // what is shown is still made of them
         return std::exchange(old, nullptr);
+    }
+
+    // The files that were there, when others are to take their place. With one of them gone, stock files do.
+    static QStringList lostFiles(const StampedFiles& before, const StampedFiles& now) {
+        QStringList lost;
+        for (const StampedFile& file : before)
+            if (file.stamp.exists() && !fileStamp(file.path).exists() &&
+                std::ranges::find(now, file.path, &StampedFile::path) == now.end())
+                lost << file.path;
+        return lost;
+    }
+
+    // Ends a part with the context in which it was made.
+    template <class Part> void end(Owned<Part> etxyz::*part, Owned<Part> rejected) {
+        auto holder = std::make_unique<etxyz>();
+        (*holder).*part = std::move(rejected);
+        view_.endEtxyz(std::move(holder));
     }
 
     template <class Part> Owned<Part> initialised(Owned<Part> etxyz::*part, Owned<Part> fresh) {
@@ -90,15 +114,16 @@ private:
         return std::move((*reading_.data).*part);
     }
 
-    template <class Part> bool isFit(const Owned<Part>& part) { return part != nullptr && isUsable(view_, *part); }
+    template <class Part> bool isFit(const Owned<Part>& part) { return part != nullptr && isWhole(view_, *part); }
 
     // The loaders' first word on a part that can't be used. They have printed it; what they say once more goes here.
     template <class Part> QString complaint(Owned<Part> etxyz::*part) {
         const MessageCollection collected;
-        const Owned<Part> again = initialised(part, std::make_unique<Part>());
+        Owned<Part> again = initialised(part, std::make_unique<Part>());
         isFit(again);
+        end(part, std::move(again));
         for (const Message& message : collected.messages())
-            if (message.isError || message.text.starts_with("SubTerrain::load:"))
+            if (message.isError || !isTerrainNews(message.text))
                 return QString::fromStdString(message.text);
         return QStringLiteral("the terminal says why");
     }

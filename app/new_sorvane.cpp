@@ -21,6 +21,7 @@
 #include "playbackclock.h"
 #include "qvideoencoder.h"
 #include "recordingnotice.h"
+#include "recordingtexts.h"
 #include "ui_new_sorvane.h"
 #include "viewnotice.h"
 #include "viewsizesteps.h"
@@ -56,8 +57,11 @@ new_sorvane::new_sorvane(QWidget* parent)
 
 new_sorvane::~new_sorvane() {
     // A movie without its trailer can't be played.
-    if (encoder != nullptr)
+    if (encoder != nullptr) {
         encoder->close();
+        if (encoder->hasWriteError()) // there is no view any more that could say so
+            qWarning("%s", qUtf8Printable(damageText(*encoder)));
+    }
     engagements.clear(); // as long as there is a view to end them in
 }
 

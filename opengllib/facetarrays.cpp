@@ -2,10 +2,6 @@
 #include "facetarrays.h"
 
 namespace sorvane {
-namespace {
-constexpr int kMaximumFacets = 1 << 26; // 14 GiB of arrays; a larger number is a fault in a file
-}
-
 bool FacetArrays::allocate(int facets) {
     *this = FacetArrays();
     if (facets < 0 || facets > kMaximumFacets)

@@ -23,6 +23,8 @@ template <class T> ZeroedArray<T> allocateZeroed(std::size_t count) {
     return ZeroedArray<T>(static_cast<T*>(std::calloc(std::max<std::size_t>(count, 1), sizeof(T))));
 }
 
+inline constexpr int kMaximumFacets = 1 << 26; // 14 GiB of arrays; a larger number is a fault in a file
+
 struct FacetArrays {
     // Per corner, in the order of reflectance classes.
     ZeroedArray<Tuple3<float>> vertices_;

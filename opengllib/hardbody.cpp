@@ -2,6 +2,7 @@
 #include "hardbody.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <new>
 
 #include <GL/glew.h>
@@ -89,6 +90,7 @@ bool Hardbody::loadSubfacets(const std::string& vnlPath) {
     const std::span earth(arrays_.earth_form_factors_.get(), count);
     const std::span sky(arrays_.sky_form_factors_.get(), count);
     const bool isLoaded = subfacets_.Load(SubfacetFile::pathBeside(vnlPath), earth, sky);
+    hasFormFactorFault_ = !isLoaded && std::filesystem::exists(SubfacetFile::pathBeside(vnlPath));
     if (!isLoaded)
         flags_.multiFacet = false;
     if (flags_.multiFacet) {

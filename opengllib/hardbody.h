@@ -38,6 +38,8 @@ public:
         bool rotors, bool perFrameUpload, float p0, float p1, float p2, float p3, float p4, float p5, float range,
         const float& earthRadiance, const float& skyRadiance, const float& solarBeam);
     bool isUsable() const { return isUsable_; }
+    // Usable, and not without form factors that could not be read.
+    bool isWhole() const { return isUsable_ && !hasFormFactorFault_; }
 
     sorvane::ShapeKind ShapeType() const override { return sorvane::ShapeKind::Hardbody; }
     bool DoBRDF() const override { return true; }
@@ -86,6 +88,7 @@ private:
     std::array<float, 6> parameters_{};
     float range_ = 0.0F;
     bool isUsable_ = false;
+    bool hasFormFactorFault_ = false;
 
     int facets_ = 0;
     int vertexCount_ = 0;

@@ -73,7 +73,8 @@ std::size_t SubTerrain::posts() const {
 }
 
 bool SubTerrain::hasArrays() const {
-    return colours_ != nullptr && arraysSize_ == RasterSize{placement_.columns, placement_.rows};
+    return heights_ != nullptr && colours_ != nullptr && vertices_ != nullptr && normals_ != nullptr &&
+           indices_ != nullptr && arraysSize_ == RasterSize{placement_.columns, placement_.rows};
 }
 
 bool SubTerrain::hasSize(const std::string& path, const std::optional<RasterSize>& size) const {

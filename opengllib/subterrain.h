@@ -89,6 +89,8 @@ public:
     // Reads the files and fills the buffers. False after a line on standard output; nothing of the try is then kept.
     bool load();
     bool isLoaded() const { return loaded_; }
+    // Loaded with its radiance map, without which it is still drawn.
+    bool isWhole() const { return loaded_ && texture_ != 0; }
     bool isSunlit() const { return sunlit_; }
     bool isReflective() const { return reflective_; }
     const std::array<float, 3>& solarDirection() const { return solarDir_; }

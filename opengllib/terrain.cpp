@@ -148,6 +148,21 @@ void Terrain::share(const SharedFiles& files, float radianceScale) {
     }
 }
 
+bool sorvane::isTerrainNews(std::string_view line) {
+    constexpr std::string_view kBeginnings[] = {
+        "total of ", "terrain::load: dynamic ", "SubTerran::loadTextures: min: ", "output result",
+        "LoadRadMap::isOldRadMap: using "};
+    const auto begins = [line](std::string_view beginning) {
+        return line.starts_with(beginning);
+    };
+    return line == "SubTerrain::load" || std::ranges::any_of(kBeginnings, begins) ||
+           line.find_first_not_of("0123456789.- ") == std::string_view::npos;
+}
+
+bool Terrain::isWhole() const {
+    return !tiles_.empty() && std::ranges::all_of(tiles_, [](const auto& tile) { return tile->isWhole(); });
+}
+
 bool Terrain::loadAll() {
     bool areLoaded = true;
     for (const auto& tile : tiles_)

@@ -5,11 +5,17 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "lights.h"
 #include "subterrain.h"
 #include "terraincompanions.h"
+
+namespace sorvane {
+// Whether a line that loading a terrain prints tells how it goes, and not of a fault.
+bool isTerrainNews(std::string_view line);
+} // namespace sorvane
 
 // Construction needs no GL context; drawing, loadAll, CleanUp and the destructor of a terrain whose tiles are loaded
 // need the same one current.
@@ -47,6 +53,8 @@ public:
 
     // Loads every tile that is not loaded; whether all are then. Without it each loads when it is first drawn.
     bool loadAll();
+    // Whether there are tiles, all loaded with their radiance maps.
+    bool isWhole() const;
 
     // Draws the tiles shaded, or as a bare grey mesh.
     void Render(bool isShaded);

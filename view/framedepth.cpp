@@ -148,7 +148,8 @@ bool FrameDepth::bindFloatDepth(int framebuffer) {
     ask(GL_FRAMEBUFFER_ATTACHMENT_OBJECT_NAME, name);
     GLint viewport[4] = {};
     glGetIntegerv(GL_VIEWPORT, viewport);
-    std::array<int, 3> size = {viewport[0] + viewport[2], viewport[1] + viewport[3], 0};
+    // At least as large as the colours, which fractional scaling may round up where the viewport is rounded down.
+    std::array<int, 3> size = {viewport[0] + viewport[2] + 1, viewport[1] + viewport[3] + 1, 0};
     glGetIntegerv(GL_SAMPLES, &size[2]);
 
     if (framebuffer_ == 0) {

@@ -182,6 +182,14 @@ TEST_F(ReloadTest, ReadsEachModelFileAnewOrKeepsWhatThereWas) {
                  [](QByteArray b) {
                      return b;
                  }},
+             Row{"/tgt4004.sff-txt", 3, "target",
+                 [](QByteArray b) {
+                     return b;
+                 }},
+             Row{"/ter0010_w0001_t1500_b0001.rad", 3, "terrain",
+                 [](QByteArray b) {
+                     return b;
+                 }},
              Row{"/ter0010.temp", 3, "terrain",
                  [](QByteArray b) {
                      return b.replace(" 0.9", " 0.2");
@@ -211,11 +219,55 @@ TEST_F(ReloadTest, ReadsEachModelFileAnewOrKeepsWhatThereWas) {
         EXPECT_TRUE(notice->text().contains(QString(row.pattern).mid(1) + " can't be used: "))
             << qPrintable(notice->text());
         EXPECT_EQ(view->grabFramebuffer(), after);
+        reload();
+        EXPECT_TRUE(notice->text().startsWith("Not reloaded: ")) << "it still can't be used";
+        EXPECT_EQ(view->grabFramebuffer(), after);
         put(found[0], whole);
         reload();
         EXPECT_EQ(notice->text(), "Reloaded");
         EXPECT_EQ(view->grabFramebuffer(), before);
     }
+}
+
+TEST_F(ReloadTest, KeepsABodyWhoseFilesAreGoneAndGivesNewEngagementsWhatHasChanged) {
+    const QString demo = folder.filePath("demo");
+    ASSERT_EQ(makeDemonstration(demo.toStdString()), std::nullopt);
+    const EnvironmentVariable root("PELSAR_DATA", (demo + "/data/").toStdString());
+    const QString own = demo + "/own/";
+    ASSERT_TRUE(QDir().mkpath(own));
+    QFile trajectory(demo + "/ETXYZ.OUT.turn");
+    ASSERT_TRUE(trajectory.open(QIODevice::ReadOnly));
+    const QByteArray text = trajectory.readAll();
+    QByteArray changed = text;
+    for (const char* const name : {"tgt4004.vnl", "tgt4004_b0001_mat0004.brdf"}) {
+        ASSERT_TRUE(QFile::copy(demo + "/data/tgt4004/" + name, own + name));
+        changed.replace((demo + "/data/tgt4004/" + name).toUtf8(), (own + name).toUtf8());
+    }
+    write(changed);
+    showWindow();
+    window.loadEtxyzFile(path);
+    box->setValue(9.0);
+    entry(0, 3)->trigger();
+    const QImage before = view->grabFramebuffer();
+    QFile reflectance(own + "tgt4004_b0001_mat0004.brdf");
+    ASSERT_TRUE(reflectance.open(QIODevice::ReadOnly));
+    const QByteArray whole = reflectance.readAll();
+    reflectance.close();
+    ASSERT_TRUE(reflectance.remove());
+    reload();
+    EXPECT_EQ(
+        notice->text(), "Not reloaded: the target stays as it was, tgt4004_b0001_mat0004.brdf can't be used: it is no "
+                        "longer there");
+    EXPECT_EQ(view->grabFramebuffer(), before);
+
+    // A second engagement of the same files, which have changed since the first was loaded.
+    ASSERT_TRUE(reflectance.open(QIODevice::WriteOnly));
+    reflectance.write(QByteArray(whole).replace(" 0.", " 0.1"));
+    reflectance.close();
+    window.loadEtxyzFile(path);
+    entry(1, 3)->trigger();
+    entry(0, 0)->trigger(); // hidden
+    EXPECT_NE(view->grabFramebuffer(), before);
 }
 
 TEST_F(ReloadTest, TellsOfAChangeOnceUntilItIsReloaded) {

@@ -21,7 +21,6 @@ namespace sorvane {
 namespace {
 constexpr const char* kValues = "unusable values";
 constexpr const char* kFailure = "the file can't be loaded";
-constexpr int kRefusedFacets = 1 << 24;
 
 bool isFinite(const Tuple3<float>& triple) {
     return std::isfinite(triple.x) && std::isfinite(triple.y) && std::isfinite(triple.z);
@@ -55,7 +54,7 @@ std::optional<int> checkGeometry(const std::string& path, FindingList& findings)
     const std::optional<int> facets = facetsOfGeometry(path);
     FacetArrays arrays;
     VnlFile geometry;
-    const int tried = facets.value_or(0) > kRefusedFacets ? 0 : facets.value_or(0);
+    const int tried = facets.value_or(0) > kMaximumFacets ? 0 : facets.value_or(0);
     if (!checkLoader([&] { return geometry.LoadAlone(path, tried, arrays); }, findings, kFailure))
         return facets;
     const auto corners = 3 * static_cast<std::size_t>(tried);
@@ -92,7 +91,7 @@ std::optional<int> checkReflectance(const std::string& path, FindingList& findin
             }
     }
     checkClassValues(brdf, findings);
-    if (brdf.numFacets() > kRefusedFacets) {
+    if (brdf.numFacets() > kMaximumFacets) {
         findings.error({}, kValues, std::to_string(brdf.numFacets()) + " facets are more than can be loaded");
         return brdf.numFacets();
     }

@@ -38,7 +38,7 @@ public:
 
     void add(std::vector<Finding> findings) {
         for (Finding& finding : findings) {
-            ++(finding.severity == Severity::Error ? errors_ : warnings_);
+            (finding.severity == Severity::Error ? errors_ : warnings_) += finding.count;
             if (options_.isJson)
                 addRecord(finding);
             else if (options_.printsAll)

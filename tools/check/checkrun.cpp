@@ -8,6 +8,7 @@
 
 #include "bodycheck.h"
 #include "engagementfiles.h"
+#include "filecaches.h"
 #include "filechecks.h"
 #include "filetracker.h"
 #include "rastercheck.h"
@@ -67,6 +68,7 @@ void CheckRun::checkFile(const std::string& path, FileKind kind) {
     } catch (const std::bad_alloc&) {
         findings.error({}, "faults of loading", "there is not enough memory to check the file");
     }
+    forgetFile(path);
     ::cache.clear(); // of the texts that were read, which no file is checked by again
     deliver(findings);
     for (const auto& follow : std::exchange(pending_, {}))

@@ -49,7 +49,8 @@ std::vector<Finding> FindingList::take() {
             findings_.push_back(
                 {file_, kind.firstDropped, kind.severity,
                  std::string("and ") + std::to_string(kind.count - kKeptOfAKind) + " more " + std::string(kind.name) +
-                     " (--all prints them)"});
+                     " (--all prints them)",
+                 kind.count - kKeptOfAKind});
     std::ranges::stable_sort(
         findings_, {}, [](const Finding& finding) { return std::pair(finding.place.line, finding.place.column); });
     kinds_.clear();

@@ -23,6 +23,7 @@ struct Finding {
     FindingPlace place;
     Severity severity = Severity::Error;
     std::string text;
+    std::int64_t count = 1; // of those for which it stands
 
     bool operator==(const Finding&) const = default;
 };

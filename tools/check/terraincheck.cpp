@@ -39,11 +39,9 @@ constexpr std::size_t kMaximumTextBytes = std::size_t{4} << 20;
 constexpr const char* kMaterials = "classes without a material";
 
 // Lines that tell what goes well.
-constexpr std::string_view kNews[] = {"total of ", "terrain::load: dynamic "};
-
 void takeMessages(const std::vector<Message>& messages, FindingList& findings) {
     for (const Message& message : messages)
-        if (std::ranges::none_of(kNews, [&](std::string_view news) { return message.text.starts_with(news); }))
+        if (!isTerrainNews(message.text))
             findings.addOnce(
                 message.isError ? Severity::Error : Severity::Warning, {}, "faults of loading", message.text);
 }
@@ -230,7 +228,6 @@ private:
     std::vector<std::string> files_;
 };
 
-// `load` makes the tiles. Those of a single raster have no lines.
 // The terrain's height 0 is drawn where the threat is at time 0.
 void checkHeights(Terrain& terrain, FindingList& findings) {
     float highest = 0.0F;
@@ -271,6 +268,7 @@ void checkSun(const std::string& description, FindingList& findings) {
         findings.warning({}, kMissing, "\"" + atmosphere + "\" does not exist: the terrain is drawn without sun");
 }
 
+// `load` makes the tiles. Those of a single raster have no lines.
 std::vector<std::string>
 checkTiles(const std::function<bool(Terrain&)>& load, const std::vector<std::int64_t>& lines, FindingList& findings) {
     Terrain terrain;

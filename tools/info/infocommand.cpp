@@ -9,8 +9,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include "filecaches.h"
 #include "fileinfo.h"
 #include "filesearch.h"
+#include "filetracker.h"
 #include "infotext.h"
 #include "inputtexts.h"
 #include "progressbar.h"
@@ -47,6 +49,10 @@ ExitStatus runInfo(const InfoOptions& options, Streams& streams) {
     bool isComplete = true;
     const std::vector<std::string> paths = filesOf(options.paths, streams, isComplete);
     ExitStatus status = isComplete ? ExitStatus::Success : ExitStatus::ProblemsFound;
+    if (paths.empty() && isComplete) {
+        streams.err << "sorvane info: there is no file that the viewer reads\n";
+        status = ExitStatus::ProblemsFound;
+    }
     InfoRecord all{{"layout", kLayoutVersion}, {"files", InfoRecord::array()}};
     bool isFirst = true;
     ProgressBar progress(streams, static_cast<std::int64_t>(paths.size()), "files");
@@ -54,6 +60,8 @@ ExitStatus runInfo(const InfoOptions& options, Streams& streams) {
     for (const std::string& path : paths) {
         progress.show(done++);
         InfoRecord record = describeFile(path, options.choices);
+        forgetFile(path); // many files take no more memory than one
+        ::cache.clear();
         if (record.contains("error")) {
             status = ExitStatus::ProblemsFound;
             progress.clear();

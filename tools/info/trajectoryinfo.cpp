@@ -126,7 +126,7 @@ std::optional<Problem> describeTrajectory(const std::string& path, LengthUnit un
         record["is_compressed"] = input.isProcess;
     if (input.device == nullptr)
         return input.isProcess ? "the program uncompress can't be started" : "can't be opened";
-    if (const std::optional<Problem> problem = problemOfInput(input, path))
+    if (std::optional<Problem> problem = problemOfInput(input, path))
         return problem;
     const TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
     if (header.terrainTopoPath.isNull())

@@ -151,7 +151,14 @@ std::string environmentText() {
            item(
                bold("PELSAR_DATA"),
                "The folder of the stock models and terrain, which take the place of files that a trajectory names and "
-               "that are missing; with its closing slash.");
+               "that are missing; with its closing slash.") +
+           item(
+               bold("SORVANE_DEPTH"),
+               "How depths are stored in pictures: slices for systems whose float depths are at fault, one-range for "
+               "plain depths, which let hidden surfaces show at a distance.") +
+           item(
+               bold("SORVANE_DEBUG"),
+               "When set, what the graphics driver says of a shader that it refuses is printed.");
 }
 
 std::string filesText(const std::string& dataRoot) {

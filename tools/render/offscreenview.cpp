@@ -38,7 +38,7 @@ std::vector<LoadedPart> OffscreenView::add(std::unique_ptr<etxyz> engagement, bo
         for (std::size_t i = 0; i < terrain.tileCount() && hasReturned; ++i)
             hasReturned =
                 load("terrain: tile " + std::to_string(i + 1) + ", \"" + terrain.tile(i).getTopoFilePath() + "\"", [&] {
-                    return terrain.tile(i).load();
+                    return terrain.tile(i).load() && terrain.tile(i).isWhole();
                 });
     } else {
         engagement->terrain.reset(); // loading it takes longer than all the rest

@@ -16,6 +16,7 @@
 #include "pictureoutput.h"
 #include "progressbar.h"
 #include "shortestnumber.h"
+#include "terrain.h"
 #include "trajectoryfile.h"
 #include "videolog.h"
 
@@ -59,7 +60,7 @@ private:
 
 // Whether a loader's message is worth a line. The terrain's faults are among its reports on standard output.
 bool isFault(const Message& message) {
-    return message.isError || message.text.starts_with("SubTerrain::load: ") || message.text.starts_with("Terrain::");
+    return message.isError || !isTerrainNews(message.text);
 }
 
 std::optional<QString> firstMissing(std::initializer_list<QString> paths) {
@@ -181,6 +182,7 @@ bool Rendering::reportParts(const std::string& name, const std::vector<LoadedPar
             if (isFault(message)) {
                 say(who + message.text);
                 isTold = true;
+                isComplete_ = false;
             }
         if (!isTold)
             say(who + (part.outcome.messages.empty() ? "can't be used" : part.outcome.messages.back().text));
