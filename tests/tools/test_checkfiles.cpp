@@ -131,8 +131,8 @@ TEST_F(CheckFiles, TellsWhatIsWrongWithASingleFile) {
          "j.brdf:3:1: warning: the class reflects more than it gets: its diffuse reflectance is 1.1\n"
          "j.brdf:4:1: warning: diffuse reflectance and emissivity of the class add up to 1.1, more than 1\n"
          "j.brdf:5:1: warning: b is 0.9995: so near to 1 the normalisation is inexact, at 0.99999 it is off by half\n"},
-        {"k.brdf", "BRDF\n1\n0.1 0.5 0 1 2 c\n1 16777217 1 f\n",
-         "k.brdf:1:1: error: 16777217 facets are more than can be loaded\n"},
+        {"k.brdf", "BRDF\n1\n0.1 0.5 0 1 2 c\n1 67108865 1 f\n",
+         "k.brdf:1:1: error: 67108865 facets are more than can be loaded\n"},
         {"k.rad", radiance(3, -1.0F),
          "k.rad:1:1: warning: 3 radiances are negative, the first that of facet 1\n"
          "k.rad:1:1: warning: 3 emittances are negative, the first that of facet 1\n"},
