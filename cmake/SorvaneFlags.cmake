@@ -26,12 +26,13 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(sorvane_flags INTERFACE -Wno-null-dereference -Wno-restrict -Wduplicated-cond -Wlogical-op)
 endif()
 
-# Hardening, which the sanitizers and the counters of coverage take the place of.
+# Hardening, which the sanitizers and the counters of coverage take the place of. The programs are position-independent
+# with -fPIC: with -fPIE they would hold copies of Qt's meta-objects, by which Qt's look-up of children finds nothing.
 if(NOT SORVANE_SANITIZE AND NOT SORVANE_COVERAGE)
   set(hardened $<NOT:$<CONFIG:Debug>>) # the library's checks need optimised code
   target_compile_options(
     sorvane_flags INTERFACE $<${hardened}:-U_FORTIFY_SOURCE> $<${hardened}:-D_FORTIFY_SOURCE=2>
-                            $<${hardened}:-fstack-protector-strong> $<${hardened}:-fPIE>)
+                            $<${hardened}:-fstack-protector-strong> $<${hardened}:-fPIC>)
   target_link_options(sorvane_flags INTERFACE $<${hardened}:-pie> LINKER:-z,relro,-z,now)
 endif()
 
