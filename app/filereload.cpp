@@ -14,26 +14,25 @@
 #include "engagementfiles.h"
 #include "engagementlist.h"
 #include "etxyz.h"
-#include "filecaches.h"
 #include "messages.h"
 
 namespace sorvane {
 namespace {
-bool isWhole(AircraftWidget&, Hardbody& body) {
+bool loadWhole(Hardbody& body) {
     return body.isWhole();
 }
 
 // A tile tells only when it loads.
-bool isWhole(AircraftWidget& view, Terrain& terrain) {
-    return view.loadTiles(terrain) && terrain.isWhole();
+bool loadWhole(Terrain& terrain) {
+    return terrain.loadAll() && terrain.isWhole();
 }
 
 // Brings the bodies and the terrain of data that were read again to what they were, or to what their files now hold.
+// Needs the view's GL context current.
 class ModelReload {
 public:
-    ModelReload(const LoadedEngagement& loaded, EngagementReading& reading, AircraftWidget& view)
-        : loaded_(loaded), reading_(reading), view_(view),
-          atmosphere_(atmospherePath(reading.data->targetSignatureBase)) {
+    ModelReload(const LoadedEngagement& loaded, EngagementReading& reading)
+        : loaded_(loaded), reading_(reading), atmosphere_(atmospherePath(reading.data->targetSignatureBase)) {
         const MessageCollection collected;
         if (!AtmFile().Load(QFile::encodeName(atmosphere_).toStdString()))
             for (const Message& message : collected.messages())
@@ -41,54 +40,53 @@ public:
     }
 
     void run() {
-        // All are away but the one whose turn it is, so that nothing else is read.
-        etxyz& fresh = *reading_.data;
-        auto target = std::move(fresh.target);
-        auto threat = std::move(fresh.threat);
-        auto terrain = std::move(fresh.terrain);
-        view_.initHardbodiesIfReady(fresh);
-        target = brought(&etxyz::target, std::move(target), "target", &ModelFiles::target);
-        threat = brought(&etxyz::threat, std::move(threat), "threat", &ModelFiles::threat);
-        terrain = brought(&etxyz::terrain, std::move(terrain), "terrain", &ModelFiles::terrain);
-        fresh.target = std::move(target);
-        fresh.threat = std::move(threat);
-        fresh.terrain = std::move(terrain);
+        bring(&etxyz::target, &etxyz::initTarget, "target", &ModelFiles::target);
+        bring(&etxyz::threat, &etxyz::initThreat, "threat", &ModelFiles::threat);
+        bring(&etxyz::terrain, &etxyz::initTerrain, "terrain", &ModelFiles::terrain);
+        reading_.data->hardbodiesInitialized = true;
         if (hasKeptAir_)
-            fresh.atm = std::move(loaded_.data().atm);
+            reading_.data->atm = std::move(loaded_.data().atm);
     }
     const QStringList& kept() const { return kept_; }
 
 private:
-    template <class Part> using Owned = std::unique_ptr<Part>;
+    using Initialise = bool (etxyz::*)();
 
     template <class Part>
-    Owned<Part>
-    brought(Owned<Part> etxyz::*part, Owned<Part> fresh, const char* name, StampedFiles ModelFiles::*files) {
-        Owned<Part>& old = loaded_.data().*part;
+    void bring(
+        std::unique_ptr<Part> etxyz::*part, Initialise initialise, const char* name, StampedFiles ModelFiles::*files) {
+        std::unique_ptr<Part>& old = loaded_.data().*part;
+        std::unique_ptr<Part>& fresh = (*reading_.data).*part;
         const StampedFiles& before = loaded_.modelFiles().*files;
         StampedFiles& now = reading_.modelFiles.*files;
-        if (before == now)
-            return std::exchange(old, nullptr);
+        if (before == now) {
+            fresh = std::move(old);
+            return;
+        }
         const QStringList changed = changedFiles(before, now);
+        const QStringList lost = lostFiles(before, now);
         // Bodies are drawn without an atmosphere, too, so that nothing else would tell that it is lost.
         const bool isAirLost = !atmosphereFault_.isEmpty() && changed.contains(atmosphere_);
         hasKeptAir_ = hasKeptAir_ || isAirLost;
-        fresh = initialised(part, std::move(fresh));
-        const QStringList lost = lostFiles(before, now);
-        if ((isFit(fresh) && !isAirLost && lost.isEmpty()) || !isFit(old))
-            return fresh;
-        end(part, std::move(fresh));
+        const bool isFit = (reading_.data.get()->*initialise)() && loadWhole(*fresh);
+        if (isFit && !isAirLost && lost.isEmpty())
+            return;
         QStringList names;
         for (const QString& path : lost.isEmpty() ? changed : lost)
             names << QFileInfo(path).fileName();
+        const bool isKept = old != nullptr && old->isWhole();
         const QString why = !lost.isEmpty() ? QStringLiteral("it is no longer there")
                             : isAirLost     ? atmosphereFault_
-                                            : complaint(part);
-        kept_ << QStringLiteral("the %1 stays as it was, %2%3 can't be used: %4")
-                     .arg(name, names.size() > 1 ? QStringLiteral("one of ") : QString())
-                     .arg(names.join(QStringLiteral(", ")), why);
+                                            : complaint(fresh, initialise);
+        kept_ << QStringLiteral("the %1 %2%3%4 can't be used: %5")
+                     .arg(
+                         name, isKept ? QStringLiteral("stays as it was, ") : QStringLiteral("is lost, "),
+                         names.size() > 1 ? QStringLiteral("one of ") : QString(), names.join(QStringLiteral(", ")),
+                         why);
+        if (!isKept)
+            return;
+        fresh = std::move(old);
         now = before; // what is shown is still made of them
-        return std::exchange(old, nullptr);
     }
 
     // The files that were there, when others are to take their place. With one of them gone, stock files do.
@@ -101,27 +99,12 @@ private:
         return lost;
     }
 
-    // Ends a part with the context in which it was made.
-    template <class Part> void end(Owned<Part> etxyz::*part, Owned<Part> rejected) {
-        auto holder = std::make_unique<etxyz>();
-        (*holder).*part = std::move(rejected);
-        view_.endEtxyz(std::move(holder));
-    }
-
-    template <class Part> Owned<Part> initialised(Owned<Part> etxyz::*part, Owned<Part> fresh) {
-        (*reading_.data).*part = std::move(fresh);
-        view_.initHardbodiesIfReady(*reading_.data);
-        return std::move((*reading_.data).*part);
-    }
-
-    template <class Part> bool isFit(const Owned<Part>& part) { return part != nullptr && isWhole(view_, *part); }
-
     // The loaders' first word on a part that can't be used. They have printed it; what they say once more goes here.
-    template <class Part> QString complaint(Owned<Part> etxyz::*part) {
+    template <class Part> QString complaint(std::unique_ptr<Part>& part, Initialise initialise) {
         const MessageCollection collected;
-        Owned<Part> again = initialised(part, std::make_unique<Part>());
-        isFit(again);
-        end(part, std::move(again));
+        part = std::make_unique<Part>();
+        if ((reading_.data.get()->*initialise)())
+            loadWhole(*part);
         for (const Message& message : collected.messages())
             if (message.isError || !isTerrainNews(message.text))
                 return QString::fromStdString(message.text);
@@ -130,26 +113,14 @@ private:
 
     const LoadedEngagement& loaded_;
     EngagementReading& reading_;
-    AircraftWidget& view_;
     QString atmosphere_;
     QString atmosphereFault_; // empty when it can be read
     bool hasKeptAir_ = false; // the old atmosphere serves on
     QStringList kept_;
 };
-
-void forgetChangedFiles(const LoadedEngagement& loaded) {
-    const ModelFiles& before = loaded.modelFiles();
-    const ModelFiles now = modelFilesOf(loaded.data());
-    for (const auto part : {&ModelFiles::target, &ModelFiles::threat, &ModelFiles::terrain})
-        for (const QString& path : changedFiles(before.*part, now.*part))
-            forgetFile(QFile::encodeName(path).toStdString());
-}
 } // namespace
 
 ReloadResult reloadAll(EngagementList& engagements, AircraftWidget& view) {
-    // All of them first: engagements share files.
-    for (const LoadedEngagement& loaded : engagements)
-        forgetChangedFiles(loaded);
     ReloadResult result;
     for (const LoadedEngagement& loaded : engagements) {
         EngagementReading reading = readEngagement(loaded.path());
@@ -158,8 +129,8 @@ ReloadResult reloadAll(EngagementList& engagements, AircraftWidget& view) {
         } else if (!loaded.data().areHardbodiesInitialized()) {
             view.initHardbodiesIfReady(*reading.data);
         } else {
-            ModelReload models(loaded, reading, view);
-            models.run();
+            ModelReload models(loaded, reading);
+            view.withContext([&models] { models.run(); });
             result.kept << models.kept();
         }
         engagements.replace(loaded.id(), std::move(reading));

@@ -11,7 +11,7 @@ class EngagementList;
 // What F5 could not bring up to date.
 struct ReloadResult {
     QStringList unreadable; // paths of files that now yield no keyframes: their engagements are as they were
-    QStringList kept;       // a text for each body or terrain that stays as it was: which files, and why
+    QStringList kept;       // a text for each body or terrain that stays as it was or is lost: which files, and why
 };
 
 // Reads each engagement's file again and puts what it gives in the old data's place. Bodies and terrain whose files are

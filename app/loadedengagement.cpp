@@ -15,20 +15,21 @@
 
 namespace sorvane {
 namespace {
-// Takes out of the library's memory what has changed since some engagement was made of it. Whether there was any.
-bool forgetWhatChanged(const ModelFiles& files) {
+// Takes out of the library's memory what is not as some engagement has seen it. Whether the atmosphere, which is read
+// with the trajectory, was seen otherwise.
+bool forgetWhatChanged(const ModelFiles& files, const QString& atmosphere) {
     static QHash<QString, FileStamp> known;
-    bool hasChanged = false;
+    bool isAirChanged = false;
     for (const auto part : {&ModelFiles::target, &ModelFiles::threat, &ModelFiles::terrain})
         for (const StampedFile& file : files.*part) {
-            const auto before = known.find(file.path);
-            if (before != known.end() && *before != file.stamp) {
-                forgetFile(QFile::encodeName(file.path).toStdString());
-                hasChanged = true;
-            }
+            const bool isKnown = known.contains(file.path);
+            if (isKnown && known.value(file.path) == file.stamp)
+                continue;
+            forgetFile(QFile::encodeName(file.path).toStdString());
+            isAirChanged = isAirChanged || (isKnown && file.path == atmosphere);
             known.insert(file.path, file.stamp);
         }
-    return hasChanged;
+    return isAirChanged;
 }
 } // namespace
 
@@ -39,9 +40,12 @@ EngagementReading readEngagement(const QString& path) {
         reading.data.reset();
     else
         reading.modelFiles = modelFilesOf(*reading.data);
-    if (reading.data != nullptr && forgetWhatChanged(reading.modelFiles)) {
+    if (reading.data == nullptr)
+        return reading;
+    const QString atmosphere = atmospherePath(reading.data->targetSignatureBase);
+    if (forgetWhatChanged(reading.modelFiles, atmosphere)) {
         reading.data->atm = std::make_unique<AtmFile>();
-        reading.data->atm->Load(QFile::encodeName(atmospherePath(reading.data->targetSignatureBase)).toStdString());
+        reading.data->atm->Load(QFile::encodeName(atmosphere).toStdString());
     }
     return reading;
 }

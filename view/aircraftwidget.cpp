@@ -102,8 +102,12 @@ void AircraftWidget::forget(EngagementId id) {
 }
 
 void AircraftWidget::endEtxyz(std::unique_ptr<etxyz> engagement) {
+    withContext([&engagement] { engagement.reset(); });
+}
+
+void AircraftWidget::withContext(const std::function<void()>& use) {
     makeCurrent();
-    engagement.reset();
+    use();
     doneCurrent();
 }
 
@@ -131,16 +135,7 @@ void AircraftWidget::setKeyframe(double time) {
 void AircraftWidget::initHardbodiesIfReady(etxyz& engagement) {
     if (!isGlewInitialised_)
         return;
-    makeCurrent();
-    engagement.InitHardbodies();
-    doneCurrent();
-}
-
-bool AircraftWidget::loadTiles(Terrain& terrain) {
-    makeCurrent();
-    const bool areLoaded = terrain.loadAll();
-    doneCurrent();
-    return areLoaded;
+    withContext([&engagement] { engagement.InitHardbodies(); });
 }
 
 void AircraftWidget::setLineStyles(bool areOn) {

@@ -1,6 +1,7 @@
 // The OpenGL view of the main window: joins camera, scene and engagements to Qt's events.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -11,7 +12,6 @@
 #include "scene.h"
 #include "viewmode.h"
 
-class Terrain;
 class etxyz;
 namespace Ui {
 class new_sorvane;
@@ -55,8 +55,8 @@ public:
 
     // Initialises the bodies of an engagement added after the first frame; before it, the first frame does.
     void initHardbodiesIfReady(etxyz& engagement);
-    // Loads the tiles of a terrain that aren't; whether all are there now.
-    bool loadTiles(Terrain& terrain);
+    // Calls `use` with the GL context current, for what loads or ends bodies and terrain.
+    void withContext(const std::function<void()>& use);
 
     // Whether the paths differ in their line patterns too, and not only in their colours. Off at start.
     void setLineStyles(bool areOn);
