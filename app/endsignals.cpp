@@ -36,7 +36,7 @@ EndSignals::EndSignals() {
             continue;
         struct sigaction action = {};
         action.sa_handler = remember;
-        action.sa_flags = SA_RESTART | SA_RESETHAND; // a second one ends a program that is busy
+        action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND); // a second one ends a program that is busy
         sigemptyset(&action.sa_mask);
         ::sigaction(kSignals[i], &action, nullptr);
     }

@@ -6,11 +6,11 @@
 #include <memory>
 
 namespace sorvane {
-// Whether to pass over an input whose header asks for rows · columns samples. Loaders fill what a file lacks with up to
-// 64 MiB of zeros, which takes as long as thousands of other inputs: of such inputs one in 4,096 runs.
+// Whether to pass over an input whose header asks for rows · columns samples. Loaders fill what a file lacks with
+// zeros, and memory for many takes as long as thousands of other inputs: of such inputs one in 4,096 runs.
 inline bool isTooSlow(std::int64_t rows, std::int64_t columns, const std::uint8_t* data, std::size_t size) {
-    constexpr std::int64_t kQuickSamples = 1 << 14;
-    constexpr std::int64_t kMostSamples = std::int64_t{1} << 27; // beyond it the loaders refuse at once
+    constexpr std::int64_t kQuickSamples = 1 << 12;
+    constexpr std::int64_t kMostSamples = std::int64_t{1} << 26; // more is refused at once, even of one byte each
     if (rows <= 0 || columns <= 0 || rows * columns <= kQuickSamples || rows * columns > kMostSamples)
         return false;
     std::uint32_t hash = 2166136261U;

@@ -77,7 +77,7 @@ TEST(AtmFile, ReportsWhatIsWrongWithItsTextOnce) {
              {"1 2 3" + blanks + "rest\n" + two + "1 2 3 4\n", lineTwo + "    rest\n\"."},
              {"1 2 " + blanks + "3\n" + two, lineOne + "1 2 " + blanks.substr(0, 251) + "\"."}}) {
         AtmFile atm;
-        EXPECT_EQ(outputOf([&] { EXPECT_FALSE(atm.parse(text)); }), loadError(message)) << text;
+        EXPECT_EQ(outputOf([&, &text = text] { EXPECT_FALSE(atm.parse(text)); }), loadError(message)) << text;
         expectAllZero(atm);
     }
 }

@@ -63,7 +63,7 @@ TEST(BrdfFile, ReportsEachFaultAndKeepsNothing) {
              {"BRDF\n1\n0 0 0 0 0 x\n1 715827882 1 x\n1 1 1 x\n", "Bad format on line 5 (expected 3 ints)."},
              {"BRDF\n1\n0 0 0 0 0 x\n-2147483648 -2147483648 1 x\n", "Bad format on line 4 (expected 3 ints)."}}) {
         BrdfFile file;
-        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(file.parse(text)); }), "brdffile Load: " + report);
+        EXPECT_EQ(reportOf([&, &text = text] { EXPECT_FALSE(file.parse(text)); }), "brdffile Load: " + report);
         EXPECT_EQ(file.numFacets(), 0);
         EXPECT_TRUE(file.classes().empty() && file.elements().empty() && file.blocks().empty());
     }

@@ -118,7 +118,9 @@ TEST_F(FileChecks, SayWhichFileWasNotFound) {
              {"aster::alpha", "ignored", false, ""},
              {"a:b", "", false, "File a:b was not found.\n"},
              {"", "", false, "File  was not found.\n"}}) {
-        const std::string printed = outputOf([&] { EXPECT_EQ(CheckFileExistance(name, message), result); });
+        const std::string printed = outputOf([&name = name, &message = message, &result = result] {
+            EXPECT_EQ(CheckFileExistance(name, message), result);
+        });
         EXPECT_EQ(printed, output);
         EXPECT_EQ(FileExists(name), result) << name;
     }

@@ -107,7 +107,7 @@ TEST(MaterialReflectances, AreReadInPairs) {
              {"1 2\n", eof + "0."},
              {"1\n", "Malformed line 2. Expected 2 floats, but received \"1\n\"."},
              {"1 2\nx y", "Malformed line 3. Expected 2 floats, but received \"x y\"."}})
-        EXPECT_EQ(outputOf([&] { EXPECT_FALSE(parseRefs(text, 2, out)); }), refsError(message));
+        EXPECT_EQ(outputOf([&, &text = text] { EXPECT_FALSE(parseRefs(text, 2, out)); }), refsError(message));
     const std::string missing = directory.file("missing");
     EXPECT_EQ(
         outputOf([&] { EXPECT_FALSE(loadRefsFile(missing, 2, out)); }),
@@ -131,7 +131,7 @@ TEST(MaterialTemperatures, AreReadInPairsAndPrinted) {
              {"1 2\n", tempError(eof + "2.")},
              {"1 2\n3 x\n", tempError("Malformed line 2: \"3 x\n\". Expected 2 floats.") +
                                 "LoadTempFile::loadTempFile: unexpected line format: 3 x\n\n"}})
-        EXPECT_EQ(outputOf([&] { EXPECT_FALSE(parseTemp(text, 2, out)); }), output);
+        EXPECT_EQ(outputOf([&, &text = text] { EXPECT_FALSE(parseTemp(text, 2, out)); }), output);
     const std::string missing = directory.file("missing");
     EXPECT_EQ(
         outputOf([&] { EXPECT_FALSE(loadTempFile(missing, 0, nullptr)); }),

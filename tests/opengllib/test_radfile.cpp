@@ -51,7 +51,9 @@ TEST(RadFile, ReportsEachFaultAndFreesTheArrays) {
              {good.substr(0, 76 + 16 + 7), 4, eof + "padding."},
              {good.substr(0, 76 + 16 + 8 + 15), 4, eof + "blackbody emittances (expected 3, but only found 4)."}}) {
         RadFile file;
-        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(file.parse(bytes, expected)); }), "radfile Load: " + report);
+        EXPECT_EQ(
+            reportOf([&, &bytes = bytes, &expected = expected] { EXPECT_FALSE(file.parse(bytes, expected)); }),
+            "radfile Load: " + report);
         EXPECT_EQ(file.rad(), nullptr);
         EXPECT_EQ(file.bbe(), nullptr);
     }

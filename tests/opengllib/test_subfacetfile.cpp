@@ -54,7 +54,7 @@ TEST(SubfacetFile, ReportsEachFaultAndKeepsNothing) {
              {"2\n1 0 0 1\n2 inf\n", malformed(3, 1, "2 inf\n")},
              {"2\n1 0 0 1\n2 .5\n2 0\n", malformed(4, 2, "2 0\n")}}) {
         SubfacetFile file;
-        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(parse(file, text)); }), "subfacetfile Load: " + report);
+        EXPECT_EQ(reportOf([&, &text = text] { EXPECT_FALSE(parse(file, text)); }), "subfacetfile Load: " + report);
         EXPECT_EQ(file.facetCount(), 0U);
     }
 }

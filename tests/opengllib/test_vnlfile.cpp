@@ -123,7 +123,7 @@ TEST(VnlFile, ReportsEachFault) {
              {kTwoClasses, vnl("3 2", three + longLine + "2 1 2 3 f\n"),
               "Malformed line 7 when reading facet 2. Received \"" + longLine.substr(255) + "\"."}}) {
         Body body(brdf);
-        EXPECT_EQ(reportOf([&] { EXPECT_FALSE(body.load(text)); }), "vnlfile Load: " + report);
+        EXPECT_EQ(reportOf([&, &text = text] { EXPECT_FALSE(body.load(text)); }), "vnlfile Load: " + report);
     }
 
     Body body(kOneFacet);
