@@ -273,7 +273,7 @@ TEST_F(Info, GivesTheFieldsOfARastersHeader) {
     std::string bkg = "MORLAN" + std::string(506 + 4, '\0');
     std::memcpy(bkg.data() + 68, "CLASS", 5);
     const std::int32_t one = 1;
-    for (const std::size_t size : {328, 332})
+    for (const auto size : {std::size_t{328}, std::size_t{332}})
         std::memcpy(bkg.data() + size, &one, sizeof one);
     std::memcpy(bkg.data() + 376 + 60, "second", 6);
     const Json files = describe({directory.write("a.top", top), directory.write("a.cls", bkg)});
