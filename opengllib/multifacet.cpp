@@ -15,6 +15,9 @@ namespace sorvane {
 namespace {
 // Small enough for the lobe to reach its largest value, as it does for a divisor of 0 or below.
 constexpr float kSmallestDivisor = std::numeric_limits<float>::min();
+// Below that of small_hcal, so that no sum of its squares overflows. Facets with such lobes reflect what their limit
+// leaves, however large they are.
+constexpr float kLargestLobeRoot = kSrLargestLobeRoot * 1e-4F;
 
 float dot(const Vector<float>& u, const Vector<float>& v) {
     return u.ElementAt(0) * v.ElementAt(0) + u.ElementAt(1) * v.ElementAt(1) + u.ElementAt(2) * v.ElementAt(2);
@@ -123,7 +126,7 @@ MultiFacet::Sum MultiFacet::specular(const Facet& facet, const Vector<float>& to
             const float c = cosine[lane] + cosViewer;
             const float c2 = std::min(c * c, b2);
             const float divisor = facet.e2 * c2 + (b2 - c2);
-            const float lobe = std::min(b2 / std::max(divisor, kSmallestDivisor), kSrLargestLobeRoot);
+            const float lobe = std::min(b2 / std::max(divisor, kSmallestDivisor), kLargestLobeRoot);
             weights[lane] += weight[lane] * (lobe * lobe);
             strengths[lane] += strength[lane] * (lobe * lobe);
         }

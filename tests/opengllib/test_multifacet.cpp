@@ -186,6 +186,18 @@ TEST(MultiFacet, AFacetWithoutAreaReflectsNothing) {
         EXPECT_TRUE(std::isfinite(value));
 }
 
+// A mirror so sharp that its lobe is as large as it can be, and seen where it is, by far too much of what it mirrors.
+TEST(MultiFacet, AMirrorReflectsItsSource) {
+    Body body;
+    body.add({0, 0, 0, 1}, {0, 0, 1, 0}, 0.0F);
+    for (std::size_t i = 1; i <= 16; ++i) {
+        body.add({0, 0, 4, 1}, {0, 0, -1, 0}, 7.0F);
+        body.addSight(0, i, 20.0);
+    }
+    body.finish({".1 .1 0 1e-30 0"});
+    EXPECT_NEAR(body.reflected({0, 0, 9, 1})[0], 7.0 * reflectanceTowards(body.surfaceOf(0), 1.0), 1e-5);
+}
+
 // However bright a lobe is in the direction of a source, no facet outshines the brightest that it sees.
 TEST(MultiFacet, ReflectsNoMoreThanItsEmissionLeaves) {
     std::mt19937 random(8);

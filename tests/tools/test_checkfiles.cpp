@@ -146,6 +146,8 @@ TEST_F(CheckFiles, TellsWhatIsWrongWithASingleFile) {
          "z.sff-txt:1:1: warning: the greatest form factor to another facet of facet 2 is 1.5, more than 1\n"
          "z.sff-txt:1:1: warning: the sum of the form factors to other facets of facet 3 is 1.2, more than 1\n"},
         {"unknown.bin", "x", "unknown.bin:1:1: warning: this is no file that the viewer reads: not checked\n"},
+        {"k.rad.gz", "\x1F\x8B",
+         "k.rad.gz:1:1: warning: the file is compressed by gzip, which the viewer does not read: not checked\n"},
     };
     for (const auto& [name, contents, expected] : cases) {
         EXPECT_EQ(findings(directory_.write(name, contents)), expected);

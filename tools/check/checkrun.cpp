@@ -7,6 +7,7 @@
 #include <QFile>
 
 #include "bodycheck.h"
+#include "compression.h"
 #include "engagementfiles.h"
 #include "filecaches.h"
 #include "filechecks.h"
@@ -126,7 +127,10 @@ void CheckRun::checkContents(const std::string& path, FileKind kind, FindingList
         checkSpectralSample(path, findings);
         break;
     case FileKind::Unknown:
-        findings.warning({}, "unknown files", "this is no file that the viewer reads: not checked");
+        if (const auto problem = problemOfCompression(path))
+            findings.warning({}, "unknown files", "the file " + problem->text + ": not checked");
+        else
+            findings.warning({}, "unknown files", "this is no file that the viewer reads: not checked");
         break;
     }
 }
