@@ -8,7 +8,7 @@ namespace sorvane {
 class TextHead;
 } // namespace sorvane
 
-inline const std::string ASTER_EXT = "txt";
+inline constexpr const char* ASTER_EXT = "txt";
 
 // Text, lines of at most 511 characters: kHeaderLines lines that are skipped, then lines of two numbers, a wavelength
 // and a reflectance in percent, with wavelengths rising or falling.

@@ -7,7 +7,7 @@
 
 #include "aster.h"
 
-inline const std::string CLS2ASTER_EXT = "cls2aster";
+inline constexpr const char* CLS2ASTER_EXT = "cls2aster";
 
 // Text, lines of at most 511 characters, "class sample"; those that begin with "#" and empty ones are skipped.
 class Cls2AsterFile {

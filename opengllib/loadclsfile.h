@@ -6,7 +6,7 @@
 #include "bkgheader.h"
 #include "ghead.h"
 
-inline const std::string CLS_EXT = "cls";
+inline constexpr const char* CLS_EXT = "cls";
 
 // A new array of rows × columns class numbers, which the caller releases with delete[], or null.
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-inline const std::string NORM_EXT = "norm";
+inline constexpr const char* NORM_EXT = "norm";
 
 // One normal, as it stands in the file.
 struct Vertex3 {

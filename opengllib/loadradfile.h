@@ -6,7 +6,7 @@
 #include "bkgheader.h"
 #include "ghead.h"
 
-inline const std::string RAD_EXT = "rad";
+inline constexpr const char* RAD_EXT = "rad";
 
 // The loaders return a new array of rows × columns floats, which the caller releases with delete[], or null.
 

@@ -6,8 +6,8 @@
 #include "bkgheader.h"
 #include "ghead.h"
 
-inline const std::string TOPO_EXT = "top";     // TORVALE: 16-bit samples, rows padded to 512-byte records
-inline const std::string FTOP_EXT = "le-ftop"; // BKG: floats
+inline constexpr const char* TOPO_EXT = "top";     // TORVALE: 16-bit samples, rows padded to 512-byte records
+inline constexpr const char* FTOP_EXT = "le-ftop"; // BKG: floats
 
 // All return a new array of rows × columns, row by row in the file's order, which the caller releases with delete[], or
 // null after a message.

@@ -2,7 +2,9 @@
 // saves what it shows. usage: make_pictures DEMONSTRATION_FOLDER PICTURE_FOLDER
 #include <clocale>
 #include <cmath>
+#include <csignal>
 #include <cstdio>
+#include <memory>
 
 #include <GL/freeglut.h>
 
@@ -10,7 +12,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QDoubleSpinBox>
+#include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -21,6 +25,7 @@
 #include <QWheelEvent>
 
 #include "aircraftwidget.h"
+#include "fulldisk.h"
 #include "new_sorvane.h"
 #include "surfaceformat.h"
 
@@ -37,12 +42,14 @@ struct Shot {
     int notches = 0; // of the wheel
     bool hasTerrain = false;
     bool isRecording = false;
+    bool isDiskFull = false; // soon after the recording has begun
+    bool isBodySpoilt = false;
     bool hasReadout = false;
 };
 
 class Photographer {
 public:
-    Photographer(const QDir& demonstration, const QDir& pictures) : pictures_(pictures) {
+    Photographer(const QDir& demonstration, const QDir& pictures) : demonstration_(demonstration), pictures_(pictures) {
         window_.show();
         for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.crossing.Z", "ETXYZ.OUT.sparse"})
             window_.loadEtxyzFile(demonstration.filePath(QString::fromLatin1(name)));
@@ -56,8 +63,10 @@ public:
         if (shot.right != 0 || shot.down != 0)
             drag(shot.right, shot.down);
         scroll(shot.notches);
-        if (shot.isRecording)
-            recordFor(1500);
+        if (shot.isRecording || shot.isDiskFull)
+            record(shot.isDiskFull);
+        if (shot.isBodySpoilt)
+            reloadSpoilt(demonstration_.filePath("data/tgt4004/tgt4004_b0001_mat0004.brdf"));
         if (shot.hasReadout)
             QTest::keyClick(view_, Qt::Key_H);
         const bool isSaved = save(QString::fromLatin1(shot.file));
@@ -107,16 +116,37 @@ private:
     }
 
     // Presses Record, answers its dialog with a file in the temporary folder, and lets the clock make some frames.
-    void recordFor(int milliseconds) {
+    void record(bool isDiskFull) {
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        QTimer::singleShot(500, &window_, [this] {
+        QTimer::singleShot(500, &window_, [this, isDiskFull] {
             auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            dialog->findChild<QLineEdit*>("fileNameEdit")->setText(movies_.filePath("engagement.avi"));
+            dialog->findChild<QLineEdit*>("fileNameEdit")
+                ->setText(movies_.filePath(isDiskFull ? "damaged.avi" : "engagement.avi"));
             QTest::keyClick(dialog, Qt::Key_Return);
         });
         window_.findChild<QPushButton*>("recordButton")->click();
-        QTest::qWait(milliseconds);
+        {
+            const auto disk = isDiskFull ? std::make_unique<FullDisk>(100000) : nullptr;
+            QTest::qWait(1500);
+        }
+        // First a notice tells of the fault, then the mark does.
+        const auto* const notice = window_.findChild<QLabel*>("viewNotice");
+        if (isDiskFull && !QTest::qWaitFor([notice] { return notice->text().endsWith("damaged"); }, 20000))
+            std::fprintf(stderr, "the recording is not marked as damaged\n");
         window_.findChild<QPushButton*>("playButton")->click();
+    }
+
+    // Presses F5 while a file is broken.
+    void reloadSpoilt(const QString& path) {
+        const QString kept = path + ".kept";
+        QFile::rename(path, kept);
+        QFile spoilt(path);
+        if (spoilt.open(QIODevice::WriteOnly))
+            spoilt.write("BRDS\n");
+        spoilt.close();
+        QTest::keyClick(view_, Qt::Key_F5);
+        spoilt.remove();
+        QFile::rename(kept, path);
     }
 
     bool save(const QString& name) {
@@ -132,6 +162,7 @@ private:
         return window_.findChild<QMenu*>("menuETXYZ_Files")->actions().at(engagement + 1)->menu();
     }
 
+    QDir demonstration_;
     QDir pictures_;
     QTemporaryDir movies_;
     new_sorvane window_;
@@ -143,6 +174,7 @@ int main(int argc, char** argv) {
     QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
+    std::signal(SIGXFSZ, SIG_IGN); // a full disk kills nobody
     if (argc != 3) {
         std::fprintf(stderr, "usage: make_pictures DEMONSTRATION_FOLDER PICTURE_FOLDER\n");
         return 2;
@@ -186,6 +218,20 @@ int main(int argc, char** argv) {
          .down = 100,
          .notches = -30,
          .isRecording = true},
+        {.file = "damaged.png",
+         .view = "View Target",
+         .seconds = 2.5,
+         .right = -150,
+         .down = 250,
+         .notches = 5,
+         .isDiskFull = true},
+        {.file = "reload-refused.png",
+         .view = "View Target",
+         .seconds = 2.5,
+         .right = -150,
+         .down = 250,
+         .notches = 5,
+         .isBodySpoilt = true},
     };
     bool isWritten = true;
     for (const Shot& shot : shots)

@@ -4,8 +4,8 @@
 #include <QLabel>
 
 #include <csignal>
-#include <sys/resource.h>
 
+#include "fulldisk.h"
 #include "moviereader.h"
 #include "qvideoencoder.h"
 #include "recordingtexts.h"
@@ -14,6 +14,8 @@ using namespace sorvane;
 
 namespace {
 struct RecordingTest : WindowTest {
+    RecordingTest() { std::signal(SIGXFSZ, SIG_IGN); } // as a full disk, which kills nobody
+
     QPushButton* const recordButton = window.findChild<QPushButton*>("recordButton");
     QLabel* const notice = window.findChild<QLabel*>("viewNotice");
 
@@ -207,31 +209,11 @@ TEST_F(RecordingTest, ARefusalSaysWhy) {
     }
 }
 
-// Files of this process can't grow beyond a size: what a full disk looks like to the movie writer.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &old_);
-        const rlimit limit = {bytes, old_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        ::setrlimit(RLIMIT_FSIZE, &old_);
-        std::signal(SIGXFSZ, oldHandler_);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit old_{};
-    void (*oldHandler_)(int);
-};
-
 TEST_F(RecordingTest, AWriteErrorIsNoticedAndTheClockGoesOn) {
     showWindow();
     loadUntil(20.0);
     const QString path = folder.filePath("a.avi");
-    const FileSizeLimit fullDisk(20000);
+    const FullDisk fullDisk(20000);
     record(path);
     for (int i = 0; i < 60; ++i) {
         action("actionShow_Grid")->toggle(); // pictures that differ take room
@@ -267,7 +249,7 @@ TEST_F(RecordingTest, AWriteErrorAtClosingIsNoticed) {
         record(path);
         tick(1);
         slider->setValue(20000);
-        const FileSizeLimit fullDisk(1); // few frames wait in memory for a full buffer or the movie's end
+        const FullDisk fullDisk(1); // few frames wait in memory for a full buffer or the movie's end
         tick(1);
         EXPECT_TRUE(notice->text().startsWith("The recording is damaged: " + path + " holds "))
             << qPrintable(notice->text());

@@ -53,7 +53,7 @@ const Format kFormats[] = {
     {FileKind::BodyRadiance, "body radiance", nullptr, nullptr},
     {FileKind::FormFactors, "form factors", SubfacetFile::kExtension, nullptr},
     {FileKind::Raster, "raster", nullptr, nullptr},
-    {FileKind::ClassToAster, "class to spectrum", CLS2ASTER_EXT.c_str(), nullptr},
+    {FileKind::ClassToAster, "class to spectrum", CLS2ASTER_EXT, nullptr},
     {FileKind::ClassToMaterial, "class to material", sorvane::kClassToMaterialExtension, nullptr},
     {FileKind::Temperature, "temperatures", sorvane::kTemperatureExtension, nullptr},
     {FileKind::Band, "band", BandFile::kExtension, nullptr},
