@@ -14,6 +14,7 @@
 #include "measuretext.h"
 #include "playbackclock.h"
 #include "selection.h"
+#include "timemarks.h"
 #include "timesteps.h"
 #include "ui_new_sorvane.h"
 #include "viewnotice.h"
@@ -37,19 +38,33 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
     : parts_(parts), current_(parts.engagements),
       watch_(parts.engagements, [this](const QStringList& paths) { tellChanged(paths); }),
       steps_(new TimeSteps(*parts.form.doubleSpinBox, *parts.form.horizontalSlider, &parts.window)),
+      marks_(new TimeMarks(
+          *parts.form.horizontalSlider,
+          [this] {
+              const LoadedEngagement* const engagement = current_.get();
+              return timeMarks(
+                  engagement == nullptr ? nullptr : &engagement->facts(), parts_.clock.transport(),
+                  parts_.clock.range());
+          })),
       readout_(new ViewReadout(*parts.form.glWidget, [this] { return readoutSubject(); })),
       help_(new KeyHelp(parts.window)) {
     makeAccessible(parts.form);
     new KeyFilter(parts.window, [this](KeyCommand command) { run(command); });
     QObject::connect(
         parts.form.doubleSpinBox, &QDoubleSpinBox::valueChanged, readout_, [this] { readout_->refresh(); });
-    QObject::connect(&parts.engagements, &EngagementList::added, readout_, [this] { readout_->refresh(); });
-    QObject::connect(&parts.engagements, &EngagementList::removed, readout_, [this] { readout_->refresh(); });
+    QObject::connect(&parts.engagements, &EngagementList::added, readout_, [this] { showCurrent(); });
+    QObject::connect(&parts.engagements, &EngagementList::fileRead, readout_, [this] { showCurrent(); });
+    QObject::connect(&parts.engagements, &EngagementList::removed, readout_, [this] { showCurrent(); });
 }
 
 void WindowFeatures::viewChosen(EngagementId id) {
     current_.remember(id);
+    showCurrent();
+}
+
+void WindowFeatures::showCurrent() {
     readout_->refresh();
+    marks_->refresh();
 }
 
 ReadoutSubject WindowFeatures::readoutSubject() const {
@@ -162,6 +177,7 @@ void WindowFeatures::toggleLoop() {
 }
 
 void WindowFeatures::tellLoop() {
+    marks_->refresh();
     const Transport& transport = parts_.clock.transport();
     parts_.notice.notify(QStringLiteral("Loop %1, %2 to %3")
                              .arg(

@@ -14,6 +14,7 @@ class new_sorvane;
 namespace sorvane {
 class KeyHelp;
 class PlaybackClock;
+class TimeMarks;
 class TimeSteps;
 class ViewNotice;
 
@@ -39,6 +40,8 @@ public:
 private:
     void run(KeyCommand command);
     ReadoutSubject readoutSubject() const;
+    // Another engagement may be the current one, or have other samples.
+    void showCurrent();
     void stepToSample(bool isForward);
     void stepToEvent(bool isForward);
     void goToClosestApproach();
@@ -53,6 +56,7 @@ private:
     CurrentEngagement current_;
     FileWatch watch_;
     TimeSteps* steps_;     // of the window's children
+    TimeMarks* marks_;     // of the slider's children
     ViewReadout* readout_; // of the view's children
     KeyHelp* help_;        // of the window's children
 };
