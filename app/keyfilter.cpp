@@ -22,8 +22,9 @@ bool usesKey(const QObject& control, const QKeyEvent& event) {
         qobject_cast<const QLineEdit*>(&control) == nullptr)
         return false;
     const bool isEditing = event.modifiers().testFlag(Qt::ControlModifier);
-    return isEditing || isArrow(key) || key == Qt::Key_Home || key == Qt::Key_End ||
-           (key >= Qt::Key_0 && key <= Qt::Key_9);
+    const bool isOfTheNumber = key == Qt::Key_Home || key == Qt::Key_End || key == Qt::Key_PageUp ||
+                               key == Qt::Key_PageDown || key == Qt::Key_Delete;
+    return isEditing || isOfTheNumber || isArrow(key) || (key >= Qt::Key_0 && key <= Qt::Key_9);
 }
 } // namespace
 

@@ -15,6 +15,7 @@ constexpr const char* kPlayback = "Playback";
 constexpr const char* kTime = "Time";
 constexpr const char* kLoop = "Loop";
 constexpr const char* kCamera = "Camera";
+constexpr const char* kEngagements = "Engagements";
 constexpr const char* kWindow = "Window and files";
 
 constexpr KeyRow kRows[] = {
@@ -56,6 +57,14 @@ constexpr KeyRow kRows[] = {
     {KeyCommand::ViewGyro, {Qt::Key_2, kNone}, kCamera, "gyro view, likewise"},
     {KeyCommand::ViewTarget, {Qt::Key_3, kNone}, kCamera, "target view, likewise"},
     {KeyCommand::ViewFree, {Qt::Key_4, kNone}, kCamera, "free view, likewise"},
+
+    {KeyCommand::FollowPrevious, {Qt::Key_PageUp, kNone}, kEngagements, "follow the previous one in the same view"},
+    {KeyCommand::FollowNext, {Qt::Key_PageDown, kNone}, kEngagements, "follow the next one in the same view"},
+    {KeyCommand::ToggleOthers, {Qt::Key_X, kNone}, kEngagements, "hide all others, or show all again"},
+    {KeyCommand::TakeOut,
+     {Qt::Key_Delete, kNone},
+     kEngagements,
+     "take the selected one out of the viewer; its file stays"},
 
     {KeyCommand::ToggleReadout, {Qt::Key_H, kNone}, kWindow, "read-out of the encounter, on or off"},
     {KeyCommand::ToggleLineStyles,

@@ -7,6 +7,7 @@
 
 #include "accessiblenames.h"
 #include "aircraftwidget.h"
+#include "engagementmenu.h"
 #include "etxyz.h"
 #include "filereload.h"
 #include "keyfilter.h"
@@ -36,6 +37,7 @@ QString fileNames(const QStringList& paths) {
 
 WindowFeatures::WindowFeatures(const WindowParts& parts)
     : parts_(parts), current_(parts.engagements),
+      engagementKeys_({parts.window, parts.engagements, current_, *parts.form.glWidget, parts.notice}),
       watch_(parts.engagements, [this](const QStringList& paths) { tellChanged(paths); }),
       steps_(new TimeSteps(*parts.form.doubleSpinBox, *parts.form.horizontalSlider, &parts.window)),
       marks_(new TimeMarks(
@@ -48,6 +50,7 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
           })),
       readout_(new ViewReadout(*parts.form.glWidget, [this] { return readoutSubject(); })),
       help_(new KeyHelp(parts.window)) {
+    styleEngagementMenu(*parts.form.menuETXYZ_Files);
     makeAccessible(parts.form);
     new KeyFilter(parts.window, [this](KeyCommand command) { run(command); });
     QObject::connect(
@@ -65,6 +68,7 @@ void WindowFeatures::viewChosen(EngagementId id) {
 void WindowFeatures::showCurrent() {
     readout_->refresh();
     marks_->refresh();
+    markFollowed(parts_.engagements);
 }
 
 ReadoutSubject WindowFeatures::readoutSubject() const {
@@ -120,6 +124,14 @@ void WindowFeatures::run(KeyCommand command) {
         return chooseView(ViewTarget);
     case KeyCommand::ViewFree:
         return chooseView(ViewFree);
+    case KeyCommand::FollowPrevious:
+        return engagementKeys_.follow(StepDirection::Back);
+    case KeyCommand::FollowNext:
+        return engagementKeys_.follow(StepDirection::Forward);
+    case KeyCommand::ToggleOthers:
+        return engagementKeys_.toggleOthers();
+    case KeyCommand::TakeOut:
+        return engagementKeys_.remove();
     case KeyCommand::ToggleReadout:
         return readout_->toggle();
     case KeyCommand::ToggleLineStyles:

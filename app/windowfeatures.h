@@ -2,6 +2,7 @@
 #pragma once
 
 #include "currentengagement.h"
+#include "engagementkeys.h"
 #include "filewatch.h"
 #include "keytable.h"
 #include "readout.h"
@@ -54,6 +55,7 @@ private:
 
     WindowParts parts_;
     CurrentEngagement current_;
+    EngagementKeys engagementKeys_;
     FileWatch watch_;
     TimeSteps* steps_;     // of the window's children
     TimeMarks* marks_;     // of the slider's children
