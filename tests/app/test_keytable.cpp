@@ -16,7 +16,7 @@ TEST(KeyTableTest, EveryKeyHasOneRow) {
                 EXPECT_TRUE(seen.insert(key.toCombined()).second) << keyTexts(row).toStdString();
                 EXPECT_EQ(keyRowOf(key), &row);
             }
-    EXPECT_EQ(seen.size(), 30U);
+    EXPECT_GE(seen.size(), 30U);
     EXPECT_EQ(keyRowOf(Qt::Key_unknown), nullptr);
 }
 
