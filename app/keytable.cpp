@@ -73,6 +73,7 @@ constexpr KeyRow kRows[] = {
      "paths told apart by line styles (target solid, threat dashed, flares dotted), on or off"},
     {KeyCommand::ToggleFullScreen, {Qt::Key_F11, kNone}, kWindow, "full screen, on or off"},
     {KeyCommand::Screenshot, {Qt::Key_F12, kNone}, kWindow, "save a picture of the view"},
+    {KeyCommand::ToggleRecording, {Qt::CTRL | Qt::Key_R, kNone}, kWindow, "record a movie, or end the recording"},
     {KeyCommand::Reload, {Qt::Key_F5, kNone}, kWindow, "read all files again; time, camera and view stay"},
     {KeyCommand::ShowKeys, {Qt::Key_F1, Qt::Key_Question}, kWindow, "list of the keys"},
     {KeyCommand::Exit, {Qt::CTRL | Qt::Key_C, kNone}, kWindow, "close the window"},

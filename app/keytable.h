@@ -39,6 +39,7 @@ enum class KeyCommand {
     ToggleLineStyles,
     ToggleFullScreen,
     Screenshot,
+    ToggleRecording,
     Reload,
     ShowKeys,
     Exit

@@ -50,7 +50,9 @@ new_sorvane::new_sorvane(QWidget* parent)
     clock_ = std::make_unique<PlaybackClock>(
         ClockControls{*timer, *ui->playButton, *ui->horizontalSlider, *ui->doubleSpinBox});
     joinEngagements();
-    features_ = std::make_unique<WindowFeatures>(WindowParts{*this, *ui, engagements, *clock_, *notice_});
+    features_ = std::make_unique<WindowFeatures>(WindowParts{*this, *ui, engagements, *clock_, *notice_, [this] {
+                                                                 toggleRecording();
+                                                             }});
     new FileDrop(*this, [this](const QString& path) { loadEtxyzFile(path); });
     ui->glWidget->setFocus();
 }
@@ -256,4 +258,11 @@ void new_sorvane::finishRecording() {
     encoder->close();
     recordingNotice_->end(*encoder);
     encoder.reset();
+}
+
+void new_sorvane::toggleRecording() {
+    if (encoder == nullptr || !encoder->isOk()) // a refused one is still there
+        return on_recordButton_clicked();
+    notice_->notify(recordedText(*encoder)); // closing may yet find that it is damaged
+    finishRecording();
 }

@@ -59,6 +59,8 @@ private:
     void growSlider(const sorvane::LoadedEngagement& loaded);
     void recordFrame();
     void finishRecording();
+    // Ends the recording that runs, or asks for the name of one as the button does.
+    void toggleRecording();
 
     std::unique_ptr<Ui::new_sorvane> ui;
     sorvane::EngagementList engagements;

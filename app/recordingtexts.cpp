@@ -45,6 +45,10 @@ QString damageText(const QVideoEncoder& encoder) {
         .arg(encoder.frameCount());
 }
 
+QString recordedText(const QVideoEncoder& encoder) {
+    return QStringLiteral("Recorded %1 frames: %2").arg(encoder.frameCount()).arg(encoder.fileName());
+}
+
 QString otherSizeText(const QVideoEncoder& encoder, const QSize& picture) {
     const QSize movie(static_cast<int>(encoder.getWidth()), static_cast<int>(encoder.getHeight()));
     if (picture == movie)

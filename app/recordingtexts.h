@@ -15,6 +15,8 @@ QString writeErrorText(const QVideoEncoder& encoder);
 
 // The same when the recording is over and its file closed, with the number of frames that are in it.
 QString damageText(const QVideoEncoder& encoder);
+// At the end of one that is whole.
+QString recordedText(const QVideoEncoder& encoder);
 
 // What becomes of pictures of another size than the movie's; empty for its own.
 QString otherSizeText(const QVideoEncoder& encoder, const QSize& picture);

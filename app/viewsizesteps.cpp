@@ -14,10 +14,12 @@ ViewSizeSteps::ViewSizeSteps(QMainWindow& window, QWidget& view, QWidget& contro
 }
 
 bool ViewSizeSteps::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &window_ && event->type() == QEvent::Show) {
-        window_.removeEventFilter(this);
+    if (watched == &window_ && event->type() == QEvent::Show && margins_.isNull())
         arrange();
-    }
+    const bool isOtherSize = watched == window_.centralWidget() && event->type() == QEvent::Resize;
+    const bool isOtherState = watched == &window_ && event->type() == QEvent::WindowStateChange;
+    if ((isOtherSize || isOtherState) && !margins_.isNull())
+        fitMargins();
     return QObject::eventFilter(watched, event);
 }
 
@@ -30,5 +32,20 @@ void ViewSizeSteps::arrange() {
     layout.activate();
     window_.setSizeIncrement(kStep, kStep);
     window_.setBaseSize(window_.size() - view_.size());
+    margins_ = layout.contentsMargins();
+    aroundView_ = window_.centralWidget()->size() - view_.size();
+    window_.centralWidget()->installEventFilter(this);
+}
+
+void ViewSizeSteps::fitMargins() {
+    constexpr int kStep = QVideoEncoder::kSizeStep;
+    QWidget& centre = *window_.centralWidget();
+    const QSize room = centre.size() - aroundView_;
+    const bool isFilling = window_.isMaximized() || window_.isFullScreen();
+    const QSize needless = isFilling ? QSize(room.width() % kStep, room.height() % kStep) : QSize(0, 0);
+    const int left = needless.width() / 2;
+    const int top = needless.height() / 2;
+    centre.layout()->setContentsMargins(
+        margins_ + QMargins(left, top, needless.width() - left, needless.height() - top));
 }
 } // namespace sorvane

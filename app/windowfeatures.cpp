@@ -140,6 +140,8 @@ void WindowFeatures::run(KeyCommand command) {
         return parts_.window.setWindowState(parts_.window.windowState() ^ Qt::WindowFullScreen);
     case KeyCommand::Screenshot:
         return parts_.form.actionScreenshot->trigger();
+    case KeyCommand::ToggleRecording:
+        return parts_.toggleRecording();
     case KeyCommand::Reload:
         return reload();
     case KeyCommand::ShowKeys:

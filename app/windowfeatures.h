@@ -1,6 +1,8 @@
 // What the window offers beyond its form: keys, read-out, reloading.
 #pragma once
 
+#include <functional>
+
 #include "currentengagement.h"
 #include "engagementkeys.h"
 #include "filewatch.h"
@@ -26,6 +28,7 @@ struct WindowParts {
     EngagementList& engagements;
     PlaybackClock& clock;
     ViewNotice& notice;
+    std::function<void()> toggleRecording;
 };
 
 // Joins the features to the window and runs the commands of its keys.

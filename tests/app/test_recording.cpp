@@ -2,6 +2,7 @@
 #include "windowfixture.h"
 
 #include <QLabel>
+#include <QLayout>
 
 #include <csignal>
 
@@ -44,6 +45,44 @@ TEST_F(RecordingTest, TheViewStartsAtASizeThatAMovieCanHave) {
     EXPECT_EQ(view->height() % 8, 0) << view->height();
     EXPECT_EQ(window.sizeIncrement(), QSize(8, 8));
     EXPECT_EQ(window.baseSize(), window.size() - view->size());
+}
+
+TEST_F(RecordingTest, AWindowThatFillsTheScreenGivesTheViewASizeThatAMovieCanHave) {
+    showWindow();
+    const QMargins before = window.centralWidget()->layout()->contentsMargins();
+    for (const Qt::WindowState state : {Qt::WindowMaximized, Qt::WindowFullScreen}) {
+        for (const QSize& size : {QSize(1021, 763), QSize(1026, 770), QSize(1000, 801)}) {
+            window.resize(size);
+            window.setWindowState(state);
+            QTest::qWait(100);
+            EXPECT_EQ(view->width() % 8 + view->height() % 8, 0) << view->width() << " x " << view->height();
+            EXPECT_GT(view->width(), size.width() - 22 - 8) << "no more is given up than needed";
+        }
+        record(folder.filePath(QStringLiteral("%1.avi").arg(state)));
+        EXPECT_FALSE(notice->text().startsWith("Not recording")) << qPrintable(notice->text());
+        QTest::keyClick(view, Qt::Key_R, Qt::ControlModifier);
+        window.setWindowState(Qt::WindowNoState);
+        window.resize(901, 700);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return window.centralWidget()->layout()->contentsMargins() == before; }));
+    }
+}
+
+TEST_F(RecordingTest, AKeyBeginsAndEndsIt) {
+    showWindow();
+    loadUntil(20.0);
+    const QString path = folder.filePath("a.avi");
+    answerDialog([path](QFileDialog& dialog) { enterName(dialog, path); });
+    QTest::keyClick(view, Qt::Key_R, Qt::ControlModifier);
+    tick(3);
+    QTest::keyClick(view, Qt::Key_R, Qt::ControlModifier);
+    const int frames = notice->text().section(' ', 1, 1).toInt();
+    EXPECT_EQ(notice->text(), QStringLiteral("Recorded %1 frames: %2").arg(frames).arg(path));
+    EXPECT_GE(frames, 3);
+    EXPECT_EQ(readMovie(path).frames.size(), static_cast<std::size_t>(frames));
+    record(folder.filePath("missing/b.avi")); // refused
+    answerDialog([this](QFileDialog& dialog) { enterName(dialog, folder.filePath("c.avi")); });
+    QTest::keyClick(view, Qt::Key_R, Qt::ControlModifier);
+    EXPECT_TRUE(QFile::exists(folder.filePath("c.avi"))) << "a refused recording is none that the key could end";
 }
 
 TEST_F(RecordingTest, EveryTickIsAFrameUprightAndInItsColours) {
@@ -283,7 +322,7 @@ TEST_F(RecordingTest, AViewOfAnotherSizeIsToldOnceForEach) {
                                 row.end);
         notice->findChild<QTimer*>()->stop();
         tick(1);
-        EXPECT_TRUE(notice->text().startsWith("●")) << qPrintable(notice->text());
+        EXPECT_FALSE(notice->text().startsWith("Not recording")) << qPrintable(notice->text());
     }
 }
 
