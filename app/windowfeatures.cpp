@@ -22,6 +22,8 @@
 
 namespace sorvane {
 namespace {
+constexpr double kDrag = 50.0; // pixels that a key moves the camera as a drag of the mouse would
+
 StepDirection direction(bool isForward) {
     return isForward ? StepDirection::Forward : StepDirection::Back;
 }
@@ -51,6 +53,8 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
       readout_(new ViewReadout(*parts.form.glWidget, [this] { return readoutSubject(); })),
       help_(new KeyHelp(parts.window)) {
     styleEngagementMenu(*parts.form.menuETXYZ_Files);
+    QObject::connect(
+        parts.form.glWidget, &AircraftWidget::cameraMoved, readout_, [this] { tellWhenNothingIsInSight(); });
     makeAccessible(parts.form);
     new KeyFilter(parts.window, [this](KeyCommand command) { run(command); });
     QObject::connect(
@@ -124,6 +128,29 @@ void WindowFeatures::run(KeyCommand command) {
         return chooseView(ViewTarget);
     case KeyCommand::ViewFree:
         return chooseView(ViewFree);
+    case KeyCommand::Overview:
+        chooseView(ViewFree);
+        return parts_.form.glWidget->showAll();
+    case KeyCommand::TurnLeft:
+        return parts_.form.glWidget->turn(-kDrag, 0.0);
+    case KeyCommand::TurnRight:
+        return parts_.form.glWidget->turn(kDrag, 0.0);
+    case KeyCommand::TurnUp:
+        return parts_.form.glWidget->turn(0.0, -kDrag);
+    case KeyCommand::TurnDown:
+        return parts_.form.glWidget->turn(0.0, kDrag);
+    case KeyCommand::SlideLeft:
+        return parts_.form.glWidget->slide(-kDrag, 0.0);
+    case KeyCommand::SlideRight:
+        return parts_.form.glWidget->slide(kDrag, 0.0);
+    case KeyCommand::SlideUp:
+        return parts_.form.glWidget->slide(0.0, -kDrag);
+    case KeyCommand::SlideDown:
+        return parts_.form.glWidget->slide(0.0, kDrag);
+    case KeyCommand::ZoomIn:
+        return parts_.form.glWidget->zoom(1.0);
+    case KeyCommand::ZoomOut:
+        return parts_.form.glWidget->zoom(-1.0);
     case KeyCommand::FollowPrevious:
         return engagementKeys_.follow(StepDirection::Back);
     case KeyCommand::FollowNext:
@@ -208,6 +235,12 @@ void WindowFeatures::chooseView(ViewMode mode) {
         parts_.form.glWidget->reset(); // choosing it again would uncheck it
     else
         view->trigger();
+}
+
+void WindowFeatures::tellWhenNothingIsInSight() {
+    if (parts_.form.glWidget->isAllBeyondSight())
+        parts_.notice.notify(QStringLiteral(
+            "Everything is farther than 100000 units away, where nothing is drawn: a double click starts over"));
 }
 
 void WindowFeatures::reload() {

@@ -53,6 +53,7 @@ private:
     void toggleLoop();
     void tellLoop();
     void chooseView(ViewMode mode);
+    void tellWhenNothingIsInSight();
     void reload();
     void tellChanged(const QStringList& paths);
 

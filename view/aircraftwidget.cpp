@@ -10,6 +10,7 @@
 #include "camerasubject.h"
 #include "etxyz.h"
 #include "glentrypoints.h"
+#include "overview.h"
 #include "projection.h"
 #include "selection.h"
 #include "ui_new_sorvane.h"
@@ -199,29 +200,64 @@ void AircraftWidget::mousePressEvent(QMouseEvent* event) {
 
 void AircraftWidget::mouseMoveEvent(QMouseEvent* event) {
     guarded([&] {
-        if (camera_.mode() == ViewGyro)
-            return;
         if (event->buttons().testFlag(Qt::RightButton))
-            camera_.dragPan(viewPoint(event->position()));
+            moveCamera([&] { camera_.dragPan(viewPoint(event->position())); });
         else if (event->buttons().testFlag(Qt::LeftButton))
-            camera_.dragRotate(viewPoint(event->position()));
-        else
-            return;
-        update();
+            moveCamera([&] { camera_.dragRotate(viewPoint(event->position())); });
     });
 }
 
-void AircraftWidget::mouseDoubleClickEvent(QMouseEvent* /*event*/) {
-    guarded([&] { reset(); });
+void AircraftWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    guarded([&] {
+        reset();                                     // to the start of the mode
+        camera_.press(viewPoint(event->position())); // of a drag that goes on from here
+    });
 }
 
 void AircraftWidget::wheelEvent(QWheelEvent* event) {
-    guarded([&] {
-        if (camera_.mode() == ViewGyro)
-            return;
-        camera_.zoom(event->angleDelta().y());
-        update();
+    guarded([&] { moveCamera([&] { camera_.zoom(event->angleDelta().y()); }); });
+}
+
+template <class Move> void AircraftWidget::moveCamera(const Move& move) {
+    if (camera_.mode() == ViewGyro)
+        return;
+    move();
+    update();
+    emit cameraMoved();
+}
+
+void AircraftWidget::turn(double right, double down) {
+    moveCamera([&] {
+        camera_.press({});
+        camera_.dragRotate({right, down});
     });
+}
+
+void AircraftWidget::slide(double right, double down) {
+    moveCamera([&] {
+        camera_.press({});
+        camera_.dragPan({right, down});
+    });
+}
+
+void AircraftWidget::zoom(double notches) {
+    constexpr double kDeltaOfNotch = 120.0;
+    moveCamera([&] { camera_.zoom(notches * kDeltaOfNotch); });
+}
+
+void AircraftWidget::showAll() {
+    const etxyz* const selected = selectedEngagement(engagements_);
+    if (selected == nullptr)
+        return;
+    moveCamera([&] {
+        const Viewpoint over = overviewOf(*selected, fieldOfViewDegrees(engagements_), width_, height_);
+        camera_.place(over.eye, over.centre);
+    });
+}
+
+bool AircraftWidget::isAllBeyondSight() const {
+    const etxyz* const selected = selectedEngagement(engagements_);
+    return selected != nullptr && isBeyondSight(*selected, camera_);
 }
 
 bool AircraftWidget::hasCurrentContext() const {

@@ -53,6 +53,16 @@ public:
     // the time is not stored either: deliberate.
     void setKeyframe(double time);
 
+    // Moves the camera to where all of the selected engagement is in the picture. The caller has chosen the free view.
+    void showAll();
+    // Turn, slide and zoom the camera as a drag with the left or the right button by so many pixels and the wheel by so
+    // many notches do; not in gyro view.
+    void turn(double right, double down);
+    void slide(double right, double down);
+    void zoom(double notches);
+    // Whether all of the selected engagement lies farther away than anything is drawn.
+    bool isAllBeyondSight() const;
+
     // Initialises the bodies of an engagement added after the first frame; before it, the first frame does.
     void initHardbodiesIfReady(etxyz& engagement);
     // Calls `use` with the GL context current, for what loads or ends bodies and terrain.
@@ -70,6 +80,8 @@ public:
     int heightForWidth(int w) const override { return w; }
 
 signals:
+    // The user has moved it, not playback.
+    void cameraMoved();
     void reportError(const QString& message);
     void reportFatalError(const QString& message);
 
@@ -84,6 +96,8 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    // Runs what moves the camera, unless the view is the seeker's.
+    template <class Move> void moveCamera(const Move& move);
     bool hasCurrentContext() const;
     void takeSizeFromGeometry();
     void startDrawing();

@@ -40,6 +40,7 @@ struct Shot {
     int right = 0; // a drag with the left button, pixels
     int down = 0;
     int notches = 0; // of the wheel
+    bool isOverview = false;
     bool hasTerrain = false;
     bool isRecording = false;
     bool isDiskFull = false; // soon after the recording has begun
@@ -63,6 +64,8 @@ public:
         if (shot.right != 0 || shot.down != 0)
             drag(shot.right, shot.down);
         scroll(shot.notches);
+        if (shot.isOverview)
+            QTest::keyClick(view_, Qt::Key_5);
         if (shot.isRecording || shot.isDiskFull)
             record(shot.isDiskFull);
         if (shot.isBodySpoilt)
@@ -189,6 +192,7 @@ int main(int argc, char** argv) {
         {.file = "target.png", .view = "View Target", .seconds = 2.5, .right = -150, .down = 250, .notches = 5},
         {.file = "threat.png", .view = "View Threat", .seconds = 4.0, .right = -900, .down = 200, .notches = 6},
         {.file = "free-view.png", .view = "View Free", .seconds = 4.01}, // from where the last one was taken
+        {.file = "overview.png", .view = "View Target", .seconds = 14.0, .isOverview = true},
         {.file = "terrain.png",
          .view = "View Target",
          .seconds = 9.0,

@@ -111,7 +111,7 @@ def check_keys():
             problem(document, "has another table of keys than the program; ./dev pictures renews it")
     keys = set(re.findall(r"`([^`]+)`", table))
     for document in documents():
-        for key in re.findall(r"\bF\d{1,2}\b|\b(?:Ctrl|Shift)\+\w+", document.read_text(encoding="utf-8")):
+        for key in re.findall(r"\bF\d{1,2}\b|\b(?:(?:Alt|Ctrl|Shift)\+)+\w+", document.read_text(encoding="utf-8")):
             if key not in keys:
                 problem(document, f"names the key {key}, which does nothing")
 
