@@ -209,8 +209,9 @@ void AircraftWidget::mouseMoveEvent(QMouseEvent* event) {
 
 void AircraftWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     guarded([&] {
-        reset();                                     // to the start of the mode
-        camera_.press(viewPoint(event->position())); // of a drag that goes on from here
+        // A drag may go on from here.
+        reset();
+        camera_.press(viewPoint(event->position()));
     });
 }
 

@@ -35,7 +35,7 @@ TEST(KeyTableTest, OnlyModifiersThatTypeACharacterAreOverlooked) {
         {Qt::SHIFT | Qt::Key_Left, "Shift+Left"},
         {Qt::SHIFT | Qt::Key_J, ""},
         {Qt::CTRL | Qt::Key_I, ""},
-        {Qt::ALT | Qt::Key_Left, ""},
+        {Qt::ALT | Qt::Key_J, ""},
         {Qt::CTRL | Qt::SHIFT | Qt::Key_Left, ""},
         {Qt::CTRL | Qt::Key_C, "Ctrl+C"},
         {Qt::Key_Up, ""},
