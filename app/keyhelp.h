@@ -1,10 +1,11 @@
-// The list of the viewer's keys in a window of its own.
+// The list of the viewer's keys and of what the mouse does, in a window of its own.
 #pragma once
 
 #include <QDialog>
 
 namespace sorvane {
-// Stands beside the viewer, which goes on; F1 and ? open and close it.
+// Stands beside the viewer, which keeps the keyboard: what is pressed here goes there. F1 and ? open and close it,
+// Escape closes it.
 class KeyHelp : public QDialog {
 public:
     explicit KeyHelp(QWidget& window);

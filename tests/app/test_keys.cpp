@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScrollArea>
 
 using namespace sorvane;
 
@@ -239,12 +240,20 @@ TEST_F(KeyTest, WindowKeys) {
         EXPECT_FALSE(help->isVisible());
     }
     press(Qt::Key_F1);
+    EXPECT_TRUE(window.isActiveWindow()) << "the viewer keeps the keyboard";
+    QTest::keyClick(help, Qt::Key_H);
+    EXPECT_TRUE(readout->isVisible()) << "also where the list has it";
+    QTest::keyClick(help, Qt::Key_H);
     QStringList texts;
     for (const QLabel* const label : help->findChildren<QLabel*>())
         texts << label->text();
     EXPECT_EQ(
         texts.mid(0, 3), (QStringList{"<b>Playback</b>", "Space", "play forward at the playback speed, or pause"}));
-    EXPECT_TRUE(texts.contains("F1, ?"));
+    for (const char* const text : {"F1, ?", "<b>Mouse</b>", "Wheel"})
+        EXPECT_TRUE(texts.contains(text)) << text;
+    const auto* const list = help->findChild<QScrollArea*>();
+    EXPECT_LE(help->height(), help->screen()->availableSize().height());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list->viewport()->width() >= list->widget()->width(); })) << "uncut";
     EXPECT_EQ(help->windowTitle(), "Keys");
     QTest::keyClick(help, Qt::Key_Escape);
     EXPECT_FALSE(help->isVisible());
