@@ -32,6 +32,17 @@ unreadable=$(find "$stage" ! -perm -444)
 [ -z "$unreadable" ] || fail "not for everyone to read: $unreadable"
 
 doc=$stage/usr/share/doc/sorvane
+# The viewer links to the guide; its pages link to each other, to places in them and to pictures.
+links() { grep -oE '(href|src)="[^":]*"' "$1" | cut -d'"' -f2 | sort -u; }
+[ "$(find "$doc/guide" -name '*.html' | wc -l)" -ge 12 ] || fail "pages of the guide are missing"
+for page in "$doc"/*.html "$doc"/guide/*.html; do
+    while read -r link; do
+        target=${link%%#*}
+        [ -n "$target" ] && target=$(dirname "$page")/$target || target=$page
+        [ -s "$target" ] || { fail "$page links to $link, which is not there"; continue; }
+        [ "${link#*#}" = "$link" ] || grep -qF "id=\"${link#*#}\"" "$target" || fail "$page: no heading for $link"
+    done < <(links "$page")
+done
 zgrep -qF "sorvane ($version-1)" "$doc/changelog.Debian.gz" || fail "Debian's changelog lacks $version"
 grep -qF "release version=\"$version\"" "$stage"/usr/share/metainfo/*.xml || fail "the metadata lacks $version"
 newest=$(grep -m 1 -oP '^## \[\K[0-9.]+' "$source/CHANGELOG.md")
