@@ -34,7 +34,8 @@ constexpr MouseRow kMouseRows[] = {
 };
 
 // Where the guide is, seen from the program: installed, and in a build.
-constexpr std::array<const char*, 2> kGuides = {"/../share/doc/sorvane/guide/index.html", "/../docs/html/guide/index.html"};
+constexpr std::array<const char*, 2> kGuides = {
+    "/../share/doc/sorvane/guide/index.html", "/../docs/html/guide/index.html"};
 
 void addHeading(QGridLayout& grid, const char* section) {
     auto* const heading = new QLabel(QStringLiteral("<b>%1</b>").arg(QLatin1String(section)));
