@@ -10,6 +10,7 @@
 #include "engagementmenu.h"
 #include "etxyz.h"
 #include "filereload.h"
+#include "focusframe.h"
 #include "keyfilter.h"
 #include "keyhelp.h"
 #include "measuretext.h"
@@ -52,6 +53,7 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
           })),
       readout_(new ViewReadout(*parts.form.glWidget, [this] { return readoutSubject(); })),
       help_(new KeyHelp(parts.window)) {
+    new FocusFrame(*parts.form.glWidget);
     styleEngagementMenu(*parts.form.menuETXYZ_Files);
     QObject::connect(
         parts.form.glWidget, &AircraftWidget::cameraMoved, readout_, [this] { tellWhenNothingIsInSight(); });

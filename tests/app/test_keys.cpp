@@ -372,6 +372,26 @@ TEST_F(KeyTest, HeldKeysRepeatStepsOnly) {
     EXPECT_TRUE(help->isVisible()) << "the key that opened the list is still held";
 }
 
+TEST_F(KeyTest, TheViewShowsThatTabHasGivenItTheFocus) {
+    showWindow();
+    const auto isFramed = [this] {
+        const QColor colour = window.palette().color(QPalette::Highlight);
+        const QImage shown = onScreen(*view);
+        return shown.pixelColor(0, 100) == colour && shown.pixelColor(shown.width() - 1, shown.height() - 1) == colour;
+    };
+    focus(box);
+    QTest::mouseClick(view, Qt::LeftButton);
+    ASSERT_TRUE(view->hasFocus());
+    EXPECT_FALSE(isFramed()) << "who clicks knows where";
+    focus(slider);
+    QTest::keyClick(slider, Qt::Key_Tab);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view->hasFocus(); }));
+    EXPECT_TRUE(isFramed());
+    QTest::keyClick(view, Qt::Key_Tab);
+    ASSERT_FALSE(view->hasFocus());
+    EXPECT_FALSE(isFramed());
+}
+
 TEST_F(KeyTest, TabVisitsTheControlsInOrderAndTheyHaveNames) {
     showWindow();
     QStringList order;
