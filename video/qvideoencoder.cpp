@@ -6,6 +6,7 @@
 #include <climits>
 #include <new>
 
+#include "movieformat.h"
 #include "videolog.h"
 #include "yuvconversion.h"
 
@@ -82,6 +83,7 @@ void QVideoEncoder::initVars() {
     codecContext_.reset();
     stream_ = nullptr;
     outputFormat_ = nullptr;
+    format_ = nullptr;
     formatContext_.reset();
 }
 
@@ -136,6 +138,9 @@ bool QVideoEncoder::openContainer(const QByteArray& name) {
     if (formatContext_ == nullptr)
         return refuse(Refusal::Memory, "Error allocating format context");
     formatContext_->oformat = outputFormat_;
+    format_ = movieFormatOf(*outputFormat_);
+    if (format_ != nullptr)
+        formatContext_->flags |= AVFMT_FLAG_BITEXACT; // no random numbers: the same pictures give the same file
     // Without a protocol of its own, a name with a colon would be taken for one.
     formatContext_->url = av_strdup(("file:" + name).constData());
     if (formatContext_->url == nullptr)
@@ -161,6 +166,11 @@ bool QVideoEncoder::addStream(unsigned fps) {
     codecContext_->pix_fmt = kMovieFormat;
     codecContext_->gop_size = static_cast<int>(gop_);
     codecContext_->thread_count = kEncodingThreads;
+    if (format_ != nullptr) {
+        // What the conversion of pictures makes; players take large movies for another one.
+        codecContext_->colorspace = AVCOL_SPC_SMPTE170M;
+        codecContext_->color_range = AVCOL_RANGE_MPEG;
+    }
     if ((outputFormat_->flags & AVFMT_GLOBALHEADER) != 0)
         codecContext_->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
 
@@ -175,7 +185,8 @@ bool QVideoEncoder::addStream(unsigned fps) {
 bool QVideoEncoder::openCodec() {
     if (codec_ == nullptr)
         return refuse(Refusal::Format, "codec not found");
-    if (avcodec_open2(codecContext_.get(), codec_, nullptr) < 0)
+    CodingOptions options(format_ == nullptr ? "" : format_->codecOptions);
+    if (avcodec_open2(codecContext_.get(), codec_, options.get()) < 0)
         return refuse(Refusal::Format, "could not open codec");
     // Opening adds what the container's header needs.
     if (avcodec_parameters_from_context(stream_->codecpar, codecContext_.get()) < 0 ||
@@ -226,7 +237,8 @@ bool QVideoEncoder::writeHeader(const QByteArray& name) {
         printVideoLine("Could not open '%s'", name.constData());
         return false;
     }
-    const bool isWritten = avformat_write_header(formatContext_.get(), nullptr) >= 0;
+    CodingOptions options(format_ == nullptr ? "" : format_->containerOptions);
+    const bool isWritten = avformat_write_header(formatContext_.get(), options.get()) >= 0;
     avio_flush(formatContext_->pb); // a full disk is better found before the first frame
     if (isWritten && formatContext_->pb->error >= 0)
         return true;
@@ -260,7 +272,7 @@ int QVideoEncoder::encodeImage(const QImage& image) {
 bool QVideoEncoder::writeReadyPackets(int& bytes) {
     for (;;) {
         const int received = avcodec_receive_packet(codecContext_.get(), packet_.get());
-        if (received == AVERROR(EAGAIN))
+        if (received == AVERROR(EAGAIN) || received == AVERROR_EOF)
             return true;
         if (received < 0)
             return false;
@@ -320,9 +332,17 @@ std::span<const std::uint8_t> QVideoEncoder::picturePlanes() const {
     return {pictureBuffer_.get(), std::size_t{width_} * height_ * 3 / 2};
 }
 
+// Writes what the codec holds back; no frame can follow.
+bool QVideoEncoder::flush() {
+    int bytes = 0;
+    return avcodec_send_frame(codecContext_.get(), nullptr) >= 0 && writeReadyPackets(bytes);
+}
+
 bool QVideoEncoder::close() {
     if (!ok_)
         return false;
+    if (flushesAtClose() && !flush())
+        hasWriteError_ = true;
     const int trailer = av_write_trailer(formatContext_.get());
     codecContext_.reset();
     freeFrame();

@@ -13,6 +13,10 @@ struct AVCodec;
 struct AVOutputFormat;
 struct AVStream;
 
+namespace sorvane {
+struct MovieFormat;
+} // namespace sorvane
+
 // Writes one movie at a time: createFile, encodeImage for each frame, close. Problems are lines on standard output and
 // the results of the operations. One object may write several movies, one after the other; it is used on one thread,
 // while the encoder behind it runs threads of its own.
@@ -35,8 +39,8 @@ public:
     QVideoEncoder(const QVideoEncoder&) = delete;
     QVideoEncoder& operator=(const QVideoEncoder&) = delete;
 
-    // Completes the file; false when nothing was open. Frames that the codec still holds back are not written:
-    // deliberate, the file holds what encodeImage has returned sizes for.
+    // Completes the file; false when nothing was open. Frames that the codec still holds back are written where
+    // flushesAtClose says so, and nowhere else: deliberate, other files hold what encodeImage has returned sizes for.
     virtual bool close();
 
     // Encodes one frame, scaled to the movie's size: 32-bit RGB with or without alpha. Returns the number of bytes of
@@ -66,6 +70,8 @@ public:
     // The same for an image of exactly the movie's size by arithmetic of our own; encodeImage does not use it.
     bool convertImage(const QImage& image);
 
+    // Whether the open movie gets the frames that its codec holds back when it is closed: MP4 and WebM.
+    bool flushesAtClose() const { return format_ != nullptr; }
     // What the last createFile ended with.
     Refusal refusal() const { return refusal_; }
     // Whether anything of the last movie could not be written, such as on a full disk; still told after close.
@@ -96,6 +102,7 @@ private:
 
     int rowsToScale(const QImage& image) const;
     bool writeReadyPackets(int& bytes);
+    bool flush();
 
     unsigned width_ = 0;
     unsigned height_ = 0;
@@ -104,6 +111,7 @@ private:
     bool ok_ = false;
     sorvane::OutputContextHandle formatContext_;
     const AVOutputFormat* outputFormat_ = nullptr;
+    const sorvane::MovieFormat* format_ = nullptr; // what the container asks for beyond the plain settings
     sorvane::CodecContextHandle codecContext_;
     AVStream* stream_ = nullptr; // the format context's only one
     const AVCodec* codec_ = nullptr;

@@ -139,15 +139,18 @@ TEST_F(RecordingTest, ACancelledDialogLeavesTheRunningRecordingAlone) {
 TEST_F(RecordingTest, ANewNameFinishesTheOldMovie) {
     showWindow();
     loadUntil(20.0);
-    record(folder.filePath("first.avi"));
-    tick(5);
-    const QString second = folder.filePath("second.avi");
-    record(second);
-    EXPECT_GE(readMovie(folder.filePath("first.avi")).frames.size(), 5U);
-    tick(3);
-    slider->setValue(20000);
-    tick(1);
-    EXPECT_GE(readMovie(second).frames.size(), 4U);
+    // The newer formats' codecs hold back more pictures than these.
+    const QStringList names = {"first.avi", "second.mp4", "third.webm", "fourth.avi"};
+    std::size_t told = 0;
+    for (const QString& name : names) {
+        record(folder.filePath(name));
+        if (told != 0) {
+            EXPECT_EQ(readMovie(folder.filePath(names.at(names.indexOf(name) - 1))).frames.size(), told);
+        }
+        tick(5);
+        told = notice->text().section(' ', 1).toULongLong();
+        EXPECT_GE(told, 5U);
+    }
 }
 
 TEST_F(RecordingTest, PausingGoesOnWithTheSameMovie) {

@@ -133,7 +133,7 @@ TEST_F(RenderTest, SequencesAndMoviesHoldTheFramesOfTheirTimes) {
     const QImage last = rendered("last.png", {"--eye", "-400,-400,-1000", "--at", "2"});
     EXPECT_TRUE(QImage(QString::fromStdString(results.file("f08.png"))).convertToFormat(QImage::Format_RGB32) == last);
 
-    for (const char* const name : {"a.avi", "a.mpg"}) {
+    for (const char* const name : {"a.avi", "a.mpg", "a.mp4", "a.webm"}) {
         EXPECT_EQ(render(name, times).status, ExitStatus::Success);
         const Movie movie = readMovie(QString::fromStdString(results.file(name)));
         ASSERT_EQ(movie.frames.size(), 9U) << name;
@@ -161,7 +161,7 @@ TEST_F(RenderTest, MoviesHaveTheirBitRateAndKeyFrames) {
 }
 
 TEST_F(RenderTest, TheSameBytesComeOutEachTime) {
-    for (const char* const name : {"a.png", "a.jpg", "a.avi", "a.mpg"}) {
+    for (const char* const name : {"a.png", "a.jpg", "a.avi", "a.mpg", "a.mp4", "a.webm"}) {
         std::vector<std::string> options = {"--view", "target"};
         EXPECT_EQ(render(name, options).status, ExitStatus::Success);
         const std::string first = readWholeFile(results.file(name));
@@ -275,7 +275,7 @@ TEST_F(RenderTest, AFileThatEndsTheViewerIsLeftOut) {
 }
 
 TEST_F(RenderTest, AFailedWriteLeavesWhatWasThere) {
-    for (const char* const name : {"a.png", "a.bmp", "a.avi", "a.mpg"}) {
+    for (const char* const name : {"a.png", "a.bmp", "a.avi", "a.mpg", "a.mp4", "a.webm"}) {
         std::filesystem::remove_all(results.path());
         results.write(name, "before");
         CommandRun run;

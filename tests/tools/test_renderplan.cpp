@@ -92,7 +92,7 @@ TEST(RenderCommand, RefusesWhatCanNotBeMeant) {
     EXPECT_EQ(refusal({"-o", "a%02d.mpg"}), "sorvane render: a%02d.mpg: a movie's name has no number in it");
     EXPECT_EQ(
         refusal({"-o", "noending"}),
-        "sorvane render: noending: its extension tells what to make, such as .png, .avi or .mpg");
+        "sorvane render: noending: its extension tells what to make, such as .png, .mp4 or .avi");
     EXPECT_EQ(
         refusal({"-o", "a.avi", "--at", "3"}),
         "sorvane render: --at is for a single picture; a movie or a numbered sequence has --from and --to");
@@ -117,7 +117,9 @@ TEST(RenderCommand, RefusesWhatCanNotBeMeant) {
     EXPECT_EQ(
         refusal({"-o", "a.png", "--size", "640*480"}),
         "sorvane render: --size: width and height in pixels are wanted, such as 640x480; see sorvane render --help");
-    EXPECT_EQ(refusal({"-o", "a.xyz"}).substr(0, 49), "sorvane render: a.xyz: no format is called xyz, b");
+    EXPECT_EQ(
+        refusal({"-o", "a.xyz"}).substr(0, 75),
+        "sorvane render: a.xyz: no format is called xyz, but avi, mpg, mp4, webm, bm");
 }
 
 TEST(RenderPlan, SpellsOutTheCommandThatRepeatsIt) {

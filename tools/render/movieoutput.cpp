@@ -48,8 +48,9 @@ void MovieOutput::encodeFrames() {
         if (!encode(last))
             break;
     }
-    // The encoder writes no frames that its codec holds back when it is closed: more of the last one push them out.
-    for (std::int64_t more = heldBack_; more > 0 && !hasFailed_; --more)
+    // Where closing doesn't write the frames that the codec holds back, more of the last one push them out.
+    const std::int64_t wanted = encoder_.flushesAtClose() ? 0 : heldBack_;
+    for (std::int64_t more = wanted; more > 0 && !hasFailed_; --more)
         encode(last);
     encoder_.close();
     if (encoder_.hasWriteError())

@@ -59,7 +59,8 @@ void addOutputOptions(CLI::App& parser, RenderArguments& arguments) {
     parser
         .add_option(
             "-o,--output", request.output,
-            "What to make, by its extension: a movie (.avi, .mpg), a picture (.png and what Qt writes), or numbered "
+            "What to make, by its extension: a movie (.mp4, .webm, .avi, .mpg), a picture (.png and what Qt writes), "
+            "or numbered "
             "pictures when the name holds a number, as in frame-%04d.png; the numbers begin at 0")
         ->required()
         ->type_name("OUT");

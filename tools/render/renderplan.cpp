@@ -8,6 +8,7 @@
 
 #include <QImageWriter>
 
+#include "moviesettings.h"
 #include "picturefile.h"
 #include "picturesize.h"
 #include "shellquote.h"
@@ -18,8 +19,7 @@ namespace {
 constexpr std::int64_t kMostFrames = 10000000; // nearly four days of movie
 
 bool isMovie(const std::string& path) {
-    const QByteArray extension = extensionOf(path);
-    return extension == "avi" || extension == "mpg";
+    return std::ranges::find(kMovieEndings, extensionOf(path).toStdString()) != kMovieEndings.end();
 }
 
 std::optional<sorvane::Problem> problemOfOutput(const RenderRequest& request) {
@@ -34,11 +34,14 @@ std::optional<sorvane::Problem> problemOfOutput(const RenderRequest& request) {
     }
     const QByteArray extension = extensionOf(output);
     if (extension.isEmpty())
-        return output + ": its extension tells what to make, such as .png, .avi or .mpg";
+        return output + ": its extension tells what to make, such as .png, .mp4 or .avi";
     const QList<QByteArray> formats = QImageWriter::supportedImageFormats();
-    if (!formats.contains(extension))
-        return output + ": no format is called " + extension.toStdString() + ", but avi, mpg and " +
-               formats.join(", ").toStdString();
+    if (!formats.contains(extension)) {
+        std::string text = output + ": no format is called " + extension.toStdString() + ", but ";
+        for (const std::string_view ending : kMovieEndings)
+            text.append(ending).append(", ");
+        return text + formats.join(", ").toStdString();
+    }
     return {};
 }
 
