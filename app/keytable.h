@@ -48,6 +48,7 @@ enum class KeyCommand {
     TakeOut,
     ToggleReadout,
     ToggleLineStyles,
+    CycleAntialiasing,
     ToggleFullScreen,
     Screenshot,
     ToggleRecording,

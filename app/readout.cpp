@@ -2,63 +2,31 @@
 #include "readout.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include <QEvent>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QTimer>
 
-#include "clocknumbers.h"
 #include "etxyz.h"
 #include "loadedengagement.h"
-#include "measuretext.h"
+#include "readouttext.h"
 
 namespace sorvane {
 namespace {
 constexpr int kMargin = 8; // pixels
 constexpr int kMeasuringMilliseconds = 500;
-constexpr int kLabelWidth = 18; // characters
-constexpr LengthUnit kUnit = LengthUnit::Unstated;
-
-QString line(const char* label, const QString& value) {
-    return QString::fromLatin1(label).leftJustified(kLabelWidth) + value;
-}
-
-// The box of the time shows whole milliseconds, of which the one nearest to an end stands for it.
-double boundedTime(std::span<const Sample> samples, double time) {
-    const double bounded = std::clamp(time, samples.front().time, samples.back().time);
-    return std::abs(bounded - time) <= kSecondsPerSliderStep / 2.0 ? bounded : time;
-}
-
-QStringList encounterLines(const LoadedEngagement& engagement, double time) {
-    const std::span<const Sample> samples = engagement.data().samples.samples();
-    const std::optional<Encounter> now = encounterAt(samples, boundedTime(samples, time));
-    const std::optional<ClosestApproach>& closest = engagement.facts().closest;
-    QStringList lines{line("Engagement", QFileInfo(engagement.path()).fileName())};
-    if (now)
-        lines << line("Range", lengthText(now->range, kUnit))
-              << line("Closing speed", speedText(now->closingSpeed, kUnit));
-    else if (time < samples.front().time)
-        lines << line("Encounter", QStringLiteral("begins at %1").arg(timeText(samples.front().time)));
-    else
-        lines << line("Encounter", QStringLiteral("ended at %1").arg(timeText(samples.back().time)));
-    if (closest)
-        lines << line(
-            "Closest approach",
-            QStringLiteral("%1 at %2").arg(lengthText(closest->range, kUnit), timeText(closest->time)));
-    if (now)
-        lines << line("Aspect angle", angleText(now->aspectDegrees));
-    return lines;
-}
 } // namespace
 
 QString readoutText(const ReadoutSubject& subject, double framesPerSecond) {
-    QStringList lines{line("Time", timeText(subject.time))};
-    if (subject.engagement != nullptr)
-        lines << encounterLines(*subject.engagement, subject.time);
-    lines << line("View", QString::fromLatin1(nameOf(subject.viewMode).shown));
-    lines << line(
+    ReadoutFacts facts{.time = subject.time, .view = QString::fromLatin1(nameOf(subject.viewMode).shown)};
+    if (subject.engagement != nullptr) {
+        facts.engagement = QFileInfo(subject.engagement->path()).fileName();
+        facts.samples = subject.engagement->data().samples.samples();
+        facts.closest = subject.engagement->facts().closest;
+    }
+    QStringList lines = readoutLines(facts);
+    lines << readoutLine(
         "Frames per second", framesPerSecond > 0.0 ? QString::number(framesPerSecond, 'f', 1) : QStringLiteral("–"));
     return lines.join(u'\n');
 }

@@ -1,6 +1,8 @@
 // What the window offers beyond its form: keys, read-out, reloading.
 #include "windowfeatures.h"
 
+#include <algorithm>
+
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
@@ -165,6 +167,8 @@ void WindowFeatures::run(KeyCommand command) {
         return readout_->toggle();
     case KeyCommand::ToggleLineStyles:
         return parts_.form.glWidget->setLineStyles(!parts_.form.glWidget->lineStyles());
+    case KeyCommand::CycleAntialiasing:
+        return cycleAntialiasing();
     case KeyCommand::ToggleFullScreen:
         return parts_.window.setWindowState(parts_.window.windowState() ^ Qt::WindowFullScreen);
     case KeyCommand::Screenshot:
@@ -243,6 +247,19 @@ void WindowFeatures::tellWhenNothingIsInSight() {
     if (parts_.form.glWidget->isAllBeyondSight())
         parts_.notice.notify(QStringLiteral(
             "Everything is farther than 100000 units away, where nothing is drawn: a double click starts over"));
+}
+
+void WindowFeatures::cycleAntialiasing() {
+    AircraftWidget& view = *parts_.form.glWidget;
+    const std::vector<int>& choices = view.sampleChoices();
+    const auto next = std::ranges::upper_bound(choices, view.samples());
+    view.setSamples(next == choices.end() ? 0 : *next);
+    if (choices.size() < 2)
+        parts_.notice.notify(QStringLiteral("Anti-aliasing: these graphics have none"));
+    else if (view.samples() == 0)
+        parts_.notice.notify(QStringLiteral("Anti-aliasing off"));
+    else
+        parts_.notice.notify(QStringLiteral("Anti-aliasing: %1 samples a pixel").arg(view.samples()));
 }
 
 void WindowFeatures::reload() {

@@ -54,6 +54,7 @@ private:
     void tellLoop();
     void chooseView(ViewMode mode);
     void tellWhenNothingIsInSight();
+    void cycleAntialiasing();
     void reload();
     void tellChanged(const QStringList& paths);
 

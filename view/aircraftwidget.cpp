@@ -144,6 +144,16 @@ void AircraftWidget::setLineStyles(bool areOn) {
     update();
 }
 
+void AircraftWidget::setSamples(int samples) {
+    askedSamples_ = samples;
+    update();
+}
+
+int AircraftWidget::samples() const {
+    const int wanted = askedSamples_.value_or(defaultSamples_);
+    return sampleChoices_.empty() ? wanted : std::min(wanted, sampleChoices_.back());
+}
+
 QSize AircraftWidget::sizeHint() const {
     const int side = std::min(width(), height());
     return {side, side};
@@ -181,6 +191,8 @@ void AircraftWidget::startDrawing() {
         return;
     }
     isGlewInitialised_ = true;
+    sampleChoices_ = sorvane::sampleChoices();
+    defaultSamples_ = defaultSamples();
     for (const SceneEngagement& shown : engagements_)
         if (!shown.engagement->areHardbodiesInitialized())
             shown.engagement->InitHardbodies();
@@ -274,6 +286,7 @@ SceneOptions AircraftWidget::optionsFromForm() const {
     SceneOptions options;
     options.time = currentTime_;
     options.lineStyles = lineStyles_;
+    options.samples = samples();
     options.pixelRatio = devicePixelRatio();
     if (ui_ != nullptr) {
         options.showTerrain = ui_->actionShow_Terrain->isChecked();

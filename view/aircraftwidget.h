@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <QOpenGLWidget>
@@ -72,6 +73,13 @@ public:
     void setLineStyles(bool areOn);
     bool lineStyles() const { return lineStyles_; }
 
+    // Anti-aliasing: samples a pixel, 0 for none. Unless it is set, defaultSamples() of the view's context; more than
+    // the context has count as the most that it has.
+    void setSamples(int samples);
+    int samples() const;
+    // What can be chosen; nothing before the first frame.
+    const std::vector<int>& sampleChoices() const { return sampleChoices_; }
+
     const sorvane::Camera& camera() const { return camera_; }
     double currentTime() const { return currentTime_; }
 
@@ -113,6 +121,9 @@ private:
     std::vector<sorvane::SceneEngagement> engagements_;
     Ui::new_sorvane* ui_ = nullptr;
     bool lineStyles_ = false;
+    std::optional<int> askedSamples_;
+    int defaultSamples_ = 0;
+    std::vector<int> sampleChoices_;
     bool isSuspended_ = false; // while set, a frame is cleared and nothing drawn; nothing sets it
     bool isGlewInitialised_ = false;
     std::unique_ptr<sorvane::Scene> scene_; // made with the GL context current and ended so

@@ -6,14 +6,18 @@
 #include "dynamicdata.h"
 
 namespace sorvane {
-DepthInterval depthsOf(const Hardbody& body, const BodyPose& pose, const LookAt& lookAt) {
+double radiusOf(const Hardbody& body) {
     float radius = 0.0F;
     for (Vector<float> corner : body.BBox()) {
         corner.ElementAt(3) = 0.0F;
         radius = std::max(radius, Length(corner));
     }
+    return radius;
+}
+
+DepthInterval depthsOf(const Hardbody& body, const BodyPose& pose, const LookAt& lookAt) {
     // What turns about an axis through the body stays within three times its radius.
-    const double reach = 3.0 * double{radius};
+    const double reach = 3.0 * radiusOf(body);
     const double depth = lookAt.depthOf(pose.position);
     return {depth - reach, depth + reach};
 }

@@ -11,6 +11,9 @@ struct BodyPose {
     const float (&attitude)[3]; // degrees, as the trajectory has them
 };
 
+// How far the body reaches from the point about which it is posed, in world units.
+double radiusOf(const Hardbody& body);
+
 // Where along the line of sight some of the body may be, however its rotors turn.
 DepthInterval depthsOf(const Hardbody& body, const BodyPose& pose, const LookAt& lookAt);
 

@@ -31,6 +31,14 @@ double projectedUnitSphereArea(const WindowTransform& view, double pixelRatio) {
     return std::isfinite(area) ? area : 0.0;
 }
 
+// Enough for a sphere of that area that its outline is nowhere a tenth of a pixel off.
+int slicesOfRound(double projectedArea) {
+    constexpr double kSlicesPerRootOfRadius = 7.1;
+    constexpr double kMost = 128.0;
+    const double radius = std::sqrt(projectedArea / std::numbers::pi);
+    return static_cast<int>(std::clamp(kSlicesPerRootOfRadius * std::sqrt(radius), double{kCoarseSlices}, kMost));
+}
+
 float colourComponent(double value) {
     return std::isnan(value) ? 0.0F : static_cast<float>(std::clamp(value, 0.0, 1.0));
 }
@@ -45,7 +53,7 @@ FlareLook flareLook(float scalar, double distance, double projectedArea) {
 
 void drawFlares(
     const QList<flareKeyframe>& flares, const LookAt& lookAt, const WindowTransform& view, const DepthSlice& slice,
-    double pixelRatio) {
+    const FlareStyle& style) {
     for (const flareKeyframe& flare : flares) {
         const double depth = lookAt.depthOf(flare.pos);
         const auto [least, greatest] = std::ranges::minmax(flare.intensity);
@@ -64,10 +72,11 @@ void drawFlares(
             flare.values[2], 0.0F, 0.0F, 0.0F);
         glMultMatrixf(model.data());
         const double distance = Length(Vector<float>(flare.pos[0], flare.pos[1], flare.pos[2], 1.0F) - lookAt.eye());
-        const FlareLook look = flareLook(flare.scalar, distance, projectedUnitSphereArea(view, pixelRatio));
+        const double area = projectedUnitSphereArea(view, style.pixelRatio);
+        const FlareLook look = flareLook(flare.scalar, distance, area);
         glColor4f(look.grey, look.grey, look.grey, look.alpha);
         if (look.isSphere) {
-            drawUnitSphere();
+            drawUnitSphere(style.isRound ? slicesOfRound(area * style.pixelRatio * style.pixelRatio) : kCoarseSlices);
         } else if (slice.owns(depth)) { // blended twice it would be too bright
             glBegin(GL_POINTS);
             glVertex3f(0.0F, 0.0F, 0.0F);

@@ -20,10 +20,14 @@ struct FlareLook {
 // covers. Never NaN or infinite.
 FlareLook flareLook(float scalar, double distance, double projectedArea);
 
+struct FlareStyle {
+    double pixelRatio = 1.0; // how many of the viewport's pixels a pixel of the view has to a side
+    bool isRound = false;    // whether spheres have as many facets as make them round, or the usual few
+};
+
 // Draws what the slice shows of a frame's flares, with the slice's projection loaded. A flare is sized by the
-// projection and viewport of `view`, in pixels of which each has `pixelRatio` of the viewport's to a side. Needs a
-// current GL context.
+// projection and viewport of `view`, in pixels of the view. Needs a current GL context.
 void drawFlares(
     const QList<flareKeyframe>& flares, const LookAt& lookAt, const WindowTransform& view, const DepthSlice& slice,
-    double pixelRatio);
+    const FlareStyle& style);
 } // namespace sorvane

@@ -46,8 +46,13 @@ Matrix<float> LookAt::modelView(std::span<const float, 3> origin) const {
     return matrix;
 }
 
+std::array<double, 3> LookAt::inEye(std::span<const float, 3> position) const {
+    const Matrix<float> matrix = modelView(position);
+    return {matrix(0, 3), matrix(1, 3), matrix(2, 3)};
+}
+
 double LookAt::depthOf(std::span<const float, 3> position) const {
-    return -double{modelView(position)(2, 3)};
+    return -inEye(position)[2];
 }
 
 DepthInterval LookAt::depthsOf(const Box& box, std::span<const float, 3> origin) const {

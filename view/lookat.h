@@ -1,6 +1,7 @@
 // The camera's look-at transform, for coordinates that are relative to a point near what is drawn.
 #pragma once
 
+#include <array>
 #include <span>
 
 #include "framedepth.h"
@@ -24,6 +25,8 @@ public:
     const Matrix<float>& rotation() const { return rotation_; }
     // The model-view matrix for coordinates relative to `origin`, a world position.
     Matrix<float> modelView(std::span<const float, 3> origin) const;
+    // A world position in eye coordinates: right, up and, negative, along the line of sight.
+    std::array<double, 3> inEye(std::span<const float, 3> position) const;
     // How far along the line of sight a world position lies, and a box of coordinates relative to `origin`.
     double depthOf(std::span<const float, 3> position) const;
     DepthInterval depthsOf(const Box& box, std::span<const float, 3> origin) const;

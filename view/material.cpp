@@ -1,6 +1,7 @@
 // The static material sets of the line sets.
 #include "material.h"
 
+#include "etxyz.h"
 #include "glapi.h"
 
 using namespace sorvane;
@@ -21,6 +22,10 @@ const LineMaterial cyl_front_mat = emitting({0.0F, 1.0F, 0.0F}, 15.0F);
 namespace sorvane {
 const LineMaterial threat_yellow = emitting({1.0F, 1.0F, 0.0F}, 15.0F);
 const LineMaterial threat_cyan = emitting({0.0F, 1.0F, 1.0F}, 15.0F);
+
+const LineMaterial& threatMaterial(const etxyz& engagement) {
+    return engagement.headerText9 == QLatin1String("cyan") ? threat_cyan : threat_yellow;
+}
 } // namespace sorvane
 
 const LineMaterial flare_front_mat = {

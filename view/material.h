@@ -3,6 +3,8 @@
 
 #include <array>
 
+class etxyz;
+
 namespace sorvane {
 using Rgb = std::array<float, 3>;
 
@@ -23,6 +25,7 @@ extern const sorvane::LineMaterial cyl_front_mat; // target history: green
 namespace sorvane {
 extern const LineMaterial threat_yellow; // threat history
 extern const LineMaterial threat_cyan;   // threat history of an engagement whose colour name is "cyan"
+const LineMaterial& threatMaterial(const etxyz& engagement);
 } // namespace sorvane
 
 extern const sorvane::LineMaterial flare_front_mat; // flare trails: red

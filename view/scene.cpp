@@ -32,10 +32,6 @@ float wideLine(const SceneOptions& options) {
     return kWideLine * static_cast<float>(options.pixelRatio);
 }
 
-const LineMaterial& threatMaterial(const etxyz& engagement) {
-    return engagement.headerText9 == QLatin1String("cyan") ? threat_cyan : threat_yellow;
-}
-
 // Rotates the terrain's axes (z up) into the world's (z down) and puts its ground under the threat's first height.
 void drawTerrain(etxyz& engagement) {
     const PushedMatrix matrix;
@@ -78,18 +74,22 @@ void Scene::draw(const std::vector<SceneEngagement>& engagements, const Camera& 
     glPointSize(static_cast<float>(options.pixelRatio));
     glEnable(GL_LIGHTING);
     glEnable(GL_LIGHT0);
+    sampled_.draw(options.samples, [&] { drawFrame(engagements, frame); });
+    glDisable(GL_LIGHT0);
+    glDisable(GL_LIGHTING);
+}
+
+void Scene::drawFrame(const std::vector<SceneEngagement>& engagements, const Frame& frame) {
     depth_.draw([&](const DepthSlice& slice) {
         frame.lookAt.loadWorld();
         for (const SceneEngagement& shown : engagements)
             if (!shown.isHidden)
                 drawEngagement(shown, frame, slice);
-        if (options.showGrid) {
+        if (frame.options.showGrid) {
             const LinesAcrossSlices lines(slice);
-            grid_.draw(wideLine(options));
+            grid_.draw(wideLine(frame.options));
         }
     });
-    glDisable(GL_LIGHT0);
-    glDisable(GL_LIGHTING);
 }
 
 void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, const DepthSlice& slice) {
@@ -115,7 +115,7 @@ void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, con
 
     const Paths paths{engagement, linesOf(shown.id, engagement.keyframes), engagement.sampleCountAt(options.time)};
     drawPath(paths, PathOf::Target, frame, slice);
-    drawFlares(state.flares, lookAt, frame.window, slice, options.pixelRatio);
+    drawFlares(state.flares, lookAt, frame.window, slice, {options.pixelRatio, options.samples > 0});
     drawTrails(paths, frame, slice);
 
     if (camera.mode() == ViewGyro) {

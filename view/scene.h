@@ -4,6 +4,7 @@
 #include <map>
 #include <vector>
 
+#include "antialiasing.h"
 #include "camera.h"
 #include "engagementid.h"
 #include "engagementlines.h"
@@ -26,6 +27,8 @@ struct SceneOptions {
     // How many pixels of the framebuffer a pixel of the view has to a side: widths of lines and sizes of flares go by
     // the view's.
     double pixelRatio = 1.0;
+    // Samples a pixel, 0 for no anti-aliasing; one of sampleChoices(). With it, flares are round.
+    int samples = 0;
 
     bool operator==(const SceneOptions&) const = default;
 };
@@ -67,6 +70,7 @@ private:
         LookAt lookAt;
         WindowTransform window;
     };
+    void drawFrame(const std::vector<SceneEngagement>& engagements, const Frame& frame);
     void drawEngagement(const SceneEngagement& shown, const Frame& frame, const DepthSlice& slice);
     // An engagement's line sets up to a number of samples.
     struct Paths {
@@ -80,6 +84,7 @@ private:
 
     std::map<EngagementId, EngagementLines> lines_;
     Grid grid_;
+    SampledFrame sampled_;
     FrameDepth depth_;
 };
 } // namespace sorvane

@@ -257,6 +257,11 @@ TEST_F(KeyTest, WindowKeys) {
     EXPECT_EQ(help->windowTitle(), "Keys");
     QTest::keyClick(help, Qt::Key_Escape);
     EXPECT_FALSE(help->isVisible());
+    for (const char* const told :
+         {"Anti-aliasing: 2 samples a pixel", "Anti-aliasing: 4 samples a pixel", "Anti-aliasing off"}) {
+        press(Qt::Key_A);
+        EXPECT_EQ(window.findChild<QLabel*>("viewNotice")->text(), told);
+    }
     press(Qt::Key_S);
     EXPECT_TRUE(view->lineStyles());
     bool isAsked = false;

@@ -40,15 +40,21 @@ TEST_F(RenderingTest, TheCommandDrawsWhatTheViewerShows) {
         double seconds;
         const char* name;
         bool hasTerrain;
+        int samples;
     };
-    for (const Row& row : {Row{1, 9.0, "threat", false}, Row{2, 8.2, "gyro", false}, Row{3, 9.0, "target", true}}) {
+    for (const Row& row :
+         {Row{1, 9.0, "threat", false, 0}, Row{2, 8.2, "gyro", false, 2}, Row{3, 9.0, "target", true, 4}}) {
         action("actionShow_Terrain")->setChecked(row.hasTerrain);
         box->setValue(row.seconds);
         if (!entry(0, row.entry)->isChecked())
             entry(0, row.entry)->trigger();
         QTest::qWait(50);
+        if (row.samples != 0)
+            QTest::keyClick(view, Qt::Key_A); // one further each time
+        EXPECT_EQ(view->samples(), row.samples);
         const QImage shown = grabFrame(*view);
-        QStringList options = {"--view", row.name, "--at", QString::number(row.seconds)};
+        QStringList options = {
+            "--view", row.name, "--at", QString::number(row.seconds), "--antialias", QString::number(row.samples)};
         if (row.hasTerrain)
             options << "--terrain";
         const QString byViewer = QString("viewer-%1.png").arg(row.name);

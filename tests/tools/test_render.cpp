@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <QImage>
+#include <QPainter>
 
 #include "commandrun.h"
 #include "environmentvariable.h"
@@ -20,9 +21,12 @@
 #include "lzw.h"
 #include "makedemonstration.h"
 #include "moviereader.h"
+#include "overlaytext.h"
+#include "pixels.h"
 #include "rows.h"
 #include "standardinput.h"
 #include "temporarydirectory.h"
+#include "textapplication.h"
 #include "trajectorytext.h"
 
 using namespace sorvane;
@@ -96,6 +100,7 @@ TEST_F(RenderTest, EveryOptionChangesThePicture) {
              {"--at", "2", "--no-history"},
              {"--at", "2", "--no-drop-lines"},
              {"--at", "2", "--line-styles"},
+             {"--at", "2", "--antialias", "2"},
              {"--at", "2", "--no-grid"},
              {"--at", "2", "--view", "target"},
              {"--at", "2", "--view", "gyro"},
@@ -109,6 +114,54 @@ TEST_F(RenderTest, EveryOptionChangesThePicture) {
     }
     // Behind the last sample everything stays where it was.
     EXPECT_TRUE(rendered("a.png", {"--at", "2"}) == rendered("b.png", {"--at", "50"}));
+}
+
+TEST_F(RenderTest, TextsStandOverThePictureThatThereWouldBe) {
+    const std::vector<std::string> view = {"--view", "target", "--at", "1.5"};
+    const auto renderedWith = [&](std::vector<std::string> options) {
+        options.insert(options.end(), view.begin(), view.end());
+        return rendered("a.png", options);
+    };
+    const TextApplication texts;
+    const auto painted = [&](const auto& paint) {
+        QImage picture = renderedWith({});
+        QPainter painter(&picture);
+        paint(painter, picture.size());
+        return picture;
+    };
+    EXPECT_TRUE(renderedWith({"--title", "Käse\n ab"}) == painted([](QPainter& painter, const QSizeF& size) {
+                    paintTitle(painter, size, "Käse ab");
+                }));
+    // The threat flies 500 units under the target and 45 beside it: √(500² + 45²), seen square to the target's nose.
+    EXPECT_TRUE(renderedWith({"--readout", "--unit", "m"}) == painted([](QPainter& painter, const QSizeF& size) {
+                    paintReadout(
+                        painter, size,
+                        "Time              1.500 s\n"
+                        "Engagement        ETXYZ.OUT.1\n"
+                        "Range             502.0 m\n"
+                        "Closing speed     -2.7 m/s\n"
+                        "Closest approach  500.0 m at 0.000 s\n"
+                        "Aspect angle      90.0°\n"
+                        "View              Target");
+                }));
+    // The target is in the middle, the threat below the picture.
+    EXPECT_TRUE(renderedWith({"--labels"}) == painted([](QPainter& painter, const QSizeF& size) {
+                    const BodyLabel target{"target", qRgb(0, 255, 0), {320.0, 240.0}, 0.0};
+                    LabelPainter(textPixelSize(size)).paint(painter, size, {&target, 1});
+                }));
+    // A movie's frames and the labels of several engagements.
+    EXPECT_FALSE(renderedWith({"--labels", trajectory}) == renderedWith({"--labels"}));
+    const CommandRun movie = render("a.mp4", {"--title", "x", "--step", "1"});
+    EXPECT_EQ(movie.status, ExitStatus::Success);
+    const Movie shown = readMovie(QString::fromStdString(results.file("a.mp4")));
+    ASSERT_EQ(shown.frames.size(), 3U);
+    EXPECT_GT(countPixels(shown.frames[2].copy(300, 0, 40, 30), [](int r, int, int) { return r > 150; }), 10);
+}
+
+TEST_F(RenderTest, MoreSamplesThanThereAreAreRefused) {
+    const CommandRun run = render("a.png", {"--antialias", "8"});
+    EXPECT_EQ(run.status, ExitStatus::Failed);
+    EXPECT_EQ(run.err, "sorvane render: --antialias: this OpenGL has at most 4 samples a pixel\n");
 }
 
 TEST_F(RenderTest, TheCameraFollowsTheFileThatIsAskedFor) {

@@ -143,11 +143,16 @@ TEST(RenderPlan, SpellsOutTheCommandThatRepeatsIt) {
     picture.output = "a.png";
     picture.atSeconds = 1.5;
     picture.scene.showTerrain = picture.scene.lineStyles = true;
+    picture.scene.samples = 4;
+    picture.texts = {.hasReadout = true, .hasLabels = true, .title = "It's", .unit = LengthUnit::Feet};
     picture.scene.showHistoryLines = picture.scene.showDropLines = false;
     const std::string here = std::filesystem::current_path().string() + "/";
     EXPECT_EQ(
         reproducingCommand(picture, planRendering(picture, 1.0).plan),
         "env 'PELSAR_DATA=/it'\\''s/' sorvane render " + here + "ETXYZ.OUT.1 -o " + here +
-            "a.png --view threat --at 1.5 --size 640x480 --terrain --no-history --no-drop-lines --line-styles");
+            "a.png --view threat --at 1.5 --size 640x480 --terrain --no-history --no-drop-lines --line-styles "
+            "--antialias 4 "
+            "--readout --unit ft "
+            "--labels --title 'It'\\''s'");
 }
 } // namespace

@@ -255,6 +255,25 @@ TEST_F(AircraftWidgetTest, LineStylesAreOffUntilTheyAreSetAndGoIntoTheFrame) {
     EXPECT_FALSE(grabFrame(view) == plain) << "the flare's trail is dotted";
 }
 
+TEST_F(AircraftWidgetTest, AnAntialiasedViewHasPixelsBetweenItsColours) {
+    select(ViewTarget);
+    const auto colours = [&] {
+        return countPixels(grabFrame(view), [](int r, int g, int b) { return r + g + b > 0 && (r < 100 || g < 100); });
+    };
+    EXPECT_EQ(view.samples(), 0) << "where it is drawn in software";
+    const int plain = colours();
+    view.setSamples(2);
+    EXPECT_EQ(view.samples(), 2);
+    view.setSamples(64);
+    EXPECT_EQ(view.samples(), 4) << "the most that there are";
+    EXPECT_GT(colours(), plain + 100);
+    view.resize(333, 222);
+    EXPECT_EQ(grabFrame(view).size(), QSize(333, 222));
+    view.setSamples(0);
+    view.resize(400, 300);
+    EXPECT_EQ(colours(), plain);
+}
+
 TEST_F(AircraftWidgetTest, GyroViewHasTheSeekersFieldOfView) {
     engagement.fieldOfView = 4.0F;
     select(ViewGyro);

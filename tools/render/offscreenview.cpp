@@ -64,10 +64,12 @@ Camera OffscreenView::cameraAt(double time, const CameraChoice& choice, std::siz
     return camera;
 }
 
+double OffscreenView::fieldOfViewDegrees(const CameraChoice& choice, std::size_t followed) const {
+    return choice.mode == ViewGyro ? double{engagements_.at(followed)->fieldOfView} : kDefaultFieldOfViewDegrees;
+}
+
 QImage OffscreenView::draw(const SceneOptions& options, const CameraChoice& choice, std::size_t followed) {
-    applyProjection(
-        choice.mode == ViewGyro ? double{engagements_.at(followed)->fieldOfView} : kDefaultFieldOfViewDegrees,
-        size_.width(), size_.height());
+    applyProjection(fieldOfViewDegrees(choice, followed), size_.width(), size_.height());
     scene_.draw(shown_, cameraAt(options.time, choice, followed), options);
     return context_.picture();
 }

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -46,10 +47,15 @@ public:
     // When a file is so broken that the loaders don't return, the engagement is not taken, and its parts end there.
     std::vector<LoadedPart> add(std::unique_ptr<etxyz> engagement, bool withTerrain);
     std::size_t engagementCount() const { return engagements_.size(); }
+    // In the order in which they were added.
+    std::span<const SceneEngagement> engagements() const { return shown_; }
 
     // The camera as the viewer has it at `time` after the view was chosen, on the engagement number `followed`, from 0.
     // Needs an engagement.
     Camera cameraAt(double time, const CameraChoice& choice, std::size_t followed) const;
+
+    // The full vertical field of view, likewise.
+    double fieldOfViewDegrees(const CameraChoice& choice, std::size_t followed) const;
 
     // Draws all engagements in the order in which they were added.
     QImage draw(const SceneOptions& options, const CameraChoice& choice, std::size_t followed);

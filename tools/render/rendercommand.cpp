@@ -12,6 +12,7 @@
 
 #include "picturesize.h"
 #include "rendering.h"
+#include "unitoption.h"
 
 namespace sorvane {
 namespace {
@@ -127,7 +128,18 @@ void addSceneOptions(CLI::App& parser, SceneOptions& scene) {
     add("--no-grid", scene.showGrid, false, "Leave out the grid");
     add("--no-history", scene.showHistoryLines, false, "Leave out the paths of target, threat and flares");
     add("--no-drop-lines", scene.showDropLines, false, "Leave out the lines from the paths down to the ground");
+    parser.add_option("--antialias", scene.samples, "Samples a pixel, for smooth edges and round flares (default 0)")
+        ->check(CLI::IsMember({0, 2, 4, 8}))
+        ->type_name("N");
     add("--line-styles", scene.lineStyles, true, "Tell the paths apart by line styles: solid, dashed, dotted");
+}
+
+void addTextOptions(CLI::App& parser, TextRequest& texts) {
+    parser.add_flag("--readout", texts.hasReadout, "Write the encounter's numbers into the lower left corner");
+    addUnitOption(parser, texts.unit, "What the read-out calls the trajectory's unit of length");
+    parser.add_flag(
+        "--labels", texts.hasLabels, "Write beside each body what it is, and of several engagements which one's");
+    parser.add_option("--title", texts.title, "Write a line over the picture's top")->type_name("TEXT");
 }
 } // namespace
 
@@ -140,6 +152,7 @@ SubCommand addRenderCommand(CLI::App& parent) {
     addTimeOptions(*parser, arguments->request);
     addCameraOptions(*parser, arguments->request);
     addSceneOptions(*parser, arguments->request.scene);
+    addTextOptions(*parser, arguments->request.texts);
     return {parser, [arguments](Streams& streams) {
                 if (const auto problem = problemOf(arguments->request)) {
                     streams.err << "sorvane render: " << problem->text << std::endl;

@@ -7,6 +7,7 @@
 
 #include <QFile>
 
+#include "antialiasing.h"
 #include "dataroot.h"
 #include "engagementfiles.h"
 #include "inputtexts.h"
@@ -25,7 +26,7 @@ namespace {
 class Rendering {
 public:
     Rendering(const RenderRequest& request, Streams& streams)
-        : request_(request), streams_(streams), view_(request.size) {}
+        : request_(request), streams_(streams), view_(request.size), texts_(request.texts, request.size) {}
 
     ExitStatus run(bool printsCommand);
 
@@ -52,6 +53,7 @@ private:
     Interrupt interrupt_;
     QuietVideoLog quietVideoLog_; // what matters of it is in the outputs' problems
     OffscreenView view_;
+    PictureTexts texts_;
     double endSeconds_ = 0.0;  // of the longest engagement
     std::size_t followed_ = 0; // among those that could be loaded
     bool hasUnusableFile_ = false;
@@ -86,8 +88,13 @@ bool Rendering::fail(const std::string& text) {
 }
 
 ExitStatus Rendering::run(bool printsCommand) {
-    if (view_.problem()) {
-        say(view_.problem()->text);
+    for (const auto& problem : {view_.problem(), texts_.problem()})
+        if (problem) {
+            say(problem->text);
+            return ExitStatus::Failed;
+        }
+    if (const int most = sampleChoices().back(); request_.scene.samples > most) {
+        say("--antialias: this OpenGL has at most " + std::to_string(most) + " samples a pixel");
         return ExitStatus::Failed;
     }
     std::error_code ignored;
@@ -151,6 +158,7 @@ std::optional<std::string> Rendering::addEngagement(const std::string& path) {
         miss(name + ": atmosphere: " + message.text);
     if (!reportParts(name, view_.add(std::move(engagement), request_.scene.showTerrain)))
         return broken;
+    texts_.name(view_.engagements().back().id, name);
     reportTimes(name, first, last);
     endSeconds_ = std::max(endSeconds_, last);
     return std::nullopt;
@@ -219,6 +227,7 @@ std::optional<sorvane::Problem> Rendering::drawFrames(const RenderPlan& plan, Fr
         const LoaderOutcome drawn = runLoader([&] { picture = view_.draw(scene, plan.camera, followed_); });
         if (!drawn.hasReturned() || picture.isNull())
             return "the scene could not be drawn";
+        texts_.paint(picture, {view_, plan.camera, followed_, scene.time});
         if (!output.add(i, std::move(picture)))
             return problemOf(output);
         progress.show(i + 1);

@@ -79,6 +79,18 @@ std::string pointText(const float (&xyz)[3]) {
     return shortestText(xyz[0]) + "," + shortestText(xyz[1]) + "," + shortestText(xyz[2]);
 }
 
+// Appends the options that put texts into pictures.
+void spellOut(const TextRequest& texts, std::vector<std::string>& words) {
+    if (texts.hasReadout)
+        words.emplace_back("--readout");
+    if (texts.hasReadout && texts.unit != LengthUnit::Unstated)
+        words.insert(words.end(), {"--unit", texts.unit == LengthUnit::Feet ? "ft" : "m"});
+    if (texts.hasLabels)
+        words.emplace_back("--labels");
+    if (!texts.title.empty())
+        words.insert(words.end(), {"--title", texts.title});
+}
+
 std::string absolutePath(const std::string& path) {
     return std::filesystem::absolute(path).lexically_normal().string();
 }
@@ -161,6 +173,9 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
         words.emplace_back("--no-drop-lines");
     if (plan.scene.lineStyles)
         words.emplace_back("--line-styles");
+    if (plan.scene.samples > 0)
+        words.insert(words.end(), {"--antialias", std::to_string(plan.scene.samples)});
+    spellOut(request.texts, words);
     if (request.allowsMissing)
         words.emplace_back("--allow-missing");
     return shellCommand(words);

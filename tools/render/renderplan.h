@@ -12,6 +12,7 @@
 #include "clocknumbers.h"
 #include "numberedname.h"
 #include "offscreenview.h"
+#include "picturetexts.h"
 #include "problem.h"
 #include "scene.h"
 
@@ -31,6 +32,7 @@ struct RenderRequest {
     std::optional<std::size_t> followedFile; // from 1
     QSize size{640, 480};
     SceneOptions scene; // its time is not used
+    TextRequest texts;
     bool allowsMissing = false;
 };
 

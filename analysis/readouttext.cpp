@@ -1,0 +1,50 @@
+// The lines of the read-out: what view and pictures say of an encounter at a time.
+#include "readouttext.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "clocknumbers.h"
+
+namespace sorvane {
+namespace {
+constexpr int kLabelWidth = 18; // characters
+
+// The box of the time shows whole milliseconds, of which the one nearest to an end stands for it.
+double boundedTime(std::span<const Sample> samples, double time) {
+    const double bounded = std::clamp(time, samples.front().time, samples.back().time);
+    return std::abs(bounded - time) <= kSecondsPerSliderStep / 2.0 ? bounded : time;
+}
+
+QStringList encounterLines(const ReadoutFacts& facts) {
+    const std::span<const Sample> samples = facts.samples;
+    const std::optional<Encounter> now = encounterAt(samples, boundedTime(samples, facts.time));
+    QStringList lines{readoutLine("Engagement", facts.engagement)};
+    if (now)
+        lines << readoutLine("Range", lengthText(now->range, facts.unit))
+              << readoutLine("Closing speed", speedText(now->closingSpeed, facts.unit));
+    else if (facts.time < samples.front().time)
+        lines << readoutLine("Encounter", QStringLiteral("begins at %1").arg(timeText(samples.front().time)));
+    else
+        lines << readoutLine("Encounter", QStringLiteral("ended at %1").arg(timeText(samples.back().time)));
+    if (facts.closest)
+        lines << readoutLine(
+            "Closest approach", QStringLiteral("%1 at %2")
+                                    .arg(lengthText(facts.closest->range, facts.unit), timeText(facts.closest->time)));
+    if (now)
+        lines << readoutLine("Aspect angle", angleText(now->aspectDegrees));
+    return lines;
+}
+} // namespace
+
+QString readoutLine(const char* label, const QString& value) {
+    return QString::fromLatin1(label).leftJustified(kLabelWidth) + value;
+}
+
+QStringList readoutLines(const ReadoutFacts& facts) {
+    QStringList lines{readoutLine("Time", timeText(facts.time))};
+    if (!facts.samples.empty())
+        lines << encounterLines(facts);
+    return lines << readoutLine("View", facts.view);
+}
+} // namespace sorvane

@@ -1,0 +1,58 @@
+// The texts in rendered pictures.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include <QImage>
+
+#include "encounter.h"
+#include "measuretext.h"
+#include "offscreenview.h"
+#include "overlaytext.h"
+#include "problem.h"
+#include "textapplication.h"
+
+namespace sorvane {
+struct TextRequest {
+    bool hasReadout = false;
+    bool hasLabels = false;
+    std::string title; // UTF-8; none when empty
+    LengthUnit unit = LengthUnit::Unstated;
+
+    bool isAny() const { return hasReadout || hasLabels || !title.empty(); }
+};
+
+// What a picture shows: a view at a time (seconds), with a camera that follows the engagement number `followed`.
+struct PictureSubject {
+    const OffscreenView& view;
+    const CameraChoice& camera;
+    std::size_t followed = 0;
+    double time = 0.0;
+};
+
+// Paints texts over pictures on the thread that made it.
+class PictureTexts {
+public:
+    PictureTexts(const TextRequest& request, QSize picture);
+
+    // Why what is asked for can't be painted; nothing when all is well.
+    std::optional<sorvane::Problem> problem() const;
+
+    // What an engagement of the view is called.
+    void name(EngagementId id, const std::string& path) { paths_[id] = QString::fromStdString(path); }
+
+    void paint(QImage& picture, const PictureSubject& subject);
+
+private:
+    QString readout(const PictureSubject& subject);
+    std::vector<BodyLabel> labels(const PictureSubject& subject, const QSizeF& picture) const;
+
+    TextRequest request_;
+    std::optional<TextApplication> application_;
+    LabelPainter labelPainter_;
+    std::map<EngagementId, QString> paths_;
+    std::map<EngagementId, std::optional<ClosestApproach>> closest_; // of those that have been asked for
+};
+} // namespace sorvane
