@@ -7,12 +7,12 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QIcon>
 #include <QSurfaceFormat>
 
 #include "endsignals.h"
 #include "new_sorvane.h"
 #include "surfaceformat.h"
+#include "windowicon.h"
 
 namespace sorvane {
 int runViewer(int argc, char** argv) {
@@ -21,7 +21,7 @@ int runViewer(int argc, char** argv) {
     // The application has taken the user's locale; numbers in files keep their decimal point.
     std::setlocale(LC_NUMERIC, "C");
     QGuiApplication::setDesktopFileName(QStringLiteral("localhost.sorvane.viewer"));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("sorvane"))); // of the installed theme
+    QApplication::setWindowIcon(windowIcon());
     int status = 0;
     {
         const EndSignals orderly;

@@ -10,9 +10,12 @@ trap 'rm -rf "$folder"' EXIT
 printf 'a\nb\nc\n1 2 3\n1 2 3\nd\ne\nf\nwhite\n1\nx\n1.5\n0 0 0 0 -100 0 0 0\n0 0 -50 0 0 0\n0 0 0 0 0\n' >"$folder/ETXYZ.OUT.1"
 
 run_and_close() {
-    "$program" "$@" 2>"$folder/messages" &
+    # Where nothing is installed.
+    XDG_DATA_DIRS=/nonexistent "$program" "$@" 2>"$folder/messages" &
     local viewer=$! status=0 window
     window=$(timeout 20 xdotool search --sync --onlyvisible --pid "$viewer" --name '^new_sorvane$' | tail -n 1)
+    [ "$(xprop -id "$window" -len 1000000 _NET_WM_ICON | grep -cE 'Icon \((16|32|48|256) x (16|32|48|256)\)')" -eq 4 ] ||
+        { echo "the window lacks icons"; return 1; }
     xdotool windowfocus --sync "$window" key --clearmodifiers ctrl+c
     wait "$viewer" || status=$?
     if [ "$status" -ne 0 ]; then
