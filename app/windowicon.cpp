@@ -5,11 +5,10 @@
 #include <QPixmap>
 #include <QSvgRenderer>
 
-namespace {
-void initialiseIcons() {
+// In no namespace: it declares what the resource compiler defines.
+static void initialiseIcons() {
     Q_INIT_RESOURCE(icons);
 }
-} // namespace
 
 namespace sorvane {
 QImage drawnIcon(int side) {
