@@ -1,4 +1,4 @@
-// Names and tab order of the window's controls, for those who don't see or point.
+// Names, focus and tab order of the window's controls, for those who don't see or point.
 #include "accessiblenames.h"
 
 #include "aircraftwidget.h"
@@ -19,6 +19,13 @@ void makeAccessible(Ui::new_sorvane& form) {
     describe(*form.recordButton, "Record", "Records a movie of the view");
     describe(*form.horizontalSlider, "Time in milliseconds", "The current time of all engagements");
     describe(*form.menuBar, "Menu bar", "Files, playback speed and view");
+
+    // The mouse leaves the focus, and with it the keys, where it is.
+    for (QWidget* const control :
+         {static_cast<QWidget*>(form.playButton), static_cast<QWidget*>(form.recordButton),
+          static_cast<QWidget*>(form.horizontalSlider)})
+        control->setFocusPolicy(Qt::TabFocus);
+    form.doubleSpinBox->setFocusPolicy(Qt::StrongFocus);
 
     QWidget::setTabOrder(form.glWidget, form.doubleSpinBox);
     QWidget::setTabOrder(form.doubleSpinBox, form.playButton);

@@ -1,4 +1,4 @@
-// Names and tab order of the window's controls, for those who don't see or point.
+// Names, focus and tab order of the window's controls, for those who don't see or point.
 #pragma once
 
 namespace Ui {

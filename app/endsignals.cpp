@@ -53,6 +53,10 @@ EndSignals::~EndSignals() {
     }
 }
 
+bool EndSignals::hasCome() {
+    return came != 0;
+}
+
 void EndSignals::endBySignal() {
     const int signal = came;
     if (signal == 0)

@@ -14,6 +14,8 @@ public:
     EndSignals();
     ~EndSignals() override;
 
+    // Whether one has come, which an event loop that is to run later would not hear of.
+    static bool hasCome();
     // Ends the process by the signal that has come, as it would have without this; returns where none has.
     static void endBySignal();
 

@@ -16,8 +16,6 @@ bool isArrow(int key) {
 // Whether a control has a use of its own for one of the table's keys.
 bool usesKey(const QObject& control, const QKeyEvent& event) {
     const int key = event.key();
-    if (qobject_cast<const QAbstractButton*>(&control) != nullptr)
-        return key == Qt::Key_Space;
     if (qobject_cast<const QAbstractSpinBox*>(&control) == nullptr &&
         qobject_cast<const QLineEdit*>(&control) == nullptr)
         return false;
@@ -40,9 +38,21 @@ KeyFilter::KeyFilter(QWidget& window, Run run) : QObject(&window), run_(std::mov
 }
 
 bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && handle(*watched, static_cast<const QKeyEvent&>(*event)))
-        return true;
+    if (event->type() == QEvent::KeyPress) {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        if (press(*watched, key) || handle(*watched, key))
+            return true;
+    }
     return QObject::eventFilter(watched, event);
+}
+
+bool KeyFilter::press(QObject& watched, const QKeyEvent& event) {
+    auto* const button = qobject_cast<QAbstractButton*>(&watched);
+    if (button == nullptr || (event.key() != Qt::Key_Return && event.key() != Qt::Key_Enter))
+        return false;
+    if (!event.isAutoRepeat())
+        button->click();
+    return true;
 }
 
 bool KeyFilter::handle(const QObject& watched, const QKeyEvent& event) {

@@ -29,6 +29,14 @@ constexpr KeyRow kRows[] = {
      {Qt::Key_L, kNone},
      kPlayback,
      "play forward in real time; pressed again, faster, up to 32 times"},
+    {KeyCommand::SlowBackward,
+     {Qt::SHIFT | Qt::Key_J, kNone},
+     kPlayback,
+     "play backward at half of real time; pressed again, slower, down to 1/32"},
+    {KeyCommand::SlowForward,
+     {Qt::SHIFT | Qt::Key_L, kNone},
+     kPlayback,
+     "play forward at half of real time; pressed again, slower, down to 1/32"},
 
     {KeyCommand::PreviousSample, {Qt::Key_Left, kNone}, kTime, "previous sample of the selected engagement", kRepeats},
     {KeyCommand::NextSample, {Qt::Key_Right, kNone}, kTime, "next sample of the selected engagement", kRepeats},
@@ -45,6 +53,10 @@ constexpr KeyRow kRows[] = {
      kRepeats},
     {KeyCommand::NextEvent, {Qt::Key_BracketRight, kNone}, kTime, "next event", kRepeats},
     {KeyCommand::ToClosestApproach, {Qt::Key_C, kNone}, kTime, "to the closest approach of the selected engagement"},
+    {KeyCommand::ExtendClock,
+     {Qt::Key_E, kNone},
+     kTime,
+     "let the clock run to the end of the longest engagement, until the viewer is closed"},
 
     {KeyCommand::SetInPoint, {Qt::Key_I, kNone}, kLoop, "the loop begins here"},
     {KeyCommand::SetOutPoint, {Qt::Key_O, kNone}, kLoop, "the loop ends here"},
@@ -155,6 +167,11 @@ QString keyTexts(const KeyRow& row) {
         if (key != kNone)
             texts << QKeySequence(key).toString(QKeySequence::PortableText);
     return texts.join(QStringLiteral(", "));
+}
+
+QString keyTexts(KeyCommand command) {
+    const auto* const row = std::ranges::find(kRows, command, &KeyRow::command);
+    return row == std::end(kRows) ? QString() : keyTexts(*row);
 }
 
 QString keyTableAsMarkdown() {

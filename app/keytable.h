@@ -13,6 +13,8 @@ enum class KeyCommand {
     ShuttleBackward,
     ShuttleStop,
     ShuttleForward,
+    SlowBackward,
+    SlowForward,
     PreviousSample,
     NextSample,
     TenthBack,
@@ -24,6 +26,7 @@ enum class KeyCommand {
     PreviousEvent,
     NextEvent,
     ToClosestApproach,
+    ExtendClock,
     SetInPoint,
     SetOutPoint,
     ToggleLoop,
@@ -73,6 +76,7 @@ const KeyRow* keyRowOf(QKeyCombination pressed);
 
 // The row's keys as people read them: "F1, ?".
 QString keyTexts(const KeyRow& row);
+QString keyTexts(KeyCommand command);
 
 // The table for the documents: one section after the other, each with its heading and a table of keys and effects.
 QString keyTableAsMarkdown();

@@ -22,6 +22,7 @@
 #include "qvideoencoder.h"
 #include "recordingnotice.h"
 #include "recordingtexts.h"
+#include "timeentry.h"
 #include "ui_new_sorvane.h"
 #include "viewnotice.h"
 #include "viewsizesteps.h"
@@ -41,12 +42,14 @@ new_sorvane::new_sorvane(QWidget* parent)
     connect(ui->glWidget, &AircraftWidget::reportFatalError, this, warn);
     ui->glWidget->init(15.0F, 15.0F, ViewThreat, ui.get());
     timer = new QTimer(this);
+    timer->setTimerType(Qt::PreciseTimer); // others round the interval, and real time would run fast
     connect(timer, &QTimer::timeout, this, &new_sorvane::incrementTime);
 
     notice_ = new ViewNotice(*ui->glWidget);
     recordingNotice_ = std::make_unique<RecordingNotice>(*notice_);
     new ViewSizeSteps(*this, *ui->glWidget, *ui->recordButton);
     CopyKeyFilter::installOn(*ui->doubleSpinBox);
+    TimeEntry::installOn(*ui->doubleSpinBox, *ui->glWidget);
     clock_ = std::make_unique<PlaybackClock>(
         ClockControls{*timer, *ui->playButton, *ui->horizontalSlider, *ui->doubleSpinBox});
     joinEngagements();
@@ -83,8 +86,14 @@ void new_sorvane::joinEngagements() {
 
 void new_sorvane::loadEtxyzFile(const QString& path) {
     EngagementReading reading = readEngagement(path);
-    if (reading.data != nullptr)
+    const etxyz* const loaded = reading.data.get();
+    if (loaded != nullptr)
         engagements.add(path, std::move(reading));
+    features_->fileLoaded(path, loaded);
+}
+
+LoadNotice& new_sorvane::loadNotice() {
+    return features_->loadNotice();
 }
 
 void new_sorvane::showAdded(const LoadedEngagement& added) {
@@ -160,11 +169,11 @@ void new_sorvane::on_playButton_clicked() {
 }
 
 void new_sorvane::incrementTime() {
-    const double now = ui->doubleSpinBox->value();
+    features_->beforeTick();
     // Before the time moves: a movie starts with the frame that was on show.
     if (encoder != nullptr)
         recordFrame();
-    const ClockTick tick = clock_->transport().next(now, speed, clock_->range());
+    const ClockTick tick = clock_->transport().next(clock_->time(), speed, clock_->range());
     if (tick.isAtEnd || tick.isAtStart)
         clock_->stop();
     if (tick.isAtEnd)
@@ -174,6 +183,8 @@ void new_sorvane::incrementTime() {
     // The slider, at its maximum, has set the box back to its own time: the box shows the end of the clock.
     if (tick.isAtEnd)
         ui->doubleSpinBox->setValue(tick.time);
+    clock_->arrivedAt(tick.time);
+    features_->afterTick(speed);
 }
 
 // Box and slider set each other. The exchange ends by itself, since a value that does not change fires no signal.
@@ -195,23 +206,28 @@ void new_sorvane::on_doubleSpinBox_valueChanged(double value) {
 
 // The four factors compound, deliberately without bound; only "1.0" sets a speed.
 void new_sorvane::on_action1_0_triggered() {
-    speed = 1.0;
+    setSpeed(1.0);
 }
 
 void new_sorvane::on_actionX2_triggered() {
-    speed *= 2.0;
+    setSpeed(speed * 2.0);
 }
 
 void new_sorvane::on_actionX0_5_triggered() {
-    speed *= 0.5;
+    setSpeed(speed * 0.5);
 }
 
 void new_sorvane::on_actionX10_triggered() {
-    speed *= 10.0;
+    setSpeed(speed * 10.0);
 }
 
 void new_sorvane::on_actionX0_1_triggered() {
-    speed *= 0.1;
+    setSpeed(speed * 0.1);
+}
+
+void new_sorvane::setSpeed(double newSpeed) {
+    speed = newSpeed;
+    features_->speedChosen(speed);
 }
 
 void new_sorvane::on_actionScreenshot_triggered() {

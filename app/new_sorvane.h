@@ -15,6 +15,7 @@ class new_sorvane;
 }
 
 namespace sorvane {
+class LoadNotice;
 class WindowFeatures;
 class PlaybackClock;
 class RecordingNotice;
@@ -28,8 +29,11 @@ public:
     explicit new_sorvane(QWidget* parent = nullptr);
     ~new_sorvane() override;
 
-    // Loads one engagement into the list. A file that yields no keyframes changes nothing and is not reported.
+    // Loads one engagement into the list. A file that yields no keyframes is named in the view and changes nothing.
     void loadEtxyzFile(const QString& path);
+
+    // What the view says about the loading of files.
+    sorvane::LoadNotice& loadNotice();
 
     // Saves the view as a picture; the name's ending is its format. Problems are message boxes.
     void saveImage(const QString& path);
@@ -57,6 +61,7 @@ private:
     void showAdded(const sorvane::LoadedEngagement& added);
     void addMenu(const sorvane::LoadedEngagement& added);
     void growSlider(const sorvane::LoadedEngagement& loaded);
+    void setSpeed(double newSpeed);
     void recordFrame();
     void finishRecording();
     // Ends the recording that runs, or asks for the name of one as the button does.

@@ -28,6 +28,30 @@ void PlaybackClock::shuttleBackward() {
     run();
 }
 
+void PlaybackClock::shuttleSlowlyForward() {
+    transport_.shuttleSlowlyForward();
+    run();
+}
+
+void PlaybackClock::shuttleSlowlyBackward() {
+    transport_.shuttleSlowlyBackward();
+    run();
+}
+
+bool PlaybackClock::isRunning() const {
+    return controls_.timer.isActive();
+}
+
+double PlaybackClock::time() const {
+    const double shown = controls_.box.value();
+    return transport_.shuttleRate() && shownTime_ == shown ? exactTime_ : shown;
+}
+
+void PlaybackClock::arrivedAt(double exactTime) {
+    exactTime_ = std::min(exactTime, controls_.box.maximum());
+    shownTime_ = controls_.box.value();
+}
+
 void PlaybackClock::run() {
     controls_.timer.start(kTickMilliseconds);
     controls_.playButton.setIcon(QIcon(QStringLiteral(":/images/pause.svg")));

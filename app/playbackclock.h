@@ -1,6 +1,8 @@
 // Runs and stops the clock's timer, with the icon of the play button.
 #pragma once
 
+#include <optional>
+
 #include "transport.h"
 
 class QDoubleSpinBox;
@@ -26,9 +28,18 @@ public:
     void play();
     void shuttleForward();
     void shuttleBackward();
+    void shuttleSlowlyForward();
+    void shuttleSlowlyBackward();
     void stop();
     // Stops a clock that runs, however it does, and plays otherwise.
     void playOrStop();
+    bool isRunning() const;
+
+    // The time from which a tick goes on. It is the box's; while the shuttle runs it is what the last tick came to
+    // exactly, of which box and slider hold only so many digits.
+    double time() const;
+    // After a tick to `exactTime` has been shown.
+    void arrivedAt(double exactTime);
 
     // The times that it covers with the engagements that are loaded.
     ClockRange range() const;
@@ -40,6 +51,8 @@ private:
 
     ClockControls controls_;
     Transport transport_;
+    double exactTime_ = 0.0;
+    std::optional<double> shownTime_; // what the box makes of the exact time, since the last tick of the shuttle
 };
 
 // Milliseconds as the slider counts them, truncated. Times that no int holds end at its limits.

@@ -8,11 +8,17 @@
 namespace sorvane {
 namespace {
 constexpr double kFastestShuttle = 32.0;
+constexpr double kSlowestShuttle = 1.0 / 32.0;
 } // namespace
 
 void Transport::shuttle(double direction) {
     const double rate = shuttleRate_.value_or(0.0);
     shuttleRate_ = rate * direction > 0.0 ? std::clamp(2.0 * rate, -kFastestShuttle, kFastestShuttle) : direction;
+}
+
+void Transport::shuttleSlowly(double direction) {
+    const double rate = shuttleRate_.value_or(0.0) * direction; // in this direction
+    shuttleRate_ = direction * (rate > 0.0 ? std::max(0.5 * rate, kSlowestShuttle) : 0.5);
 }
 
 void Transport::setInPoint(double time) {

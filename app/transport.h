@@ -19,9 +19,12 @@ struct ClockTick {
 class Transport {
 public:
     // The shuttle has a rate of its own, in engagement seconds per second: real time at first, doubled each time it is
-    // sent the way that it goes already, up to 32 times.
+    // sent the way that it goes already, up to 32 times; sent slowly, half of real time at first and halved, down to
+    // 1/32.
     void shuttleForward() { shuttle(1.0); }
     void shuttleBackward() { shuttle(-1.0); }
+    void shuttleSlowlyForward() { shuttleSlowly(1.0); }
+    void shuttleSlowlyBackward() { shuttleSlowly(-1.0); }
     void leaveShuttle() { shuttleRate_.reset(); }
     std::optional<double> shuttleRate() const { return shuttleRate_; }
 
@@ -39,6 +42,7 @@ public:
 
 private:
     void shuttle(double direction);
+    void shuttleSlowly(double direction);
     bool isInLoop(const ClockRange& range) const { return isLooping_ && inPoint_ < outPoint(range); }
     ClockTick forward(double next, const ClockRange& range) const;
     ClockTick backward(double next, const ClockRange& range) const;

@@ -23,8 +23,22 @@ ViewNotice::ViewNotice(QWidget& view) : QLabel(&view), noticeTimer_(new QTimer(t
 }
 
 void ViewNotice::notify(const QString& text) {
+    isOfMoment_ = false;
     noticeTimer_->start(kNoticeMilliseconds);
     place(text, kNoticeColour);
+}
+
+void ViewNotice::notifyOfMoment(const QString& text) {
+    notify(text);
+    isOfMoment_ = true;
+}
+
+void ViewNotice::momentHasPassed() {
+    if (!isOfMoment_)
+        return;
+    isOfMoment_ = false;
+    noticeTimer_->stop();
+    showMark();
 }
 
 void ViewNotice::mark(const QString& text) {

@@ -9,12 +9,15 @@
 
 #include "accessiblenames.h"
 #include "aircraftwidget.h"
+#include "clockreach.h"
+#include "emptyhint.h"
 #include "engagementmenu.h"
 #include "etxyz.h"
 #include "filereload.h"
 #include "focusframe.h"
 #include "keyfilter.h"
 #include "keyhelp.h"
+#include "loadnotice.h"
 #include "measuretext.h"
 #include "playbackclock.h"
 #include "selection.h"
@@ -54,11 +57,20 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
                   parts_.clock.range());
           })),
       readout_(new ViewReadout(*parts.form.glWidget, [this] { return readoutSubject(); })),
-      help_(new KeyHelp(parts.window)) {
+      help_(new KeyHelp(parts.window)), loads_(new LoadNotice(*parts.form.glWidget)), report_(*loads_),
+      reach_(new ClockReach(
+          {*parts.form.doubleSpinBox, *parts.form.horizontalSlider}, parts.engagements, *loads_, &parts.window)),
+      playback_({*parts.form.doubleSpinBox, *parts.form.horizontalSlider, parts.clock, *reach_, parts.notice}) {
     new FocusFrame(*parts.form.glWidget);
     styleEngagementMenu(*parts.form.menuETXYZ_Files);
     QObject::connect(
         parts.form.glWidget, &AircraftWidget::cameraMoved, readout_, [this] { tellWhenNothingIsInSight(); });
+    (new EmptyHint(*parts.form.glWidget, parts.engagements))->lower();
+    const auto passMoment = [this] {
+        parts_.notice.momentHasPassed();
+    };
+    QObject::connect(parts.form.doubleSpinBox, &QDoubleSpinBox::valueChanged, &parts.notice, passMoment);
+    QObject::connect(parts.form.horizontalSlider, &QSlider::valueChanged, &parts.notice, passMoment);
     makeAccessible(parts.form);
     new KeyFilter(parts.window, [this](KeyCommand command) { run(command); });
     QObject::connect(
@@ -91,11 +103,15 @@ void WindowFeatures::run(KeyCommand command) {
     case KeyCommand::PlayOrPause:
         return parts_.clock.playOrStop();
     case KeyCommand::ShuttleBackward:
-        return parts_.clock.shuttleBackward();
+        return shuttle(&PlaybackClock::shuttleBackward);
     case KeyCommand::ShuttleStop:
         return parts_.clock.stop();
     case KeyCommand::ShuttleForward:
-        return parts_.clock.shuttleForward();
+        return shuttle(&PlaybackClock::shuttleForward);
+    case KeyCommand::SlowBackward:
+        return shuttle(&PlaybackClock::shuttleSlowlyBackward);
+    case KeyCommand::SlowForward:
+        return shuttle(&PlaybackClock::shuttleSlowlyForward);
     case KeyCommand::PreviousSample:
         return stepToSample(false);
     case KeyCommand::NextSample:
@@ -118,6 +134,8 @@ void WindowFeatures::run(KeyCommand command) {
         return stepToEvent(true);
     case KeyCommand::ToClosestApproach:
         return goToClosestApproach();
+    case KeyCommand::ExtendClock:
+        return reach_->extend(parts_.notice);
     case KeyCommand::SetInPoint:
         return setLoopPoint(true);
     case KeyCommand::SetOutPoint:
@@ -194,18 +212,36 @@ void WindowFeatures::stepToEvent(bool isForward) {
     if (engagement == nullptr)
         return;
     if (const EngagementEvent* const event = steps_->toEvent(engagement->facts().events, direction(isForward)))
-        parts_.notice.notify(QStringLiteral("%1: %2").arg(event->name, timeText(event->time)));
+        parts_.notice.notifyOfMoment(QStringLiteral("%1: %2").arg(event->name, timeText(event->time)));
+    else
+        tellNoEvent(isForward);
+}
+
+void WindowFeatures::tellNoEvent(bool isForward) {
+    parts_.notice.notifyOfMoment(QStringLiteral("No event %1 %2")
+                                     .arg(
+                                         isForward ? QStringLiteral("after") : QStringLiteral("before"),
+                                         timeText(parts_.form.doubleSpinBox->value())));
+}
+
+void WindowFeatures::shuttle(void (PlaybackClock::*send)()) {
+    (parts_.clock.*send)();
+    playback_.tellShuttle();
 }
 
 void WindowFeatures::goToClosestApproach() {
     const LoadedEngagement* const engagement = current_.get();
     if (engagement == nullptr || !engagement->facts().closest)
         return;
-    const double time = engagement->facts().closest->time;
-    if (steps_->canShow(time))
-        steps_->to(time);
-    else
-        parts_.notice.notify(QStringLiteral("Closest approach: %1, which the time box can't show").arg(timeText(time)));
+    const ClosestApproach& closest = *engagement->facts().closest;
+    if (steps_->canShow(closest.time)) {
+        steps_->to(closest.time);
+        parts_.notice.notifyOfMoment(
+            QStringLiteral("Closest approach: %1").arg(lengthText(closest.range, LengthUnit::Unstated)));
+    } else {
+        parts_.notice.notify(
+            QStringLiteral("Closest approach: %1, which the time box can't show").arg(timeText(closest.time)));
+    }
 }
 
 void WindowFeatures::setLoopPoint(bool isInPoint) {

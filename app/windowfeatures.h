@@ -7,6 +7,8 @@
 #include "engagementkeys.h"
 #include "filewatch.h"
 #include "keytable.h"
+#include "loadreport.h"
+#include "playbacknotes.h"
 #include "readout.h"
 
 class QMainWindow;
@@ -15,7 +17,9 @@ class new_sorvane;
 }
 
 namespace sorvane {
+class ClockReach;
 class KeyHelp;
+class LoadNotice;
 class PlaybackClock;
 class TimeMarks;
 class TimeSteps;
@@ -40,6 +44,14 @@ public:
 
     // A view of the engagement has been chosen.
     void viewChosen(EngagementId id);
+    // A file has been loaded; without data when it gave no engagement.
+    void fileLoaded(const QString& path, const etxyz* loaded) { report_.tell(path, loaded); }
+    void speedChosen(double speed) { playback_.tellSpeed(speed); }
+    // Around each tick of the clock.
+    void beforeTick() { playback_.beforeTick(); }
+    void afterTick(double speed) { playback_.afterTick(speed); }
+
+    LoadNotice& loadNotice() { return *loads_; }
 
 private:
     void run(KeyCommand command);
@@ -49,6 +61,8 @@ private:
     void stepToSample(bool isForward);
     void stepToEvent(bool isForward);
     void goToClosestApproach();
+    void tellNoEvent(bool isForward);
+    void shuttle(void (PlaybackClock::*send)());
     void setLoopPoint(bool isInPoint);
     void toggleLoop();
     void tellLoop();
@@ -66,5 +80,9 @@ private:
     TimeMarks* marks_;     // of the slider's children
     ViewReadout* readout_; // of the view's children
     KeyHelp* help_;        // of the window's children
+    LoadNotice* loads_;    // of the view's children
+    LoadReport report_;
+    ClockReach* reach_; // of the window's children
+    PlaybackNotes playback_;
 };
 } // namespace sorvane

@@ -26,7 +26,8 @@ void etxyz::LoadETXYZ(const QString& path) {
 TrajectoryFileHeader etxyz::load(const TrajectoryInput& input) {
     TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
     takeHeader(header);
-    keyframes = readRecords(input.device.get(), input.isProcess, samples);
+    keyframes = readRecords(input.device.get(), input.isProcess, samples, isWhollyRead);
+    isWhollyRead = isWhollyRead && header.isWhole;
     const EngagementFiles files = chooseFiles(header);
     takeFiles(files);
     target = std::make_unique<Hardbody>();
@@ -52,6 +53,7 @@ void etxyz::takeFiles(const EngagementFiles& files) {
     targetSignatureBase = files.targetSignatureBase;
     targetGeometryBase = files.targetGeometryBase;
     targetBrdfPath = files.targetBrdfPath;
+    isStockTarget = files.isStockTarget;
     band = files.band;
     threatModelBase = files.threatModelBase;
     threatSignatureBase = files.threatSignatureBase;

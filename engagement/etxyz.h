@@ -71,7 +71,9 @@ public:
     QString targetSignatureBase; // path without its extension
     QString targetGeometryBase;  // path without its extension
     QString targetBrdfPath;
-    QString headerText9; // the colour name: "cyan" gives the threat a cyan path
+    bool isStockTarget = false; // it stands in for one of which a file is not there
+    bool isWhollyRead = true;   // no word of header and records was missing or malformed
+    QString headerText9;        // the colour name: "cyan" gives the threat a cyan path
     QString threatId;
     int headerInt10 = 0;
     float fieldOfView = 1.5F; // full cone angle of the seeker, degrees

@@ -60,11 +60,20 @@ bool AircraftWidget::init(float a, float b, ViewMode mode, Ui::new_sorvane* ui) 
         resizeGL(width_, height_);
         isSuspended_ = false;
         ui_ = ui;
+        repaintOnChecks();
         return true;
     } catch (...) {
         emit reportError(QStringLiteral("aircraftWidget.init:  encountered an unknown error."));
         return false;
     }
+}
+
+void AircraftWidget::repaintOnChecks() {
+    if (ui_ == nullptr)
+        return;
+    for (const QAction* const shown :
+         {ui_->actionShow_Terrain, ui_->actionShow_History_Lines, ui_->actionShow_Drop_Lines, ui_->actionShow_Grid})
+        connect(shown, &QAction::toggled, this, qOverload<>(&QWidget::update), Qt::UniqueConnection);
 }
 
 void AircraftWidget::setViewMode(ViewMode mode) {
@@ -114,6 +123,7 @@ void AircraftWidget::withContext(const std::function<void()>& use) {
 
 void AircraftWidget::reset() {
     takeSizeFromGeometry();
+    update();
     const etxyz* const selected = selectedEngagement(engagements_);
     if (selected == nullptr)
         return;
@@ -121,16 +131,15 @@ void AircraftWidget::reset() {
     makeCurrent();
     resizeGL(width_, height_);
     doneCurrent();
-    update();
 }
 
 void AircraftWidget::setKeyframe(double time) {
+    update();
     const etxyz* const selected = selectedEngagement(engagements_);
     if (selected == nullptr)
         return;
     camera_.follow(subjectAt(*selected, currentTime_), subjectAt(*selected, time));
     currentTime_ = time;
-    update();
 }
 
 void AircraftWidget::initHardbodiesIfReady(etxyz& engagement) {

@@ -28,8 +28,8 @@ public:
     ~AircraftWidget() override;
 
     // Starts the view: mode, camera at (100, 0, 0) looking at the origin, size from the geometry. The two numbers are
-    // kept and not used; the form, not owned, is read every frame for the View menu's check marks. On an unknown error
-    // emits reportError and returns false.
+    // kept and not used; the form, not owned, is read every frame for the View menu's check marks, and a change of one
+    // draws the next frame. On an unknown error emits reportError and returns false.
     bool init(float a, float b, ViewMode mode, Ui::new_sorvane* ui);
 
     // Stores the mode; the caller calls reset() next.
@@ -47,11 +47,11 @@ public:
     void endEtxyz(std::unique_ptr<etxyz> engagement);
 
     // Places the camera anew for the current mode on the selected engagement and applies the field of view. Without a
-    // selected engagement only the size is taken anew.
+    // selected engagement only the size is taken anew. Repaints.
     void reset();
 
-    // Playback moved to `time` (seconds): the camera follows the selected engagement. Without one nothing happens, and
-    // the time is not stored either: deliberate.
+    // Playback moved to `time` (seconds): the camera follows the selected engagement. Without one the view is repainted
+    // and no more: that the time is not stored either is deliberate.
     void setKeyframe(double time);
 
     // Moves the camera to where all of the selected engagement is in the picture. The caller has chosen the free view.
@@ -106,6 +106,7 @@ protected:
 private:
     // Runs what moves the camera, unless the view is the seeker's.
     template <class Move> void moveCamera(const Move& move);
+    void repaintOnChecks();
     bool hasCurrentContext() const;
     void takeSizeFromGeometry();
     void startDrawing();

@@ -34,15 +34,20 @@ public:
         return false;
     }
 
-    template <class Use> auto withWords(Use use) const {
-        return isPlain_ ? use(PlainWords(line_)) : use(TextWords(text_));
+    template <class Use> auto withWords(Use use) {
+        const NotingConversion noting(isAllConverted_);
+        return isPlain_ ? use(BasicPlainWords(line_, noting)) : use(BasicTextWords<NotingConversion>(text_, noting));
     }
+
+    // Whether every word that was asked for so far was there and a number.
+    bool isAllConverted() const { return isAllConverted_; }
 
 private:
     TrajectoryLines lines_;
     std::string_view line_;
     QString text_;
     bool isPlain_ = true;
+    bool isAllConverted_ = true;
 };
 
 // The header's lines. Those that the data lack are null.
@@ -55,16 +60,25 @@ public:
         return !line_.isNull();
     }
     const QString& text() const { return line_; }
-    template <class Use> auto withWords(Use use) const { return use(TextWords(line_)); }
+    template <class Use> auto withWords(Use use) {
+        return use(BasicTextWords<NotingConversion>(line_, NotingConversion(isAllConverted_)));
+    }
+    bool isAllConverted() const { return isAllConverted_; }
 
 private:
     QIODevice* device_;
     bool isProcess_;
     QString line_;
+    bool isAllConverted_ = true;
 };
 
-// Hands each record to `take`. False when the last one is truncated.
-template <class Take> bool forEachRecord(RecordLines lines, Take take) {
+struct RecordsEnd {
+    bool isWhole = true;        // the last record is not truncated
+    bool isAllConverted = true; // every word was a number
+};
+
+// Hands each record to `take`.
+template <class Take> RecordsEnd forEachRecord(RecordLines lines, Take take) {
     std::vector<Flare> flares; // reused, so that whoever keeps them allocates once, at their size
     bool isWhole = true;
     while (nextRecord(lines)) {
@@ -72,7 +86,7 @@ template <class Take> bool forEachRecord(RecordLines lines, Take take) {
         isWhole = readRecord(lines, sample, flares);
         take(sample, std::as_const(flares));
     }
-    return isWhole;
+    return {isWhole, lines.isAllConverted()};
 }
 
 // As the viewer draws them.
@@ -96,7 +110,9 @@ private:
 
 TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess) {
     HeaderLines lines(device, isProcess);
-    return readHeaderFrom(lines);
+    TrajectoryFileHeader header = readHeaderFrom(lines);
+    header.isWhole = lines.isAllConverted();
+    return header;
 }
 
 QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess) {
@@ -107,17 +123,19 @@ QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess) {
     return keyframes.take();
 }
 
-QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess, SampleSeries& samples) {
+QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess, SampleSeries& samples, bool& isAllRead) {
     KeyframeMap keyframes;
-    forEachRecord(RecordLines(device, isProcess), [&](const Sample& sample, const std::vector<Flare>& flares) {
-        keyframes.add(sample, flares);
-        samples.add(sample, flares);
-    });
+    const RecordsEnd end =
+        forEachRecord(RecordLines(device, isProcess), [&](const Sample& sample, const std::vector<Flare>& flares) {
+            keyframes.add(sample, flares);
+            samples.add(sample, flares);
+        });
     samples.putInOrder();
+    isAllRead = end.isWhole && end.isAllConverted;
     return keyframes.take();
 }
 
 bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take) {
-    return forEachRecord(RecordLines(device, isProcess), take);
+    return forEachRecord(RecordLines(device, isProcess), take).isWhole;
 }
 } // namespace sorvane

@@ -26,6 +26,7 @@ struct TrajectoryFileHeader {
     int int10 = 0;
     QString threatId;
     float fieldOfView = 1.5F; // degrees; what a malformed one leaves
+    bool isWhole = true;      // all of its numbers could be read
 };
 
 // Reads the twelve lines of the header. A line that the data lack counts as blank. Of each reader here: with
@@ -36,8 +37,9 @@ TrajectoryFileHeader readTrajectoryHeader(QIODevice* device, bool isProcess);
 // begin. When the data end within a record, it is kept, and what is missing of it is 0. Of two records with the same
 // time the later one is kept.
 QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess);
-// The same, with their numbers as the text gives them in `samples`, which is to be empty.
-QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess, SampleSeries& samples);
+// The same, with their numbers as the text gives them in `samples`, which is to be empty. `isAllRead` becomes false
+// when a word is missing or malformed, or the last record is truncated.
+QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess, SampleSeries& samples, bool& isAllRead);
 
 // Hands every record to `take`, in the order of the file; two with the same time are both handed out. Quicker than
 // readRecords, where half of the time goes into the map. Both arguments are valid during the call only. Returns false

@@ -42,4 +42,22 @@ struct SilentConversion {
     template <class Word> static std::optional<double> toReal(Word word) { return sorvane::toReal(word); }
     template <class Word> static std::optional<double> toDouble(Word word) { return sorvane::toDouble(word); }
 };
+
+// Notes in a flag, which must outlive it, that there was one.
+class NotingConversion {
+public:
+    explicit NotingConversion(bool& isAllConverted) : isAllConverted_(&isAllConverted) {}
+
+    template <class Word> std::optional<int> toInt(Word word) const { return noted(sorvane::toInt(word)); }
+    template <class Word> std::optional<double> toReal(Word word) const { return noted(sorvane::toReal(word)); }
+    template <class Word> std::optional<double> toDouble(Word word) const { return noted(sorvane::toDouble(word)); }
+
+private:
+    template <class Number> std::optional<Number> noted(std::optional<Number> number) const {
+        *isAllConverted_ = *isAllConverted_ && number;
+        return number;
+    }
+
+    bool* isAllConverted_;
+};
 } // namespace sorvane

@@ -127,10 +127,12 @@ TEST_F(EngagementListTest, LoadingTakesTheViewToTheBoxsTimeAndTheCameraToItsStar
 TEST_F(EngagementListTest, TheScreenFollowsWhatIsLoadedHiddenSteppedAndTakenOut) {
     showWindow();
     action("actionShow_Grid")->setChecked(false);
+    hideTexts();
     const QImage empty = onScreen(*view);
     // At its end the threat has left a path behind on one side of the view.
     window.loadEtxyzFile(
         writeTrajectory(folder.filePath("t"), {TestSample{}, {.time = 10.0, .threat = {0.0, 20.0, -500.0}}}));
+    hideTexts();
     const QImage atStart = onScreen(*view);
     box->setValue(10.0);
     const QImage atEnd = onScreen(*view);
@@ -146,6 +148,7 @@ TEST_F(EngagementListTest, TheScreenFollowsWhatIsLoadedHiddenSteppedAndTakenOut)
     EXPECT_EQ(onScreen(*view), atEnd);
 
     engagements().remove(engagements().begin()->id());
+    hideTexts();
     EXPECT_EQ(onScreen(*view), empty);
     EXPECT_EQ(fileCount(), 0);
     EXPECT_TRUE(engagements().isEmpty());

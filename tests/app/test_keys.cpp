@@ -148,7 +148,6 @@ TEST_F(KeyTest, BracketsVisitTheEventsAndCTheClosestApproach) {
         press(Qt::Key_BracketLeft);
         EXPECT_NEAR(box->value(), expected, kBoxStep);
     }
-    EXPECT_EQ(notice->text(), "First sample: 0.000 s");
     press(Qt::Key_C);
     EXPECT_NEAR(box->value(), 5.0, kBoxStep);
 }
@@ -194,6 +193,7 @@ TEST_F(KeyTest, DigitsChooseViewsAndNeverUncheckOne) {
     };
     QTest::mousePress(view, Qt::RightButton, {}, {10, 10});
     QTest::mouseMove(view, {60, 10});
+    QTest::mouseRelease(view, Qt::RightButton, {}, {60, 10});
     QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(view, &wheel);
     ASSERT_NE(eye(), 50.0F);

@@ -33,7 +33,7 @@ TEST(KeyTableTest, OnlyModifiersThatTypeACharacterAreOverlooked) {
         {QKeyCombination(Qt::KeypadModifier, Qt::Key_3), "3"},
         {QKeyCombination(Qt::KeypadModifier, Qt::Key_Left), "Left"},
         {Qt::SHIFT | Qt::Key_Left, "Shift+Left"},
-        {Qt::SHIFT | Qt::Key_J, ""},
+        {Qt::SHIFT | Qt::Key_K, ""},
         {Qt::CTRL | Qt::Key_I, ""},
         {Qt::ALT | Qt::Key_J, ""},
         {Qt::CTRL | Qt::SHIFT | Qt::Key_Left, ""},

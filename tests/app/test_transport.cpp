@@ -24,6 +24,14 @@ TEST(TransportTest, ShuttleDoublesOneWayAndTurnsAtRealTime) {
         transport.shuttleBackward();
         expectRate(rate);
     }
+    for (const double rate : {0.5, 0.25, 0.125, 1.0 / 16.0, 1.0 / 32.0, 1.0 / 32.0}) {
+        transport.shuttleSlowlyForward();
+        expectRate(rate);
+    }
+    transport.shuttleForward();
+    expectRate(1.0 / 16.0);
+    transport.shuttleSlowlyBackward();
+    expectRate(-0.5);
     transport.leaveShuttle();
     EXPECT_DOUBLE_EQ(transport.next(5.0, 2.0, kRange).time, 5.066);
 }

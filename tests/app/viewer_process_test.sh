@@ -25,8 +25,22 @@ run_and_close() {
     fi
 }
 
+# Options that print and end, and a machine without a display.
+"$program" --version | grep -qx 'new_sorvane [0-9.]*'
+"$program" "$folder/missing" --help | grep -q '^Usage: new_sorvane '
+for place in "" ":99999"; do
+    status=0
+    env -u WAYLAND_DISPLAY DISPLAY="$place" "$program" 2>"$folder/messages" || status=$?
+    if [ "$status" -ne 1 ] || [ "$(grep -c '' "$folder/messages")" -ne 1 ] || ! grep -q '"sorvane render"' "$folder/messages"; then
+        cat "$folder/messages"
+        echo "exit status $status without a display"
+        exit 1
+    fi
+done
+
 run_and_close
 run_and_close "$folder/ETXYZ.OUT.1" "$folder/missing" "$folder"
+grep -q 'ETXYZ.OUT.1: .*stock target' "$folder/messages" && grep -q 'missing: there is no such file' "$folder/messages"
 # Asked to end by a signal, it ends in order and then by that signal.
 "$program" "$folder/ETXYZ.OUT.1" 2>"$folder/messages" &
 viewer=$! status=0

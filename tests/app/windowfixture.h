@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDoubleSpinBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -69,6 +70,11 @@ struct WindowTest : testing::Test {
             ->grabWindow(0, corner.x(), corner.y(), widget.width(), widget.height())
             .toImage()
             .convertToFormat(QImage::Format_RGB32);
+    }
+    // The texts over the view.
+    void hideTexts() const {
+        for (QLabel* const text : view->findChildren<QLabel*>())
+            text->hide();
     }
     EngagementList& engagements() { return *window.findChild<EngagementList*>(); }
     QAction* action(const QString& name) { return window.findChild<QAction*>(name); }

@@ -18,6 +18,7 @@
 #include "terraincheck.h"
 #include "terrainxmlparser.h"
 #include "trajectorycheck.h"
+#include "trajectoryfile.h"
 #include "vnlfile.h"
 
 namespace sorvane {
@@ -149,7 +150,7 @@ std::optional<int> CheckRun::checkFacets(const std::string& path, FileKind kind,
 }
 
 void CheckRun::checkTrajectoryAnd(const std::string& path, FindingList& findings) {
-    const std::optional<TrajectoryFileHeader> header = checkTrajectory(path, findings);
+    const std::optional<TrajectoryFileHeader> header = checkTrajectory(openTrajectoryAt(path), path, findings);
     if (!header)
         return;
     const EngagementFiles files = chooseFiles(*header);

@@ -16,6 +16,7 @@
 #include "inputfile.h"
 #include "inputtexts.h"
 #include "interrupt.h"
+#include "openingproblem.h"
 #include "picturefile.h"
 
 namespace sorvane {

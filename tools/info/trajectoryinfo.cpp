@@ -8,6 +8,7 @@
 #include "encounter.h"
 #include "engagementfiles.h"
 #include "flaregrey.h"
+#include "openingproblem.h"
 #include "shortestnumber.h"
 #include "trajectoryfile.h"
 #include "trajectoryheaderfields.h"

@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "inputfile.h"
-#include "inputtexts.h"
+#include "openingproblem.h"
 
 namespace sorvane {
 namespace {

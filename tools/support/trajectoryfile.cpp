@@ -6,9 +6,9 @@
 
 #include <QFile>
 
-#include "compression.h"
 #include "filekind.h"
 #include "inputtexts.h"
+#include "openingproblem.h"
 
 namespace sorvane {
 TrajectoryInput openTrajectoryAt(const std::string& path) {
@@ -19,12 +19,6 @@ TrajectoryInput openTrajectoryAt(const std::string& path) {
     if (!input->open(stdin, QIODevice::ReadOnly))
         return {};
     return {std::move(input), false};
-}
-
-std::optional<Problem> problemOfInput(const TrajectoryInput& input, const std::string& path) {
-    constexpr qint64 kHeadBytes = 8;
-    const QByteArray head = input.isProcess ? QByteArray() : input.device->peek(kHeadBytes);
-    return problemOfCompression(std::string_view(head.data(), static_cast<std::size_t>(head.size())), path);
 }
 
 sorvane::Outcome<TrajectoryInput> openTrajectoryFile(const std::string& path) {

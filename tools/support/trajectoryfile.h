@@ -13,9 +13,6 @@ namespace sorvane {
 // The trajectory at `path`; "-" is standard input.
 TrajectoryInput openTrajectoryAt(const std::string& path);
 
-// What keeps an open input from being read: data that are compressed where the viewer does not expect it.
-std::optional<Problem> problemOfInput(const TrajectoryInput& input, const std::string& path);
-
 // The trajectory, if it is one; the problem, which names the file, when it can't be opened or is something else.
 sorvane::Outcome<TrajectoryInput> openTrajectoryFile(const std::string& path);
 

@@ -34,11 +34,11 @@ bool FindingList::wants(Severity severity, FindingPlace place, std::string_view 
 
 void FindingList::add(Severity severity, FindingPlace place, std::string_view kind, std::string text) {
     if (wants(severity, place, kind))
-        findings_.push_back({file_, place, severity, std::move(text)});
+        findings_.push_back({file_, place, severity, std::move(text), 1, kind});
 }
 
 void FindingList::addOnce(Severity severity, FindingPlace place, std::string_view kind, std::string text) {
-    const Finding finding{file_, place, severity, text};
+    const Finding finding{file_, place, severity, text, 1, kind};
     if (std::ranges::find(findings_, finding) == findings_.end())
         add(severity, place, kind, std::move(text));
 }
@@ -50,7 +50,7 @@ std::vector<Finding> FindingList::take() {
                 {file_, kind.firstDropped, kind.severity,
                  std::string("and ") + std::to_string(kind.count - kKeptOfAKind) + " more " + std::string(kind.name) +
                      " (--all prints them)",
-                 kind.count - kKeptOfAKind});
+                 kind.count - kKeptOfAKind, kind.name});
     std::ranges::stable_sort(
         findings_, {}, [](const Finding& finding) { return std::pair(finding.place.line, finding.place.column); });
     kinds_.clear();

@@ -24,6 +24,7 @@ struct Finding {
     Severity severity = Severity::Error;
     std::string text;
     std::int64_t count = 1; // of those for which it stands
+    std::string_view kind;  // names those that are counted together, in the plural
 
     bool operator==(const Finding&) const = default;
 };

@@ -8,16 +8,15 @@
 #include "engagementfiles.h"
 #include "flarecheck.h"
 #include "linereading.h"
+#include "openingproblem.h"
 #include "samplecheck.h"
-#include "trajectoryfile.h"
+#include "trajectoryinput.h"
 #include "watchedreader.h"
 
 namespace sorvane {
 namespace {
-constexpr const char* kNumbers = "malformed numbers";
 constexpr const char* kMissingWords = "lines with missing words";
 constexpr const char* kRecords = "faults of records";
-constexpr const char* kFiles = "missing files";
 
 // Words of the lines, by which one can be taken for another.
 constexpr qsizetype kHeadWords = 8;
@@ -60,7 +59,9 @@ private:
     void checkTerrainFiles(const EngagementFiles& named, const EngagementFiles& chosen);
     void checkTargetFiles(const EngagementFiles& named, const EngagementFiles& chosen);
     void checkStock(std::size_t line, const char* what, std::initializer_list<QString> paths);
-    bool reportMissing(std::size_t line, const QString& path, const char* what, const char* replacement);
+    bool reportMissing(
+        std::size_t line, const QString& path, const char* what, const char* replacement,
+        const char* kind = kMissingFiles);
 
     FindingList& findings_;
     TrajectoryFileHeader header_;
@@ -75,7 +76,7 @@ private:
 void TrajectoryCheck::reportWords(const LineFaults& faults, const char* replacement) {
     for (const MalformedWord& word : faults.malformed)
         findings_.error(
-            {faults.line, word.column}, kNumbers,
+            {faults.line, word.column}, kMalformedNumbers,
             std::string("\"") + word.word.toStdString() + "\" is not " +
                 (word.kind == NumberKind::Integer ? "an integer of 32 bits" : "a finite number") + " and reads as " +
                 replacement);
@@ -111,11 +112,12 @@ void TrajectoryCheck::header(const WatchedHeader& told) {
         kThreat, "threat's", {chosen.threatBrdfPath(), chosen.threatGeometryPath(), chosen.threatRadiancePath()});
 }
 
-bool TrajectoryCheck::reportMissing(std::size_t line, const QString& path, const char* what, const char* replacement) {
+bool TrajectoryCheck::reportMissing(
+    std::size_t line, const QString& path, const char* what, const char* replacement, const char* kind) {
     if (QFile::exists(path))
         return false;
     findings_.warning(
-        {std::max<std::int64_t>(headerLines_.at(line), 1)}, kFiles,
+        {std::max<std::int64_t>(headerLines_.at(line), 1)}, kind,
         std::string("the ") + what + " file \"" + path.toStdString() + "\" does not exist: the stock " + replacement +
             " takes its place");
     return true;
@@ -125,7 +127,7 @@ void TrajectoryCheck::checkStock(std::size_t line, const char* what, std::initia
     for (const QString& path : paths)
         if (!QFile::exists(path))
             findings_.error(
-                {std::max<std::int64_t>(headerLines_.at(line), 1)}, kFiles,
+                {std::max<std::int64_t>(headerLines_.at(line), 1)}, kMissingFiles,
                 std::string("the ") + what + " file \"" + path.toStdString() + "\" does not exist");
 }
 
@@ -140,10 +142,10 @@ void TrajectoryCheck::checkTerrainFiles(const EngagementFiles& named, const Enga
 void TrajectoryCheck::checkTargetFiles(const EngagementFiles& named, const EngagementFiles& chosen) {
     if (!chosen.isStockTarget)
         return;
-    reportMissing(kSignature, named.targetRadiancePath(), "target's radiance", "target");
-    reportMissing(kSignature, named.atmospherePath(), "atmosphere", "target");
-    reportMissing(kGeometry, named.targetGeometryPath(), "target's geometry", "target");
-    reportMissing(kBrdf, named.targetBrdfPath, "target's reflectance", "target");
+    reportMissing(kSignature, named.targetRadiancePath(), "target's radiance", "target", kReplacedTargetFiles);
+    reportMissing(kSignature, named.atmospherePath(), "atmosphere", "target", kReplacedTargetFiles);
+    reportMissing(kGeometry, named.targetGeometryPath(), "target's geometry", "target", kReplacedTargetFiles);
+    reportMissing(kBrdf, named.targetBrdfPath, "target's reflectance", "target", kReplacedTargetFiles);
     checkStock(
         kSignature, "stock target's",
         {chosen.targetBrdfPath, chosen.targetGeometryPath(), chosen.targetRadiancePath(), chosen.atmospherePath()});
@@ -221,20 +223,20 @@ void TrajectoryCheck::finish() {
 }
 } // namespace
 
-std::optional<TrajectoryFileHeader> checkTrajectory(const std::string& path, FindingList& findings) {
-    const TrajectoryInput input = openTrajectoryAt(path);
+std::optional<TrajectoryFileHeader>
+checkTrajectory(const TrajectoryInput& input, const std::string& path, FindingList& findings) {
     if (input.device == nullptr) {
-        findings.error({}, kFiles, "the file can't be opened, or uncompress can't be started");
+        findings.error({}, kMissingFiles, "the file can't be opened, or uncompress can't be started");
         return std::nullopt;
     }
     if (const std::optional<Problem> problem = problemOfInput(input, path)) {
-        findings.error({}, kFiles, "the file " + problem->text);
+        findings.error({}, kMissingFiles, "the file " + problem->text);
         return std::nullopt;
     }
     TrajectoryCheck check(findings);
     readWatched(input.device.get(), input.isProcess, check);
     if (!input.cameWhole())
-        findings.error({}, kFiles, "its compressed data are damaged or cut short");
+        findings.error({}, kMissingFiles, "its compressed data are damaged or cut short");
     check.finish();
     return check.readHeader();
 }

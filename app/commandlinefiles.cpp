@@ -1,0 +1,112 @@
+// Loads the files of the command line into a window that is on show.
+#include "commandlinefiles.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QShortcutEvent>
+#include <QWindow>
+
+#include "endsignals.h"
+#include "loadnotice.h"
+#include "new_sorvane.h"
+
+namespace sorvane {
+namespace {
+// Drops what the user does to the program, but for asking it to stop loading or to end.
+class InputGate : public QObject {
+public:
+    InputGate() {
+        QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+    ~InputGate() override { QGuiApplication::restoreOverrideCursor(); }
+
+    bool isStopAsked() const { return isStopAsked_; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        switch (event->type()) {
+        case QEvent::KeyPress:
+            isStopAsked_ = isStopAsked_ || static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+            return true;
+        case QEvent::Shortcut:
+            return static_cast<QShortcutEvent*>(event)->key() != QKeySequence(Qt::CTRL | Qt::Key_C);
+        case QEvent::KeyRelease:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+        case QEvent::Wheel:
+        case QEvent::ContextMenu:
+        case QEvent::DragEnter:
+        case QEvent::Drop:
+            return true;
+        default:
+            return QObject::eventFilter(watched, event);
+        }
+    }
+
+private:
+    bool isStopAsked_ = false;
+};
+
+// Lets the window live in a small part of the time, however long its picture takes.
+class Breath {
+public:
+    explicit Breath(const QWidget& window) : window_(window) {}
+
+    void takeIfDue() {
+        constexpr qint64 kLeastMilliseconds = 100;
+        constexpr qint64 kWorkPerBreath = 10;
+        if (since_.isValid() && since_.elapsed() < std::max(kLeastMilliseconds, kWorkPerBreath * taken_))
+            return;
+        QElapsedTimer taking;
+        taking.start();
+        if (!since_.isValid())
+            waitForDisplay();
+        QApplication::processEvents();
+        taken_ = taking.elapsed();
+        since_.start();
+    }
+
+private:
+    void waitForDisplay() const {
+        constexpr qint64 kMostMilliseconds = 500;
+        QElapsedTimer waiting;
+        waiting.start();
+        const QWindow* const shown = window_.windowHandle();
+        while (shown != nullptr && !shown->isExposed() && waiting.elapsed() < kMostMilliseconds)
+            QApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+
+    const QWidget& window_;
+    QElapsedTimer since_;
+    qint64 taken_ = 0; // milliseconds, the last time
+};
+} // namespace
+
+void loadCommandLineFiles(new_sorvane& window, const QStringList& paths) {
+    if (paths.isEmpty())
+        return;
+    const InputGate gate;
+    Breath breath(window);
+    LoadNotice& notice = window.loadNotice();
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+        notice.setProgress(
+            QStringLiteral("%1 of %2: %3, Esc stops").arg(i + 1).arg(paths.size()).arg(QFileInfo(paths[i]).fileName()));
+        breath.takeIfDue();
+        if (EndSignals::hasCome() || !window.isVisible())
+            return;
+        if (gate.isStopAsked()) {
+            notice.setProgress({});
+            notice.setLast(QStringLiteral("Stopped: %1 of %2 files are loaded").arg(i).arg(paths.size()));
+            return;
+        }
+        window.loadEtxyzFile(paths[i]);
+    }
+    notice.setProgress({});
+}
+} // namespace sorvane

@@ -1,0 +1,13 @@
+// Loads the files of the command line into a window that is on show.
+#pragma once
+
+#include <QStringList>
+
+class new_sorvane;
+
+namespace sorvane {
+// In their order, before the window takes any input: what comes of it meanwhile is dropped, but Escape ends the loading
+// and Ctrl+C closes the window. Window and pointer live between the files, and the view says how far it has come. Also
+// ends when the window is closed or the process is asked to end.
+void loadCommandLineFiles(new_sorvane& window, const QStringList& paths);
+} // namespace sorvane

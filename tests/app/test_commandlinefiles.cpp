@@ -1,0 +1,65 @@
+// Files of the command line, loaded into a window that lives meanwhile.
+#include "windowfixture.h"
+
+#include <QLabel>
+#include <QWindow>
+
+#include "commandlinefiles.h"
+
+using namespace sorvane;
+
+namespace {
+struct CommandLineFilesTest : WindowTest {
+    QLabel* const loads = window.findChild<QLabel*>("loadNotice");
+
+    QStringList files(int count) {
+        QStringList paths;
+        for (int i = 0; i < count; ++i)
+            paths << writeTrajectoryUntil(folder.filePath(QString("ETXYZ.OUT.%1").arg(i)), 5.0);
+        return paths;
+    }
+    // Runs in the loading's first turn of the event loop.
+    template <class Act> void meanwhile(const Act& act) { QTimer::singleShot(0, &window, act); }
+};
+
+TEST_F(CommandLineFilesTest, TheWindowShowsHowFarItIsAndTakesNoInput) {
+    window.show();
+    const QStringList paths = files(3);
+    QString progress;
+    meanwhile([&] {
+        progress = loads->text().section('\n', 0, 0);
+        EXPECT_TRUE(loads->isVisible());
+        ASSERT_NE(QApplication::overrideCursor(), nullptr);
+        EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::BusyCursor);
+        QTest::mouseClick(playButton, Qt::LeftButton);
+        QTest::keyClick(view, Qt::Key_End);
+    });
+    bool wasShown = false;
+    QObject::connect(&engagements(), &EngagementList::added, &window, [&] {
+        wasShown = wasShown || (engagements().size() == 1 && window.windowHandle()->isExposed());
+    });
+    loadCommandLineFiles(window, paths);
+    EXPECT_TRUE(wasShown) << "before the first file";
+    EXPECT_EQ(progress, "1 of 3: ETXYZ.OUT.0, Esc stops");
+    EXPECT_FALSE(timer->isActive());
+    EXPECT_EQ(box->value(), 0.0);
+    EXPECT_EQ(engagements().size(), 3U);
+    EXPECT_TRUE(entry(0, 1)->isChecked()) << "in the order of the command line";
+    EXPECT_FALSE(loads->text().contains("Esc stops"));
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    QTest::mouseClick(playButton, Qt::LeftButton);
+    EXPECT_TRUE(timer->isActive());
+}
+
+TEST_F(CommandLineFilesTest, EscapeStopsAndCtrlCCloses) {
+    showWindow();
+    meanwhile([&] { QTest::keyClick(view, Qt::Key_Escape); });
+    loadCommandLineFiles(window, files(5));
+    EXPECT_EQ(engagements().size(), 0U);
+    EXPECT_TRUE(loads->text().startsWith("Stopped: 0 of 5 files are loaded")) << loads->text().toStdString();
+    meanwhile([&] { QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier); });
+    loadCommandLineFiles(window, files(5));
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(engagements().size(), 0U);
+}
+} // namespace
