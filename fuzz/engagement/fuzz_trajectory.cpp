@@ -67,7 +67,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     if (*data % 3 == 0) {
         SampleSeries series;
-        const QMap<double, keyframe> samples = readRecords(&buffer, false, series);
+        bool isAllRead = true;
+        const QMap<double, keyframe> samples = readRecords(&buffer, false, series, isAllRead);
         TrickleDevice trickle(text, 1 + *data);
         Keeper keeper;
         readWatched(&trickle, false, keeper);

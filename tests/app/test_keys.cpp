@@ -376,37 +376,4 @@ TEST_F(KeyTest, HeldKeysRepeatStepsOnly) {
     QApplication::sendEvent(help, &held);
     EXPECT_TRUE(help->isVisible()) << "the key that opened the list is still held";
 }
-
-TEST_F(KeyTest, TheViewShowsThatTabHasGivenItTheFocus) {
-    showWindow();
-    const auto isFramed = [this] {
-        const QColor colour = window.palette().color(QPalette::Highlight);
-        const QImage shown = onScreen(*view);
-        return shown.pixelColor(0, 100) == colour && shown.pixelColor(shown.width() - 1, shown.height() - 1) == colour;
-    };
-    focus(box);
-    QTest::mouseClick(view, Qt::LeftButton);
-    ASSERT_TRUE(view->hasFocus());
-    EXPECT_FALSE(isFramed()) << "who clicks knows where";
-    focus(slider);
-    QTest::keyClick(slider, Qt::Key_Tab);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return view->hasFocus(); }));
-    EXPECT_TRUE(isFramed());
-    QTest::keyClick(view, Qt::Key_Tab);
-    ASSERT_FALSE(view->hasFocus());
-    EXPECT_FALSE(isFramed());
-}
-
-TEST_F(KeyTest, TabVisitsTheControlsInOrderAndTheyHaveNames) {
-    showWindow();
-    QStringList order;
-    for (int i = 0; i < 6; ++i) {
-        EXPECT_FALSE(QApplication::focusWidget()->accessibleName().isEmpty());
-        order << QApplication::focusWidget()->objectName();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    EXPECT_EQ(
-        order,
-        (QStringList{"glWidget", "doubleSpinBox", "playButton", "recordButton", "horizontalSlider", "glWidget"}));
-}
 } // namespace

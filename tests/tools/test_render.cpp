@@ -24,6 +24,7 @@
 #include "overlaytext.h"
 #include "pixels.h"
 #include "rows.h"
+#include "signalhandling.h"
 #include "standardinput.h"
 #include "temporarydirectory.h"
 #include "textapplication.h"
@@ -352,40 +353,6 @@ TEST_F(RenderTest, AFailedWriteLeavesWhatWasThere) {
         EXPECT_THAT(render(name).err, HasSubstr(": No such file or directory\n")) << name;
     std::filesystem::create_directory(results.file("folder.png"));
     EXPECT_THAT(render("folder.png").err, HasSubstr("folder.png: not a regular file\n"));
-}
-
-// Handles a signal in a way of its own for the length of a test, whatever the process was started with.
-class SignalHandling {
-public:
-    SignalHandling(int signal, void (*handler)(int)) : signal_(signal) {
-        struct sigaction action = {};
-        action.sa_handler = handler;
-        ::sigaction(signal_, &action, &before_);
-    }
-    ~SignalHandling() { ::sigaction(signal_, &before_, nullptr); }
-    SignalHandling(const SignalHandling&) = delete;
-    SignalHandling& operator=(const SignalHandling&) = delete;
-
-private:
-    int signal_;
-    struct sigaction before_ = {};
-};
-
-TEST(Interrupt, HeedsWhatIsNotIgnoredAndPutsHandlersBack) {
-    static int reached;
-    reached = 0;
-    const SignalHandling interrupted(SIGINT, [](int) { ++reached; });
-    const SignalHandling hungUp(SIGHUP, SIG_IGN); // as under nohup
-    {
-        const Interrupt interrupt;
-        ::raise(SIGHUP);
-        EXPECT_EQ(Interrupt::requested(), 0);
-        ::raise(SIGINT);
-        EXPECT_EQ(Interrupt::requested(), SIGINT);
-    }
-    EXPECT_EQ(reached, 0);
-    ::raise(SIGINT);
-    EXPECT_EQ(reached, 1);
 }
 
 TEST_F(RenderTest, AnInterruptedRunLeavesNothing) {
