@@ -17,7 +17,6 @@
 #include "commandrun.h"
 #include "environmentvariable.h"
 #include "fulldisk.h"
-#include "interrupt.h"
 #include "lzw.h"
 #include "makedemonstration.h"
 #include "moviereader.h"
