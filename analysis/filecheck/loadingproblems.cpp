@@ -80,6 +80,7 @@ std::vector<std::string> textsOf(const std::vector<Finding>& findings, bool (*co
             same->count += finding.count;
     }
     std::vector<std::string> texts;
+    texts.reserve(kinds.size());
     for (const KindOfFindings& kind : kinds)
         texts.push_back(textOf(kind));
     return texts;
