@@ -5,7 +5,6 @@
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QKeyEvent>
-#include <QLineEdit>
 
 namespace sorvane {
 namespace {
@@ -16,13 +15,11 @@ bool isArrow(int key) {
 // Whether a control has a use of its own for one of the table's keys.
 bool usesKey(const QObject& control, const QKeyEvent& event) {
     const int key = event.key();
-    if (qobject_cast<const QAbstractSpinBox*>(&control) == nullptr &&
-        qobject_cast<const QLineEdit*>(&control) == nullptr)
+    if (qobject_cast<const QAbstractSpinBox*>(&control) == nullptr)
         return false;
-    const bool isEditing = event.modifiers().testFlag(Qt::ControlModifier);
     const bool isOfTheNumber = key == Qt::Key_Home || key == Qt::Key_End || key == Qt::Key_PageUp ||
                                key == Qt::Key_PageDown || key == Qt::Key_Delete;
-    return isEditing || isOfTheNumber || isArrow(key) || (key >= Qt::Key_0 && key <= Qt::Key_9);
+    return isOfTheNumber || isArrow(key) || (key >= Qt::Key_0 && key <= Qt::Key_9);
 }
 } // namespace
 
@@ -30,11 +27,8 @@ KeyFilter::KeyFilter(QWidget& window, Run run) : QObject(&window), run_(std::mov
     window.installEventFilter(this);
     for (QAbstractButton* const button : window.findChildren<QAbstractButton*>())
         button->installEventFilter(this);
-    for (QAbstractSpinBox* const box : window.findChildren<QAbstractSpinBox*>()) {
-        box->installEventFilter(this);
-        if (auto* const edit = box->findChild<QLineEdit*>())
-            edit->installEventFilter(this);
-    }
+    for (QAbstractSpinBox* const box : window.findChildren<QAbstractSpinBox*>())
+        box->installEventFilter(this); // its line hands it all keys
 }
 
 bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {

@@ -37,6 +37,14 @@ void PlaybackNotes::tellShuttle() const {
             .arg(rate < 0.0 ? QStringLiteral("backward") : QStringLiteral("forward"), factorText(rate)));
 }
 
+void PlaybackNotes::tellEndOfClock(double time) const {
+    QString text = QStringLiteral("The clock ends at %1: %2 lets it run to the end of the engagement")
+                       .arg(timeText(time), keyTexts(KeyCommand::ExtendClock));
+    if (parts_.notice.isMarked())
+        text += QStringLiteral(", %1 ends the recording").arg(keyTexts(KeyCommand::ToggleRecording));
+    parts_.notice.notify(text);
+}
+
 void PlaybackNotes::beforeTick() {
     boxBefore_ = parts_.box.value();
     sliderBefore_ = parts_.slider.value();
@@ -50,8 +58,7 @@ void PlaybackNotes::afterTick(double speed) {
     if (!stands || toldAt_)
         return;
     if (now >= parts_.box.maximum() && parts_.reach.isShort())
-        parts_.notice.notify(QStringLiteral("The clock ends at %1: %2 lets it run to the end of the engagement")
-                                 .arg(timeText(now), keyTexts(KeyCommand::ExtendClock)));
+        tellEndOfClock(now);
     else if (!parts_.clock.transport().shuttleRate())
         parts_.notice.notify(QStringLiteral("At playback speed x%1 rounding holds the clock at %2: %3 plays slowly")
                                  .arg(speed)

@@ -32,6 +32,8 @@ public:
     void afterTick(double speed);
 
 private:
+    void tellEndOfClock(double time) const;
+
     PlaybackParts parts_;
     double boxBefore_ = 0.0;
     int sliderBefore_ = 0;

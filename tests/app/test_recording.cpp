@@ -85,6 +85,16 @@ TEST_F(RecordingTest, AKeyBeginsAndEndsIt) {
     EXPECT_TRUE(QFile::exists(folder.filePath("c.avi"))) << "a refused recording is none that the key could end";
 }
 
+TEST_F(RecordingTest, WhereTheClockStandsANoticeNamesTheKeyThatEndsIt) {
+    showWindow();
+    loadUntil(40.0);
+    box->setValue(29.999);
+    record(folder.filePath("a.avi"));
+    const QString told =
+        "The clock ends at 29.999 s: E lets it run to the end of the engagement, Ctrl+R ends the recording";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notice->text() == told; })) << qPrintable(notice->text());
+}
+
 TEST_F(RecordingTest, EveryTickIsAFrameUprightAndInItsColours) {
     showWindow();
     loadUntil(20.0);
