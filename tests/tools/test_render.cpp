@@ -158,6 +158,15 @@ TEST_F(RenderTest, TextsStandOverThePictureThatThereWouldBe) {
     EXPECT_GT(countPixels(shown.frames[2].copy(300, 0, 40, 30), [](int r, int, int) { return r > 150; }), 10);
 }
 
+TEST_F(RenderTest, TheOverviewHasThePathsInThePicture) {
+    const QImage last = rendered("a.png", {"--view", "overview", "--no-grid", "--no-drop-lines", "--at", "2"});
+    EXPECT_EQ(litPixels(last, 0, 6) + litPixels(last, 474, 480), 0);
+    EXPECT_GT(litPixels(last, 6, 100), 0);
+    EXPECT_GT(litPixels(last, 380, 474), 0) << "500 units below";
+    EXPECT_EQ(render("b.png", {"--view", "overview", "--eye", "1,2,3"}).status, ExitStatus::Failed);
+    EXPECT_THAT(render("c.png", {"--view", "overview", "--print-command"}).out, HasSubstr("--view overview --at"));
+}
+
 TEST_F(RenderTest, MoreSamplesThanThereAreAreRefused) {
     const CommandRun run = render("a.png", {"--antialias", "8"});
     EXPECT_EQ(run.status, ExitStatus::Failed);

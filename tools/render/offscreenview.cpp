@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "camerasubject.h"
+#include "overview.h"
 #include "projection.h"
 
 namespace sorvane {
@@ -54,6 +55,12 @@ std::vector<LoadedPart> OffscreenView::add(std::unique_ptr<etxyz> engagement, bo
 Camera OffscreenView::cameraAt(double time, const CameraChoice& choice, std::size_t followed) const {
     Camera camera;
     camera.setMode(choice.mode);
+    if (choice.isOverview) {
+        const Viewpoint over =
+            overviewOf(*engagements_.at(followed), kDefaultFieldOfViewDegrees, size_.width(), size_.height());
+        camera.place(over.eye, over.centre);
+        return camera;
+    }
     if (choice.mode == ViewFree) {
         camera.place(point(choice.eye), point(choice.lookAt));
         return camera;

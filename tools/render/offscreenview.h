@@ -17,11 +17,13 @@
 #include "scene.h"
 
 namespace sorvane {
-// Where the camera is. In a free view it stays at `eye` and looks at `lookAt`, in the viewer's world units.
+// Where the camera is. In a free view it stays at `eye` and looks at `lookAt`, in the viewer's world units, or where
+// all of the followed engagement is in the picture.
 struct CameraChoice {
     ViewMode mode = ViewThreat;
     float eye[3] = {100.0F, 0.0F, 0.0F};
     float lookAt[3] = {};
+    bool isOverview = false;
 };
 
 // A body or the terrain of an engagement, or a tile of that: what its loaders said, and whether it is drawn.

@@ -98,10 +98,16 @@ void addCameraOptions(CLI::App& parser, RenderRequest& request) {
     std::map<std::string, ViewMode> modes;
     for (const ViewModeName& view : kViewModes)
         modes[view.option] = view.mode;
+    modes[kOverview] = ViewFree;
     parser
         .add_option_function<std::string>(
-            "--view", [&request, modes](const std::string& name) { request.view = modes.at(name); },
-            "What the camera follows: threat, target, the threat's seeker (gyro) or nothing (free) (default threat)")
+            "--view",
+            [&request, modes](const std::string& name) {
+                request.view = modes.at(name);
+                request.isOverview = name == kOverview;
+            },
+            "What the camera follows: threat, target, the threat's seeker (gyro) or nothing (free), or where it sees "
+            "every sample (overview) (default threat)")
         ->check(CLI::IsMember(modes))
         ->type_name("VIEW");
     const auto addPoint = [&](const char* name, std::optional<std::array<float, 3>>& point, const char* description) {

@@ -64,7 +64,7 @@ std::optional<sorvane::Problem> problemOfTimes(const RenderRequest& request) {
 }
 
 std::optional<sorvane::Problem> problemOfView(const RenderRequest& request) {
-    if ((request.eye || request.lookAt) && request.view.value_or(ViewFree) != ViewFree)
+    if ((request.eye || request.lookAt) && (request.isOverview || request.view.value_or(ViewFree) != ViewFree))
         return "--eye and --look-at place the free view's camera; the other views place their own";
     const CameraChoice free;
     if ((request.eye || request.lookAt) &&
@@ -111,6 +111,7 @@ PlannedRendering planRendering(const RenderRequest& request, double endSeconds) 
     plan.size = request.size;
     plan.scene = request.scene;
     plan.camera.mode = request.view.value_or(request.eye || request.lookAt ? ViewFree : ViewThreat);
+    plan.camera.isOverview = request.isOverview;
     if (request.eye)
         std::ranges::copy(*request.eye, plan.camera.eye);
     if (request.lookAt)
@@ -151,8 +152,8 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
     for (const std::string& file : request.files)
         words.push_back(file == "-" ? file : absolutePath(file));
     words.insert(words.end(), {"-o", absolutePath(request.output)});
-    words.insert(words.end(), {"--view", nameOf(plan.camera.mode).option});
-    if (plan.camera.mode == ViewFree)
+    words.insert(words.end(), {"--view", plan.camera.isOverview ? kOverview : nameOf(plan.camera.mode).option});
+    if (plan.camera.mode == ViewFree && !plan.camera.isOverview)
         words.insert(words.end(), {"--eye", pointText(plan.camera.eye), "--look-at", pointText(plan.camera.lookAt)});
     if (plan.kind == OutputKind::Picture)
         words.insert(words.end(), {"--at", shortestText(plan.fromSeconds)});

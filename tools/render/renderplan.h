@@ -22,6 +22,7 @@ struct RenderRequest {
     std::vector<std::string> files;
     std::string output;
     std::optional<ViewMode> view;
+    bool isOverview = false; // a free view of all of the followed engagement
     std::optional<std::array<float, 3>> eye;
     std::optional<std::array<float, 3>> lookAt;
     std::optional<double> atSeconds; // of the one picture
@@ -35,6 +36,8 @@ struct RenderRequest {
     TextRequest texts;
     bool allowsMissing = false;
 };
+
+constexpr const char* kOverview = "overview"; // beside the names of the view modes
 
 enum class OutputKind {
     Picture,
