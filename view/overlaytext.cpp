@@ -13,6 +13,7 @@ namespace sorvane {
 namespace {
 constexpr int kMargin = 8;  // pixels from the picture's edges
 constexpr int kPadding = 4; // around a text
+constexpr int kHalfPadding = kPadding / 2;
 constexpr QColor kBackground(0, 0, 0, 190);
 constexpr QColor kLetters(0xE0, 0xE0, 0xE0);
 
@@ -74,7 +75,7 @@ const QImage& LabelPainter::imageOf(const BodyLabel& label) {
         return image;
     const QFontMetricsF metrics(font_);
     const QSizeF size(
-        std::ceil(metrics.horizontalAdvance(label.text)) + 2 * kPadding, std::ceil(metrics.height()) + kPadding / 2);
+        std::ceil(metrics.horizontalAdvance(label.text)) + 2 * kPadding, std::ceil(metrics.height()) + kHalfPadding);
     image = QImage((size * pixelRatio_).toSize(), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(pixelRatio_);
     image.fill(kBackground);
