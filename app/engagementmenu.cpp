@@ -49,8 +49,11 @@ void markFollowed(const EngagementList& engagements) {
     const LoadedEngagement* const followed = engagements.selected();
     for (const LoadedEngagement& engagement : engagements) {
         QAction* const entry = engagement.data().menu->menuAction();
+        const bool isFollowed = &engagement == followed;
         QFont font = entry->font();
-        font.setBold(&engagement == followed);
+        if (font.bold() == isFollowed)
+            continue; // setting it would lay the whole menu out again
+        font.setBold(isFollowed);
         entry->setFont(font);
     }
 }

@@ -6,19 +6,15 @@
 
 namespace sorvane {
 namespace {
-constexpr int kMargin = 8; // pixels
-constexpr int kTop = 44;   // below a notice of one line
+constexpr int kTop = 44; // below a notice of one line
 constexpr int kShownMilliseconds = 60000;
 constexpr qsizetype kMostLines = 6;
 } // namespace
 
-LoadNotice::LoadNotice(QWidget& view) : QLabel(&view), passing_(new QTimer(this)) {
-    setObjectName(QStringLiteral("loadNotice"));
-    setTextFormat(Qt::PlainText);
+LoadNotice::LoadNotice(QWidget& view) : ViewLabel(view, QStringLiteral("loadNotice")), passing_(new QTimer(this)) {
     setCursor(Qt::PointingHandCursor);
-    setMargin(kMargin / 2);
-    setStyleSheet(QStringLiteral("color: #ffd54f; background: rgba(0, 0, 0, 190);"));
-    hide();
+    setColour(QLatin1String("#ffd54f"));
+    move(kViewMargin, kTop);
     passing_->setSingleShot(true);
     connect(passing_, &QTimer::timeout, this, [this] { clearLines(); });
 }
@@ -64,14 +60,6 @@ void LoadNotice::arrange() {
         shown << QStringLiteral("A click closes this.");
     if (!progress_.isEmpty())
         shown.prepend(progress_);
-    setText(shown.join(u'\n'));
-    // Wrapped only where it has to be.
-    const int room = parentWidget()->width() - 2 * kMargin;
-    setWordWrap(false);
-    const QSize unwrapped = sizeHint();
-    setWordWrap(unwrapped.width() > room);
-    resize(wordWrap() ? QSize(room, heightForWidth(room)) : unwrapped);
-    move(kMargin, kTop);
-    setVisible(!shown.isEmpty());
+    showText(shown.join(u'\n'));
 }
 } // namespace sorvane

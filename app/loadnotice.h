@@ -3,15 +3,16 @@
 
 #include <functional>
 
-#include <QLabel>
 #include <QStringList>
+
+#include "viewlabel.h"
 
 class QTimer;
 
 namespace sorvane {
-// A label below the notices of the view. Grabbed frames don't contain it. Its lines stay until they are clicked away or
+// A label below the notices of the view. Its lines stay until they are clicked away or
 // a minute has passed since the last one; how far a loading has come shows above them for as long as it lasts.
-class LoadNotice : public QLabel {
+class LoadNotice : public ViewLabel {
 public:
     explicit LoadNotice(QWidget& view);
 

@@ -18,23 +18,8 @@ void PlaybackClock::play() {
     run();
 }
 
-void PlaybackClock::shuttleForward() {
-    transport_.shuttleForward();
-    run();
-}
-
-void PlaybackClock::shuttleBackward() {
-    transport_.shuttleBackward();
-    run();
-}
-
-void PlaybackClock::shuttleSlowlyForward() {
-    transport_.shuttleSlowlyForward();
-    run();
-}
-
-void PlaybackClock::shuttleSlowlyBackward() {
-    transport_.shuttleSlowlyBackward();
+void PlaybackClock::shuttle(void (Transport::*send)()) {
+    (transport_.*send)();
     run();
 }
 

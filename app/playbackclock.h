@@ -26,10 +26,8 @@ public:
 
     // Runs forward at the playback speed, whatever the shuttle did.
     void play();
-    void shuttleForward();
-    void shuttleBackward();
-    void shuttleSlowlyForward();
-    void shuttleSlowlyBackward();
+    // Runs as the shuttle does after `send`, one of the four ways that it is sent.
+    void shuttle(void (Transport::*send)());
     void stop();
     // Stops a clock that runs, however it does, and plays otherwise.
     void playOrStop();

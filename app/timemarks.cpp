@@ -82,19 +82,14 @@ bool TimeMarks::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QWidget::eventFilter(watched, event);
     const auto& help = static_cast<const QHelpEvent&>(*event);
-    const bool hasMark = std::ranges::any_of(
-        marks_, [&](const TimeMark& mark) { return std::abs(place(mark.time) - help.pos().x()) <= kReach; });
-    if (hasMark)
-        showNames(help);
-    return hasMark;
-}
-
-void TimeMarks::showNames(const QHelpEvent& event) const {
     QStringList names;
     for (const TimeMark& mark : marks_)
-        if (std::abs(place(mark.time) - event.pos().x()) <= kReach)
+        if (std::abs(place(mark.time) - help.pos().x()) <= kReach)
             names << mark.name;
-    QToolTip::showText(event.globalPos(), names.join('\n'), &slider_);
+    if (names.isEmpty())
+        return false; // the slider's own then
+    QToolTip::showText(help.globalPos(), names.join(u'\n'), &slider_);
+    return true;
 }
 
 void TimeMarks::paintEvent(QPaintEvent* /*event*/) {

@@ -7,7 +7,6 @@
 #include <QString>
 #include <QWidget>
 
-class QHelpEvent;
 class QSlider;
 
 namespace sorvane {
@@ -46,8 +45,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void showNames(const QHelpEvent& event) const;
-
     QSlider& slider_;
     Source source_;
     std::vector<TimeMark> marks_;

@@ -6,18 +6,13 @@
 namespace sorvane {
 namespace {
 constexpr int kNoticeMilliseconds = 6000;
-constexpr int kMargin = 8; // pixels
 constexpr QLatin1String kNoticeColour("#ffd54f");
 constexpr QLatin1String kMarkColour("#ff5252");
 } // namespace
 
-ViewNotice::ViewNotice(QWidget& view) : QLabel(&view), noticeTimer_(new QTimer(this)) {
-    setObjectName(QStringLiteral("viewNotice"));
+ViewNotice::ViewNotice(QWidget& view) : ViewLabel(view, QStringLiteral("viewNotice")), noticeTimer_(new QTimer(this)) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    setTextFormat(Qt::PlainText);
-    setMargin(kMargin / 2);
-    move(kMargin, kMargin);
-    hide();
+    move(kViewMargin, kViewMargin);
     noticeTimer_->setSingleShot(true);
     connect(noticeTimer_, &QTimer::timeout, this, [this] { showMark(); });
 }
@@ -52,18 +47,7 @@ void ViewNotice::showMark() {
 }
 
 void ViewNotice::place(const QString& text, QLatin1String colour) {
-    // A recording changes its mark with every frame; a style sheet is too dear for that.
-    if (colour_ != colour) {
-        colour_ = colour;
-        setStyleSheet(QStringLiteral("color: %1; background: rgba(0, 0, 0, 190);").arg(colour_));
-    }
-    setText(text);
-    // Wrapped only where it has to be.
-    const int room = parentWidget()->width() - 2 * kMargin;
-    setMaximumWidth(room);
-    setWordWrap(false);
-    setWordWrap(sizeHint().width() > room);
-    adjustSize();
-    setVisible(!text.isEmpty());
+    setColour(colour);
+    showText(text);
 }
 } // namespace sorvane

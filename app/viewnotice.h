@@ -1,14 +1,13 @@
 // A short text over the view that never gets into pictures and movies.
 #pragma once
 
-#include <QLabel>
+#include "viewlabel.h"
 
 class QTimer;
 
 namespace sorvane {
-// A label over the top left corner of a widget. Grabbed frames hold only what the widget itself draws, so the label
-// stays out of them; it takes no mouse events.
-class ViewNotice : public QLabel {
+// A label over the top left corner of a widget; it takes no mouse events.
+class ViewNotice : public ViewLabel {
 public:
     explicit ViewNotice(QWidget& view);
 
@@ -30,6 +29,5 @@ private:
     QTimer* noticeTimer_;
     bool isOfMoment_ = false;
     QString mark_;
-    QString colour_; // of the style sheet that is set
 };
 } // namespace sorvane

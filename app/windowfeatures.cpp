@@ -20,6 +20,7 @@
 #include "loadnotice.h"
 #include "measuretext.h"
 #include "playbackclock.h"
+#include "projection.h"
 #include "selection.h"
 #include "timemarks.h"
 #include "timesteps.h"
@@ -75,7 +76,6 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
     new KeyFilter(parts.window, [this](KeyCommand command) { run(command); });
     QObject::connect(
         parts.form.doubleSpinBox, &QDoubleSpinBox::valueChanged, readout_, [this] { readout_->refresh(); });
-    QObject::connect(&parts.engagements, &EngagementList::added, readout_, [this] { showCurrent(); });
     QObject::connect(&parts.engagements, &EngagementList::fileRead, readout_, [this] { showCurrent(); });
     QObject::connect(&parts.engagements, &EngagementList::removed, readout_, [this] { showCurrent(); });
 }
@@ -103,15 +103,15 @@ void WindowFeatures::run(KeyCommand command) {
     case KeyCommand::PlayOrPause:
         return parts_.clock.playOrStop();
     case KeyCommand::ShuttleBackward:
-        return shuttle(&PlaybackClock::shuttleBackward);
+        return shuttle(&Transport::shuttleBackward);
     case KeyCommand::ShuttleStop:
         return parts_.clock.stop();
     case KeyCommand::ShuttleForward:
-        return shuttle(&PlaybackClock::shuttleForward);
+        return shuttle(&Transport::shuttleForward);
     case KeyCommand::SlowBackward:
-        return shuttle(&PlaybackClock::shuttleSlowlyBackward);
+        return shuttle(&Transport::shuttleSlowlyBackward);
     case KeyCommand::SlowForward:
-        return shuttle(&PlaybackClock::shuttleSlowlyForward);
+        return shuttle(&Transport::shuttleSlowlyForward);
     case KeyCommand::PreviousSample:
         return stepToSample(false);
     case KeyCommand::NextSample:
@@ -224,8 +224,8 @@ void WindowFeatures::tellNoEvent(bool isForward) {
                                          timeText(parts_.form.doubleSpinBox->value())));
 }
 
-void WindowFeatures::shuttle(void (PlaybackClock::*send)()) {
-    (parts_.clock.*send)();
+void WindowFeatures::shuttle(void (Transport::*send)()) {
+    parts_.clock.shuttle(send);
     playback_.tellShuttle();
 }
 
@@ -281,8 +281,10 @@ void WindowFeatures::chooseView(ViewMode mode) {
 
 void WindowFeatures::tellWhenNothingIsInSight() {
     if (parts_.form.glWidget->isAllBeyondSight())
-        parts_.notice.notify(QStringLiteral(
-            "Everything is farther than 100000 units away, where nothing is drawn: a double click starts over"));
+        parts_.notice.notify(
+            QStringLiteral(
+                "Everything is farther than %1 units away, where nothing is drawn: a double click starts over")
+                .arg(kFarDepth));
 }
 
 void WindowFeatures::cycleAntialiasing() {
@@ -302,7 +304,6 @@ void WindowFeatures::reload() {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     const ReloadResult result = reloadAll(parts_.engagements, *parts_.form.glWidget);
     QGuiApplication::restoreOverrideCursor();
-    readout_->refresh();
     QStringList faults;
     if (!result.unreadable.isEmpty())
         faults << QStringLiteral("no engagement in %1").arg(fileNames(result.unreadable));

@@ -23,6 +23,7 @@ class LoadNotice;
 class PlaybackClock;
 class TimeMarks;
 class TimeSteps;
+class Transport;
 class ViewNotice;
 
 // The parts of the window that the features work on. Nothing here is owned.
@@ -62,7 +63,7 @@ private:
     void stepToEvent(bool isForward);
     void goToClosestApproach();
     void tellNoEvent(bool isForward);
-    void shuttle(void (PlaybackClock::*send)());
+    void shuttle(void (Transport::*send)());
     void setLoopPoint(bool isInPoint);
     void toggleLoop();
     void tellLoop();

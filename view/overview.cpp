@@ -66,23 +66,17 @@ Point exact(const Vector<float>& vector) {
     return {double{vector.ElementAt(0)}, double{vector.ElementAt(1)}, double{vector.ElementAt(2)}};
 }
 
-// Where bodies and flares have been; one point at least.
-std::vector<Point> pathPoints(const etxyz& engagement) {
-    std::vector<Point> points;
-    const auto add = [&points](const float(&xyz)[3]) {
+// Calls `visit` with where bodies and flares have been, for as long as it is true; whether it was to the end.
+template <class Visit> bool visitPaths(const etxyz& engagement, const Visit& visit) {
+    const auto isVisited = [&visit](const float(&xyz)[3]) {
         const Point point = {double{xyz[0]}, double{xyz[1]}, double{xyz[2]}};
-        if (std::ranges::all_of(point, [](double value) { return std::isfinite(value); }))
-            points.push_back(point);
+        const bool isFinite = std::ranges::all_of(point, [](double value) { return std::isfinite(value); });
+        return !isFinite || visit(point);
     };
-    for (const keyframe& sample : engagement.keyframes) {
-        add(sample.targetPos);
-        add(sample.threatPos);
-        for (const flareKeyframe& flare : sample.flares)
-            add(flare.pos);
-    }
-    if (points.empty())
-        points.push_back({});
-    return points;
+    return std::ranges::all_of(engagement.keyframes, [&](const keyframe& sample) {
+        return isVisited(sample.targetPos) && isVisited(sample.threatPos) &&
+               std::ranges::all_of(sample.flares, [&](const flareKeyframe& flare) { return isVisited(flare.pos); });
+    });
 }
 } // namespace
 
@@ -111,14 +105,21 @@ Viewpoint viewpointOver(std::span<const Point> points, double fieldOfViewDegrees
 }
 
 Viewpoint overviewOf(const etxyz& engagement, double fieldOfViewDegrees, int width, int height) {
-    return viewpointOver(pathPoints(engagement), fieldOfViewDegrees, width, height);
+    std::vector<Point> points;
+    visitPaths(engagement, [&points](const Point& point) {
+        points.push_back(point);
+        return true;
+    });
+    if (points.empty())
+        points.push_back({});
+    return viewpointOver(points, fieldOfViewDegrees, width, height);
 }
 
 bool isBeyondSight(const etxyz& engagement, const Camera& camera) {
     const Point eye = exact(camera.eye());
     const Point look = exact(camera.look());
     const double length = std::sqrt(dot(look, look));
-    return std::ranges::all_of(pathPoints(engagement), [&](const Point& point) {
+    return visitPaths(engagement, [&](const Point& point) {
         return dot({point[0] - eye[0], point[1] - eye[1], point[2] - eye[2]}, look) > kFarDepth * length;
     });
 }

@@ -52,15 +52,20 @@ std::vector<LoadedPart> OffscreenView::add(std::unique_ptr<etxyz> engagement, bo
     return parts;
 }
 
+CameraChoice OffscreenView::overview(std::size_t followed) const {
+    const Viewpoint over =
+        overviewOf(*engagements_.at(followed), kDefaultFieldOfViewDegrees, size_.width(), size_.height());
+    CameraChoice choice{.mode = ViewFree};
+    for (int i = 0; i < 3; ++i) {
+        choice.eye[i] = over.eye.ElementAt(i);
+        choice.lookAt[i] = over.centre.ElementAt(i);
+    }
+    return choice;
+}
+
 Camera OffscreenView::cameraAt(double time, const CameraChoice& choice, std::size_t followed) const {
     Camera camera;
     camera.setMode(choice.mode);
-    if (choice.isOverview) {
-        const Viewpoint over =
-            overviewOf(*engagements_.at(followed), kDefaultFieldOfViewDegrees, size_.width(), size_.height());
-        camera.place(over.eye, over.centre);
-        return camera;
-    }
     if (choice.mode == ViewFree) {
         camera.place(point(choice.eye), point(choice.lookAt));
         return camera;

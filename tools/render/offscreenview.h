@@ -17,13 +17,11 @@
 #include "scene.h"
 
 namespace sorvane {
-// Where the camera is. In a free view it stays at `eye` and looks at `lookAt`, in the viewer's world units, or where
-// all of the followed engagement is in the picture.
+// Where the camera is. In a free view it stays at `eye` and looks at `lookAt`, in the viewer's world units.
 struct CameraChoice {
     ViewMode mode = ViewThreat;
     float eye[3] = {100.0F, 0.0F, 0.0F};
     float lookAt[3] = {};
-    bool isOverview = false;
 };
 
 // A body or the terrain of an engagement, or a tile of that: what its loaders said, and whether it is drawn.
@@ -52,8 +50,11 @@ public:
     // In the order in which they were added.
     std::span<const SceneEngagement> engagements() const { return shown_; }
 
-    // The camera as the viewer has it at `time` after the view was chosen, on the engagement number `followed`, from 0.
-    // Needs an engagement.
+    // The free view that has all of the engagement number `followed`, from 0, in the picture. Needs an engagement.
+    CameraChoice overview(std::size_t followed) const;
+
+    // The camera as the viewer has it at `time` after the view was chosen, on the engagement number `followed`,
+    // likewise.
     Camera cameraAt(double time, const CameraChoice& choice, std::size_t followed) const;
 
     // The full vertical field of view, likewise.

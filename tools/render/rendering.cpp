@@ -102,11 +102,13 @@ ExitStatus Rendering::run(bool printsCommand) {
         miss("there is no data tree \"" + sorvane::dataRoot() + "\"; PELSAR_DATA says where it is");
     if (!load())
         return ExitStatus::Failed;
-    const auto [plan, problem] = planRendering(request_, endSeconds_);
+    auto [plan, problem] = planRendering(request_, endSeconds_);
     if (problem) {
         say(problem->text);
         return ExitStatus::Failed;
     }
+    if (request_.isOverview)
+        plan.camera = view_.overview(followed_);
     if (printsCommand)
         streams_.out << reproducingCommand(request_, plan) << std::endl;
     const std::unique_ptr<FrameOutput> output = outputOf(plan);

@@ -111,7 +111,6 @@ PlannedRendering planRendering(const RenderRequest& request, double endSeconds) 
     plan.size = request.size;
     plan.scene = request.scene;
     plan.camera.mode = request.view.value_or(request.eye || request.lookAt ? ViewFree : ViewThreat);
-    plan.camera.isOverview = request.isOverview;
     if (request.eye)
         std::ranges::copy(*request.eye, plan.camera.eye);
     if (request.lookAt)
@@ -152,8 +151,8 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
     for (const std::string& file : request.files)
         words.push_back(file == "-" ? file : absolutePath(file));
     words.insert(words.end(), {"-o", absolutePath(request.output)});
-    words.insert(words.end(), {"--view", plan.camera.isOverview ? kOverview : nameOf(plan.camera.mode).option});
-    if (plan.camera.mode == ViewFree && !plan.camera.isOverview)
+    words.insert(words.end(), {"--view", request.isOverview ? kOverview : nameOf(plan.camera.mode).option});
+    if (plan.camera.mode == ViewFree && !request.isOverview)
         words.insert(words.end(), {"--eye", pointText(plan.camera.eye), "--look-at", pointText(plan.camera.lookAt)});
     if (plan.kind == OutputKind::Picture)
         words.insert(words.end(), {"--at", shortestText(plan.fromSeconds)});
