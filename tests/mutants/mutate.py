@@ -188,7 +188,10 @@ class State:
     """What earlier runs found: trees that are green without a change, and the test that caught each change."""
 
     def __init__(self):
-        self.values = json.loads(STATE.read_text()) if STATE.exists() else {}
+        try:
+            self.values = json.loads(STATE.read_text())
+        except (OSError, json.JSONDecodeError):
+            self.values = {}  # the first run, or one that was cut off while it saved
 
     def section(self, name):
         return self.values.setdefault(name, {})
