@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 """Runs clang-tidy over the sources named on standard input, leaving out those that it has found clean before.
 
-usage: tidy.py [--all] BUILD_DIRECTORY
+usage: tidy.py [--all] [--record] BUILD_DIRECTORY
 
 What counts as the same: the source, every header that it includes, the compile command, the checks and clang-tidy
-itself. Clean states are remembered in the user's cache directory, for every checkout of the project. --all leaves
-nothing out.
+itself. Clean states are remembered in the user's cache directory, for every checkout of the project, and those of the
+last --record in cmake/tidy.clean, for a machine that has never seen the project. --all leaves nothing out.
 """
 
 import concurrent.futures
@@ -21,6 +21,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / sys.argv[-1]
 MEMORY = pathlib.Path(os.environ.get("XDG_CACHE_HOME") or pathlib.Path.home() / ".cache") / "sorvane" / "tidy"
 DAYS_REMEMBERED = 30
+RECORD = ROOT / "cmake" / "tidy.clean"
 
 
 def output_of(*command):
@@ -70,7 +71,7 @@ class Keys:
         if not includes or not all(path.exists() for path in includes):
             return None
         lines = [self.common, entry["command"], *(f"{path} {self.mark(path)}" for path in includes)]
-        return hashlib.sha256("\n".join(lines).replace(str(ROOT), "").encode()).hexdigest()
+        return hashlib.sha256("\n".join(lines).replace(str(ROOT), "").encode()).hexdigest()[:32]
 
 
 def forget_old():
@@ -80,14 +81,21 @@ def forget_old():
             record.unlink(missing_ok=True)
 
 
+def recorded():
+    if not RECORD.exists():
+        return set()
+    return {line.split()[0] for line in RECORD.read_text(encoding="utf-8").splitlines()}
+
+
 def main():
     MEMORY.mkdir(parents=True, exist_ok=True)
     forget_old()
     keys = Keys()
     sources = {source: keys.of(source) for source in sys.stdin.read().split()}
+    known = recorded()
     asked = []
     for source, key in sources.items():
-        if "--all" not in sys.argv and key and (MEMORY / key).exists():
+        if "--all" not in sys.argv and key and (key in known or (MEMORY / key).exists()):
             (MEMORY / key).touch()
         else:
             asked.append(source)
@@ -105,6 +113,8 @@ def main():
             if result.returncode != 0:
                 is_clean = False
                 print(result.stdout or result.stderr, end="", flush=True)
+    if is_clean and "--record" in sys.argv:
+        RECORD.write_text("".join(f"{key} {source}\n" for source, key in sources.items() if key), encoding="utf-8")
     return 0 if is_clean else 1
 
 
