@@ -1,4 +1,4 @@
-// The three engagements of the demonstration.
+// The engagements of the demonstration.
 #include "engagements.h"
 
 #include <algorithm>
@@ -70,7 +70,7 @@ std::string turn(const std::string& dataRoot) {
 }
 
 // A weaving target that crosses in front of a faster threat.
-std::string crossing(const std::string& dataRoot) {
+std::string weave(const std::string& dataRoot) {
     EngagementPlan plan;
     plan.targetStart = {5800.0, -1300.0, -1900.0};
     plan.targetHeading = 175.0;
@@ -90,7 +90,7 @@ std::string crossing(const std::string& dataRoot) {
     TrajectoryHeader header = headerFor(dataRoot);
     header.terrainTopography = dataRoot + '/' + kTerrainSetDescription;
     header.terrainRadiance = dataRoot + '/' + kTerrainSetRadiance;
-    header.remark = "Crossing target";
+    header.remark = "Weaving target";
     header.colourName = "cyan";
     header.runNumber = 2;
     header.threatId = "Bullet";
@@ -98,8 +98,38 @@ std::string crossing(const std::string& dataRoot) {
     return lzwCompressed(trajectoryText(header, fly(plan), Comments::None));
 }
 
+// A target that turns away, and flares that take the seeker with them: the missile passes far behind it.
+std::string veer(const std::string& dataRoot) {
+    constexpr double kFieldOfView = 4.0;
+    EngagementPlan plan;
+    plan.targetStart = {6300.0, -6900.0, -1000.0};
+    plan.targetHeading = 180.0;
+    plan.targetSpeed = 240.0;
+    plan.targetBank = [](double time) {
+        return -65.0 * eased(time, 2.8, 1.5);
+    };
+    plan.targetClimb = [](double time) {
+        return -5.0 * eased(time, 3.0, 2.0);
+    };
+    for (const double time : {3.5, 3.9, 4.3, 4.7})
+        plan.flares.push_back({time, 1, 1});
+    plan.threatStart = {3900.0, -4300.0, -300.0};
+    plan.launchOffset = -8.0;
+    plan.launchLoft = 8.0;
+    plan.threatSpeed = boosted(60.0, 620.0, 4.5);
+    plan.seekerFieldOfView = kFieldOfView;
+    plan.lastTime = 10.0;
+
+    TrajectoryHeader header = headerFor(dataRoot);
+    header.remark = "Decoyed by flares";
+    header.colourName = "yellow";
+    header.runNumber = 4;
+    header.fieldOfView = "4.0";
+    return trajectoryText(header, fly(plan), Comments::None);
+}
+
 // Few samples under a header that names nothing that exists and no field of view: what a viewer must cope with.
-std::string sparse(const std::string& dataRoot) {
+std::string vague(const std::string& dataRoot) {
     EngagementPlan plan;
     plan.targetStart = {1900.0, -5700.0, -500.0};
     plan.targetHeading = 5.0;
@@ -135,8 +165,9 @@ std::string sparse(const std::string& dataRoot) {
 std::vector<DemonstrationFile> engagementFiles(const std::string& dataRoot) {
     return {
         {"ETXYZ.OUT.turn", turn(dataRoot)},
-        {"ETXYZ.OUT.crossing.Z", crossing(dataRoot)},
-        {"ETXYZ.OUT.sparse", sparse(dataRoot)},
+        {"ETXYZ.OUT.vague", vague(dataRoot)},
+        {"ETXYZ.OUT.veer", veer(dataRoot)},
+        {"ETXYZ.OUT.weave.Z", weave(dataRoot)},
     };
 }
 } // namespace sorvane

@@ -1,4 +1,4 @@
-// The three engagements of the demonstration.
+// The engagements of the demonstration.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 #include "demonstrationfile.h"
 
 namespace sorvane {
-// Their trajectory files. `dataRoot` is the absolute path of the data tree, without a closing slash: the headers name
-// the files in it.
+// Their trajectory files, in the order of their names: what is seen first comes first. `dataRoot` is the absolute path
+// of the data tree, without a closing slash: the headers name the files in it.
 std::vector<DemonstrationFile> engagementFiles(const std::string& dataRoot);
 } // namespace sorvane

@@ -4,10 +4,11 @@
 #include <algorithm>
 #include <numbers>
 
+#include "seeker.h"
+
 namespace sorvane {
 namespace {
 constexpr double kStep = 0.001; // seconds
-constexpr int kMaximumSteps = 29'500;
 constexpr double kGravity = 9.81;
 constexpr double kFuzeRange = 12.0;
 constexpr double kPassingRange = 100.0; // below it, a range that grows means that the threat has passed
@@ -19,6 +20,7 @@ constexpr double kFlareBurnTime = 4.0;
 constexpr double kFlareDrag = 0.006; // per metre: deceleration over the square of the speed
 constexpr double kFlareEjectionSpeed = 30.0;
 constexpr double kFlareBrightness = 2.5e7;       // makes a sphere of five metres white in a view of 30 degrees
+constexpr double kTargetBrightness = 3.0e6;      // as a seeker sees it
 constexpr Vec3d kFlareSpin = {80.0, 50.0, 65.0}; // degrees per second
 
 double radians(double degrees) {
@@ -71,32 +73,39 @@ struct Target {
     }
 };
 
-// Guided by proportional navigation: it turns as fast as the line of sight, times a constant.
+// Guided by proportional navigation: it turns as fast as the line of sight to what its seeker follows, times a
+// constant.
 struct Threat {
     Vec3d position;
     Vec3d velocity;
-    double heading; // of the velocity and of the line of sight, both unwrapped
-    double lineOfSightHeading;
+    double heading; // of the velocity and of the gyro, both unwrapped
+    double gyroHeading;
+    double gyroClimb = 0.0;
 
     Threat(const EngagementPlan& plan, const Target& target) : position(plan.threatStart) {
         const Vec3d sight = target.position - position;
-        lineOfSightHeading = headingOf(sight);
-        heading = lineOfSightHeading + plan.launchOffset;
+        gyroHeading = headingOf(sight);
+        heading = gyroHeading + plan.launchOffset;
         velocity = plan.threatSpeed(0.0) * direction(heading, climbOf(sight) + plan.launchLoft);
     }
-    void advance(const EngagementPlan& plan, const Target& target, double time) {
-        const Vec3d sight = target.position - position;
-        const Vec3d sightRate = 1.0 / dot(sight, sight) * cross(sight, target.velocity - velocity);
-        Vec3d acceleration = kNavigationConstant * cross(sightRate, velocity);
+    // With nothing to follow it flies straight on.
+    void advance(const EngagementPlan& plan, const std::optional<HeatSource>& followed, double time) {
+        Vec3d acceleration;
+        if (followed) {
+            const Vec3d sight = followed->position - position;
+            const Vec3d sightRate = 1.0 / dot(sight, sight) * cross(sight, followed->velocity - velocity);
+            acceleration = kNavigationConstant * cross(sightRate, velocity);
+        }
         if (const double size = length(acceleration); size > kMaximumAcceleration)
             acceleration = kMaximumAcceleration / size * acceleration;
         position = position + kStep * velocity;
         velocity = plan.threatSpeed(time) * unit(velocity + kStep * acceleration);
         heading = unwrapped(headingOf(velocity), heading);
     }
-    // Call once per step, after both have moved.
-    void lookAt(const Target& target) {
-        lineOfSightHeading = unwrapped(headingOf(target.position - position), lineOfSightHeading);
+    // Points the gyro. Call once per step, after all have moved.
+    void lookAlong(const Vec3d& direction) {
+        gyroHeading = unwrapped(headingOf(direction), gyroHeading);
+        gyroClimb = climbOf(direction);
     }
 };
 
@@ -122,14 +131,16 @@ struct Flare {
     }
     bool isBurntOut() const { return age >= kFlareBurnTime; }
 
+    double burnt() const { return age / kFlareBurnTime; }
+    double brightness() const {
+        return kFlareBrightness * (1.0 - std::exp(-12.0 * burnt())) * (1.0 - burnt() * burnt());
+    }
     FlareSample sample() const {
-        const double burnt = age / kFlareBurnTime;
-        const double size = 1.0 + 5.0 * std::sin(std::numbers::pi * burnt);
-        const double brightness = kFlareBrightness * (1.0 - std::exp(-12.0 * burnt)) * (1.0 - burnt * burnt);
+        const double size = 1.0 + 5.0 * std::sin(std::numbers::pi * burnt());
         return {id,
                 release.kind,
                 position,
-                brightness,
+                brightness(),
                 age * kFlareSpin,
                 {size, 0.8 * size, 0.6 * size},
                 release.bandCount};
@@ -138,7 +149,11 @@ struct Flare {
 
 class Flight {
 public:
-    explicit Flight(const EngagementPlan& plan) : plan_(plan), target_(plan), threat_(plan, target_) {}
+    explicit Flight(const EngagementPlan& plan) : plan_(plan), target_(plan), threat_(plan, target_) {
+        if (plan.seekerFieldOfView)
+            seeker_.emplace(*plan.seekerFieldOfView, sight());
+        seek();
+    }
 
     std::vector<TrajectorySample> fly() {
         std::vector<TrajectorySample> samples;
@@ -148,7 +163,7 @@ public:
                 advance();
             releaseFlares();
             const bool hasPassed = range() < kPassingRange && closingSpeed() <= 0.0;
-            const bool isOver = range() < kFuzeRange || hasPassed || step == kMaximumSteps;
+            const bool isOver = range() < kFuzeRange || hasPassed || time_ >= plan_.lastTime;
             if (isOver || step % plan_.sampleMilliseconds == 0)
                 samples.push_back(sample());
             if (isOver)
@@ -158,12 +173,25 @@ public:
 
 private:
     void advance() {
-        threat_.advance(plan_, target_, time_);
+        threat_.advance(plan_, followed_, time_);
         target_.advance(plan_, time_);
-        threat_.lookAt(target_);
         for (Flare& flare : flares_)
             flare.advance();
         std::erase_if(flares_, [](const Flare& flare) { return flare.isBurntOut(); });
+        seek();
+    }
+    void seek() {
+        const HeatSource target{target_.position, target_.velocity, kTargetBrightness};
+        if (!seeker_) {
+            followed_ = target;
+            threat_.lookAlong(sight());
+            return;
+        }
+        std::vector<HeatSource> sources = {target};
+        for (const Flare& flare : flares_)
+            sources.push_back({flare.position, flare.velocity, flare.brightness()});
+        followed_ = seeker_->follow(threat_.position, sources, kStep);
+        threat_.lookAlong(seeker_->axis());
     }
     void releaseFlares() {
         for (; released_ < plan_.flares.size() && plan_.flares[released_].time <= time_; ++released_)
@@ -182,7 +210,7 @@ private:
         sample.threatAttitude = {kThreatRollRate * time_, climbOf(threat_.velocity), threat_.heading};
         sample.range = range();
         sample.closingSpeed = closingSpeed();
-        sample.gyro = {0.0, climbOf(sight()), threat_.lineOfSightHeading};
+        sample.gyro = {0.0, threat_.gyroClimb, threat_.gyroHeading};
         for (const Flare& flare : flares_)
             sample.flares.push_back(flare.sample());
         return sample;
@@ -192,6 +220,8 @@ private:
     double time_ = 0.0;
     Target target_;
     Threat threat_;
+    std::optional<Seeker> seeker_;
+    std::optional<HeatSource> followed_;
     std::vector<Flare> flares_;
     std::size_t released_ = 0;
 };

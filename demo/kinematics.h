@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "trajectory.h"
@@ -29,11 +30,15 @@ struct EngagementPlan {
     double launchOffset = 0.0; // degrees by which the threat leaves to the right of the line to the target
     double launchLoft = 0.0;   // and above it
     OverTime threatSpeed;
+    // Degrees, of the whole cone: of a seeker that follows what is brightest in it. One without never lets go of the
+    // target.
+    std::optional<double> seekerFieldOfView;
 
+    double lastTime = 29.5; // seconds
     int sampleMilliseconds = 10;
 };
 
 // Flies the plan from time 0.0 and samples it at its interval, and once more at the end: when the threat is within
-// reach of its fuze or has passed the target, or at 29.5 s at the latest. Angles run on without wrapping.
+// reach of its fuze or has passed close to the target, or at the last time. Angles run on without wrapping.
 std::vector<TrajectorySample> fly(const EngagementPlan& plan);
 } // namespace sorvane

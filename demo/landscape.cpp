@@ -73,6 +73,17 @@ constexpr struct {
     double southEastSlope = 1000.0;
 } kRange;
 
+// Hills and mountains around the square.
+constexpr struct {
+    double west = -100.0; // where they begin, all sides alike
+    double east = 6600.0;
+    double rise = 1500.0; // from there to where they are as high as they get
+    Noise massifs{2600.0, 111};
+    double lowest = 0.32; // of the noise, where the mountains begin to rise from the plains
+    double steepness = 0.3;
+    double height = 0.92; // of 1
+} kUplands;
+
 constexpr struct {
     Noise spurs{640.0, 91}; // make slopes wider and narrower by turns
     Noise rolling{900.0, 21};
@@ -177,6 +188,15 @@ double crossRoadY(double x) {
     return kRoads.crossY + kRoads.crossBends.at(x);
 }
 
+double uplands(double x, double y) {
+    const auto outside = [](double along) {
+        return std::max({kUplands.west - along, along - kUplands.east, 0.0});
+    };
+    const double fromSquare = std::hypot(outside(x), outside(y));
+    return kUplands.height * smooth(fromSquare / kUplands.rise) *
+           smooth((fractal(x, y, kUplands.massifs) - kUplands.lowest) / kUplands.steepness);
+}
+
 // Of the tops, 1, over the valley floor, 0.
 double relief(double x, double y) {
     const double spurs = 0.45 + 1.1 * fractal(x, y, kSlopes.spurs);
@@ -190,7 +210,7 @@ double relief(double x, double y) {
     const double range = (kRange.lowest + kRange.added * noise(x, y, kRange.crest)) *
                          bell(fromRange, (fromRange < 0.0 ? kRange.northWestSlope : kRange.southEastSlope) * spurs);
     const double rolling = kSlopes.rollingHeight * fractal(x, y, kSlopes.rolling);
-    const double raised = 1.0 - (1.0 - ridge) * (1.0 - hill) * (1.0 - range) * (1.0 - rolling);
+    const double raised = 1.0 - (1.0 - ridge) * (1.0 - hill) * (1.0 - range) * (1.0 - rolling) * (1.0 - uplands(x, y));
     // Gullies on the slopes, none on the tops and on the floor.
     const double gully = std::max(0.0, 1.0 - 4.0 * std::abs(fractal(x, y, kSlopes.gullies) - 0.5));
     const double carved = raised - kSlopes.gullyDepth * raised * raised * (1.0 - raised) * gully;

@@ -1,12 +1,14 @@
-// The demonstration's country: a river valley between a ridge in the west, a hill and a range in the east.
+// The demonstration's country: a river valley between a ridge in the west, a hill and a range in the east, and uplands
+// around them.
 #pragma once
 
 #include "groundclass.h"
 #include "vec3.h"
 
 namespace sorvane {
-// A square of 6.5 km, x east and y north in metres from its south-west corner. Everything is a smooth or hashed
-// function of the place, so that a map can sample it with any cell size.
+// x runs east and y north in metres from the south-west corner of a square of 6.5 km, where the roads, the village and
+// the tops are; the land goes on around it. Everything is a smooth or hashed function of the place, so that a map can
+// sample it with any cell size.
 class Landscape {
 public:
     // `reliefMetres`: the tops above the valley floor.

@@ -1,7 +1,7 @@
 // All files of the demonstration's landscape.
 #include "landscapefiles.h"
 
-#include "oldstyletile.h"
+#include "stockterrain.h"
 #include "terrainset.h"
 
 namespace sorvane {
@@ -20,7 +20,7 @@ constexpr AtmosphereValues kAfternoon = {
 } // namespace
 
 std::vector<DemonstrationFile> landscapeFiles(const std::string& dataRoot) {
-    std::vector<DemonstrationFile> files = oldStyleTileFiles(kAfternoon);
+    std::vector<DemonstrationFile> files = stockTerrainFiles(kAfternoon);
     for (DemonstrationFile& file : terrainSetFiles(dataRoot, kAfternoon))
         files.push_back(std::move(file));
     for (DemonstrationFile& file : files)

@@ -28,7 +28,8 @@ std::vector<T> cutOut(const std::vector<T>& values, int stride, int firstColumn,
 }
 } // namespace
 
-LandscapeMap mapOf(int columns, int rows, double cellMetres, double launchHeight, const AtmosphereValues& sun) {
+LandscapeMap mapOf(const MapGrid& grid, double launchHeight, const AtmosphereValues& sun) {
+    const auto& [columns, rows, cellMetres, west, south, finer] = grid;
     const Landscape landscape(launchHeight - kHeadroomMetres);
     const Vec3d sunward = towardsSun(sun);
     // One more post on every side, for the slopes.
@@ -37,29 +38,39 @@ LandscapeMap mapOf(int columns, int rows, double cellMetres, double launchHeight
     elevations.reserve(static_cast<std::size_t>(stride) * static_cast<std::size_t>(rows + 2));
     for (int row = -1; row <= rows; ++row)
         for (int column = -1; column <= columns; ++column)
-            elevations.push_back(landscape.elevation(column * cellMetres, row * cellMetres));
+            elevations.push_back(landscape.elevation(west + column * cellMetres, south + row * cellMetres));
 
-    LandscapeMap map{columns, rows, cellMetres, {}, {}, {}, {}};
+    LandscapeMap map{grid, {}, {}, {}, {}};
     for (int row = 0; row < rows; ++row)
         for (int column = 0; column < columns; ++column) {
             const double* const here = elevations.data() + std::ptrdiff_t{row + 1} * stride + column + 1;
             const Vec3d normal = unit(Vec3d{here[-1] - here[1], here[-stride] - here[stride], 2.0 * cellMetres});
-            const double x = column * cellMetres;
-            const double y = row * cellMetres;
-            const GroundClass ground = landscape.groundClass(x, y, normal, cellMetres);
+            const double x = west + column * cellMetres;
+            const double y = south + row * cellMetres;
+            const auto groundAt = [&](double east, double north) {
+                return landscape.groundClass(east, north, normal, cellMetres / finer);
+            };
             map.heights.push_back(static_cast<float>(*here - launchHeight));
             map.normals.push_back(
                 {static_cast<float>(normal.x), static_cast<float>(normal.y), static_cast<float>(normal.z)});
-            map.classes.push_back(ground);
-            map.radiances.push_back(static_cast<float>(landscape.radiance(x, y, ground, normal, sunward)));
+            map.classes.push_back(groundAt(x, y));
+            double radiance = 0.0;
+            for (int i = 0; i < finer * finer; ++i) {
+                const double east = x + ((i % finer + 0.5) / finer - 0.5) * cellMetres;
+                const double north = y + ((i / finer + 0.5) / finer - 0.5) * cellMetres;
+                radiance += landscape.radiance(east, north, groundAt(east, north), normal, sunward);
+            }
+            map.radiances.push_back(static_cast<float>(radiance / (finer * finer)));
         }
     return map;
 }
 
 LandscapeMap partOf(const LandscapeMap& map, int firstColumn, int firstRow, int columns, int rows) {
     const auto cut = [&](const auto& values) {
-        return cutOut(values, map.columns, firstColumn, firstRow, columns, rows);
+        return cutOut(values, map.grid.columns, firstColumn, firstRow, columns, rows);
     };
-    return {columns, rows, map.cellMetres, cut(map.heights), cut(map.normals), cut(map.classes), cut(map.radiances)};
+    const double cell = map.grid.cellMetres;
+    const MapGrid grid{columns, rows, cell, map.grid.west + firstColumn * cell, map.grid.south + firstRow * cell};
+    return {grid, cut(map.heights), cut(map.normals), cut(map.classes), cut(map.radiances)};
 }
 } // namespace sorvane

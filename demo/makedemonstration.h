@@ -7,8 +7,8 @@
 #include "outputfile.h"
 
 namespace sorvane {
-// Fills `directory`, which is created when it is missing, with the trajectory files ETXYZ.OUT.turn,
-// ETXYZ.OUT.crossing.Z and ETXYZ.OUT.sparse and the tree data/ that serves as their data root (PELSAR_DATA). The same
+// Fills `directory`, which is created when it is missing, with the trajectory files ETXYZ.OUT.*
+// and the tree data/ that serves as their data root (PELSAR_DATA). The same
 // directory always gets the same bytes; the headers hold its absolute path, which must therefore have no line break, no
 // blank at an end and no two in a row. With `dataRoot`, an absolute path, the files name that place instead: the tree
 // is to be moved there. Ends early, with a failure, when `stops` says so before one of the files. Throws nothing.

@@ -1,4 +1,4 @@
-// The demonstration's landscape as a described set of tiles.
+// The demonstration's landscape with the reflectances of measured spectra.
 #pragma once
 
 #include <string>

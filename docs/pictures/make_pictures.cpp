@@ -52,7 +52,7 @@ class Photographer {
 public:
     Photographer(const QDir& demonstration, const QDir& pictures) : demonstration_(demonstration), pictures_(pictures) {
         window_.show();
-        for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.crossing.Z", "ETXYZ.OUT.sparse"})
+        for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.weave.Z", "ETXYZ.OUT.vague"})
             window_.loadEtxyzFile(demonstration.filePath(QString::fromLatin1(name)));
         // What is missing of the third one is no matter of these pictures.
         QTest::mouseClick(window_.findChild<QLabel*>("loadNotice"), Qt::LeftButton);

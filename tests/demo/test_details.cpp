@@ -75,27 +75,31 @@ TEST(LandscapeMap, LeansAsItsHeightsDoAndWarmsTowardsTheSun) {
     AtmosphereValues sun{};
     sun.solarZenith = 60.0;
     sun.solarAzimuth = 90.0; // in the east
-    const LandscapeMap map = mapOf(60, 60, 100.0, 500.0, sun);
-    double east = 0.0;
-    double west = 0.0;
-    int eastern = 0;
-    int western = 0;
-    for (std::size_t row = 1; row < 59; ++row)
-        for (std::size_t column = 1; column < 59; ++column) {
-            const std::size_t post = 60 * row + column;
-            const float rise = (map.heights[post + 1] - map.heights[post - 1]) / 200.0F;
-            const float rowRise = (map.heights[post + 60] - map.heights[post - 60]) / 200.0F;
-            const auto& normal = map.normals[post];
-            ASSERT_NEAR(normal.x, -rise * normal.z, 1e-3);
-            ASSERT_NEAR(normal.y, -rowRise * normal.z, 1e-3);
-            if (map.classes[post] == GroundClass::Water)
-                continue;
-            (normal.x > 0.05F ? east : west) += std::abs(normal.x) > 0.05F ? map.radiances[post] : 0.0F;
-            eastern += normal.x > 0.05F ? 1 : 0;
-            western += normal.x < -0.05F ? 1 : 0;
-        }
-    ASSERT_TRUE(eastern > 100 && western > 100);
-    EXPECT_GT(east / eastern, 1.05 * west / western);
+    // The square, and the uplands beside it with means of its finer ground.
+    for (const MapGrid& grid : {MapGrid{60, 60, 100.0}, MapGrid{60, 60, 100.0, -6500.0, 1000.0, 3}}) {
+        SCOPED_TRACE(grid.west);
+        const LandscapeMap map = mapOf(grid, 500.0, sun);
+        double east = 0.0;
+        double west = 0.0;
+        int eastern = 0;
+        int western = 0;
+        for (std::size_t row = 1; row < 59; ++row)
+            for (std::size_t column = 1; column < 59; ++column) {
+                const std::size_t post = 60 * row + column;
+                const float rise = (map.heights[post + 1] - map.heights[post - 1]) / 200.0F;
+                const float rowRise = (map.heights[post + 60] - map.heights[post - 60]) / 200.0F;
+                const auto& normal = map.normals[post];
+                ASSERT_NEAR(normal.x, -rise * normal.z, 1e-3);
+                ASSERT_NEAR(normal.y, -rowRise * normal.z, 1e-3);
+                if (map.classes[post] == GroundClass::Water)
+                    continue;
+                (normal.x > 0.05F ? east : west) += std::abs(normal.x) > 0.05F ? map.radiances[post] : 0.0F;
+                eastern += normal.x > 0.05F ? 1 : 0;
+                western += normal.x < -0.05F ? 1 : 0;
+            }
+        ASSERT_TRUE(eastern > 100 && western > 100);
+        EXPECT_GT(east / eastern, 1.05 * west / western);
+    }
 }
 
 TEST(Spectrum, OfRockAndSoilRunsDownwards) {

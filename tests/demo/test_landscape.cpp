@@ -1,5 +1,6 @@
 // The demonstration's terrain, as the viewer takes it: what is loaded, printed and seen, and what flies over it.
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <span>
 #include <sstream>
@@ -31,29 +32,45 @@ struct Kind {
     std::vector<const char*> engagements;
     std::size_t tiles;
     float launchHeight;
-    float extent;
+    float start; // of the box, x and y alike
+    float end;
+    float depth; // of the box below the valley floor
     std::string printedFirst;
     std::string printedPerTile; // without the range of its radiances
 };
-const Kind kKinds[] = {
-    {"old style",
-     {"ETXYZ.OUT.turn", "ETXYZ.OUT.sparse"},
-     1,
-     300.0F,
-     128 * 51.2F,
-     "",
-     "SubTerrain::load\noutput result\n291.000000 0.980000\n300.000000 0.950000\n296.000000 0.970000\n303.000000 "
-     "0.920000\n308.000000 0.880000\n306.000000 0.860000\n315.000000 0.940000\nLoadRadMap::isOldRadMap: using old "
-     "fortran style\n"},
-    {"described set",
-     {"ETXYZ.OUT.crossing.Z"},
-     9,
-     350.0F,
-     (2 * 96 + 97) * 22.5F,
-     "total of 9 subterrains\nterrain::load: dynamic sunlight reflections: ON\n"
-     "terrain::load: dynamic light reflections: ON\n",
-     "SubTerrain::load\n"},
-};
+std::string printedOfSet(const std::string& tiles) {
+    return "total of " + tiles +
+           " subterrains\nterrain::load: dynamic sunlight reflections: ON\n"
+           "terrain::load: dynamic light reflections: ON\n";
+}
+const std::string kMaterials =
+    "SubTerrain::load\noutput result\n291.000000 0.980000\n300.000000 0.950000\n296.000000 0.970000\n303.000000 "
+    "0.920000\n308.000000 0.880000\n306.000000 0.860000\n315.000000 0.940000\n";
+// Of the wide tile, 77 cells lie east of the square's corner.
+const Kind kStock = {
+    "stock",
+    {"ETXYZ.OUT.turn", "ETXYZ.OUT.vague", "ETXYZ.OUT.veer"},
+    2,
+    300.0F,
+    -44 * 203.2F,
+    77 * 203.2F,
+    50.0F,
+    printedOfSet("2"),
+    kMaterials};
+const Kind kSpectra = {"with spectra",     {"ETXYZ.OUT.weave.Z"}, 10, 350.0F, -44 * 202.5F, 77 * 202.5F, 50.0F,
+                       printedOfSet("10"), "SubTerrain::load\n"};
+const Kind kOldStyle = {
+    "old style",
+    {},
+    1,
+    300.0F,
+    0.0F,
+    128 * 51.2F,
+    0.0F,
+    "",
+    kMaterials + "LoadRadMap::isOldRadMap: using old "
+                 "fortran style\n"};
+const Kind kKinds[] = {kStock, kSpectra, kOldStyle};
 
 // The demonstration in a folder whose name XML would take for markup.
 class DemonstrationTerrain : public testing::Test {
@@ -70,16 +87,35 @@ protected:
         return ReadTrajectory(name.ends_with(".Z") ? uncompressed("uncompress", path) : readWholeFile(path));
     }
 
-    // As the first of the kind's engagements names it; the other ones fall back to it.
+    // As the first of the kind's engagements names it; the other ones fall back to it. The rasters of the old style are
+    // those of the stock terrain without its description.
     void init(const Kind& kind, Terrain& terrain) const {
-        const std::vector<std::string> header = trajectory(kind.engagements.front()).header;
+        std::vector<std::string> header =
+            trajectory(kind.engagements.empty() ? "ETXYZ.OUT.turn" : kind.engagements.front()).header;
+        if (kind.engagements.empty()) {
+            std::filesystem::create_directory(root() / "single");
+            std::filesystem::copy(
+                root() / "data/ter0010", root() / "single/ter0010", std::filesystem::copy_options::overwrite_existing);
+            std::filesystem::remove(root() / "single/ter0010/ter0010.xml");
+            for (const std::size_t line : {0U, 1U})
+                header[line].replace(header[line].find("/data/"), 6, "/single/");
+        }
         float lowest = 1.0F;
         ASSERT_TRUE(
             terrain.Init(header.at(0), header.at(1), SORVANE_SHADERS, lowest, 3000.0F, 1.0F, 1.0F, 1.0F, 0, 0, 0));
-        EXPECT_NEAR(lowest, -kind.launchHeight, 0.02F);
+        EXPECT_NEAR(lowest, -kind.launchHeight - kind.depth, 0.02F);
+    }
+
+    // Metres of a position above the ground under it, which is NaN where there is none: half a turn about x, and height
+    // 0 at the threat's first z.
+    static double heightAbove(const Terrain& terrain, double firstZ, const Numbers& position) {
+        const float ground =
+            terrain.GetElevation(static_cast<float>(position.at(0)), static_cast<float>(-position.at(1)));
+        return ground == 0.0F ? std::nan("") : firstZ - double{ground} - position.at(2);
     }
 
     static constexpr int kSize = 200;
+    static constexpr double kDegreesPerRadian = 57.29577951308232;
     const GlContext context{kSize, kSize};
 
 private:
@@ -130,15 +166,15 @@ TEST_F(DemonstrationTerrain, LoadsWholeLitAndWithoutAComplaint) {
         }
         const SubTerrain::Bounds box = terrain.BBox();
         for (const std::size_t axis : {0U, 1U}) {
-            EXPECT_EQ(box.minimum[axis], 0.0F);
-            EXPECT_NEAR(box.maximum[axis], kind.extent, 0.01F);
+            EXPECT_NEAR(box.minimum[axis], kind.start, 0.01F);
+            EXPECT_NEAR(box.maximum[axis], kind.end, 0.01F);
         }
-        EXPECT_NEAR(box.minimum[2], -kind.launchHeight, 0.02F);
+        EXPECT_NEAR(box.minimum[2], -kind.launchHeight - kind.depth, 0.02F);
         EXPECT_TRUE(box.maximum[2] <= 0.0F && box.maximum[2] > -20.0F) << box.maximum[2];
     }
 }
 
-TEST_F(DemonstrationTerrain, LiesUnderTheEngagementsAndNearTheirLaunches) {
+TEST_F(DemonstrationTerrain, LiesUnderTheEngagementsNearTheirLaunchesAndAsFarAsTheySee) {
     for (const Kind& kind : kKinds) {
         Terrain terrain;
         init(kind, terrain);
@@ -147,25 +183,32 @@ TEST_F(DemonstrationTerrain, LiesUnderTheEngagementsAndNearTheirLaunches) {
             SCOPED_TRACE(name);
             const std::vector<ReadSample> samples = trajectory(name).samples;
             const double firstZ = samples.front().threatPosition().at(2);
-            // Half a turn about x, and height 0 at the first z.
-            const auto heightAbove = [&](const Numbers& position) {
-                const float ground =
-                    terrain.GetElevation(static_cast<float>(position.at(0)), static_cast<float>(-position.at(1)));
-                EXPECT_LT(ground, 0.0F);
-                return firstZ - double{ground} - position.at(2);
-            };
-            EXPECT_LT(heightAbove(samples.front().threatPosition()), 60.0) << "launched from a top";
+            EXPECT_LT(heightAbove(terrain, firstZ, samples.front().threatPosition()), 60.0) << "launched from a top";
             for (const ReadSample& sample : samples) {
-                ASSERT_GT(heightAbove(sample.targetPosition()), 100.0);
-                ASSERT_GT(heightAbove(sample.threatPosition()), 0.0);
+                ASSERT_GT(heightAbove(terrain, firstZ, sample.targetPosition()), 100.0);
+                ASSERT_GT(heightAbove(terrain, firstZ, sample.threatPosition()), 0.0);
             }
+            // Whichever way a camera at the target or the threat looks, from 12 degrees below the horizon on it sees
+            // ground.
+            const double slope = std::tan(12.0 / kDegreesPerRadian);
+            for (std::size_t i = 0; i < samples.size(); i += samples.size() / 8)
+                for (const Numbers& eye : {samples[i].targetPosition(), samples[i].threatPosition()})
+                    for (int bearing = 0; bearing < 360; bearing += 15) {
+                        const double east = std::cos(bearing / kDegreesPerRadian);
+                        const double south = std::sin(bearing / kDegreesPerRadian);
+                        double above = 1.0;
+                        for (double far = 0.0; above > 0.0; far += 50.0)
+                            above = heightAbove(
+                                terrain, firstZ, {eye[0] + far * east, eye[1] + far * south, eye[2] + far * slope});
+                        ASSERT_LE(above, 0.0) << bearing << " degrees at " << samples[i].time() << " s";
+                    }
         }
     }
 }
 
-TEST_F(DemonstrationTerrain, TilesShareTheirEdges) {
+TEST_F(DemonstrationTerrain, HasNoGapBetweenItsTiles) {
     Terrain terrain;
-    init(kKinds[1], terrain);
+    init(kSpectra, terrain);
     ASSERT_TRUE(terrain.loadAll());
     constexpr std::size_t kPosts = 97;
     const auto post = [&terrain](std::size_t tile, std::size_t column, std::size_t row) {
@@ -175,6 +218,23 @@ TEST_F(DemonstrationTerrain, TilesShareTheirEdges) {
         EXPECT_TRUE(std::equal(post(3, 96, i), post(3, 96, i) + 3, post(4, 0, i))) << "west and east, row " << i;
         EXPECT_TRUE(std::equal(post(4, i, 96), post(4, i, 96) + 3, post(7, i, 0))) << "south and north, column " << i;
     }
+    // The wide tile joins the others at the square's edge and lies beneath them within it.
+    const SubTerrain& wide = terrain.tile(9);
+    constexpr int kColumns = 121;
+    const auto wideHeight = [&wide](int column, int row) {
+        return wide.vertices()[3 * (static_cast<std::size_t>(row) * kColumns + static_cast<std::size_t>(column)) + 2];
+    };
+    for (int row = 44; row <= 76; ++row)
+        for (int column = 44; column <= 76; ++column) {
+            // Half a cell of the finer tiles beyond the post, where no rounding leads to the one before.
+            const float x = 202.5F * static_cast<float>(column - 44) + 11.0F;
+            const float y = 202.5F * static_cast<float>(row - 44) + 11.0F;
+            const float fine = terrain.GetElevation(std::min(x, 6479.0F), std::min(y, 6479.0F));
+            const bool isOnEdge = row == 44 || row == 76 || column == 44 || column == 76;
+            const float above = wideHeight(column, row) - fine;
+            const bool isBeyond = x > 6479.0F || y > 6479.0F;
+            ASSERT_TRUE(isOnEdge ? isBeyond || above == 0.0F : above < -40.0F) << column << ' ' << row;
+        }
 }
 
 TEST_F(DemonstrationTerrain, ShowsGreysThatAreNeitherBlackNorSaturated) {

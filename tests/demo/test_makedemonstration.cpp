@@ -30,13 +30,14 @@ TEST(MakeDemonstration, WritesTheSameBytesAgainAndReplacesOnlyWhatDiffers) {
     const std::filesystem::path demo = directory.path() / "new folder" / "demo";
     EXPECT_EQ(makeDemonstration(demo), std::nullopt);
     const auto first = filesBelow(demo);
-    for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.crossing.Z", "ETXYZ.OUT.sparse"})
+    for (const char* const name : {"ETXYZ.OUT.vague", "ETXYZ.OUT.veer", "ETXYZ.OUT.weave.Z"})
         EXPECT_TRUE(first.contains(name)) << name;
+    EXPECT_EQ(first.begin()->first, "ETXYZ.OUT.turn") << "what is opened first";
 
     const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
     std::filesystem::last_write_time(demo / "ETXYZ.OUT.turn", longAgo);
-    directory.write("new folder/demo/ETXYZ.OUT.sparse", "cut off");
-    std::filesystem::remove(demo / "ETXYZ.OUT.crossing.Z");
+    directory.write("new folder/demo/ETXYZ.OUT.vague", "cut off");
+    std::filesystem::remove(demo / "ETXYZ.OUT.weave.Z");
     EXPECT_EQ(makeDemonstration(demo), std::nullopt);
     EXPECT_TRUE(filesBelow(demo) == first);
     EXPECT_EQ(std::filesystem::last_write_time(demo / "ETXYZ.OUT.turn"), longAgo);

@@ -12,7 +12,7 @@ data=$demonstration/data
 # The demonstration names its data by absolute paths. One of its engagements is about missing files.
 named_paths() {
     { grep -hE '^/' "$demonstration/ETXYZ.OUT.turn"
-      uncompress -c "$demonstration/ETXYZ.OUT.crossing.Z" | grep -E '^/'
+      uncompress -c "$demonstration/ETXYZ.OUT.weave.Z" | grep -E '^/'
       sed -n 's|.*<asterdb>\(.*\)</asterdb>.*|\1|p' "$data/ter0020/ter0020.xml"
       sed -n 's/^Exec=env "PELSAR_DATA=/"/p' "$stage"/usr/share/applications/*.desktop | grep -o '/[^"]*'; } | sort -u
 }

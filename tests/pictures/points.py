@@ -294,7 +294,7 @@ def work_out(demonstration):
     rows.append(["rotors", "scenes/paths.etxyz", "--eye 22,-14,-122 --look-at 0,0,-101"])
     for name, trajectory, text in rows:
         folder = FOLDER if trajectory.startswith("scenes/") else demonstration
-        engagement = Engagement(os.path.join(folder, trajectory))
+        engagement = Engagement(os.path.join(folder, trajectory.removeprefix("single/")))
         options = dict(re.findall(r"(--[a-z-]+) ([^-\s]\S*|-[\d.]\S*)", text))
         camera = Camera(options, engagement)
         time = float(options.get("--at", "0"))
@@ -324,15 +324,17 @@ def work_out(demonstration):
                     add_trail(table, camera, engagement, 3, (6.6, 6.8))
                 add_drop(table, camera, engagement, time, "threat", drops.replace("green", "yellow"), -2, (0.5,))
                 add_ground(table, camera, ((3000, -3000), (5000, -3000)), grid, "grid's crossing at")
-            add_ground(table, camera, ((8000, -3000), (7000, -7000)), grid, "grid's crossing at")
+            beyond = ((8000, -3000), (7000, -7000))
             if name == "free_view":
-                add_ground(table, camera, ((6500, -3000),), "lit", "near the ground's far edge at")
+                add_ground(table, camera, beyond + ((11000, -6500),), "lit", "ground beyond the finer tiles at")
+            else:
+                add_ground(table, camera, beyond, grid, "grid's crossing at")
         elif name == "cyan_described":
             add_path(table, camera, engagement, time, "threat", "cyan", (0.0, 0.6, 1.0))
             add_path(table, camera, engagement, time, "target", "green", (0.8, 1.0))
             add_drop(table, camera, engagement, time, "threat", "cyan", -1, (0.5, 0.2))
         elif name == "hidden":
-            other = Engagement(os.path.join(demonstration, "ETXYZ.OUT.crossing.Z"))
+            other = Engagement(os.path.join(demonstration, "ETXYZ.OUT.weave.Z"))
             add_path(table, camera, engagement, time, "target", "green", (0.2, 0.6, 1.0))
             add_path(table, camera, other, time, "threat", "!cyan", (0.6, 1.0))
             add_path(table, camera, other, time, "target", "!green", (0.9, 1.0))

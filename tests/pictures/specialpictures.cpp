@@ -32,14 +32,14 @@ struct Frame : OffscreenContext {
 QImage hiddenEngagementPicture(const std::filesystem::path& demonstration) {
     const Frame frame;
     etxyz turn;
-    etxyz crossing;
+    etxyz weave;
     turn.LoadETXYZ(QString::fromStdString((demonstration / "ETXYZ.OUT.turn").string()));
-    crossing.LoadETXYZ(QString::fromStdString((demonstration / "ETXYZ.OUT.crossing.Z").string()));
+    weave.LoadETXYZ(QString::fromStdString((demonstration / "ETXYZ.OUT.weave.Z").string()));
     turn.InitHardbodies();
-    crossing.InitHardbodies();
+    weave.InitHardbodies();
     Scene scene;
     scene.draw(
-        {{EngagementId{1}, &turn}, {EngagementId{2}, &crossing, true}},
+        {{EngagementId{1}, &turn}, {EngagementId{2}, &weave, true}},
         cameraAt({-500.0F, -2500.0F, -2500.0F, 1.0F}, {4000.0F, -2500.0F, -900.0F, 1.0F}), {.time = 6.0});
     return frame.picture();
 }

@@ -6,7 +6,7 @@
 #include <QImage>
 
 namespace sorvane {
-// Two engagements of the demonstration of which the second one, crossing, is hidden.
+// Two engagements of the demonstration of which the second one, weave, is hidden.
 QImage hiddenEngagementPicture(const std::filesystem::path& demonstration);
 
 // The demonstration's helicopter with its rotors turned to 0.02 s, level at (0, 0, -100).

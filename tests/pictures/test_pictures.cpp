@@ -72,6 +72,17 @@ struct SpecialPicture : testing::Test {
     EnvironmentVariable dataRoot{"PELSAR_DATA", (demonstration / "data/").string()};
 };
 
+// The trajectory in `folder`, its terrain without the description of the set, so that the single rasters are drawn.
+std::filesystem::path overSingleRasters(const std::filesystem::path& trajectory, const TemporaryDirectory& folder) {
+    const std::string terrain = (trajectory.parent_path() / "data/ter0010").string();
+    std::filesystem::copy(terrain, folder.path() / "ter0010");
+    std::filesystem::remove(folder.path() / "ter0010/ter0010.xml");
+    std::string text = readWholeFile(trajectory);
+    for (std::size_t at = text.find(terrain); at != std::string::npos; at = text.find(terrain, at + 1))
+        text.replace(at, terrain.size(), (folder.path() / "ter0010").string());
+    return folder.write(trajectory.filename().string(), text);
+}
+
 struct Picture : SpecialPicture, testing::WithParamInterface<PictureRow> {};
 
 TEST_P(Picture, IsLikeItsReference) {
@@ -84,6 +95,8 @@ TEST_P(Picture, IsLikeItsReference) {
         writeSmallSceneData(pictureFolder() + "scenes", folder.path());
         smallData.emplace("PELSAR_DATA", folder.file(""));
     }
+    if (row.trajectory.starts_with("single/"))
+        trajectory = overSingleRasters(demonstration / trajectory.filename(), folder);
     const std::string made = folder.file("picture.png");
     std::vector<std::string> arguments = {"render",  trajectory.string(), "-o", made, "--size",
                                           "240x180", "--allow-missing"};

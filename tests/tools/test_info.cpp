@@ -157,8 +157,8 @@ TEST_F(Info, DescribesEveryFileOfTheDemonstration) {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(directory.path()))
         if (entry.is_regular_file() && !entry.path().string().ends_with("t") && !entry.path().string().ends_with("g"))
             paths.push_back(entry.path().string());
-    const auto [turn, crossing] = std::pair{directory.file("ETXYZ.OUT.turn"), directory.file("ETXYZ.OUT.crossing.Z")};
-    paths.insert(paths.begin(), {turn, crossing, directory.file("data/ter0020/ter0020.xml")});
+    const auto [turn, weave] = std::pair{directory.file("ETXYZ.OUT.turn"), directory.file("ETXYZ.OUT.weave.Z")};
+    paths.insert(paths.begin(), {turn, weave, directory.file("data/ter0020/ter0020.xml")});
     const Json files = describe(paths);
     EXPECT_EQ(err, "");
     for (const Json& file : files)

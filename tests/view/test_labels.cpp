@@ -99,7 +99,7 @@ TEST_F(LabelTest, NamesWhatTheViewShows) {
 TEST(EngagementName, IsWhatTellsOneFromTheOther) {
     for (const auto& [path, name] : Rows<const char*, const char*>{
              {"/data/ETXYZ.OUT.turn", "turn"},
-             {"ETXYZ.OUT.crossing.Z", "crossing"},
+             {"ETXYZ.OUT.weave.Z", "weave"},
              {"ETXYZ.OUT.", "ETXYZ.OUT."},
              {"a/run.7", "run.7"},
              {"standard input", "standard input"}})

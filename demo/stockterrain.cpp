@@ -1,9 +1,10 @@
-// The demonstration's landscape as single rasters of the old style.
-#include "oldstyletile.h"
+// The demonstration's landscape under the names of the stock terrain.
+#include "stockterrain.h"
 
 #include <cmath>
 #include <cstdint>
 
+#include "describedset.h"
 #include "landscapemap.h"
 #include "numbertext.h"
 #include "rasterfile.h"
@@ -17,7 +18,7 @@ constexpr double kLaunchHeight = 300.0;
 constexpr float kMetresPerSample = -0.01F;
 
 std::string topography(const LandscapeMap& map) {
-    GHead header = rasterHeader(map.columns, map.rows, map.cellMetres, "TOPO", map.heights);
+    GHead header = rasterHeader(map.grid.columns, map.grid.rows, map.grid.cellMetres, "TOPO", map.heights);
     header.packtype = 1;
     header.zscale = kMetresPerSample;
     std::vector<std::uint16_t> samples;
@@ -27,17 +28,17 @@ std::string topography(const LandscapeMap& map) {
 }
 
 std::string radiance(const LandscapeMap& map) {
-    const GHead header = rasterHeader(map.columns, map.rows, map.cellMetres, "RADIANCE", map.radiances);
+    const GHead header = rasterHeader(map.grid.columns, map.grid.rows, map.grid.cellMetres, "RADIANCE", map.radiances);
     return torvaleFile(header, std::as_bytes(std::span(map.radiances)), Rows::Records);
 }
 
 std::string normals(const LandscapeMap& map) {
-    const GHead header = rasterHeader(map.columns, map.rows, map.cellMetres, "NORM");
+    const GHead header = rasterHeader(map.grid.columns, map.grid.rows, map.grid.cellMetres, "NORM");
     return torvaleFile(header, std::as_bytes(std::span(map.normals)), Rows::Contiguous);
 }
 
 std::string classes(const LandscapeMap& map) {
-    GHead header = rasterHeader(map.columns, map.rows, map.cellMetres, "CLASS");
+    GHead header = rasterHeader(map.grid.columns, map.grid.rows, map.grid.cellMetres, "CLASS");
     header.packtype = 0;
     return torvaleFile(header, std::as_bytes(std::span(map.classes)), Rows::Records);
 }
@@ -65,18 +66,20 @@ MaterialTables materialTables() {
 }
 } // namespace
 
-std::vector<DemonstrationFile> oldStyleTileFiles(const AtmosphereValues& atmosphere) {
-    const LandscapeMap map = mapOf(kPosts, kPosts, kCellMetres, kLaunchHeight, atmosphere);
+std::vector<DemonstrationFile> stockTerrainFiles(const AtmosphereValues& atmosphere) {
+    const LandscapeMap map = mapOf({kPosts, kPosts, kCellMetres}, kLaunchHeight, atmosphere);
     const MaterialTables tables = materialTables();
+    std::vector<DemonstrationFile> files = describedSetFiles(
+        {.name = "ter0010", .posts = kPosts, .cellMetres = kCellMetres, .launchHeight = kLaunchHeight, .spectra = {}},
+        atmosphere);
     const std::string stem = "ter0010/ter0010";
-    return {
-        {stem + ".top", topography(map)},
-        {stem + "_w0001_t1500_b0001.rad", radiance(map)},
-        {stem + ".norm", normals(map)},
-        {stem + ".cls", classes(map)},
-        {stem + ".cls2mat", tables.classToMaterial},
-        {stem + ".temp", tables.temperatures},
-        {stem + ".atm", atmosphereText(atmosphere)},
-    };
+    files.push_back({stem + ".top", topography(map)});
+    files.push_back({stem + "_w0001_t1500_b0001.rad", radiance(map)});
+    files.push_back({stem + ".norm", normals(map)});
+    files.push_back({stem + ".cls", classes(map)});
+    files.push_back({stem + ".cls2mat", tables.classToMaterial});
+    files.push_back({stem + ".temp", tables.temperatures});
+    files.push_back({stem + ".atm", atmosphereText(atmosphere)});
+    return files;
 }
 } // namespace sorvane
