@@ -48,13 +48,15 @@ struct Shot {
     bool hasReadout = false;
 };
 
+constexpr int kVeer = 2; // its number among the engagements
+
 class Photographer {
 public:
     Photographer(const QDir& demonstration, const QDir& pictures) : demonstration_(demonstration), pictures_(pictures) {
         window_.show();
-        for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.weave.Z", "ETXYZ.OUT.vague"})
+        for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.weave.Z", "ETXYZ.OUT.veer", "ETXYZ.OUT.vague"})
             window_.loadEtxyzFile(demonstration.filePath(QString::fromLatin1(name)));
-        // What is missing of the third one is no matter of these pictures.
+        // What is missing of the last one is no matter of these pictures.
         QTest::mouseClick(window_.findChild<QLabel*>("loadNotice"), Qt::LeftButton);
     }
 
@@ -81,7 +83,7 @@ public:
     }
 
 private:
-    static constexpr int kEngagements = 3;
+    static constexpr int kEngagements = 4;
 
     void goTo(double seconds) { window_.findChild<QDoubleSpinBox*>("doubleSpinBox")->setValue(seconds); }
 
@@ -188,7 +190,7 @@ int main(int argc, char** argv) {
     Photographer photographer{QDir(QFile::decodeName(argv[1])), QDir(QFile::decodeName(argv[2]))};
 
     const Shot shots[] = {
-        {.file = "window.png", .view = "View Threat", .seconds = 9.0, .right = 1500, .down = 100, .notches = -31},
+        {.file = "window.png", .view = "View Target", .seconds = 13.0, .isOverview = true, .hasTerrain = true},
         {.file = "target-view.png", .view = "View Target", .seconds = 12.0, .right = 650, .down = 200, .notches = -34},
         {.file = "gyro-view.png", .view = "View Gyro", .seconds = 8.2},
         {.file = "target.png", .view = "View Target", .seconds = 2.5, .right = -150, .down = 250, .notches = 5},
@@ -238,6 +240,21 @@ int main(int argc, char** argv) {
          .down = 250,
          .notches = 5,
          .isBodySpoilt = true},
+        {.file = "veer-launch.png", .engagement = kVeer, .view = "View Gyro", .seconds = 3.4},
+        {.file = "veer-flare.png", .engagement = kVeer, .view = "View Gyro", .seconds = 4.2},
+        {.file = "veer-lost.png", .engagement = kVeer, .view = "View Gyro", .seconds = 5.0, .hasReadout = true},
+        {.file = "veer-miss.png",
+         .engagement = kVeer,
+         .view = "View Target",
+         .seconds = 6.35,
+         .isOverview = true,
+         .hasTerrain = true},
+        {.file = "veer-after.png",
+         .engagement = kVeer,
+         .view = "View Target",
+         .seconds = 9.9,
+         .isOverview = true,
+         .hasTerrain = true},
     };
     bool isWritten = true;
     for (const Shot& shot : shots)

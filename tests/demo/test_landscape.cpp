@@ -94,8 +94,7 @@ protected:
             trajectory(kind.engagements.empty() ? "ETXYZ.OUT.turn" : kind.engagements.front()).header;
         if (kind.engagements.empty()) {
             std::filesystem::create_directory(root() / "single");
-            std::filesystem::copy(
-                root() / "data/ter0010", root() / "single/ter0010", std::filesystem::copy_options::overwrite_existing);
+            std::filesystem::copy(root() / "data/ter0010", root() / "single/ter0010");
             std::filesystem::remove(root() / "single/ter0010/ter0010.xml");
             for (const std::size_t line : {0U, 1U})
                 header[line].replace(header[line].find("/data/"), 6, "/single/");
