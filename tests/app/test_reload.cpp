@@ -186,7 +186,7 @@ TEST_F(ReloadTest, ReadsEachModelFileAnewOrKeepsWhatThereWas) {
                  [](QByteArray b) {
                      return b;
                  }},
-             Row{"/ter0010_w0001_t1500_b0001.rad", 3, "terrain",
+             Row{"/ter0010_w0001_t1500_b0001_n0001.rad", 3, "terrain",
                  [](QByteArray b) {
                      return b;
                  }},

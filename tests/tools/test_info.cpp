@@ -166,13 +166,13 @@ TEST_F(Info, DescribesEveryFileOfTheDemonstration) {
     EXPECT_EQ(files[1]["is_compressed"], true);
     EXPECT_EQ(files[1]["target"], "named");
     const Json& set = files[2];
-    EXPECT_EQ(set["tiles"].size(), 9U);
+    EXPECT_EQ(set["tiles"].size(), 10U);
     EXPECT_EQ(set["tiles"][0]["columns"], 97);
     EXPECT_EQ(set["tiles"][0]["normals_exist"], true);
     EXPECT_EQ(set["reflectance_by"], "spectra");
     EXPECT_EQ(set["classes"][1], Json({{"class", 2}, {"sample", "meadow"}, {"reflectance", 0.05}}));
     EXPECT_EQ(set["companions"][0]["exists"], true);
-    EXPECT_EQ(set["messages"], Json({"total of 9 subterrains"}));
+    EXPECT_EQ(set["messages"], Json({"total of 10 subterrains"}));
 }
 
 TEST_F(Info, WalksDirectories) {

@@ -281,7 +281,7 @@ TEST_F(RenderTest, TellsWhatThePictureLacks) {
     const EnvironmentVariable demonstrated{"PELSAR_DATA", directory.file("demo/data/")};
     trajectory = directory.file("demo/ETXYZ.OUT.turn");
     EXPECT_EQ(lines({"--terrain", "--at", "3"}, ExitStatus::Success), "");
-    directory.write("demo/data/ter0010/ter0010.top", "short");
+    directory.write("demo/data/ter0010/ter0010_n0001.le-ftop", "short");
     EXPECT_THAT(lines({"--terrain"}, ExitStatus::ProblemsFound), HasSubstr(trajectory + ": terrain: tile "));
 
     const EnvironmentVariable none{"PELSAR_DATA", directory.file("none/")};
