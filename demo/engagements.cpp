@@ -113,6 +113,7 @@ std::string veer(const std::string& dataRoot) {
     };
     for (const double time : {3.5, 3.9, 4.3, 4.7})
         plan.flares.push_back({time, 1, 1});
+    plan.flareBrightness = 1.5e9; // white in the seeker's narrow view, too
     plan.threatStart = {3900.0, -4300.0, -300.0};
     plan.launchOffset = -8.0;
     plan.launchLoft = 8.0;

@@ -19,8 +19,7 @@ constexpr double kThreatRollRate = 25.0; // degrees per second
 constexpr double kFlareBurnTime = 4.0;
 constexpr double kFlareDrag = 0.006; // per metre: deceleration over the square of the speed
 constexpr double kFlareEjectionSpeed = 30.0;
-constexpr double kFlareBrightness = 2.5e7;       // makes a sphere of five metres white in a view of 30 degrees
-constexpr double kTargetBrightness = 3.0e6;      // as a seeker sees it
+constexpr double kTargetShare = 0.12;            // of a flare's brightness: what a seeker sees of the target
 constexpr Vec3d kFlareSpin = {80.0, 50.0, 65.0}; // degrees per second
 
 double radians(double degrees) {
@@ -112,13 +111,14 @@ struct Threat {
 struct Flare {
     int id;
     FlareRelease release;
+    double greatestBrightness;
     Vec3d position;
     Vec3d velocity;
     double age = 0.0;
 
     // Ejected downwards, to either side in turn.
-    Flare(int number, const FlareRelease& itsRelease, const Target& target)
-        : id(number), release(itsRelease), position(target.position) {
+    Flare(int number, const FlareRelease& itsRelease, double brightness, const Target& target)
+        : id(number), release(itsRelease), greatestBrightness(brightness), position(target.position) {
         const double side = number % 2 == 0 ? 1.0 : -1.0;
         const Vec3d sideways = direction(target.heading + side * 90.0, 0.0);
         velocity = target.velocity + kFlareEjectionSpeed * unit(sideways + Vec3d{0.0, 0.0, 1.0});
@@ -133,7 +133,7 @@ struct Flare {
 
     double burnt() const { return age / kFlareBurnTime; }
     double brightness() const {
-        return kFlareBrightness * (1.0 - std::exp(-12.0 * burnt())) * (1.0 - burnt() * burnt());
+        return greatestBrightness * (1.0 - std::exp(-12.0 * burnt())) * (1.0 - burnt() * burnt());
     }
     FlareSample sample() const {
         const double size = 1.0 + 5.0 * std::sin(std::numbers::pi * burnt());
@@ -181,7 +181,7 @@ private:
         seek();
     }
     void seek() {
-        const HeatSource target{target_.position, target_.velocity, kTargetBrightness};
+        const HeatSource target{target_.position, target_.velocity, kTargetShare * plan_.flareBrightness};
         if (!seeker_) {
             followed_ = target;
             threat_.lookAlong(sight());
@@ -195,7 +195,8 @@ private:
     }
     void releaseFlares() {
         for (; released_ < plan_.flares.size() && plan_.flares[released_].time <= time_; ++released_)
-            flares_.emplace_back(static_cast<int>(released_) + 1, plan_.flares[released_], target_);
+            flares_.emplace_back(
+                static_cast<int>(released_) + 1, plan_.flares[released_], plan_.flareBrightness, target_);
     }
     Vec3d sight() const { return target_.position - threat_.position; }
     double range() const { return length(sight()); }

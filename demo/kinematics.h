@@ -25,6 +25,7 @@ struct EngagementPlan {
     OverTime targetBank;  // degrees, right wing down is positive; the aircraft turns as a coordinated turn does
     OverTime targetClimb; // degrees
     std::vector<FlareRelease> flares; // in the order of their times
+    double flareBrightness = 2.5e7;   // makes a sphere of five metres white in a view of 30 degrees
 
     Vec3d threatStart;
     double launchOffset = 0.0; // degrees by which the threat leaves to the right of the line to the target
