@@ -126,15 +126,31 @@ class Viewer:
         time.sleep(0.5)
         self.key(*["Down"] * entry, "Return")
 
-    def answer(self, text):
-        """Types the name into a file dialog and accepts it."""
-        time.sleep(1.5)
-        dialog = run("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).split()[-1]
-        run("xdotool", "windowfocus", dialog)
-        run("xdotool", "type", "--delay", "20", text)
-        self.key("Return")
-        time.sleep(0.5)
-        run("xdotool", "windowfocus", self.window)
+    def windows(self):
+        return set(run("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).split())
+
+    def answer(self, ask, text):
+        """Types the name into the file dialog that opens, and accepts it."""
+        known = self.windows()
+        ask()
+        dialogs = set()
+        for _ in range(40):  # a menu that was open may still close
+            before, dialogs = dialogs, self.windows() - known
+            if dialogs and dialogs == before:
+                break
+            time.sleep(0.5)
+        for _ in range(5):  # a dialog that is still being set up loses letters
+            subprocess.run(["xdotool", "windowfocus", dialogs.pop()], check=True)
+            time.sleep(0.5)
+            self.key("ctrl+a")
+            run("xdotool", "type", "--delay", "20", text)
+            self.key("Return")
+            time.sleep(1.5)
+            dialogs = self.windows() - known
+            if not dialogs:
+                run("xdotool", "windowfocus", self.window)
+                return
+        sys.exit(f"the file dialog does not take {text}")
 
 
 class Walk:
@@ -298,11 +314,9 @@ class Walk:
         self.says("F12 saves a picture. Ctrl+R, or the button Record, asks where and records a movie until Ctrl+R is "
                   "pressed again")
         picture, movie = (os.path.join(self.folder, name) for name in ("home.png", "home.avi"))
-        viewer.key("F12")
-        viewer.answer(picture)
+        viewer.answer(lambda: viewer.key("F12"), picture)
         self.see("the picture's file", lambda: os.path.exists(picture) and os.path.getsize(picture) > 10000)
-        viewer.key("Home", "ctrl+r")
-        viewer.answer(movie)
+        viewer.answer(lambda: viewer.key("Home", "ctrl+r"), movie)
         time.sleep(2.0)
         viewer.key("ctrl+r")
         self.see("the movie's frames", lambda: os.path.exists(movie) and int(run(
@@ -315,16 +329,12 @@ class Walk:
         wrong = os.path.join(self.folder, "wrong.txt")
         with open(wrong, "w", encoding="utf-8") as file:
             file.write("nothing\n")
-        viewer.choose(1, 1)
-        viewer.answer(wrong)
+        viewer.answer(lambda: viewer.choose(1, 1), wrong)
         self.see("the reason", lambda: viewer.view().count(notice, 0, 40) > 100)
         self.says("Every other key: F1.")
-        count = len(self.windows())
+        count = len(viewer.windows())
         viewer.key("F1")
-        self.see("the keys", lambda: len(self.windows()) > count)
-
-    def windows(self):
-        return run("xdotool", "search", "--onlyvisible", "--pid", str(self.viewer.process.pid)).split()
+        self.see("the keys", lambda: len(viewer.windows()) > count)
 
     def go(self):
         for heading in self.headings:
