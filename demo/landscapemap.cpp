@@ -40,6 +40,10 @@ LandscapeMap mapOf(const MapGrid& grid, double launchHeight, const AtmosphereVal
         for (int column = -1; column <= columns; ++column)
             elevations.push_back(landscape.elevation(west + column * cellMetres, south + row * cellMetres));
 
+    // The samples of a post's radiance, and how far the first lies from it.
+    const double step = cellMetres / finer;
+    const double before = (step - cellMetres) / 2.0;
+
     LandscapeMap map{grid, {}, {}, {}, {}};
     for (int row = 0; row < rows; ++row)
         for (int column = 0; column < columns; ++column) {
@@ -47,19 +51,18 @@ LandscapeMap mapOf(const MapGrid& grid, double launchHeight, const AtmosphereVal
             const Vec3d normal = unit(Vec3d{here[-1] - here[1], here[-stride] - here[stride], 2.0 * cellMetres});
             const double x = west + column * cellMetres;
             const double y = south + row * cellMetres;
-            const auto groundAt = [&](double east, double north) {
-                return landscape.groundClass(east, north, normal, cellMetres / finer);
-            };
             map.heights.push_back(static_cast<float>(*here - launchHeight));
             map.normals.push_back(
                 {static_cast<float>(normal.x), static_cast<float>(normal.y), static_cast<float>(normal.z)});
-            map.classes.push_back(groundAt(x, y));
+            map.classes.push_back(landscape.groundClass(x, y, normal, step));
             double radiance = 0.0;
-            for (int i = 0; i < finer * finer; ++i) {
-                const double east = x + ((i % finer + 0.5) / finer - 0.5) * cellMetres;
-                const double north = y + ((i / finer + 0.5) / finer - 0.5) * cellMetres;
-                radiance += landscape.radiance(east, north, groundAt(east, north), normal, sunward);
-            }
+            for (int i = 0; i < finer; ++i)
+                for (int j = 0; j < finer; ++j) {
+                    const double east = x + before + j * step;
+                    const double north = y + before + i * step;
+                    const GroundClass ground = landscape.groundClass(east, north, normal, step);
+                    radiance += landscape.radiance(east, north, ground, normal, sunward);
+                }
             map.radiances.push_back(static_cast<float>(radiance / (finer * finer)));
         }
     return map;

@@ -61,12 +61,12 @@ const struct Expectation {
     std::size_t maximumSamples;
     double interval;
     std::size_t minimumFlares;
-    bool isHit = true;
+    bool isHit;
 } kEngagements[] = {
-    {"ETXYZ.OUT.turn", 1300, 1600, 0.01, 6},
-    {"ETXYZ.OUT.vague", 15, 30, 0.5, 3},
+    {"ETXYZ.OUT.turn", 1300, 1600, 0.01, 6, true},
+    {"ETXYZ.OUT.vague", 15, 30, 0.5, 3, true},
     {"ETXYZ.OUT.veer", 900, 1200, 0.01, 4, false},
-    {"ETXYZ.OUT.weave.Z", 600, 1000, 0.01, 3},
+    {"ETXYZ.OUT.weave.Z", 600, 1000, 0.01, 3, true},
 };
 } // namespace
 
