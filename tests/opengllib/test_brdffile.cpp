@@ -93,6 +93,13 @@ TEST(BrdfFile, SlotsBringTheFacetsOfAClassTogether) {
         "nonnegative and smaller than numBrdfClasses_ = 2.");
 }
 
+// The range of the facet before is no short cut where the next one begins with its last facet.
+TEST(BrdfFile, RangesThatOverlapByAFacetAreSearched) {
+    BrdfFile file = parsed("BRDF\n2\n0 0 0 0 0 x\n0 0 0 0 0 x\n1 5 1 x\n5 9 2 x\n");
+    EXPECT_EQ(file.SortedFacetIndex(5), 5);
+    EXPECT_EQ(file.SortedFacetIndex(4), 0);
+}
+
 TEST(BrdfFile, FindsTheClassOfAFacet) {
     const BrdfFile one = parsed("BRDF\n2\n0 0 0 0 0 x\n0 0 0 0 0 x\n5 6 2 x\n");
     EXPECT_EQ(one.FacetIndxToBrdfClass(-7), 1);

@@ -77,7 +77,7 @@ TEST(SandfordRobertson, RoundsEveryStepAsTheFormulasDo) {
         const Vector<float> toSource = randomDirection();
         const Vector<float> toViewer = randomDirection();
         const Vector<float> glint = (toSource + toViewer) / Length(toSource + toViewer);
-        const float b = i % 3 == 0 ? 0.0F : 1.5F * unit(random);
+        const float b = i % 3 == 0 ? -0.5F * static_cast<float>(i % 2) : 1.5F * unit(random);
         const float e = i % 17 == 0 ? 0.0F : unit(random);
         const float rho_d = 0.6F * unit(random);
         const float epsilon = 0.6F * unit(random);

@@ -105,6 +105,31 @@ TEST(Terrain, CellsOfRowsThatRunSouthAreAsHigh) {
     EXPECT_EQ(terrain.yCellSize(), 7.0F);
 }
 
+TEST(Terrain, FilesThatWereNamedComeBeforeThoseBeside) {
+    const TemporaryDirectory directory;
+    const TerrainFiles files(directory);
+    files.writeMaterialRoute();
+    const std::string named = directory.write("named.temp", "x");
+    Terrain terrain;
+    terrain.setTempFilePath(named);
+    terrain.setCls2MatFilePath(directory.file("missing.cls2mat"));
+    outputOf([&] { EXPECT_TRUE(terrain.load(files.writeDescription(), files.folder(), 1)); });
+    EXPECT_EQ(terrain.tile(0).getTempFilePath(), named);
+    EXPECT_EQ(terrain.tile(0).getCls2MatFilePath(), directory.file("set.cls2mat"));
+}
+
+TEST(Terrain, TheLowestTileCountsWhereverItStands) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.write(
+        "set.xml",
+        "<t><base>b</base><subs><subterrain n='1'><minZ>-5</minZ></subterrain><subterrain n='2'><minZ>7</minZ>"
+        "</subterrain></subs></t>");
+    Terrain terrain;
+    float lowest = 99;
+    outputOf([&] { EXPECT_TRUE(init(terrain, path, directory.write("any.rad", "x"), lowest)); });
+    EXPECT_EQ(lowest, -5.0F);
+}
+
 TEST(Terrain, InitTakesASingleRasterOfEitherFamily) {
     const TemporaryDirectory directory;
     GHead torvale = torvaleHeader(5, 4, 1);
