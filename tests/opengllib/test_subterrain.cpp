@@ -302,3 +302,22 @@ TEST(TilePlacement, FindsPostsOfSkewedGridsWithXInThePlaceOfYForTheColumn) {
         EXPECT_EQ(placement.postAt(x, y), post) << x;
     }
 }
+
+// The first of the two has no rasters, and the point lies on the second one.
+TEST_F(SubTerrainTest, ATerrainLoadsEveryTileThatItCanAndAsksAllForElevations) {
+    files.writeRequired();
+    const std::string place = "<origin_x>100</origin_x><origin_y>200</origin_y><width>3</width><height>2</height>"
+                              "<vec dir='x'><i>5</i><j>0</j></vec><vec dir='y'><i>0</i><j>7</j></vec></subterrain>";
+    const std::string description = directory.write(
+        "two.xml",
+        "<t><base>set</base><subs><subterrain n='2'>" + place + "<subterrain n='1'>" + place + "</subs></t>");
+    Terrain terrain;
+    terrain.setShaderDir(kShaders);
+    outputOf([&] {
+        ASSERT_TRUE(terrain.load(description, files.folder(), 1));
+        EXPECT_FALSE(terrain.loadAll());
+        EXPECT_FALSE(terrain.tile(0).isLoaded());
+        EXPECT_TRUE(terrain.tile(1).isLoaded());
+        EXPECT_EQ(terrain.GetElevation(106, 208), 50.0F);
+    });
+}
