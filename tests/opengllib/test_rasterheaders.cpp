@@ -6,13 +6,16 @@
 #include <ctime>
 #include <string>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
+#include "bkgraster.h"
 #include "decimalcommalocale.h"
 #include "headerconversion.h"
+#include "rasterfamily.h"
 #include "rasterfiles.h"
 #include "rows.h"
 #include "temporarydirectory.h"
+#include "torvaleraster.h"
 
 using namespace sorvane;
 
@@ -306,4 +309,38 @@ TEST(HeaderConversion, DatesAFileInThisCentury) {
         EXPECT_EQ(GetCapturedStdout(), printed);
         EXPECT_EQ(std::string(b.fileCreationDate, 6), text);
     }
+}
+
+TEST(RasterHeaders, TellHowRowsLieInTheFile) {
+    using enum RasterContent;
+    const GHead torvale = torvaleHeader(3, 2, 1);
+    const BKG_header bkg = bkgHeader(3, 2);
+    const auto texts = [](const auto& header) {
+        std::vector<std::string> found;
+        for (const RasterContent content : {Topography, Radiance, Normals, Classes})
+            if (const std::optional<RowLayout> layout = rowLayout(header, content))
+                found.push_back(
+                    std::to_string(layout->rows) + "x" + std::to_string(layout->columns) + " of " +
+                    std::to_string(layout->itemBytes) + " + " + std::to_string(layout->skippedBytes));
+        EXPECT_FALSE(rowLayout(header, Unknown).has_value());
+        return found;
+    };
+    // TORVALE fills rows up to records of 512 bytes by the header's samples of 2 bytes, but for normals.
+    EXPECT_THAT(
+        texts(torvale), testing::ElementsAre("2x3 of 2 + 506", "2x3 of 4 + 506", "2x3 of 12 + 0", "2x3 of 2 + 506"));
+    EXPECT_THAT(texts(bkg), testing::ElementsAre("2x3 of 4 + 0", "2x3 of 4 + 0", "2x3 of 12 + 0", "2x3 of 1 + 0"));
+}
+
+TEST(RasterHeaders, TellTheSizeByTheFamilyThatTheLoaderTakes) {
+    const TemporaryDirectory directory;
+    const std::string torvale = bytesOf(torvaleHeader(5, 4, 1));
+    writeBkg(directory.file("bkg.rad"), bkgHeader(7, 6), "");
+    const std::string bkg = readWholeFile(directory.file("bkg.rad"));
+    const std::string misnamed = directory.write("bkg.top", bkg);
+    EXPECT_EQ(&rasterFamilyOf(misnamed), topographyFamilyOf("x.top")) << "a topography goes by its ending";
+    EXPECT_EQ(readRasterSize(misnamed), (RasterSize{7, 6})) << "all others by their first bytes";
+    EXPECT_EQ(readTopographySize(directory.write("a.top", torvale)), (RasterSize{5, 4}));
+    EXPECT_EQ(readRasterSize(directory.write("a.cls", torvale)), (RasterSize{5, 4}));
+    EXPECT_EQ(readRasterSize(directory.write("cut.cls", torvale.substr(0, 300))), std::nullopt);
+    EXPECT_EQ(readTopographySize(directory.write("a.xyz", torvale)), std::nullopt);
 }

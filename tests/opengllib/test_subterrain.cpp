@@ -306,11 +306,15 @@ TEST(TilePlacement, FindsPostsOfSkewedGridsWithXInThePlaceOfYForTheColumn) {
 // The first of the two has no rasters, and the point lies on the second one.
 TEST_F(SubTerrainTest, ATerrainLoadsEveryTileThatItCanAndAsksAllForElevations) {
     files.writeRequired();
-    const std::string place = "<origin_x>100</origin_x><origin_y>200</origin_y><width>3</width><height>2</height>"
-                              "<vec dir='x'><i>5</i><j>0</j></vec><vec dir='y'><i>0</i><j>7</j></vec></subterrain>";
+    const auto place = [](const std::string& originX) {
+        return "<origin_x>" + originX +
+               "</origin_x><origin_y>200</origin_y><width>3</width><height>2</height><vec "
+               "dir='x'><i>5</i><j>0</j></vec>"
+               "<vec dir='y'><i>0</i><j>7</j></vec></subterrain>";
+    };
     const std::string description = directory.write(
-        "two.xml",
-        "<t><base>set</base><subs><subterrain n='2'>" + place + "<subterrain n='1'>" + place + "</subs></t>");
+        "two.xml", "<t><base>set</base><subs><subterrain n='2'>" + place("70") + "<subterrain n='1'>" + place("100") +
+                       "</subs></t>");
     Terrain terrain;
     terrain.setShaderDir(kShaders);
     outputOf([&] {
@@ -319,5 +323,6 @@ TEST_F(SubTerrainTest, ATerrainLoadsEveryTileThatItCanAndAsksAllForElevations) {
         EXPECT_FALSE(terrain.tile(0).isLoaded());
         EXPECT_TRUE(terrain.tile(1).isLoaded());
         EXPECT_EQ(terrain.GetElevation(106, 208), 50.0F);
+        EXPECT_EQ(terrain.BBox().minimum[0], 70.0F) << "the first tile reaches further west";
     });
 }

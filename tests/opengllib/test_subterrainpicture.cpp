@@ -94,6 +94,20 @@ TEST_F(SubTerrainTest, DrawsTheLightOfSunSkyAndLights) {
     });
 }
 
+// 60° from the zenith, where the beam of 0.5 counts half beside the sky's 0.25.
+TEST_F(SubTerrainTest, DrawsTheSunWhereItStands) {
+    files.writeRasters();
+    directory.write("set.atm", "1 2 3\n1 2 3 4 5 6 7 8 120 0\n1 2500 5000 0\n");
+    files.writeMaterialRoute();
+    tile.setRadScale(2);
+    tile.setDrawSecondPass(true);
+    lookAtTheTile();
+    outputOf([&] { tile.render(Lights()); });
+    expectPicture(context, [&](float x, float y) {
+        return 2 * (radianceAt(x, y) + 0.5F * std::max(0.0F, 0.25F * (1 - (x - 100) / 5)));
+    });
+}
+
 TEST_F(SubTerrainTest, DoesNotReflectWithoutAMaterial) {
     files.writeRasters();
     files.writeAtmosphere();
