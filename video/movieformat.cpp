@@ -15,6 +15,8 @@ namespace {
 constexpr MovieFormat kFormats[] = {
     // With its index in front a movie starts to play before all of it is there.
     {"mp4", "", "movflags=+faststart"},
+    {"mov", "", "movflags=+faststart"},
+    {"matroska", "", ""},
     // The encoder's best takes seconds for a picture; this keeps up with a recording.
     {"webm", "deadline=realtime:cpu-used=6", ""},
 };

@@ -70,7 +70,8 @@ public:
     // The same for an image of exactly the movie's size by arithmetic of our own; encodeImage does not use it.
     bool convertImage(const QImage& image);
 
-    // Whether the open movie gets the frames that its codec holds back when it is closed: MP4 and WebM.
+    // Whether the open movie gets the frames that its codec holds back when it is closed: MP4, MOV,
+    // WebM and Matroska.
     bool flushesAtClose() const { return format_ != nullptr; }
     // What the last createFile ended with.
     Refusal refusal() const { return refusal_; }

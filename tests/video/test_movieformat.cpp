@@ -50,12 +50,15 @@ protected:
 TEST_F(MovieFormatTest, HoldsEveryPictureOnce) {
     // Fewer than the codecs hold back, and more.
     for (const int pictures : {1, 7, 75})
-        for (const auto& [name, codec] : {std::pair{"movie.mp4", "h264"}, {"movie.webm", "vp9"}}) {
+        for (const auto& [name, codec] :
+             {std::pair{"movie.mp4", "h264"}, {"movie.mov", "h264"}, {"movie.webm", "vp9"}, {"movie.mkv", "h264"}}) {
             SCOPED_TRACE(testing::Message() << name << ", " << pictures);
             record(name, pictures, 640, 96);
+            // Of a single picture in Matroska ffprobe tells no start.
+            const std::string start = pictures == 1 && name == std::string("movie.mkv") ? "N/A" : "0.000000";
             EXPECT_EQ(
                 probed(name).toStdString(),
-                std::string(codec) + ",640,96,yuv420p,tv,smpte170m,30/1,0.000000," + std::to_string(pictures));
+                codec + (",640,96,yuv420p,tv,smpte170m,30/1," + start) + "," + std::to_string(pictures));
             const Movie movie = readMovie(path(name));
             ASSERT_EQ(movie.frames.size(), static_cast<std::size_t>(pictures));
             unsigned sinceKeyFrame = 0;
@@ -68,10 +71,12 @@ TEST_F(MovieFormatTest, HoldsEveryPictureOnce) {
 }
 
 TEST_F(MovieFormatTest, StartsToPlayBeforeAllOfItIsThere) {
-    record("movie.mp4", 40);
-    const QByteArray movie = contents("movie.mp4");
-    EXPECT_LT(movie.indexOf("moov"), movie.indexOf("mdat"));
-    EXPECT_GT(movie.indexOf("moov"), 0);
+    for (const QString name : {"movie.mp4", "movie.mov"}) {
+        record(name, 40);
+        const QByteArray movie = contents(name);
+        EXPECT_LT(movie.indexOf("moov"), movie.indexOf("mdat")) << qPrintable(name);
+        EXPECT_GT(movie.indexOf("moov"), 0);
+    }
 }
 
 TEST_F(MovieFormatTest, TheSamePicturesGiveTheSameFile) {
