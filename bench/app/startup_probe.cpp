@@ -35,6 +35,7 @@ int runEmptyWindow() {
 
 int main(int argc, char** argv) {
     QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
+    qputenv("SORVANE_NO_SETTINGS", "1");
     QApplication application(argc, argv);
     if (argc < 2 || std::strcmp(argv[1], "viewer") != 0)
         return runEmptyWindow();
