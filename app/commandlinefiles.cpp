@@ -94,19 +94,27 @@ void loadCommandLineFiles(new_sorvane& window, const QStringList& paths) {
     const InputGate gate;
     Breath breath(window);
     LoadNotice& notice = window.loadNotice();
-    for (qsizetype i = 0; i < paths.size(); ++i) {
-        notice.setProgress(
-            QStringLiteral("%1 of %2: %3, Esc stops").arg(i + 1).arg(paths.size()).arg(QFileInfo(paths[i]).fileName()));
+    const auto isStopped = [&] {
+        return gate.isStopAsked() || EndSignals::hasCome() || !window.isVisible();
+    };
+    const auto goesOn = [&] {
         breath.takeIfDue();
-        if (EndSignals::hasCome() || !window.isVisible())
-            return;
-        if (gate.isStopAsked()) {
-            notice.setProgress({});
-            notice.setLast(QStringLiteral("Stopped: %1 of %2 files are loaded").arg(i).arg(paths.size()));
-            return;
-        }
-        window.loadEtxyzFile(paths[i]);
+        return !isStopped();
+    };
+    qsizetype loaded = 0;
+    for (const QString& path : paths) {
+        notice.setProgress(QStringLiteral("%1 of %2: %3, Esc stops")
+                               .arg(loaded + 1)
+                               .arg(paths.size())
+                               .arg(QFileInfo(path).fileName()));
+        if (goesOn())
+            window.loadEtxyzFile(path, goesOn);
+        if (isStopped())
+            break;
+        ++loaded;
     }
     notice.setProgress({});
+    if (gate.isStopAsked())
+        notice.setLast(QStringLiteral("Stopped: %1 of %2 files are loaded").arg(loaded).arg(paths.size()));
 }
 } // namespace sorvane

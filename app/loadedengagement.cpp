@@ -2,6 +2,7 @@
 #include "loadedengagement.h"
 
 #include <memory>
+#include <new>
 #include <utility>
 
 #include <QFile>
@@ -12,6 +13,7 @@
 
 #include "etxyz.h"
 #include "filecaches.h"
+#include "trajectoryreader.h"
 
 namespace sorvane {
 namespace {
@@ -33,15 +35,23 @@ bool forgetWhatChanged(const ModelFiles& files, const QString& atmosphere) {
 }
 } // namespace
 
-EngagementReading readEngagement(const QString& path) {
-    EngagementReading reading{.stamp = fileStamp(path), .data = std::make_unique<etxyz>(), .modelFiles = {}};
-    reading.data->LoadETXYZ(path);
-    if (std::as_const(reading.data->keyframes).isEmpty())
+EngagementReading readEngagement(const QString& path, const ReadWatch& watch) {
+    EngagementReading reading{.stamp = fileStamp(path), .data = std::make_unique<etxyz>()};
+    try {
+        const TrajectoryInput input = openTrajectory(path, [&] {
+            reading.isStopped = reading.isStopped || (watch && !watch());
+            return !reading.isStopped;
+        });
+        if (input.device != nullptr)
+            reading.data->load(input);
+    } catch (const std::bad_alloc&) {
+        reading.data->keyframes.clear();
+    }
+    if (reading.isStopped || std::as_const(reading.data->keyframes).isEmpty()) {
         reading.data.reset();
-    else
-        reading.modelFiles = modelFilesOf(*reading.data);
-    if (reading.data == nullptr)
         return reading;
+    }
+    reading.modelFiles = modelFilesOf(*reading.data);
     const QString atmosphere = atmospherePath(reading.data->targetSignatureBase);
     if (forgetWhatChanged(reading.modelFiles, atmosphere)) {
         reading.data->atm = std::make_unique<AtmFile>();

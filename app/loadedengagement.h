@@ -10,6 +10,7 @@
 #include "engagementid.h"
 #include "filestamp.h"
 #include "modelfiles.h"
+#include "trajectoryinput.h"
 
 class etxyz;
 
@@ -18,10 +19,12 @@ namespace sorvane {
 struct EngagementReading {
     FileStamp stamp;             // of the file, from before it was read
     std::unique_ptr<etxyz> data; // null when the file has no samples
-    ModelFiles modelFiles;       // of the data, from before bodies and terrain are read
+    ModelFiles modelFiles{};     // of the data, from before bodies and terrain are read
+    bool isStopped = false;
 };
 
-EngagementReading readEngagement(const QString& path);
+// Stopped by `watch`, it gives no data.
+EngagementReading readEngagement(const QString& path, const ReadWatch& watch = {});
 
 // Lives in an EngagementList, which alone changes it.
 class LoadedEngagement {

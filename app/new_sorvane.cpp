@@ -84,8 +84,10 @@ void new_sorvane::joinEngagements() {
     });
 }
 
-void new_sorvane::loadEtxyzFile(const QString& path) {
-    EngagementReading reading = readEngagement(path);
+void new_sorvane::loadEtxyzFile(const QString& path, const ReadWatch& watch) {
+    EngagementReading reading = readEngagement(path, watch);
+    if (reading.isStopped)
+        return;
     const etxyz* const loaded = reading.data.get();
     if (loaded != nullptr)
         engagements.add(path, std::move(reading));

@@ -30,7 +30,9 @@ public:
     ~new_sorvane() override;
 
     // Loads one engagement into the list. A file that yields no keyframes is named in the view and changes nothing.
-    void loadEtxyzFile(const QString& path);
+    // While it is read, `watch` is called now and then, and may process events; false stops the reading, and the file
+    // then is not loaded.
+    void loadEtxyzFile(const QString& path, const sorvane::ReadWatch& watch = {});
 
     // What the view says about the loading of files.
     sorvane::LoadNotice& loadNotice();

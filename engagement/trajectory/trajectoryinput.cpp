@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 #include <QFile>
 #include <QProcess>
@@ -24,6 +25,19 @@ public:
         kill();
         waitForFinished(-1);
     }
+};
+
+class WatchedFile final : public QFile {
+public:
+    explicit WatchedFile(ReadWatch watch) : watch_(std::move(watch)) {}
+
+protected:
+    qint64 readData(char* data, qint64 mostBytes) override {
+        return watch_ && !watch_() ? 0 : QFile::readData(data, mostBytes);
+    }
+
+private:
+    ReadWatch watch_;
 };
 
 int openRegularFile(const QString& path) {
@@ -51,11 +65,11 @@ std::unique_ptr<QIODevice> openCompressed(const QString& path) {
     return process;
 }
 
-std::unique_ptr<QIODevice> openPlain(const QString& path) {
+std::unique_ptr<QIODevice> openPlain(const QString& path, ReadWatch watch) {
     const int descriptor = openRegularFile(path);
     if (descriptor < 0)
         return nullptr;
-    auto file = std::make_unique<QFile>();
+    auto file = std::make_unique<WatchedFile>(std::move(watch));
     if (!file->open(descriptor, QIODevice::ReadOnly | QIODevice::Text, QFileDevice::AutoCloseHandle)) {
         ::close(descriptor);
         return nullptr;
@@ -72,9 +86,9 @@ bool TrajectoryInput::cameWhole() const {
     return process->exitStatus() == QProcess::NormalExit && process->exitCode() == 0;
 }
 
-TrajectoryInput openTrajectory(const QString& path) {
+TrajectoryInput openTrajectory(const QString& path, ReadWatch watch) {
     if (path.endsWith(QStringLiteral(".Z")))
         return {openCompressed(path), true};
-    return {openPlain(path), false};
+    return {openPlain(path, std::move(watch)), false};
 }
 } // namespace sorvane

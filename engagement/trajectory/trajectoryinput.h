@@ -1,6 +1,7 @@
 // Opens trajectory files, plain or compressed.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QIODevice>
@@ -17,7 +18,10 @@ struct TrajectoryInput {
     bool cameWhole() const;
 };
 
+// Called before each piece of a plain file is read. False ends the reading there: the device then has no more data.
+using ReadWatch = std::function<bool()>;
+
 // Opens a regular file for reading in text mode. A name that ends in ".Z" (not ".z") is read through the program
 // `uncompress`; this waits until the program has started and delivered its first data.
-TrajectoryInput openTrajectory(const QString& path);
+TrajectoryInput openTrajectory(const QString& path, ReadWatch watch = {});
 } // namespace sorvane

@@ -51,6 +51,23 @@ TEST_F(CommandLineFilesTest, TheWindowShowsHowFarItIsAndTakesNoInput) {
     EXPECT_TRUE(timer->isActive());
 }
 
+TEST_F(CommandLineFilesTest, ALargeFileLetsTheWindowLiveAndCanBeStopped) {
+    QList<TestSample> samples;
+    for (int i = 0; i < 40000; ++i)
+        samples << TestSample{.time = 0.001 * i};
+    const QString path = writeTrajectory(folder.filePath("ETXYZ.OUT.large"), samples);
+    showWindow();
+    int turns = 0;
+    window.loadEtxyzFile(path, [&] { return ++turns < 4; });
+    EXPECT_EQ(turns, 4);
+    EXPECT_EQ(engagements().size(), 0U);
+    EXPECT_FALSE(loads->isVisible()) << "nothing is wrong with it";
+    window.loadEtxyzFile(path, [&] { return ++turns > 0; });
+    EXPECT_GE(turns, 10) << "each quarter of a megabyte";
+    ASSERT_EQ(engagements().size(), 1U);
+    EXPECT_EQ(engagements().begin()->data().samples.samples().size(), 40000U);
+}
+
 TEST_F(CommandLineFilesTest, EscapeStopsAndCtrlCCloses) {
     showWindow();
     meanwhile([&] { QTest::keyClick(view, Qt::Key_Escape); });
