@@ -11,18 +11,6 @@ namespace sorvane {
 namespace {
 constexpr double kMetresPerFoot = 0.3048; // international foot, exact
 
-QString symbolOf(LengthUnit unit) {
-    switch (unit) {
-    case LengthUnit::Feet:
-        return QStringLiteral("ft");
-    case LengthUnit::Metres:
-        return QStringLiteral("m");
-    case LengthUnit::Unstated:
-        break;
-    }
-    return QStringLiteral("units");
-}
-
 QString fixed(double value, int decimals, const QString& ending) {
     // Rounding can leave a negative zero, which nobody wants to read.
     QString text = QString::number(value, 'f', decimals);
@@ -74,6 +62,18 @@ double metresPer(LengthUnit unit) {
     return unit == LengthUnit::Feet ? kMetresPerFoot : 1.0;
 }
 
+QString unitSymbol(LengthUnit unit) {
+    switch (unit) {
+    case LengthUnit::Feet:
+        return QStringLiteral("ft");
+    case LengthUnit::Metres:
+        return QStringLiteral("m");
+    case LengthUnit::Unstated:
+        break;
+    }
+    return QStringLiteral("units");
+}
+
 QString timeText(double seconds) {
     constexpr int kDecimals = 3;
     constexpr int kMostDecimals = 9; // what is less is noise
@@ -89,12 +89,12 @@ QString timeText(double seconds) {
 QString lengthText(double value, LengthUnit unit) {
     constexpr int kMostDecimals = 7;
     const int decimals = countingDecimals(value, 1);
-    return decimals > kMostDecimals ? QString::number(value, 'g', kCountingDigits) + u' ' + symbolOf(unit)
-                                    : fixed(value, decimals, u' ' + symbolOf(unit));
+    return decimals > kMostDecimals ? QString::number(value, 'g', kCountingDigits) + u' ' + unitSymbol(unit)
+                                    : fixed(value, decimals, u' ' + unitSymbol(unit));
 }
 
 QString speedText(double value, LengthUnit unit) {
-    return fixed(value, 1, u' ' + symbolOf(unit) + QStringLiteral("/s"));
+    return fixed(value, 1, u' ' + unitSymbol(unit) + QStringLiteral("/s"));
 }
 
 QString angleText(double degrees) {
@@ -102,7 +102,7 @@ QString angleText(double degrees) {
 }
 
 QString lengthNameEnding(LengthUnit unit) {
-    return u'_' + symbolOf(unit);
+    return u'_' + unitSymbol(unit);
 }
 
 QString speedNameEnding(LengthUnit unit) {

@@ -8,7 +8,8 @@ namespace sorvane {
 // What one of a trajectory's units is. The files don't say; who knows may.
 enum class LengthUnit { Unstated, Feet, Metres };
 
-double metresPer(LengthUnit unit); // 1 for an unstated one
+double metresPer(LengthUnit unit);   // 1 for an unstated one
+QString unitSymbol(LengthUnit unit); // "m", "ft", "units"
 
 QString timeText(double seconds);                  // "12.345 s"; short ones have up to four digits: "0.00125 s"
 QString lengthText(double value, LengthUnit unit); // "1234.5 m", "12.34 m": at least four digits

@@ -20,22 +20,23 @@ QStringList encounterLines(const ReadoutFacts& facts) {
     const std::span<const Sample> samples = facts.samples;
     const std::optional<Encounter> now = encounterAt(samples, boundedTime(samples, facts.time));
     QStringList lines{readoutLine("Engagement", facts.engagement)};
-    if (now)
-        lines << readoutLine("Range", lengthText(now->range, facts.unit))
-              << readoutLine("Closing speed", speedText(now->closingSpeed, facts.unit));
-    else if (facts.time < samples.front().time)
+    if (!now && facts.time < samples.front().time)
         lines << readoutLine("Encounter", QStringLiteral("begins at %1").arg(timeText(samples.front().time)));
-    else
+    else if (!now)
         lines << readoutLine("Encounter", QStringLiteral("ended at %1").arg(timeText(samples.back().time)));
+    lines << readoutLine("Range", now ? lengthText(now->range, facts.unit) : noNumber())
+          << readoutLine("Closing speed", now ? speedText(now->closingSpeed, facts.unit) : noNumber());
     if (facts.closest)
         lines << readoutLine(
             "Closest approach", QStringLiteral("%1 at %2")
                                     .arg(lengthText(facts.closest->range, facts.unit), timeText(facts.closest->time)));
-    if (now)
-        lines << readoutLine("Aspect angle", angleText(now->aspectDegrees));
-    return lines;
+    return lines << readoutLine("Aspect angle", now ? angleText(now->aspectDegrees) : noNumber());
 }
 } // namespace
+
+QString noNumber() {
+    return QStringLiteral("–");
+}
 
 QString readoutLine(const char* label, const QString& value) {
     return QString::fromLatin1(label).leftJustified(kLabelWidth) + value;

@@ -21,6 +21,9 @@ struct ReadoutFacts {
     LengthUnit unit = LengthUnit::Unstated;
 };
 
+// Stands in the place of a number that there is none of.
+QString noNumber();
+
 // A label and its value, which stand in columns of letters of equal width.
 QString readoutLine(const char* label, const QString& value);
 

@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include "keytable.h"
+#include "preferences.h"
 
 namespace sorvane {
 namespace {
@@ -110,6 +111,16 @@ KeyHelp::KeyHelp(QWidget& window) : QDialog(&window, Qt::Tool) {
     list->setWidgetResizable(true);
     for (QLabel* const effect : list->widget()->findChildren<QLabel*>(QStringLiteral("effect")))
         effect->setWordWrap(true);
+    Preferences().restoreGeometry(*this);
+}
+
+KeyHelp::~KeyHelp() {
+    hide();
+}
+
+void KeyHelp::hideEvent(QHideEvent* event) {
+    Preferences().keepGeometry(*this);
+    QDialog::hideEvent(event);
 }
 
 void KeyHelp::toggle() {

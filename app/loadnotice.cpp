@@ -6,7 +6,6 @@
 
 namespace sorvane {
 namespace {
-constexpr int kTop = 44; // below a notice of one line
 constexpr int kShownMilliseconds = 60000;
 constexpr qsizetype kMostLines = 6;
 } // namespace
@@ -14,7 +13,7 @@ constexpr qsizetype kMostLines = 6;
 LoadNotice::LoadNotice(QWidget& view) : ViewLabel(view, QStringLiteral("loadNotice")), passing_(new QTimer(this)) {
     setCursor(Qt::PointingHandCursor);
     setColour(QLatin1String("#ffd54f"));
-    move(kViewMargin, kTop);
+    move(kViewMargin, kBelowNotice);
     passing_->setSingleShot(true);
     connect(passing_, &QTimer::timeout, this, [this] { clearLines(); });
 }

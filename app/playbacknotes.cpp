@@ -6,6 +6,7 @@
 #include <QDoubleSpinBox>
 #include <QSlider>
 
+#include "clocknumbers.h"
 #include "clockreach.h"
 #include "keytable.h"
 #include "measuretext.h"
@@ -48,6 +49,12 @@ void PlaybackNotes::tellEndOfClock(double time) const {
 void PlaybackNotes::beforeTick() {
     boxBefore_ = parts_.box.value();
     sliderBefore_ = parts_.slider.value();
+}
+
+double PlaybackNotes::secondsOfTick(double rate) const {
+    const double seconds = (parts_.box.value() - boxBefore_) * (rate < 0.0 ? -1.0 : 1.0);
+    const double most = 2.0 * std::abs(rate) * kTickSeconds + kSecondsPerSliderStep; // rounding included
+    return seconds > 0.0 && seconds <= most ? seconds : 0.0;
 }
 
 void PlaybackNotes::afterTick(double speed) {

@@ -30,6 +30,8 @@ public:
     // Before and after each tick of a clock at this speed.
     void beforeTick();
     void afterTick(double speed);
+    // How many seconds that tick has gone the way that `rate` says; none where it jumped, such as round a loop.
+    double secondsOfTick(double rate) const;
 
 private:
     void tellEndOfClock(double time) const;

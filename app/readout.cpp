@@ -2,6 +2,7 @@
 #include "readout.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QEvent>
 #include <QFileInfo>
@@ -14,74 +15,104 @@
 
 namespace sorvane {
 namespace {
-constexpr int kMargin = 8; // pixels
 constexpr int kMeasuringMilliseconds = 500;
+
+QString askedText(double rate) {
+    return QStringLiteral("x%1").arg(std::abs(rate)) + (rate < 0.0 ? QStringLiteral(" backward") : QString());
+}
+
+QString achievedText(double rate) {
+    return QStringLiteral("x%1").arg(rate, 0, 'f', 2);
+}
 } // namespace
 
-QString readoutText(const ReadoutSubject& subject, double framesPerSecond) {
-    ReadoutFacts facts{.time = subject.time, .view = QString::fromLatin1(nameOf(subject.viewMode).shown)};
+QString readoutText(const ReadoutSubject& subject, const std::optional<PlaybackMeasures>& measures) {
+    ReadoutFacts facts{
+        .time = subject.time, .view = QString::fromLatin1(nameOf(subject.viewMode).shown), .unit = subject.unit};
     if (subject.engagement != nullptr) {
         facts.engagement = QFileInfo(subject.engagement->path()).fileName();
         facts.samples = subject.engagement->data().samples.samples();
         facts.closest = subject.engagement->facts().closest;
     }
     QStringList lines = readoutLines(facts);
-    lines << readoutLine(
-        "Frames per second", framesPerSecond > 0.0 ? QString::number(framesPerSecond, 'f', 1) : QStringLiteral("–"));
+    const bool isMeasured = subject.isPlaying && measures;
+    QString speed = askedText(subject.rate);
+    if (subject.isPlaying)
+        speed += QStringLiteral(", achieved %1").arg(isMeasured ? achievedText(measures->rate) : noNumber());
+    lines << readoutLine("Playback speed", speed)
+          << readoutLine(
+                 "Frames per second", isMeasured ? QString::number(measures->framesPerSecond, 'f', 1) : noNumber());
     return lines.join(u'\n');
 }
 
 ViewReadout::ViewReadout(QWidget& view, Subject subject)
-    : QLabel(&view), view_(view), subject_(std::move(subject)), measuring_(new QTimer(this)) {
-    setObjectName(QStringLiteral("viewReadout"));
+    : ViewLabel(view, QStringLiteral("viewReadout")), view_(view), subject_(std::move(subject)),
+      measuring_(new QTimer(this)) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    setTextFormat(Qt::PlainText);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    setStyleSheet(QStringLiteral("color: #e0e0e0; background: rgba(0, 0, 0, 190);"));
-    setMargin(kMargin / 2);
-    hide();
-    connect(measuring_, &QTimer::timeout, this, [this] { measureFrames(); });
+    setColour(QLatin1String("#e0e0e0"));
+    connect(measuring_, &QTimer::timeout, this, [this] { measure(); });
 }
 
 void ViewReadout::toggle() {
     if (isVisibleTo(&view_)) {
         measuring_->stop();
-        view_.removeEventFilter(this);
         hide();
         return;
     }
-    view_.installEventFilter(this);
-    frames_ = 0;
-    framesPerSecond_ = 0.0;
-    sinceMeasured_.start();
+    startMeasuring(false);
     measuring_->start(kMeasuringMilliseconds);
     show();
     refresh();
 }
 
+void ViewReadout::setCorner(ReadoutCorner corner) {
+    corner_ = corner;
+    layOut();
+}
+
 void ViewReadout::refresh() {
     if (!isVisibleTo(&view_))
         return;
-    setText(readoutText(subject_(), framesPerSecond_));
-    adjustSize();
-    moveToCorner();
+    const ReadoutSubject subject = subject_();
+    // In a right corner, numbers that get shorter and longer would move all.
+    setMinimumWidth(subject.isPlaying ? width() : 0);
+    setText(readoutText(subject, measures_));
+    layOut();
 }
 
 bool ViewReadout::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Paint)
         ++frames_;
-    else if (event->type() == QEvent::Resize)
-        moveToCorner();
-    return QLabel::eventFilter(watched, event);
+    return ViewLabel::eventFilter(watched, event);
 }
 
-void ViewReadout::measureFrames() {
-    framesPerSecond_ = frames_ * 1000.0 / static_cast<double>(std::max<qint64>(sinceMeasured_.restart(), 1));
-    frames_ = 0;
+// Of a stretch in which the clock ran all the time.
+void ViewReadout::measure() {
+    const bool isPlaying = subject_().isPlaying;
+    const double seconds = static_cast<double>(std::max<qint64>(sinceMeasured_.elapsed(), 1)) / 1000.0;
+    const PlaybackMeasures measures{.rate = ticked_ / seconds, .framesPerSecond = frames_ / seconds};
+    const bool isMeasured = isPlaying && isMeasuringPlayback_;
+    startMeasuring(isPlaying);
+    if (isMeasured)
+        measures_ = measures;
     refresh();
 }
 
-void ViewReadout::moveToCorner() {
-    move(kMargin, view_.height() - height() - kMargin);
+void ViewReadout::startMeasuring(bool isPlaying) {
+    sinceMeasured_.start();
+    isMeasuringPlayback_ = isPlaying;
+    frames_ = 0;
+    ticked_ = 0.0;
+    measures_.reset();
+}
+
+void ViewReadout::layOut() {
+    adjustSize();
+    const bool isLeft = corner_ == ReadoutCorner::LowerLeft || corner_ == ReadoutCorner::UpperLeft;
+    const bool isLower = corner_ == ReadoutCorner::LowerLeft || corner_ == ReadoutCorner::LowerRight;
+    move(
+        isLeft ? kViewMargin : view_.width() - width() - kViewMargin,
+        isLower ? view_.height() - height() - kViewMargin : kBelowNotice);
 }
 } // namespace sorvane

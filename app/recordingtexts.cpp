@@ -26,7 +26,8 @@ QString refusalText(const QVideoEncoder& encoder, const QSize& viewSize) {
     case QVideoEncoder::Refusal::File:
         return QStringLiteral("Not recording: %1 could not be opened for writing.").arg(encoder.fileName());
     case QVideoEncoder::Refusal::Format:
-        return QStringLiteral("Not recording: no movie format fits %1. Name it .avi, .mpg, .mp4, .mov, .mkv or .webm.").arg(encoder.fileName());
+        return QStringLiteral("Not recording: no movie format fits %1. Name it .avi, .mpg, .mp4, .mov, .mkv or .webm.")
+            .arg(encoder.fileName());
     case QVideoEncoder::Refusal::Memory:
         return QStringLiteral("Not recording: out of memory.");
     }

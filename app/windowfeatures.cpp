@@ -1,14 +1,13 @@
 // What the window offers beyond its form: keys, read-out, reloading.
 #include "windowfeatures.h"
 
-#include <algorithm>
-
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
 
 #include "accessiblenames.h"
 #include "aircraftwidget.h"
+#include "bodynames.h"
 #include "clockreach.h"
 #include "emptyhint.h"
 #include "engagementmenu.h"
@@ -58,7 +57,9 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
                   parts_.clock.range());
           })),
       readout_(new ViewReadout(*parts.form.glWidget, [this] { return readoutSubject(); })),
-      help_(new KeyHelp(parts.window)), loads_(new LoadNotice(*parts.form.glWidget)), report_(*loads_),
+      names_(new BodyNames(*parts.form.glWidget, parts.engagements)),
+      display_({*parts.form.glWidget, *readout_, *names_, parts.notice}), help_(new KeyHelp(parts.window)),
+      loads_(new LoadNotice(*parts.form.glWidget)), report_(*loads_),
       reach_(new ClockReach(
           {*parts.form.doubleSpinBox, *parts.form.horizontalSlider}, parts.engagements, *loads_, &parts.window)),
       playback_({*parts.form.doubleSpinBox, *parts.form.horizontalSlider, parts.clock, *reach_, parts.notice}) {
@@ -66,6 +67,7 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
     styleEngagementMenu(*parts.form.menuETXYZ_Files);
     QObject::connect(
         parts.form.glWidget, &AircraftWidget::cameraMoved, readout_, [this] { tellWhenNothingIsInSight(); });
+    names_->lower();
     (new EmptyHint(*parts.form.glWidget, parts.engagements))->lower();
     const auto passMoment = [this] {
         parts_.notice.momentHasPassed();
@@ -73,9 +75,11 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
     QObject::connect(parts.form.doubleSpinBox, &QDoubleSpinBox::valueChanged, &parts.notice, passMoment);
     QObject::connect(parts.form.horizontalSlider, &QSlider::valueChanged, &parts.notice, passMoment);
     makeAccessible(parts.form);
-    new KeyFilter(parts.window, [this](KeyCommand command) { run(command); });
-    QObject::connect(
-        parts.form.doubleSpinBox, &QDoubleSpinBox::valueChanged, readout_, [this] { readout_->refresh(); });
+    new KeyFilter(parts.window, [this](KeyCommand command) {
+        run(command);
+        readout_->refresh();
+    });
+    QObject::connect(parts.form.doubleSpinBox, &QDoubleSpinBox::valueChanged, readout_, [this] { showTime(); });
     QObject::connect(&parts.engagements, &EngagementList::fileRead, readout_, [this] { showCurrent(); });
     QObject::connect(&parts.engagements, &EngagementList::removed, readout_, [this] { showCurrent(); });
 }
@@ -83,6 +87,22 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
 void WindowFeatures::viewChosen(EngagementId id) {
     current_.remember(id);
     showCurrent();
+}
+
+void WindowFeatures::speedChosen(double speed) {
+    speed_ = speed;
+    playback_.tellSpeed(speed);
+    readout_->refresh();
+}
+
+void WindowFeatures::afterTick(double speed) {
+    playback_.afterTick(speed);
+    readout_->tick(playback_.secondsOfTick(askedRate()));
+}
+
+void WindowFeatures::showTime() {
+    readout_->refresh();
+    names_->refresh();
 }
 
 void WindowFeatures::showCurrent() {
@@ -95,7 +115,14 @@ ReadoutSubject WindowFeatures::readoutSubject() const {
     return {
         .time = parts_.form.doubleSpinBox->value(),
         .engagement = current_.get(),
-        .viewMode = parts_.form.glWidget->viewMode()};
+        .viewMode = parts_.form.glWidget->viewMode(),
+        .unit = display_.unit(),
+        .rate = askedRate(),
+        .isPlaying = parts_.clock.isRunning()};
+}
+
+double WindowFeatures::askedRate() const {
+    return parts_.clock.transport().shuttleRate().value_or(speed_);
 }
 
 void WindowFeatures::run(KeyCommand command) {
@@ -153,6 +180,8 @@ void WindowFeatures::run(KeyCommand command) {
     case KeyCommand::Overview:
         chooseView(ViewFree);
         return parts_.form.glWidget->showAll();
+    case KeyCommand::ToggleReticles:
+        return display_.toggleReticles();
     case KeyCommand::TurnLeft:
         return parts_.form.glWidget->turn(-kDrag, 0.0);
     case KeyCommand::TurnRight:
@@ -183,10 +212,16 @@ void WindowFeatures::run(KeyCommand command) {
         return engagementKeys_.remove();
     case KeyCommand::ToggleReadout:
         return readout_->toggle();
+    case KeyCommand::CycleReadoutCorner:
+        return display_.cycleCorner();
+    case KeyCommand::CycleUnit:
+        return display_.cycleUnit();
+    case KeyCommand::ToggleNames:
+        return display_.toggleNames();
     case KeyCommand::ToggleLineStyles:
         return parts_.form.glWidget->setLineStyles(!parts_.form.glWidget->lineStyles());
     case KeyCommand::CycleAntialiasing:
-        return cycleAntialiasing();
+        return display_.cycleAntialiasing();
     case KeyCommand::ToggleFullScreen:
         return parts_.window.setWindowState(parts_.window.windowState() ^ Qt::WindowFullScreen);
     case KeyCommand::Screenshot:
@@ -237,7 +272,7 @@ void WindowFeatures::goToClosestApproach() {
     if (steps_->canShow(closest.time)) {
         steps_->to(closest.time);
         parts_.notice.notifyOfMoment(
-            QStringLiteral("Closest approach: %1").arg(lengthText(closest.range, LengthUnit::Unstated)));
+            QStringLiteral("Closest approach: %1").arg(lengthText(closest.range, display_.unit())));
     } else {
         parts_.notice.notify(
             QStringLiteral("Closest approach: %1, which the time box can't show").arg(timeText(closest.time)));
@@ -285,19 +320,6 @@ void WindowFeatures::tellWhenNothingIsInSight() {
             QStringLiteral(
                 "Everything is farther than %1 units away, where nothing is drawn: a double click starts over")
                 .arg(kFarDepth));
-}
-
-void WindowFeatures::cycleAntialiasing() {
-    AircraftWidget& view = *parts_.form.glWidget;
-    const std::vector<int>& choices = view.sampleChoices();
-    const auto next = std::ranges::upper_bound(choices, view.samples());
-    view.setSamples(next == choices.end() ? 0 : *next);
-    if (choices.size() < 2)
-        parts_.notice.notify(QStringLiteral("Anti-aliasing: these graphics have none"));
-    else if (view.samples() == 0)
-        parts_.notice.notify(QStringLiteral("Anti-aliasing off"));
-    else
-        parts_.notice.notify(QStringLiteral("Anti-aliasing: %1 samples a pixel").arg(view.samples()));
 }
 
 void WindowFeatures::reload() {

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "currentengagement.h"
+#include "displaykeys.h"
 #include "engagementkeys.h"
 #include "filewatch.h"
 #include "keytable.h"
@@ -17,6 +18,7 @@ class new_sorvane;
 }
 
 namespace sorvane {
+class BodyNames;
 class ClockReach;
 class KeyHelp;
 class LoadNotice;
@@ -47,16 +49,18 @@ public:
     void viewChosen(EngagementId id);
     // A file has been loaded; without data when it gave no engagement.
     void fileLoaded(const QString& path, const etxyz* loaded) { report_.tell(path, loaded); }
-    void speedChosen(double speed) { playback_.tellSpeed(speed); }
+    void speedChosen(double speed);
     // Around each tick of the clock.
     void beforeTick() { playback_.beforeTick(); }
-    void afterTick(double speed) { playback_.afterTick(speed); }
+    void afterTick(double speed);
 
     LoadNotice& loadNotice() { return *loads_; }
 
 private:
     void run(KeyCommand command);
     ReadoutSubject readoutSubject() const;
+    double askedRate() const;
+    void showTime();
     // Another engagement may be the current one, or have other samples.
     void showCurrent();
     void stepToSample(bool isForward);
@@ -69,7 +73,6 @@ private:
     void tellLoop();
     void chooseView(ViewMode mode);
     void tellWhenNothingIsInSight();
-    void cycleAntialiasing();
     void reload();
     void tellChanged(const QStringList& paths);
 
@@ -80,10 +83,13 @@ private:
     TimeSteps* steps_;     // of the window's children
     TimeMarks* marks_;     // of the slider's children
     ViewReadout* readout_; // of the view's children
-    KeyHelp* help_;        // of the window's children
-    LoadNotice* loads_;    // of the view's children
+    BodyNames* names_;     // of the view's children
+    DisplayKeys display_;
+    KeyHelp* help_;     // of the window's children
+    LoadNotice* loads_; // of the view's children
     LoadReport report_;
     ClockReach* reach_; // of the window's children
     PlaybackNotes playback_;
+    double speed_ = 1.0; // of the menu, engagement seconds per second
 };
 } // namespace sorvane

@@ -18,6 +18,11 @@
 using namespace sorvane;
 
 namespace {
+void takeHidden(std::vector<SceneEngagement>& engagements) {
+    for (SceneEngagement& shown : engagements)
+        shown.isHidden = isEngagementHidden(*shown.engagement);
+}
+
 ViewPoint viewPoint(const QPointF& position) {
     return {position.x(), position.y()};
 }
@@ -153,6 +158,11 @@ void AircraftWidget::setLineStyles(bool areOn) {
     update();
 }
 
+void AircraftWidget::setSingleReticle(bool isOn) {
+    hasSingleReticle_ = isOn;
+    update();
+}
+
 void AircraftWidget::setSamples(int samples) {
     askedSamples_ = samples;
     update();
@@ -161,6 +171,18 @@ void AircraftWidget::setSamples(int samples) {
 int AircraftWidget::samples() const {
     const int wanted = askedSamples_.value_or(defaultSamples_);
     return sampleChoices_.empty() ? wanted : std::min(wanted, sampleChoices_.back());
+}
+
+std::vector<BodyLabel> AircraftWidget::bodyLabels(const EngagementName& nameOf) const {
+    std::vector<SceneEngagement> shown = engagements_;
+    takeHidden(shown);
+    return sorvane::bodyLabels(
+        shown,
+        {.camera = camera_,
+         .time = currentTime_,
+         .fieldOfViewDegrees = fieldOfViewDegrees(engagements_),
+         .size = QSizeF(width_, height_)},
+        nameOf);
 }
 
 QSize AircraftWidget::sizeHint() const {
@@ -189,8 +211,7 @@ void AircraftWidget::paintGL() {
         startDrawing();
     if (isSuspended_ || !isValid() || scene_ == nullptr)
         return clearFrame();
-    for (SceneEngagement& shown : engagements_)
-        shown.isHidden = isEngagementHidden(*shown.engagement);
+    takeHidden(engagements_);
     scene_->draw(engagements_, camera_, optionsFromForm());
 }
 
@@ -291,11 +312,18 @@ void AircraftWidget::takeSizeFromGeometry() {
     height_ = std::max(geometry().height(), 1);
 }
 
+std::optional<EngagementId> AircraftWidget::followed() const {
+    const auto found = std::ranges::find(engagements_, selectedEngagement(engagements_), &SceneEngagement::engagement);
+    return found == engagements_.end() ? std::nullopt : std::optional(found->id);
+}
+
 SceneOptions AircraftWidget::optionsFromForm() const {
     SceneOptions options;
     options.time = currentTime_;
     options.lineStyles = lineStyles_;
     options.samples = samples();
+    if (hasSingleReticle_)
+        options.reticleOf = followed();
     options.pixelRatio = devicePixelRatio();
     if (ui_ != nullptr) {
         options.showTerrain = ui_->actionShow_Terrain->isChecked();

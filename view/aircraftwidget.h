@@ -9,6 +9,7 @@
 #include <QOpenGLWidget>
 #include <QString>
 
+#include "bodylabels.h"
 #include "camera.h"
 #include "scene.h"
 #include "viewmode.h"
@@ -73,12 +74,19 @@ public:
     void setLineStyles(bool areOn);
     bool lineStyles() const { return lineStyles_; }
 
+    // Whether gyro view shows only the followed engagement's reticle, and not all engagements'. Off at start.
+    void setSingleReticle(bool isOn);
+    bool hasSingleReticle() const { return hasSingleReticle_; }
+
     // Anti-aliasing: samples a pixel, 0 for none. Unless it is set, defaultSamples() of the view's context; more than
     // the context has count as the most that it has.
     void setSamples(int samples);
     int samples() const;
     // What can be chosen; nothing before the first frame.
     const std::vector<int>& sampleChoices() const { return sampleChoices_; }
+
+    // The names of the bodies on show, and where they are.
+    std::vector<sorvane::BodyLabel> bodyLabels(const sorvane::EngagementName& nameOf) const;
 
     const sorvane::Camera& camera() const { return camera_; }
     double currentTime() const { return currentTime_; }
@@ -111,6 +119,7 @@ private:
     void takeSizeFromGeometry();
     void startDrawing();
     void forget(sorvane::EngagementId id);
+    std::optional<sorvane::EngagementId> followed() const;
     sorvane::SceneOptions optionsFromForm() const;
 
     float initA_ = 0.0F;
@@ -122,6 +131,7 @@ private:
     std::vector<sorvane::SceneEngagement> engagements_;
     Ui::new_sorvane* ui_ = nullptr;
     bool lineStyles_ = false;
+    bool hasSingleReticle_ = false;
     std::optional<int> askedSamples_;
     int defaultSamples_ = 0;
     std::vector<int> sampleChoices_;

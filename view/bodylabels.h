@@ -18,6 +18,8 @@ struct BodyLabel {
     QRgb colour = 0;     // of the body's path
     QPointF body;        // its middle, in pixels of the view from its upper left corner
     double radius = 0.0; // how far it reaches, likewise
+
+    bool operator==(const BodyLabel&) const = default;
 };
 
 // A view as labels need to know it. The field of view is the projection's, full and vertical.

@@ -58,11 +58,14 @@ std::vector<QRectF> candidates(const LabelWish& wish, const QSizeF& view) {
 }
 } // namespace
 
-std::vector<std::optional<QRectF>> placeLabels(std::span<const LabelWish> wishes, const QSizeF& view) {
+std::vector<std::optional<QRectF>>
+placeLabels(std::span<const LabelWish> wishes, const QSizeF& view, std::span<const QRectF> occupied) {
     double rowHeight = view.height();
     for (const LabelWish& wish : wishes)
         rowHeight = std::min(rowHeight, wish.size.height());
     TakenPlaces taken(view.height(), std::max(rowHeight, 1.0));
+    for (const QRectF& place : occupied)
+        taken.take(place);
     const QRectF all(QPointF(0.0, 0.0), view);
     std::vector<std::optional<QRectF>> places;
     for (const LabelWish& wish : wishes) {

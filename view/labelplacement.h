@@ -19,5 +19,7 @@ struct LabelWish {
 
 // A place within the view for each label, in the order of the wishes: close to the body's upper right, else at another
 // of its corners, else below or above those that are taken. Nothing where all is taken.
-std::vector<std::optional<QRectF>> placeLabels(std::span<const LabelWish> wishes, const QSizeF& view);
+// `occupied`: places that are taken from the start.
+std::vector<std::optional<QRectF>>
+placeLabels(std::span<const LabelWish> wishes, const QSizeF& view, std::span<const QRectF> occupied = {});
 } // namespace sorvane

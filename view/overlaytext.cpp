@@ -55,12 +55,13 @@ void paintTitle(QPainter& painter, const QSizeF& picture, const QString& title) 
 LabelPainter::LabelPainter(int letterPixels, double pixelRatio)
     : font_(fontOf(QFont::SansSerif, letterPixels)), pixelRatio_(pixelRatio) {}
 
-void LabelPainter::paint(QPainter& painter, const QSizeF& view, std::span<const BodyLabel> labels) {
+void LabelPainter::paint(
+    QPainter& painter, const QSizeF& view, std::span<const BodyLabel> labels, std::span<const QRectF> occupied) {
     std::vector<LabelWish> wishes;
     wishes.reserve(labels.size());
     for (const BodyLabel& label : labels)
         wishes.push_back({label.body, label.radius, imageOf(label).deviceIndependentSize()});
-    const std::vector<std::optional<QRectF>> places = placeLabels(wishes, view);
+    const std::vector<std::optional<QRectF>> places = placeLabels(wishes, view, occupied);
     for (std::size_t i = 0; i < labels.size(); ++i)
         if (places[i])
             painter.drawImage(places[i]->topLeft().toPoint(), imageOf(labels[i]));

@@ -29,7 +29,10 @@ public:
     // `pixelRatio`: how many pixels of what is painted on a pixel of the view has to a side.
     explicit LabelPainter(int letterPixels, double pixelRatio = 1.0);
 
-    void paint(QPainter& painter, const QSizeF& view, std::span<const BodyLabel> labels);
+    // Labels keep clear of the places that are occupied.
+    void paint(
+        QPainter& painter, const QSizeF& view, std::span<const BodyLabel> labels,
+        std::span<const QRectF> occupied = {});
 
 private:
     const QImage& imageOf(const BodyLabel& label);

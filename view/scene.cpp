@@ -120,6 +120,8 @@ void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, con
 
     if (camera.mode() == ViewGyro) {
         // The eye sits in the threat's seeker: no threat and no threat path, but what the seeker frames.
+        if (options.reticleOf.value_or(shown.id) != shown.id)
+            return;
         glLoadMatrixf(lookAt.rotation().data());
         const Vector<float> eye(0.0F, 0.0F, 0.0F, 1.0F);
         const LinesAcrossSlices across(slice);

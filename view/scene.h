@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "antialiasing.h"
@@ -29,6 +30,8 @@ struct SceneOptions {
     double pixelRatio = 1.0;
     // Samples a pixel, 0 for no anti-aliasing; one of sampleChoices(). With it, flares are round.
     int samples = 0;
+    // The one engagement whose seeker's reticle gyro view shows; of all of them without one.
+    std::optional<EngagementId> reticleOf{};
 
     bool operator==(const SceneOptions&) const = default;
 };

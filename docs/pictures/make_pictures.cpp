@@ -179,6 +179,7 @@ private:
 
 int main(int argc, char** argv) {
     QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
+    qputenv("SORVANE_NO_SETTINGS", "1");
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     std::signal(SIGXFSZ, SIG_IGN); // a full disk kills nobody

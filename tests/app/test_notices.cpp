@@ -104,6 +104,8 @@ TEST_F(NoticeTest, FilesWithOneReasonShareALineAndThereAreNeverTooMany) {
             write(QString("ETXYZ.OUT.%1").arg(i), trajectoryHeader() + QByteArray(1, char('a' + i)) + "\n"));
     EXPECT_TRUE(loads->text().contains("\nand "));
     EXPECT_TRUE(view->rect().contains(loads->geometry()));
+    window.resize(500, 560);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->rect().contains(loads->geometry()); })) << "broken anew";
     onScreen(window).save("load-notice.png");
 }
 

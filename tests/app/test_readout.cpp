@@ -39,7 +39,7 @@ TEST_F(ReadoutTest, ShowsTheEncounterAtTheTimeOfTheBox) {
     EXPECT_EQ(
         text(),
         QString("Time 2.000 s Engagement ETXYZ.OUT.pass Range 60.83 units Closing speed 19.7 units/s Closest approach "
-                "10.00 units at 5.000 s Aspect angle 170.5° View Threat Frames per second –"));
+                "10.00 units at 5.000 s Aspect angle 170.5° View Threat Playback speed x1 Frames per second –"));
     box->setValue(7.0);
     EXPECT_TRUE(text().contains("Range 41.23 units Closing speed -19.4 units/s Closest approach 10.00 units at 5.000 s "
                                 "Aspect angle 14.0°"))
@@ -99,10 +99,11 @@ TEST_F(ReadoutTest, GivesNoNumbersOutsideTheSamples) {
     toggle();
     box->setValue(0.5);
     EXPECT_TRUE(
-        text().contains("ETXYZ.OUT.pass Encounter begins at 1.000 s Closest approach 10.00 units at 6.000 s View"))
+        text().contains("ETXYZ.OUT.pass Encounter begins at 1.000 s Range – Closing speed – Closest approach 10.00 "
+                        "units at 6.000 s Aspect angle – View"))
         << text().toStdString();
     box->setValue(11.001);
-    EXPECT_TRUE(text().contains("Encounter ended at 11.000 s")) << text().toStdString();
+    EXPECT_TRUE(text().contains("Encounter ended at 11.000 s Range –")) << text().toStdString();
     box->setValue(11.0); // the box shows no more digits
     EXPECT_TRUE(text().contains("Range 100.5 units")) << text().toStdString();
 }
@@ -120,7 +121,7 @@ TEST_F(ReadoutTest, TheEmptySampleThatTheTerrainAddsIsNoEncounter) {
 
 TEST_F(ReadoutTest, FollowsWhatIsLoadedReadAgainAndTakenOut) {
     toggle();
-    const QString alone = "Time 0.000 s View Threat Frames per second –";
+    const QString alone = "Time 0.000 s View Threat Playback speed x1 Frames per second –";
     EXPECT_EQ(text(), alone);
     load();
     EXPECT_TRUE(text().contains("Closest approach 10.00 units at 5.000 s"));
@@ -180,5 +181,43 @@ TEST_F(ReadoutTest, CountsFramesAndCausesNone) {
     toggle();
     toggle();
     EXPECT_TRUE(text().endsWith("Frames per second –")) << "not yet measured anew";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown() > 1.0; }, 10000));
+    playButton->click();
+    box->setValue(1.0);
+    EXPECT_TRUE(text().endsWith("Playback speed x1 Frames per second –")) << "the clock stands";
+}
+
+TEST_F(ReadoutTest, TellsTheSpeedThatIsAskedForAndWhatComesOfIt) {
+    loadUntil(25.0);
+    showWindow();
+    toggle();
+    const auto achieved = [&] {
+        return text().section("achieved x", 1).section(' ', 0, 0).toDouble();
+    };
+    const auto expectAchieved = [&](double least, double most) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return achieved() >= least && achieved() <= most; }, 10000))
+            << text().toStdString();
+    };
+    action("actionX0_5")->trigger();
+    EXPECT_TRUE(text().contains("Playback speed x0.5 Frames"));
+    playButton->click();
+    box->setValue(1.0);
+    EXPECT_TRUE(text().contains("Playback speed x0.5, achieved – Frames"));
+    expectAchieved(0.2, 0.51);
+    box->setValue(20.0); // a jump is no playback
+    QTest::qWait(600);
+    EXPECT_LT(achieved(), 0.6);
+    QTest::keyClick(view, Qt::Key_J);
+    QTest::keyClick(view, Qt::Key_J);
+    QTest::qWait(50);
+    EXPECT_TRUE(text().contains("Playback speed x2 backward, achieved")) << text().toStdString();
+    expectAchieved(0.8, 2.05);
+    // A clock that rounding holds gets nowhere.
+    QTest::keyClick(view, Qt::Key_Space);
+    action("actionX0_1")->trigger();
+    box->setValue(1.0);
+    QTest::keyClick(view, Qt::Key_Space);
+    expectAchieved(0.0, 0.0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text().contains("x0.05, achieved x0.00"); }, 5000));
 }
 } // namespace

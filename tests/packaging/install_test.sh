@@ -26,7 +26,7 @@ if "$sorvane" --help | grep '^ *info ' >/dev/null; then
     done
 fi
 
-"$root/usr/bin/new_sorvane" "${engagements[@]}" 2>"$root/var/log/messages" &
+SORVANE_NO_SETTINGS=1 "$root/usr/bin/new_sorvane" "${engagements[@]}" 2>"$root/var/log/messages" &
 viewer=$!
 window=$(timeout 20 xdotool search --sync --onlyvisible --pid "$viewer" --name '^new_sorvane$' | tail -n 1)
 sleep 1

@@ -93,7 +93,10 @@ void RandomUser::pressKey() {
                                  Qt::Key_F12,         Qt::Key_S,
                                  Qt::Key_5,           Qt::Key_Period,
                                  Qt::Key_Backspace,   Qt::Key_Up,
-                                 Qt::Key_PageDown};
+                                 Qt::Key_PageDown,    Qt::Key_PageUp,
+                                 Qt::Key_X,           Qt::Key_A,
+                                 Qt::Key_N,           Qt::Key_U,
+                                 Qt::Key_G};
     constexpr Qt::KeyboardModifier kModifiers[] = {
         Qt::NoModifier, Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
     const Qt::Key key = kKeys[below(std::size(kKeys))];

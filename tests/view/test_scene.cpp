@@ -152,6 +152,8 @@ TEST_F(SceneTest, GyroViewShowsAReticleInsteadOfTheThreatsPath) {
         if (reticlePixels(picture.copy(picture.width() / 2, y, 1, 1)) == 1)
             top = y;
     EXPECT_NEAR(top, 75 - 0.491 * 75, 2.0);
+    options.reticleOf = EngagementId{0}; // another one's
+    EXPECT_EQ(reticlePixels(draw()), 0);
 }
 
 TEST_F(SceneTest, ANearFlareIsASphereAndAFarOneAPoint) {
