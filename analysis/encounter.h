@@ -5,7 +5,7 @@
 #include <optional>
 #include <span>
 
-#include "sample.h"
+#include "moment.h"
 
 namespace sorvane {
 // Threat against target at one time. Lengths are in the trajectory's units.
@@ -17,10 +17,15 @@ struct Encounter {
 
 // Samples, in each function here, ascend in time.
 
-// The encounter at time t (seconds) of two bodies that move linearly from one sample to the other. Where they meet,
-// speed and aspect are those just before; at the first of the two samples, where nothing is before, those just after.
-// Of two samples at one time the speed is 0, and where they meet the aspect is 0 as well.
-Encounter encounterBetween(const Sample& earlier, const Sample& later, double t);
+// The moment on a sample. Where the bodies meet, its interval is the one before it, too.
+Moment momentOn(std::span<const Sample> samples, std::size_t index);
+// The moment at time t. Nothing before the first sample and after the last one, nor for NaN. O(log n).
+std::optional<Moment> momentAt(std::span<const Sample> samples, double t);
+
+// The encounter at a moment. Where the bodies meet, speed and aspect are those just before; at the first sample, where
+// nothing is before, those just after. Of a single sample, and of bodies that stay together, the speed is 0, of the
+// latter the aspect as well.
+Encounter encounterAt(const Moment& moment);
 
 // The encounter on a sample. The speed is that of the interval after it; on the last sample, and where the bodies meet,
 // that of the interval before it.

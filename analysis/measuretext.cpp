@@ -43,8 +43,21 @@ QString radianceText(double value) {
     return QString::number(value, 'g', 4) + QStringLiteral(" W/cm²/sr");
 }
 
+template <LengthUnit unit> QString accelerationIn(double value) {
+    return fixed(value, 1, u' ' + symbolOf(unit) + QStringLiteral("/s²"));
+}
+QString angularRateText(double value) {
+    return fixed(value, countingDecimals(value, 1), QStringLiteral("°/s"));
+}
+QString loadText(double value) {
+    return fixed(value, 2, QStringLiteral(" g"));
+}
+
 template <LengthUnit unit> QList<Ending> endingsOf() {
-    return {{lengthNameEnding(unit), lengthIn<unit>}, {speedNameEnding(unit), speedIn<unit>}};
+    return {
+        {lengthNameEnding(unit), lengthIn<unit>},
+        {speedNameEnding(unit), speedIn<unit>},
+        {accelerationNameEnding(unit), accelerationIn<unit>}};
 }
 
 const QList<Ending>& knownEndings() {
@@ -53,6 +66,8 @@ const QList<Ending>& knownEndings() {
                                          QList<Ending>{
                                              {QStringLiteral("_s"), timeText},
                                              {QStringLiteral("_deg"), angleText},
+                                             {QStringLiteral("_deg_per_s"), angularRateText},
+                                             {QStringLiteral("_g"), loadText},
                                              {QStringLiteral("_W_per_cm2_sr"), radianceText}};
     return endings;
 }
@@ -107,6 +122,10 @@ QString lengthNameEnding(LengthUnit unit) {
 
 QString speedNameEnding(LengthUnit unit) {
     return lengthNameEnding(unit) + QStringLiteral("_per_s");
+}
+
+QString accelerationNameEnding(LengthUnit unit) {
+    return lengthNameEnding(unit) + QStringLiteral("_per_s2");
 }
 
 NamedMeasure namedMeasure(const QString& nameWithEnding, double value) {

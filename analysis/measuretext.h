@@ -19,6 +19,7 @@ QString angleText(double degrees);                 // "42.0°"
 // The ends of the names of numbers in tables and records: "range" + nameEnding(…).
 QString lengthNameEnding(LengthUnit unit); // "_m", "_ft", "_units"
 QString speedNameEnding(LengthUnit unit);  // "_m_per_s", …
+QString accelerationNameEnding(LengthUnit unit);
 
 // A number that carries its unit at the end of its name, for people: "range_m" and 1234.5 give "range" and "1234.5 m".
 struct NamedMeasure {

@@ -25,17 +25,27 @@ double greatestCoordinate(const Sample& sample) {
     return greatest;
 }
 
-Encounter writtenEncounterOn(std::span<const Sample> samples, std::size_t index) {
+namespace {
+// `greatest` is that of the coordinates.
+Encounter written(const Encounter& encounter, double greatest, double seconds) {
     constexpr double kHalfTurn = 180.0;
-    const Encounter encounter = encounterOn(samples, index);
-    const Sample& next = samples[std::min(index + 1, samples.size() - 1)];
-    const Sample& previous = samples[index > 0 ? index - 1 : 0];
-    const double seconds = (next.time - previous.time) / 2.0;
-    const double greatest = greatestCoordinate(samples[index]);
     return {
         withoutNoise(encounter.range, greatest),
         withoutNoise(encounter.closingSpeed, greatest / seconds),
         withoutNoise(encounter.aspectDegrees, kHalfTurn * std::max(1.0, greatest / encounter.range)),
     };
+}
+} // namespace
+
+Encounter writtenEncounter(const Moment& moment) {
+    const double greatest = std::max(greatestCoordinate(*moment.earlier), greatestCoordinate(*moment.later));
+    return written(encounterAt(moment), greatest, moment.seconds());
+}
+
+Encounter writtenEncounterOn(std::span<const Sample> samples, std::size_t index) {
+    const Sample& next = samples[std::min(index + 1, samples.size() - 1)];
+    const Sample& previous = samples[index > 0 ? index - 1 : 0];
+    const double seconds = (next.time - previous.time) / 2.0;
+    return written(encounterOn(samples, index), greatestCoordinate(samples[index]), seconds);
 }
 } // namespace sorvane

@@ -11,6 +11,7 @@ double withoutNoise(double result, double greatest);
 // The greatest of a sample's coordinates, without its sign.
 double greatestCoordinate(const Sample& sample);
 
-// The encounter on a sample, to be written.
+// The encounter at a moment and on a sample, to be written.
+Encounter writtenEncounter(const Moment& moment);
 Encounter writtenEncounterOn(std::span<const Sample> samples, std::size_t index);
 } // namespace sorvane

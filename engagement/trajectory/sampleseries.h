@@ -6,6 +6,7 @@
 #include <functional>
 #include <iterator>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "sample.h"
@@ -23,7 +24,19 @@ template <class Sampled> void orderByTime(std::vector<Sampled>& samples) {
     samples.erase(samples.begin(), std::unique(samples.rbegin(), samples.rend(), isOfOneTime).base());
 }
 
-// The samples that the viewer has, with the identifiers of their flares.
+// The flares of all samples side by side, a row for each flare of each sample: what measures need of them.
+struct FlareColumns {
+    std::vector<int> ids;
+    std::vector<Triple> positions;
+    std::vector<double> brightnesses;
+    std::vector<Triple> bands; // which the viewer draws as half axes; all three are the first one below three bands
+
+    std::size_t size() const { return ids.size(); }
+    void add(const Flare& flare);
+    void addRow(const FlareColumns& other, std::size_t row);
+};
+
+// The samples that the viewer has, with their flares.
 class SampleSeries {
 public:
     // Takes the samples in the order of the file.
@@ -33,6 +46,11 @@ public:
 
     bool isEmpty() const { return samples_.empty(); }
     std::span<const Sample> samples() const { return samples_; } // by ascending time
+
+    // By sample, and within it in the order of the file.
+    const FlareColumns& flares() const { return flares_; }
+    // A sample's flares are the rows from the first number to before the second one.
+    std::pair<std::size_t, std::size_t> flareRows(std::size_t sample) const;
     std::span<const int> flareIds(std::size_t sample) const;
 
 private:
@@ -43,7 +61,7 @@ private:
     };
 
     std::vector<Sample> samples_;
-    std::vector<FlareRange> flares_; // of each sample
-    std::vector<int> flareIds_;
+    std::vector<FlareRange> ranges_; // of each sample
+    FlareColumns flares_;
 };
 } // namespace sorvane

@@ -42,7 +42,7 @@ TEST(ClosestApproach, IsSolvedBetweenSamplesOrFoundOnOne) {
 
 TEST(Encounter, RangeAndClosingSpeedAreThoseOfTheMovingPoints) {
     // x goes from -10 to 10 in 2 s: at 0.25 s x = -7.5, range² = 7.5² + 25, speed = 7.5 · 10 / range.
-    const Encounter found = encounterBetween(sample(0.0, -10, 3, 4), sample(2.0, 10, 3, 4), 0.25);
+    const Encounter found = encounterAt(std::vector{sample(0.0, -10, 3, 4), sample(2.0, 10, 3, 4)}, 0.25).value();
     EXPECT_NEAR(found.range, 9.013878188659973, 1e-12);
     EXPECT_NEAR(found.closingSpeed, 8.320502943378438, 1e-12);
 }
@@ -59,7 +59,7 @@ TEST(Encounter, AspectIsTheAngleFromTheNose) {
         at.targetAttitude[0] = 77.0; // rolling doesn't matter
         at.targetAttitude[1] = pitch;
         at.targetAttitude[2] = yaw;
-        EXPECT_NEAR(encounterBetween(at, at, 0.0).aspectDegrees, degrees, 1e-5);
+        EXPECT_NEAR(encounterOn(std::vector{at}, 0).aspectDegrees, degrees, 1e-12);
     }
 }
 
@@ -67,7 +67,7 @@ TEST(Encounter, BlendsTheNoseBetweenSamples) {
     const Sample ahead = sample(0.0, 100, 0, 0);
     Sample aside = sample(2.0, 100, 0, 0);
     aside.targetAttitude[2] = 90.0;
-    EXPECT_NEAR(encounterBetween(ahead, aside, 0.5).aspectDegrees, 22.5, 1e-6);
+    EXPECT_NEAR(encounterAt(std::vector{ahead, aside}, 0.5)->aspectDegrees, 22.5, 1e-12);
 }
 
 TEST(Encounter, TakesTheSpeedOfTheIntervalAfterASampleAndBeforeTheLast) {

@@ -14,7 +14,7 @@
 #include "czmlwriter.h"
 #include "inputtexts.h"
 #include "kmlwriter.h"
-#include "measuretext.h"
+#include "measurecolumns.h"
 #include "resultfile.h"
 #include "samplecsv.h"
 #include "trajectoryfile.h"
@@ -30,10 +30,21 @@ struct ExportOptions {
     std::string origin;
     std::string epoch = "2000-01-01T00:00:00Z";
     double xBearingDegrees = 90.0;
+    std::string measures;
+    bool isOfFlares = false;
 };
 
 // What is wrong, for people; nothing when all is well.
 using Complaint = std::optional<sorvane::Problem>;
+
+// Of which a table of flares is made when nothing else is asked for.
+std::vector<const Measure*> flareMeasures() {
+    std::vector<const Measure*> measures;
+    for (const Measure& measure : allMeasures())
+        if (measure.isOfFlareMoments())
+            measures.push_back(&measure);
+    return measures;
+}
 
 std::string formatOf(const ExportOptions& options) {
     if (!options.format.empty())
@@ -68,22 +79,38 @@ public:
     Complaint run() {
         if (format_ != "csv" && format_ != "kml" && format_ != "czml")
             return options_.output + ": its name tells no format; give --format";
-        if (format_ != "csv")
-            if (Complaint complaint = takePlace())
-                return complaint;
-        const sorvane::Outcome<SampleSeries> trajectory = readTrajectorySamples(options_.file);
+        if (Complaint complaint = format_ == "csv" ? takeMeasures() : takePlace())
+            return complaint;
+        const sorvane::Outcome<TrajectorySamples> trajectory = readTrajectorySamples(options_.file);
         if (!trajectory)
             return trajectory.problem();
-        if (format_ != "csv" && !(worldTimeAfter(epoch_, trajectory->samples().front().time) &&
-                                  worldTimeAfter(epoch_, trajectory->samples().back().time)))
+        const std::span<const Sample> samples = trajectory->series.samples();
+        if (format_ != "csv" &&
+            !(worldTimeAfter(epoch_, samples.front().time) && worldTimeAfter(epoch_, samples.back().time)))
             return inputName(options_.file) + ": its times lie outside the years 1 to 9999";
-        return writeResult(
-            options_.output, streams_, [&](std::ostream& out) { writeSamples(out, trajectory->samples()); });
+        return writeResult(options_.output, streams_, [&](std::ostream& out) {
+            format_ == "csv" ? writeTable(out, *trajectory) : writeMap(out, samples);
+        });
     }
 
 private:
+    // What only tables have.
+    Complaint takeMeasures() {
+        if (options_.measures.empty()) {
+            measures_ = options_.isOfFlares ? flareMeasures() : measures_;
+            return std::nullopt;
+        }
+        const Outcome<std::vector<const Measure*>> chosen = chooseMeasures(options_.measures, options_.isOfFlares);
+        if (!chosen)
+            return chosen.problem();
+        measures_ = *chosen;
+        return std::nullopt;
+    }
+
     // What only the formats for maps need.
     Complaint takePlace() {
+        if (!options_.measures.empty() || options_.isOfFlares)
+            return format_ + " holds no measures and no flares";
         if (options_.origin.empty() || options_.unit == LengthUnit::Unstated)
             return format_ + " needs --origin and --unit";
         const std::optional<GeodeticPosition> origin = parseOrigin(options_.origin);
@@ -99,11 +126,12 @@ private:
         return std::nullopt;
     }
 
-    void writeSamples(std::ostream& out, std::span<const Sample> samples) const {
-        if (format_ == "csv") {
-            writeSampleCsv(out, samples, options_.unit);
-            return;
-        }
+    void writeTable(std::ostream& out, const TrajectorySamples& trajectory) const {
+        const MeasuredEngagement engagement(trajectory.series, trajectory.header.fieldOfView, options_.unit);
+        options_.isOfFlares ? writeFlareCsv(out, engagement, measures_) : writeSampleCsv(out, engagement, measures_);
+    }
+
+    void writeMap(std::ostream& out, std::span<const Sample> samples) const {
         const std::string name = std::filesystem::path(inputName(options_.file)).filename().string();
         const PlacedEngagement engagement{
             name, samples, LocalFrame(origin_, options_.xBearingDegrees, metresPer(options_.unit)), epoch_};
@@ -115,6 +143,7 @@ private:
     Streams& streams_;
     GeodeticPosition origin_;
     WorldTime epoch_ = 0;
+    std::vector<const Measure*> measures_;
 };
 } // namespace
 
@@ -144,6 +173,15 @@ SubCommand addExportCommand(CLI::App& parent) {
     parser->add_option("--epoch", options->epoch, "Date and time of the trajectory's time 0 on maps, in ISO 8601")
         ->type_name("DATE")
         ->capture_default_str();
+    parser
+        ->add_option(
+            "--measures", options->measures,
+            "Columns of measures beside those that every table has: their names with commas between them, or all; "
+            "sorvane measures lists them")
+        ->type_name("LIST");
+    parser->add_flag(
+        "--flares", options->isOfFlares,
+        "Write a row for each flare of each sample, with the measures of flares unless --measures says otherwise");
     return {parser, [options](Streams& streams) {
                 if (const Complaint complaint = Export(*options, streams).run()) {
                     streams.err << "sorvane export: " << complaint->text << std::endl;

@@ -1,8 +1,11 @@
-// Writes the samples of a trajectory as comma-separated values.
+// Writes the samples of a trajectory, or their flares, as comma-separated values.
 #include "samplecsv.h"
 
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "measurecolumns.h"
 #include "shortestnumber.h"
 #include "withoutnoise.h"
 
@@ -20,7 +23,7 @@ std::string namesLine(LengthUnit unit) {
             line.append(",").append(body).append(angle);
     }
     line += ",gyro_roll_deg,gyro_pitch_deg,gyro_yaw_deg,range" + length + ",closing_speed";
-    return line + speedNameEnding(unit).toStdString() + ",aspect_deg\n";
+    return line + speedNameEnding(unit).toStdString() + ",aspect_deg";
 }
 
 void appendTriple(std::string& line, const Triple& values) {
@@ -41,20 +44,66 @@ void appendSample(std::string& text, const Sample& sample, const Encounter& enco
         text += ',';
         appendShortest(text, value);
     }
-    text += '\n';
 }
-} // namespace
 
-void writeSampleCsv(std::ostream& out, std::span<const Sample> samples, LengthUnit unit) {
-    out << namesLine(unit);
-    std::string text;
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        appendSample(text, samples[i], writtenEncounterOn(samples, i));
+// What every table of samples has.
+bool isAlwaysThere(const Measure& measure) {
+    const std::string_view name = measure.name;
+    return name == "range" || name == "closing-speed" || name == "aspect";
+}
+
+std::vector<MeasureColumn>
+columnsOf(const MeasuredEngagement& engagement, std::span<const Measure* const> measures, MeasureColumn::Rows rows) {
+    std::vector<MeasureColumn> columns;
+    for (const Measure* const measure : measures)
+        if (rows == MeasureColumn::Rows::Flares || !isAlwaysThere(*measure))
+            columns.emplace_back(engagement, *measure, rows);
+    return columns;
+}
+
+// A line of names and `count` lines, each begun by `appendRow`, with the columns after it.
+template <class AppendRow>
+void writeTable(
+    std::ostream& out, std::string text, std::span<const MeasureColumn> columns, std::size_t count,
+    AppendRow appendRow) {
+    for (const MeasureColumn& column : columns)
+        text += ',' + column.name();
+    text += '\n';
+    for (std::size_t row = 0; row < count; ++row) {
+        appendRow(text, row);
+        for (const MeasureColumn& column : columns) {
+            text += ',';
+            column.append(text, row);
+        }
+        text += '\n';
         if (text.size() >= kPieceBytes) {
             out << text;
             text.clear();
         }
     }
     out << text;
+}
+} // namespace
+
+void writeSampleCsv(std::ostream& out, const MeasuredEngagement& engagement, std::span<const Measure* const> measures) {
+    const std::span<const Sample> samples = engagement.samples();
+    const std::vector<MeasureColumn> columns = columnsOf(engagement, measures, MeasureColumn::Rows::Samples);
+    writeTable(out, namesLine(engagement.unit()), columns, samples.size(), [&](std::string& text, std::size_t i) {
+        appendSample(text, samples[i], writtenEncounterOn(samples, i));
+    });
+}
+
+void writeFlareCsv(std::ostream& out, const MeasuredEngagement& engagement, std::span<const Measure* const> measures) {
+    const FlareColumns& flares = engagement.flares();
+    const std::string length = lengthNameEnding(engagement.unit()).toStdString();
+    std::string names = "time_s,flare";
+    for (const char* const axis : {",flare_x", ",flare_y", ",flare_z"})
+        names += axis + length;
+    const std::vector<MeasureColumn> columns = columnsOf(engagement, measures, MeasureColumn::Rows::Flares);
+    writeTable(out, names, columns, flares.size(), [&](std::string& text, std::size_t row) {
+        appendShortest(text, engagement.samples()[engagement.tracks().sampleOf(row)].time);
+        text += ',' + std::to_string(flares.ids[row]);
+        appendTriple(text, flares.positions[row]);
+    });
 }
 } // namespace sorvane

@@ -1,13 +1,14 @@
 // Describes a trajectory: what its header says, which files the viewer takes, and the encounter in numbers.
 #include "trajectoryinfo.h"
 
-#include <algorithm>
+#include <cmath>
 
 #include <QFile>
 
 #include "encounter.h"
 #include "engagementfiles.h"
 #include "flaregrey.h"
+#include "measure.h"
 #include "openingproblem.h"
 #include "shortestnumber.h"
 #include "trajectoryfile.h"
@@ -98,16 +99,31 @@ InfoRecord encounterRecord(std::span<const Sample> samples, std::size_t index, L
     };
 }
 
-InfoRecord closestRecord(const ClosestApproach& closest, std::span<const Sample> samples, LengthUnit unit) {
-    const auto after = std::ranges::lower_bound(samples, closest.time, {}, &Sample::time);
-    const Sample& near = after == samples.end() ? samples.back() : *after;
-    return {
-        {"time_s", withoutNoise(closest.time, near.time)},
-        {lengthName("range", unit), withoutNoise(closest.range, greatestCoordinate(near))},
-    };
+InfoRecord closestRecord(const ClosestApproach& closest, LengthUnit unit) {
+    return {{"time_s", closest.time}, {lengthName("range", unit), closest.range}};
 }
 
-void describeSamples(const SampleSeries& series, const BrightestFlares& greys, LengthUnit unit, InfoRecord& record) {
+// What the engagement has one of, and what each flare has.
+InfoRecord measuresRecord(const MeasuredEngagement& engagement, const EngagementResults& results) {
+    InfoRecord record;
+    InfoRecord flares = InfoRecord::array();
+    for (std::size_t track = 0; track < engagement.tracks().size(); ++track)
+        flares.push_back({{"flare", engagement.tracks().id(track)}});
+    for (const Measure& measure : allMeasures()) {
+        const std::string name = columnName(measure, engagement.unit()).toStdString();
+        if (measure.isOfEngagement())
+            record[name] = valueOf(results, measure);
+        if (measure.isOfFlares())
+            for (std::size_t track = 0; track < flares.size(); ++track)
+                flares[track][name] = flareValueOf(results, measure, track);
+    }
+    record["flares"] = std::move(flares);
+    return record;
+}
+
+void describeSamples(
+    const MeasuredEngagement& engagement, const BrightestFlares& greys, LengthUnit unit, InfoRecord& record) {
+    const SampleSeries& series = engagement.series();
     const TrajectorySummary summary = summaryOf(series);
     const std::span<const Sample> samples = series.samples();
     record["time"] = timeRecord(samples, summary);
@@ -116,8 +132,10 @@ void describeSamples(const SampleSeries& series, const BrightestFlares& greys, L
     record["threat_extent"] = extentRecord(summary.threat, unit);
     record["start"] = encounterRecord(samples, 0, unit);
     record["end"] = encounterRecord(samples, samples.size() - 1, unit);
-    if (const std::optional<ClosestApproach> closest = closestApproach(samples))
-        record["closest_approach"] = closestRecord(*closest, samples, unit);
+    const EngagementResults results = resultsOf(engagement);
+    if (!std::isnan(results.closest.range))
+        record["closest_approach"] = closestRecord(results.closest, unit);
+    record["measures"] = measuresRecord(engagement, results);
 }
 } // namespace
 
@@ -149,7 +167,7 @@ std::optional<Problem> describeTrajectory(const std::string& path, LengthUnit un
     record["samples"] = series.samples().size();
     if (series.isEmpty())
         return "holds no samples";
-    describeSamples(series, greys, unit, record);
+    describeSamples(MeasuredEngagement(series, header.fieldOfView, unit), greys, unit, record);
     if (!input.cameWhole())
         return "its compressed data are damaged or cut short";
     return isLastWhole ? std::nullopt : std::optional<Problem>("the data end within the last record");

@@ -69,15 +69,14 @@ sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path) {
     return file;
 }
 
-sorvane::Outcome<SampleSeries> readTrajectorySamples(const std::string& path) {
-    SampleSeries series;
-    TrajectoryFileHeader header;
+sorvane::Outcome<TrajectorySamples> readTrajectorySamples(const std::string& path) {
+    TrajectorySamples read;
     const auto take = [&](const Sample& sample, const std::vector<Flare>& flares) {
-        series.add(sample, flares);
+        read.series.add(sample, flares);
     };
-    if (const auto problem = readTrajectory(path, header, take))
+    if (const auto problem = readTrajectory(path, read.header, take))
         return *problem;
-    series.putInOrder();
-    return series;
+    read.series.putInOrder();
+    return read;
 }
 } // namespace sorvane

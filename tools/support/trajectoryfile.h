@@ -29,6 +29,11 @@ struct TrajectoryFile {
 // The problem, which names the file, when the trajectory can't be opened or decompressed, is something else or holds no
 // samples.
 sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path);
-// The samples alone.
-sorvane::Outcome<SampleSeries> readTrajectorySamples(const std::string& path);
+
+// The same as measures need it.
+struct TrajectorySamples {
+    TrajectoryFileHeader header;
+    SampleSeries series;
+};
+sorvane::Outcome<TrajectorySamples> readTrajectorySamples(const std::string& path);
 } // namespace sorvane
