@@ -22,6 +22,7 @@ enum class MeasureUnit {
     Gravities, // of standard gravity
     Degrees,
     DegreesPerSecond,
+    Truth, // 1 or 0
     Object // 0 for the target, n for the flare that is the n-th to appear
 };
 

@@ -157,8 +157,8 @@ const Measure kMeasures[] = {
      [](const EngagementResults& results) {
          return results.field.targetLastNearest.value_or(std::nan(""));
      }},
-    {"decoyed", "Whether a flare is nearest to the axis on the last sample with anything in the field: 1 or 0",
-     "geometry, not what the seeker goes by", Number, decoyed},
+    {"decoyed", "Whether a flare is nearest to the axis on the last sample with anything in the field",
+     "geometry, not what the seeker goes by", Truth, decoyed},
 
     {"flare-time-in-field",
      "For how long the flare lies in the field of view, its angle changing evenly between samples", "Σ Δt", Seconds,
@@ -184,6 +184,7 @@ QString nameEnding(MeasureUnit measureUnit, LengthUnit unit) {
     case DegreesPerSecond:
         return QStringLiteral("_deg_per_s");
     case Number:
+    case Truth:
     case Object:
         break;
     }

@@ -46,18 +46,18 @@ TEST(SeekerField, TheNearestToTheAxisIsTheLeastAngleWithinIt) {
 
 TEST(SeekerField, ObjectsEnterAndLeaveBetweenSamples) {
     // The target is in the field from 0.5 s on (20 to 0 degrees) to 2.25 s (7 to 19); the flare from 1 s, where it
-    // appears, to 1.4 s (8 to 13), and from 3 s to 4 s, where it goes out.
+    // appears, to 1.25 s (8 to 16), and from 2 3/7 s (16 to 2) to 4 s, where it goes out.
     const MeasuredFlight flight(
-        {looking(0, 20), looking(1, 0, {flareAt(5, at(8))}), looking(2, 7, {flareAt(5, at(13))}),
+        {looking(0, 20), looking(1, 0, {flareAt(5, at(8))}), looking(2, 7, {flareAt(5, at(16))}),
          looking(3, 19, {flareAt(5, at(2))}), looking(4, 60), looking(5, 60)});
     EXPECT_NEAR(flight.result("target-time-in-field"), 1.75, 1e-9);
     const FieldTimes times = fieldTimes(flight.engagement);
     ASSERT_EQ(times.flares.size(), 1U);
-    EXPECT_NEAR(times.flares[0], 0.4 + 3.0 / 11.0 + 1.0, 1e-9); // in again at 10 of 13 to 2 degrees
+    EXPECT_NEAR(times.flares[0], 0.25 + 4.0 / 7.0 + 1.0, 1e-9);
     EXPECT_EQ(flight.result("target-last-nearest"), 2.0);
     EXPECT_EQ(flight.result("decoyed"), 1.0);
     // Between samples the flare is blended towards the axis: at 2.9 s it lies within, the target outside.
-    EXPECT_TRUE(std::isnan(flight.at("nearest", 2.4)));
+    EXPECT_TRUE(std::isnan(flight.at("nearest", 2.35)));
     EXPECT_EQ(flight.at("nearest", 2.9), 1.0);
 }
 

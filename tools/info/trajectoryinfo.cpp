@@ -103,6 +103,12 @@ InfoRecord closestRecord(const ClosestApproach& closest, LengthUnit unit) {
     return {{"time_s", closest.time}, {lengthName("range", unit), closest.range}};
 }
 
+InfoRecord valueRecord(const Measure& measure, double value) {
+    if (std::isnan(value))
+        return {};
+    return measure.unit == MeasureUnit::Truth ? InfoRecord(value != 0.0) : InfoRecord(value);
+}
+
 // What the engagement has one of, and what each flare has.
 InfoRecord measuresRecord(const MeasuredEngagement& engagement, const EngagementResults& results) {
     InfoRecord record;
@@ -112,10 +118,10 @@ InfoRecord measuresRecord(const MeasuredEngagement& engagement, const Engagement
     for (const Measure& measure : allMeasures()) {
         const std::string name = columnName(measure, engagement.unit()).toStdString();
         if (measure.isOfEngagement())
-            record[name] = valueOf(results, measure);
+            record[name] = valueRecord(measure, valueOf(results, measure));
         if (measure.isOfFlares())
             for (std::size_t track = 0; track < flares.size(); ++track)
-                flares[track][name] = flareValueOf(results, measure, track);
+                flares[track][name] = valueRecord(measure, flareValueOf(results, measure, track));
     }
     record["flares"] = std::move(flares);
     return record;
