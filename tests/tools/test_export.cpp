@@ -17,6 +17,7 @@
 #include "environmentvariable.h"
 #include "fulldisk.h"
 #include "geodetic.h"
+#include "rows.h"
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
 #include "worldtime.h"
@@ -79,6 +80,52 @@ TEST_F(ExportTest, WritesEveryNumberInItsColumn) {
     const std::string out = runCommand({"export", folder.write("long", text)}).out;
     EXPECT_THAT(out, HasSubstr("\n7,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,"));
     EXPECT_EQ(std::ranges::count(out, '\n'), 1001);
+}
+
+// The range closes by 50 a second from 500 at 0.1 s. The gyro looks along x, away from the target.
+TEST_F(ExportTest, AddsColumnsOfMeasures) {
+    TestSample first{.time = 0.1, .target = {2900.0, 0, 0}, .threat = {3400.0, 0, 0}};
+    TestSample last{.time = 2.1, .target = {2900.0, 0, 0}, .threat = {3300.0, 0, 0}};
+    last.flares = {TestFlare{.id = 8, .x = 3350, .z = 0}, TestFlare{.id = 9, .x = 3280, .z = 0}};
+    const std::string path = folder.file("ETXYZ.OUT.b");
+    writeTrajectory(QString::fromStdString(path), {first, last});
+    const std::string plain = runCommand({"export", path, "--unit", "m"}).out;
+    const auto rowsAfter = [](std::string all, const std::string& before) {
+        std::string rows; // what each line has beside that of the other table
+        std::istringstream lines(all);
+        std::istringstream begins(before);
+        for (std::string line, begin; std::getline(lines, line) && std::getline(begins, begin); rows += '|')
+            rows += line.starts_with(begin) ? line.substr(begin.size()) : "?";
+        return rows;
+    };
+    EXPECT_EQ(
+        rowsAfter(
+            runCommand({"export", path, "--unit", "m", "--measures", "range,nearest,off-boresight,time-to-go"}).out,
+            plain),
+        ",nearest,off_boresight_deg,time_to_go_s|,,180,10|,flare 8,180,8|");
+    const std::string all = runCommand({"export", path, "--measures", "all"}).out;
+    EXPECT_EQ(std::ranges::count(all.substr(0, all.find('\n')), ','), 18 + 19);
+    EXPECT_EQ(
+        runCommand({"export", path, "--flares"}).out,
+        "time_s,flare,flare_x_units,flare_y_units,flare_z_units,flare_age_s,flare_range_units,flare_distance_units,"
+        "flare_off_boresight_deg,flare_brightness,flare_band_1,flare_band_2,flare_band_3\n"
+        "2.1,8,3350,0,0,0,50,450,0,10000000,5,5,5\n"
+        "2.1,9,3280,0,0,0,20,380,180,10000000,5,5,5\n");
+    EXPECT_THAT(
+        runCommand({"export", path, "--flares", "--measures", "flares-burning,flare-range,range"}).out,
+        HasSubstr(",flares_burning,flare_range_units,range_units\n2.1,8,3350,0,0,2,50,400\n"));
+    for (const auto& [arguments, complaint] : Rows<std::vector<std::string>, const char*>{
+             {{"--measures", "range,rang"}, "there is no measure rang: see sorvane measures"},
+             {{"--measures", "flare-age"}, "flare-age is a measure of flares: give --flares"},
+             {{"--flares", "--measures", "decoyed"}, "decoyed is no curve: see sorvane info"},
+             {{"--measures", "range", "--format", "kml"}, "kml holds no measures and no flares"},
+             {{"--flares", "--format", "czml"}, "czml holds no measures and no flares"}}) {
+        std::vector<std::string> words{"export", path};
+        words.insert(words.end(), arguments.begin(), arguments.end());
+        const CommandRun run = runCommand(words);
+        EXPECT_EQ(run.status, ExitStatus::Failed);
+        EXPECT_EQ(run.err, std::string("sorvane export: ") + complaint + "\n");
+    }
 }
 
 // Places that arithmetic of 40 digits gives.

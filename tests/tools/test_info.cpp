@@ -1,5 +1,6 @@
 // `sorvane info` on good and on broken files.
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <sys/stat.h>
@@ -89,6 +90,29 @@ TEST_F(Info, GivesTheNumbersOfAnEngagement) {
     EXPECT_NEAR(file["start"]["closing_speed_m_per_s"], 70.7106781, 1e-6);
     EXPECT_NEAR(file["end"]["range_m"], 158.1138830, 1e-6);
     EXPECT_NEAR(file["end"]["closing_speed_m_per_s"], -94.8683298, 1e-6);
+}
+
+TEST_F(Info, GivesTheMeasuresOfTheEngagementAndOfItsFlares) {
+    // The target stays in the field, a flare nearer to the axis in the last second; the pass is 100 away, at 2 s.
+    const auto at = [](double time, QList<TestFlare> flares) {
+        const double x = 100.0 * (time - 2.0);
+        return TestSample{time, {x + 1.0, 0, -100}, {x, 0, 0}, {0, 90, 0}, std::move(flares)};
+    };
+    const TestFlare flare{.id = 4, .x = 0.0, .y = 0.0, .z = -50.0};
+    const std::string path = directory.file("ETXYZ.OUT.1");
+    writeTrajectory(QString::fromStdString(path), {at(0, {}), at(1, {}), at(2, {flare})});
+    const Json file = describe({"--unit", "m", path})[0];
+    const double range = std::hypot(1.0, 100.0);
+    EXPECT_DOUBLE_EQ(file["measures"]["closest_approach_m"], file["closest_approach"]["range_m"]);
+    EXPECT_NEAR(file["measures"]["closest_approach_m"], range, 1e-9);
+    EXPECT_EQ(file["measures"]["first_flare_time_s"], 2.0);
+    EXPECT_EQ(file["measures"]["target_time_in_field_s"], 2.0);
+    EXPECT_EQ(file["measures"]["target_last_nearest_s"], 1.0);
+    EXPECT_EQ(file["measures"]["decoyed"], true);
+    EXPECT_EQ(file["measures"]["flares"], Json::array({{{"flare", 4}, {"flare_time_in_field_s", 0.0}}}));
+    const std::string text = runCommand({"info", writePassage("ETXYZ.OUT.2")}).out;
+    EXPECT_THAT(text, HasSubstr("\n    decoyed                          -\n"));
+    EXPECT_THAT(text, HasSubstr("\n    first flare time                 0.250 s\n"));
 }
 
 TEST_F(Info, GivesNumbersOfCoordinatesFarFromTheOriginInFull) {
