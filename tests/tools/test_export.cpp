@@ -109,8 +109,8 @@ TEST_F(ExportTest, AddsColumnsOfMeasures) {
         runCommand({"export", path, "--flares"}).out,
         "time_s,flare,flare_x_units,flare_y_units,flare_z_units,flare_age_s,flare_range_units,flare_distance_units,"
         "flare_off_boresight_deg,flare_brightness,flare_band_1,flare_band_2,flare_band_3\n"
-        "2.1,8,3350,0,0,0,50,450,0,10000000,5,5,5\n"
-        "2.1,9,3280,0,0,0,20,380,180,10000000,5,5,5\n");
+        "2.1,8,3350,0,0,0,50,450,0,1e+07,5,5,5\n"
+        "2.1,9,3280,0,0,0,20,380,180,1e+07,5,5,5\n");
     EXPECT_THAT(
         runCommand({"export", path, "--flares", "--measures", "flares-burning,flare-range,range"}).out,
         HasSubstr(",flares_burning,flare_range_units,range_units\n2.1,8,3350,0,0,2,50,400\n"));
