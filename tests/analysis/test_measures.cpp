@@ -1,5 +1,5 @@
 // Measures against closed forms and hand-made attitudes.
-#include <array>
+#include <algorithm>
 #include <numbers>
 
 #include <gtest/gtest.h>
@@ -150,6 +150,10 @@ TEST(Measures, FollowAFlareThatGoesOutAndComesBack) {
     samples[1].flares = {flareAt(9, {}), bright};
     samples[2].flares = {dim};
     samples[4].flares = {flareAt(7, {5, 5, 5}), dim}; // of two of one number the last one counts
+    // The file is out of order, and begins with a record that a later one replaces.
+    std::ranges::rotate(samples, samples.begin() + 3);
+    samples.insert(samples.begin(), samples[4]);
+    samples[0].flares = {flareAt(55, {})};
     const MeasuredFlight flight(samples);
     const double out = std::nan("");
     for (const auto& [time, age, range, distance, brightness, band] :

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "shortestnumber.h"
+#include "withoutnoise.h"
 
 namespace sorvane {
 namespace {
@@ -54,6 +55,6 @@ void MeasureColumn::append(std::string& text, std::size_t row) const {
     if (measure_->unit == MeasureUnit::Object)
         text += objectName(engagement_->tracks(), value).toStdString();
     else
-        appendShortest(text, value + 0.0); // no -0
+        appendShortest(text, withoutNoise(value, std::abs(value)));
 }
 } // namespace sorvane

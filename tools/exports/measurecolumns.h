@@ -20,7 +20,7 @@ public:
     MeasureColumn(const MeasuredEngagement& engagement, const Measure& measure, Rows rows);
 
     std::string name() const;
-    // Numbers are the shortest that read back exactly, objects are named, undefined ones stay empty.
+    // Numbers have up to 15 digits, what arithmetic can be trusted for; objects are named, undefined ones stay empty.
     void append(std::string& text, std::size_t row) const;
 
 private:

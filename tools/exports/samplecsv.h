@@ -8,8 +8,8 @@
 
 namespace sorvane {
 // A line of names, then a line for each sample: time, the positions and attitudes of target and threat, the gyro,
-// range, closing speed and aspect (as encounterOn gives them), and the measures but for these three. Numbers are the
-// shortest that read back exactly; the names of lengths and speeds end in the engagement's unit.
+// range, closing speed and aspect (as encounterOn gives them), and the measures but for these three. The file's numbers
+// are the shortest that read back exactly; the names of lengths and speeds end in the engagement's unit.
 void writeSampleCsv(
     std::ostream& out, const MeasuredEngagement& engagement, std::span<const Measure* const> measures = {});
 

@@ -106,7 +106,9 @@ InfoRecord closestRecord(const ClosestApproach& closest, LengthUnit unit) {
 InfoRecord valueRecord(const Measure& measure, double value) {
     if (std::isnan(value))
         return {};
-    return measure.unit == MeasureUnit::Truth ? InfoRecord(value != 0.0) : InfoRecord(value);
+    if (measure.unit == MeasureUnit::Truth)
+        return value != 0.0;
+    return withoutNoise(value, std::abs(value));
 }
 
 // What the engagement has one of, and what each flare has.
