@@ -80,6 +80,17 @@ TEST(Measures, OfACircleAreItsSpeedAndAcceleration) {
     }
 }
 
+TEST(Measures, SpeedsOfEvenAccelerationAreExactAtUnevenSteps) {
+    std::vector<FlaredSample> samples;
+    for (const double t : {0.0, 0.1, 0.75, 1.5})
+        samples.push_back(sampleAt(t, {}, {5.0 * t * t, 0, 0}));
+    const MeasuredFlight flight(samples);
+    for (const double t : {0.1, 0.3, 0.75})
+        expectNear(flight.at("threat-speed", t), 10.0 * t, std::to_string(t));
+    expectNear(flight.on("threat-speed", 0), 0.5, "the first interval's");
+    expectNear(flight.on("threat-speed", 3), 5.0 * (1.5 * 1.5 - 0.75 * 0.75) / 0.75, "the last interval's");
+}
+
 TEST(Measures, AccelerationsLookAroundFarEnoughForRoundedPositions) {
     // Straight flight in steps of 0.01 s, positions rounded to thousandths: neighbours would leave 10 units/s².
     std::vector<FlaredSample> samples;

@@ -61,6 +61,13 @@ TEST(SeekerField, ObjectsEnterAndLeaveBetweenSamples) {
     EXPECT_EQ(flight.at("nearest", 2.9), 1.0);
 }
 
+TEST(SeekerField, AFlareStaysUntilItIsOutWhileTheAxisTurnsToIt) {
+    FlaredSample turned = looking(1, 90);
+    turned.gyro = {0, 0, 20};
+    const MeasuredFlight flight({looking(0, 90, {flareAt(5, at(20))}), turned});
+    EXPECT_NEAR(fieldTimes(flight.engagement).flares[0], 0.5, 1e-9);
+}
+
 TEST(SeekerField, OfDecoyedTheLastSampleWithAnythingInTheFieldDecides) {
     const Flare inside = flareAt(1, at(2));
     const Flare outside = flareAt(1, at(30));
