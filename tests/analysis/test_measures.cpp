@@ -162,7 +162,7 @@ TEST(Measures, FollowAFlareThatGoesOutAndComesBack) {
     samples[2].flares = {dim};
     samples[4].flares = {flareAt(7, {5, 5, 5}), dim}; // of two of one number the last one counts
     // The file is out of order, and begins with a record that a later one replaces.
-    std::ranges::rotate(samples, samples.begin() + 3);
+    std::rotate(samples.begin(), samples.begin() + 3, samples.end());
     samples.insert(samples.begin(), samples[4]);
     samples[0].flares = {flareAt(55, {})};
     const MeasuredFlight flight(samples);

@@ -90,7 +90,7 @@ TEST_F(ExportTest, AddsColumnsOfMeasures) {
     const std::string path = folder.file("ETXYZ.OUT.b");
     writeTrajectory(QString::fromStdString(path), {first, last});
     const std::string plain = runCommand({"export", path, "--unit", "m"}).out;
-    const auto rowsAfter = [](std::string all, const std::string& before) {
+    const auto rowsAfter = [](const std::string& all, const std::string& before) {
         std::string rows; // what each line has beside that of the other table
         std::istringstream lines(all);
         std::istringstream begins(before);
