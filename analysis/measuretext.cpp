@@ -44,7 +44,7 @@ QString radianceText(double value) {
 }
 
 template <LengthUnit unit> QString accelerationIn(double value) {
-    return fixed(value, 1, u' ' + symbolOf(unit) + QStringLiteral("/s²"));
+    return fixed(value, 1, u' ' + unitSymbol(unit) + QStringLiteral("/s²"));
 }
 QString angularRateText(double value) {
     return fixed(value, countingDecimals(value, 1), QStringLiteral("°/s"));
