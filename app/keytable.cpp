@@ -129,6 +129,7 @@ constexpr KeyRow kRows[] = {
     {KeyCommand::CycleReadoutCorner, {Qt::SHIFT | Qt::Key_H, kNone}, kWindow, "read-out in the next corner"},
     {KeyCommand::CycleUnit, {Qt::Key_U, kNone}, kWindow, "what lengths are called: units, ft or m; no number changes"},
     {KeyCommand::ToggleNames, {Qt::Key_N, kNone}, kWindow, "names beside the bodies, on or off"},
+    {KeyCommand::TogglePlots, {Qt::Key_P, kNone}, kWindow, "plots of the selected engagement over time, on or off"},
     {KeyCommand::ToggleLineStyles,
      {Qt::Key_S, kNone},
      kWindow,

@@ -54,6 +54,7 @@ enum class KeyCommand {
     CycleReadoutCorner,
     CycleUnit,
     ToggleNames,
+    TogglePlots,
     ToggleLineStyles,
     CycleAntialiasing,
     ToggleFullScreen,

@@ -19,6 +19,7 @@
 #include "loadnotice.h"
 #include "measuretext.h"
 #include "playbackclock.h"
+#include "plotting.h"
 #include "projection.h"
 #include "selection.h"
 #include "timemarks.h"
@@ -56,6 +57,13 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
                   engagement == nullptr ? nullptr : &engagement->facts(), parts_.clock.transport(),
                   parts_.clock.range());
           })),
+      plots_(new Plotting(
+          {parts.window, parts.engagements, current_, *parts.form.doubleSpinBox, *steps_, parts.clock,
+           [this] { return display_.unit(); },
+           [this](KeyCommand command) {
+               run(command);
+           }},
+          &parts.window)),
       readout_(new ViewReadout(*parts.form.glWidget, [this] { return readoutSubject(); })),
       names_(new BodyNames(*parts.form.glWidget, parts.engagements)),
       display_({*parts.form.glWidget, *readout_, *names_, parts.notice}), help_(new KeyHelp(parts.window)),
@@ -108,6 +116,7 @@ void WindowFeatures::showTime() {
 void WindowFeatures::showCurrent() {
     readout_->refresh();
     marks_->refresh();
+    plots_->refresh();
     markFollowed(parts_.engagements);
 }
 
@@ -215,9 +224,12 @@ void WindowFeatures::run(KeyCommand command) {
     case KeyCommand::CycleReadoutCorner:
         return display_.cycleCorner();
     case KeyCommand::CycleUnit:
-        return display_.cycleUnit();
+        display_.cycleUnit();
+        return plots_->refresh();
     case KeyCommand::ToggleNames:
         return display_.toggleNames();
+    case KeyCommand::TogglePlots:
+        return plots_->toggle();
     case KeyCommand::ToggleLineStyles:
         return parts_.form.glWidget->setLineStyles(!parts_.form.glWidget->lineStyles());
     case KeyCommand::CycleAntialiasing:
@@ -296,6 +308,7 @@ void WindowFeatures::toggleLoop() {
 
 void WindowFeatures::tellLoop() {
     marks_->refresh();
+    plots_->showLoop();
     const Transport& transport = parts_.clock.transport();
     parts_.notice.notify(QStringLiteral("Loop %1, %2 to %3")
                              .arg(

@@ -23,6 +23,7 @@ class ClockReach;
 class KeyHelp;
 class LoadNotice;
 class PlaybackClock;
+class Plotting;
 class TimeMarks;
 class TimeSteps;
 class Transport;
@@ -82,6 +83,7 @@ private:
     FileWatch watch_;
     TimeSteps* steps_;     // of the window's children
     TimeMarks* marks_;     // of the slider's children
+    Plotting* plots_;      // of the window's children
     ViewReadout* readout_; // of the view's children
     BodyNames* names_;     // of the view's children
     DisplayKeys display_;

@@ -15,6 +15,7 @@
 #include "infocommand.h"
 #include "manualcommand.h"
 #include "measurescommand.h"
+#include "plotcommand.h"
 #include "rendercommand.h"
 
 namespace sorvane {
@@ -50,9 +51,9 @@ CommandLine::CommandLine()
     parser->require_subcommand(1);
     parser->formatter(std::make_shared<HelpFormatter>()); // the sub-commands take it over
     subCommands = {
-        addInfoCommand(*parser),    addCheckCommand(*parser),    addRenderCommand(*parser),
-        addExportCommand(*parser),  addMeasuresCommand(*parser), addCompareCommand(*parser),
-        addConvertCommand(*parser), addDemoCommand(*parser),     addManualCommand(*parser),
+        addInfoCommand(*parser), addCheckCommand(*parser),    addRenderCommand(*parser),  addExportCommand(*parser),
+        addPlotCommand(*parser), addMeasuresCommand(*parser), addCompareCommand(*parser), addConvertCommand(*parser),
+        addDemoCommand(*parser), addManualCommand(*parser),
     };
     for (const SubCommand& command : subCommands) {
         command.parser->set_version_flag("--version", parser->version());

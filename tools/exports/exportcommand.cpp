@@ -15,6 +15,7 @@
 #include "inputtexts.h"
 #include "kmlwriter.h"
 #include "measurecolumns.h"
+#include "measurelist.h"
 #include "resultfile.h"
 #include "samplecsv.h"
 #include "trajectoryfile.h"

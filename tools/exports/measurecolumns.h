@@ -1,17 +1,12 @@
-// The columns of measures in tables: which ones are asked for, and their values.
+// The columns of measures in tables.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "measure.h"
-#include "problem.h"
 
 namespace sorvane {
-// The measures that a table can hold by a list of names, separated by commas; "all" is each of them. A table of samples
-// holds those of moments, one of flares those of flares as well. What is wrong with the list otherwise.
-Outcome<std::vector<const Measure*>> chooseMeasures(const std::string& list, bool isOfFlares);
-
 // A column of a table with a row for each sample, or for each flare of each sample.
 class MeasureColumn {
 public:

@@ -6,13 +6,21 @@
 
 #include "problem.h"
 
-class QGuiApplication;
+#include <QGuiApplication>
 
 namespace sorvane {
+using ApplicationMaker = std::unique_ptr<QGuiApplication> (*)(int& argumentCount, char** arguments);
+
+// A QApplication for what needs widgets, too.
+template <class Application = QGuiApplication>
+std::unique_ptr<QGuiApplication> makeApplication(int& argumentCount, char** arguments) {
+    return std::make_unique<Application>(argumentCount, arguments);
+}
+
 // As long as one lives, texts can be drawn on its thread. Where the program has an application of its own, that does.
 class TextApplication {
 public:
-    TextApplication();
+    explicit TextApplication(ApplicationMaker make = makeApplication<>);
     ~TextApplication();
     TextApplication(const TextApplication&) = delete;
     TextApplication& operator=(const TextApplication&) = delete;

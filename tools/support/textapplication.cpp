@@ -5,7 +5,6 @@
 #include <string>
 
 #include <QFontDatabase>
-#include <QGuiApplication>
 
 namespace sorvane {
 namespace {
@@ -21,12 +20,12 @@ struct Arguments {
 void dropMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {}
 } // namespace
 
-TextApplication::TextApplication() {
+TextApplication::TextApplication(ApplicationMaker make) {
     if (QCoreApplication::instance() == nullptr) {
         static Arguments arguments;
         arguments = Arguments();
         const QtMessageHandler before = qInstallMessageHandler(dropMessage); // of a session that there is none of
-        application_ = std::make_unique<QGuiApplication>(arguments.count, arguments.values);
+        application_ = make(arguments.count, arguments.values);
         qInstallMessageHandler(before);
         // The application has taken the user's locale; numbers in files keep their decimal point.
         std::setlocale(LC_NUMERIC, "C");

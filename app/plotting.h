@@ -1,0 +1,55 @@
+// The plot window's place in the viewer: what it can plot, and when it has to hear of a change.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+
+#include <QObject>
+
+#include "engagementlist.h"
+#include "keyfilter.h"
+#include "measuretext.h"
+
+class QDoubleSpinBox;
+
+namespace sorvane {
+class CurrentEngagement;
+class MeasuredEngagement;
+class PlaybackClock;
+class PlotWindow;
+class TimeSteps;
+
+class Plotting : public QObject {
+public:
+    // The parts that it goes by. Nothing here is owned.
+    struct Parts {
+        QWidget& window;
+        const EngagementList& engagements;
+        const CurrentEngagement& current;
+        QDoubleSpinBox& box;
+        TimeSteps& steps;
+        PlaybackClock& clock;
+        std::function<LengthUnit()> unit; // that lengths are told in
+        KeyFilter::Run runKey;            // of the plot window, which has the viewer's keys
+    };
+
+    Plotting(const Parts& parts, QObject* parent);
+    ~Plotting() override;
+
+    // Opens the window below the viewer, or closes it.
+    void toggle();
+    // Another engagement may be the current one, or have other samples, or the unit is another one.
+    void refresh();
+    // The loop's points have changed, or whether it counts.
+    void showLoop();
+
+private:
+    void open();
+    const MeasuredEngagement& measured(const LoadedEngagement& engagement);
+
+    Parts parts_;
+    std::map<EngagementId, std::unique_ptr<MeasuredEngagement>> measured_; // of those that have been asked for
+    PlotWindow* plots_ = nullptr;                                          // of the window's children
+};
+} // namespace sorvane

@@ -1,0 +1,93 @@
+// The plot window beside the viewer.
+#include "windowfixture.h"
+
+#include "encountertrajectory.h"
+#include "plotwindow.h"
+#include "stripplot.h"
+
+using namespace sorvane;
+
+namespace {
+struct PlottingTest : WindowTest {
+    PlotWindow* plots() { return dynamic_cast<PlotWindow*>(window.findChild<QWidget*>("plotWindow")); }
+    void loadPass(const char* name = "ETXYZ.OUT.pass") {
+        window.loadEtxyzFile(writeTrajectory(folder.filePath(name), encounterSamples()));
+    }
+    void openPlots() {
+        QTest::keyClick(view, Qt::Key_P);
+        ASSERT_NE(plots(), nullptr);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(plots()));
+    }
+    QPoint at(double time) {
+        return {
+            static_cast<int>(std::lround(plots()->plot().strip(0).axis(QCPAxis::atBottom)->coordToPixel(time))),
+            plots()->plot().strip(0).center().y()};
+    }
+    double secondsPerPixel() { return plots()->plot().timeAt(1.0) - plots()->plot().timeAt(0.0); }
+};
+
+TEST_F(PlottingTest, AClickOnAPlotSetsTheClockAndTheClockMovesItsLine) {
+    showWindow();
+    loadPass();
+    entry(0, 1)->trigger();
+    openPlots();
+    EXPECT_EQ(plots()->windowTitle(), "Plots: ETXYZ.OUT.pass");
+    EXPECT_GE(plots()->geometry().top(), window.geometry().top()) << "below the viewer, as far as the screen goes";
+    QTest::mouseClick(&plots()->plot(), Qt::LeftButton, {}, at(6.0));
+    EXPECT_NEAR(box->value(), 6.0, secondsPerPixel());
+    // The line of now, on the screen.
+    const QRgb line = plots()->plot().theme().now.rgb();
+    const auto isLineAt = [&](double time) {
+        const QImage shown = onScreen(plots()->plot());
+        const int y = plots()->plot().strip(1).top() + 6;
+        for (int dx = -2; dx <= 2; ++dx)
+            if (qAbs(qGray(shown.pixel(at(time).x() + dx, y)) - qGray(line)) < 40)
+                return true;
+        return false;
+    };
+    box->setValue(3.0);
+    EXPECT_TRUE(isLineAt(3.0));
+    box->setValue(8.0);
+    EXPECT_TRUE(isLineAt(8.0));
+    EXPECT_FALSE(isLineAt(3.0));
+    // The viewer's keys work here too; P closes the window again.
+    QTest::keyClick(&plots()->plot(), Qt::Key_C);
+    EXPECT_NEAR(box->value(), 5.0, 1e-3);
+    QTest::keyClick(&plots()->plot(), Qt::Key_P);
+    EXPECT_FALSE(plots()->isVisible());
+}
+
+TEST_F(PlottingTest, FollowsWhatIsFollowedReadAgainAndTakenOut) {
+    showWindow();
+    openPlots();
+    EXPECT_EQ(plots()->plot().stripCount(), 0U) << "nothing is followed yet";
+    loadPass();
+    EXPECT_EQ(plots()->plot().document().times.end, 10.0);
+    loadUntil(4.0, "ETXYZ.OUT.short");
+    QTest::keyClick(view, Qt::Key_PageDown);
+    EXPECT_EQ(plots()->windowTitle(), "Plots: ETXYZ.OUT.short");
+    EXPECT_EQ(plots()->plot().document().times.end, 4.0);
+    writeTrajectoryUntil(folder.filePath("ETXYZ.OUT.short"), 7.0);
+    QTest::keyClick(view, Qt::Key_F5);
+    EXPECT_EQ(plots()->plot().document().times.end, 7.0);
+    engagements().clear();
+    EXPECT_EQ(plots()->plot().stripCount(), 0U);
+}
+
+TEST_F(PlottingTest, ShadesTheLoop) {
+    showWindow();
+    loadPass();
+    box->setValue(2.0);
+    QTest::keyClick(view, Qt::Key_I);
+    box->setValue(6.0);
+    QTest::keyClick(view, Qt::Key_O);
+    openPlots();
+    const auto colourAt = [&](double time) {
+        const QImage shown = onScreen(plots()->plot());
+        return shown.pixel(at(time).x(), plots()->plot().strip(1).bottom() - 4);
+    };
+    EXPECT_EQ(colourAt(4.2), colourAt(8.2));
+    QTest::keyClick(view, Qt::Key_Backslash);
+    EXPECT_NE(colourAt(4.2), colourAt(8.2));
+}
+} // namespace

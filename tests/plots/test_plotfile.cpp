@@ -1,0 +1,82 @@
+// Plots as files.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QThread>
+
+#include "plotfile.h"
+#include "plottedpass.h"
+#include "stripplot.h"
+
+using namespace sorvane;
+
+namespace {
+PlotDocument passPlot() {
+    const PlottedPass pass({{7, samplesFrom(20, 40)}});
+    return plotOf(std::vector{pass.plotted()}, usualPlotMeasures());
+}
+
+QByteArray fileOf(PlotFormat format, const QSize& size = {640, 480}) {
+    StripPlot plot;
+    plot.setDocument(passPlot());
+    return plotFile(plot, format, size);
+}
+} // namespace
+
+TEST(PlotFile, NamesTellTheFormat) {
+    EXPECT_EQ(plotFormatOf("a/b.PNG"), PlotFormat::Png);
+    EXPECT_EQ(plotFormatOf("b.x.svg"), PlotFormat::Svg);
+    EXPECT_EQ(plotFormatOf("b.pdf"), PlotFormat::Pdf);
+    EXPECT_EQ(plotFormatOf("b.csv"), PlotFormat::Csv);
+    EXPECT_EQ(plotFormatOf("b.jpg"), std::nullopt);
+    EXPECT_EQ(plotFormatOf("png"), std::nullopt);
+}
+
+TEST(PlotFile, TheSamePlotGivesTheSameBytes) {
+    const std::pair<PlotFormat, const char*> rows[] = {
+        {PlotFormat::Png, "\x89PNG"}, {PlotFormat::Svg, "<?xml"}, {PlotFormat::Pdf, "%PDF"}, {PlotFormat::Csv, "meas"}};
+    std::vector<QByteArray> first;
+    for (const auto& [format, begin] : rows)
+        EXPECT_TRUE(first.emplace_back(fileOf(format)).startsWith(begin)) << begin;
+    QThread::msleep(1100); // formats may note the second
+    for (std::size_t i = 0; i < first.size(); ++i)
+        EXPECT_EQ(fileOf(rows[i].first), first[i]) << rows[i].second;
+}
+
+// The curves' shape, seen in the picture: the range falls from the left edge to the middle and rises again.
+TEST(PlotFile, ThePictureShowsTheCurves) {
+    StripPlot plot;
+    plot.setDocument(plotOf(std::vector{PlottedPass().plotted()}, std::vector{findMeasure("range")}));
+    QImage picture;
+    ASSERT_TRUE(picture.loadFromData(plotFile(plot, PlotFormat::Png, {640, 480})));
+    EXPECT_EQ(picture.size(), QSize(640, 480));
+    plot.setViewport(QRect(0, 0, 640, 480));
+    plot.arrange();
+    const QColor colour = plot.theme().curve(0);
+    const QCPAxis& times = *plot.strip(0).axis(QCPAxis::atBottom);
+    const QCPAxis& values = *plot.strip(0).axis(QCPAxis::atLeft);
+    for (const double time : {1.0, 3.0, 5.0, 8.0}) {
+        const double range = std::hypot(300.0 * (time - 5.0), 40.0);
+        const int x = static_cast<int>(std::lround(times.coordToPixel(time)));
+        const int y = static_cast<int>(std::lround(values.coordToPixel(range)));
+        int least = 1000;
+        for (int dx = -1; dx <= 1; ++dx)
+            for (int dy = -2; dy <= 2; ++dy) {
+                const QColor seen = picture.pixelColor(x + dx, y + dy);
+                least = std::min(
+                    least, std::abs(seen.red() - colour.red()) + std::abs(seen.green() - colour.green()) +
+                               std::abs(seen.blue() - colour.blue()));
+            }
+        EXPECT_LT(least, 120) << "at " << time << " s";
+    }
+}
+
+TEST(PlotFile, ATableHoldsWhatIsInView) {
+    StripPlot plot;
+    plot.setDocument(plotOf(std::vector{PlottedPass().plotted()}, std::vector{findMeasure("range")}));
+    plot.setTimes({5.95, 6.05});
+    EXPECT_EQ(
+        plotFile(plot, PlotFormat::Csv, {}).toStdString(),
+        "measure,unit,curve,time_s,value\n\"range\",\"units\",\"range\",6,302.654919008431\n");
+}
