@@ -194,9 +194,15 @@ def totals(half, samples):
             end = b.off(b.flares.get(id, flare)[0])
             of_flares[id] = of_flares.get(id, 0.0) + (b.time - a.time) * share(a.off(flare[0]), end, half)
     names = [(s.time, nearest(s, half)[0]) for s in samples if nearest(s, half)[0]]
-    closest = min(samples, key=lambda s: norm(s.r))  # the demonstration's engagements end on it
+    closest = min((norm(s.r), s.time) for s in samples)
+    for a, b in zip(samples, samples[1:]):
+        along = minus(b.r, a.r)
+        part = -dot(a.r, along) / dot(along, along)
+        if 0 < part < 1:
+            passing = norm([x + part * y for x, y in zip(a.r, along)])
+            closest = min(closest, (passing, a.time + part * (b.time - a.time)))
     return {
-        "closest_approach_m": norm(closest.r), "closest_approach_time_s": closest.time,
+        "closest_approach_m": closest[0], "closest_approach_time_s": closest[1],
         "first_flare_time_s": next((s.time for s in samples if s.flares), None), "target_time_in_field_s": target,
         "target_last_nearest_s": max((t for t, name in names if name == "target"), default=None),
         "decoyed": names[-1][1] != "target" if names else None}, of_flares
