@@ -46,6 +46,7 @@ struct Shot {
     bool isDiskFull = false; // soon after the recording has begun
     bool isBodySpoilt = false;
     bool hasReadout = false;
+    bool isOfPlots = false; // of their window, without the viewer's
 };
 
 constexpr int kVeer = 2; // its number among the engagements
@@ -76,7 +77,9 @@ public:
             reloadSpoilt(demonstration_.filePath("data/tgt4004/tgt4004_b0001_mat0004.brdf"));
         if (shot.hasReadout)
             QTest::keyClick(view_, Qt::Key_H);
-        const bool isSaved = save(QString::fromLatin1(shot.file));
+        if (shot.isOfPlots)
+            return savePlots(QString::fromLatin1(shot.file));
+        const bool isSaved = save(window_, QString::fromLatin1(shot.file));
         if (shot.hasReadout)
             QTest::keyClick(view_, Qt::Key_H);
         return isSaved;
@@ -156,10 +159,26 @@ private:
         QFile::rename(kept, path);
     }
 
-    bool save(const QString& name) {
+    // With the mouse at a place that tells something.
+    bool savePlots(const QString& name) {
+        QTest::keyClick(view_, Qt::Key_P);
+        auto* const plots = window_.findChild<QWidget*>("plotWindow");
+        plots->resize(840, 560);
+        QTest::qWait(200);
+        QWidget* const plot = plots->findChild<QWidget*>();
+        const QPointF place(370.0, 300.0);
+        QMouseEvent move(
+            QEvent::MouseMove, place, plot->mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(plot, &move);
+        const bool isSaved = save(*plots, name);
+        QTest::keyClick(view_, Qt::Key_P);
+        return isSaved;
+    }
+
+    bool save(QWidget& window, const QString& name) {
         QTest::qWait(200); // lets the window settle
         const QString path = pictures_.filePath(name);
-        if (window_.grab().save(path))
+        if (window.grab().save(path))
             return true;
         std::fprintf(stderr, "can't write %s\n", qPrintable(path));
         return false;
@@ -223,6 +242,7 @@ int main(int argc, char** argv) {
         {.file = "veer-launch.png", .engagement = kVeer, .view = "View Gyro", .seconds = 3.4},
         {.file = "veer-flare.png", .engagement = kVeer, .view = "View Gyro", .seconds = 4.2},
         {.file = "veer-lost.png", .engagement = kVeer, .view = "View Gyro", .seconds = 5.0, .hasReadout = true},
+        {.file = "plot-window.png", .engagement = kVeer, .view = "View Gyro", .seconds = 5.0, .isOfPlots = true},
         {.file = "veer-miss.png",
          .engagement = kVeer,
          .view = "View Target",
