@@ -208,6 +208,7 @@ struct PreferencesTest : testing::Test {
         QPoint corner;
         int samples = 0;
         QSize help;
+        QSize plots;
         bool operator==(const State&) const = default;
     };
     static State stateOf(new_sorvane& window) {
@@ -215,10 +216,10 @@ struct PreferencesTest : testing::Test {
         const auto& readout = *window.findChild<QLabel*>("viewReadout");
         return {
             readout.text().section("Range", 1).section('\n', 0, 0).simplified(), readout.pos(), view.samples(),
-            window.findChild<QDialog*>("keyHelp")->size()};
+            window.findChild<QDialog*>("keyHelp")->size(), window.findChild<QWidget*>("plotWindow")->size()};
     }
-    // A session: a window with an engagement and its read-out, in which keys are pressed and the list of keys is
-    // resized.
+    // A session: a window with an engagement and its read-out, in which keys are pressed and the list of keys and
+    // the plots are resized.
     State session(const std::function<void(QWidget& view, new_sorvane& window)>& act = {}) const {
         new_sorvane window;
         window.loadEtxyzFile(writeTrajectory(folder.filePath("ETXYZ.OUT.pass"), encounterSamples()));
@@ -228,6 +229,7 @@ struct PreferencesTest : testing::Test {
         QTest::qWait(50); // the graphics tell their samples with the first frame
         QWidget& view = *window.findChild<AircraftWidget*>("glWidget");
         QTest::keyClick(&view, Qt::Key_H);
+        QTest::keyClick(&view, Qt::Key_P);
         if (act)
             act(view, window);
         return stateOf(window);
@@ -241,6 +243,7 @@ TEST_F(PreferencesTest, TheNextSessionTakesThemUp) {
             QTest::keyClick(&view, key);
         QTest::keyClick(&view, Qt::Key_H, Qt::ShiftModifier);
         window.findChild<QDialog*>("keyHelp")->resize(500, 300);
+        window.findChild<QWidget*>("plotWindow")->resize(640, 360);
     });
     EXPECT_EQ(chosen.readout, "100.5 m");
     EXPECT_NE(chosen.corner, first.corner);

@@ -51,6 +51,8 @@ TEST_F(PlottingTest, AClickOnAPlotSetsTheClockAndTheClockMovesItsLine) {
     EXPECT_TRUE(isLineAt(8.0));
     EXPECT_FALSE(isLineAt(3.0));
     // The viewer's keys work here too; P closes the window again.
+    QTest::keyClick(&plots()->plot(), Qt::Key_U);
+    EXPECT_EQ(plots()->plot().document().strips[0].unit, "ft");
     QTest::keyClick(&plots()->plot(), Qt::Key_C);
     EXPECT_NEAR(box->value(), 5.0, 1e-3);
     QTest::keyClick(&plots()->plot(), Qt::Key_P);
