@@ -16,7 +16,8 @@ ViewSizeSteps::ViewSizeSteps(QMainWindow& window, QWidget& view, QWidget& contro
 bool ViewSizeSteps::eventFilter(QObject* watched, QEvent* event) {
     if (watched == &window_ && event->type() == QEvent::Show && margins_.isNull())
         arrange();
-    const bool isOtherSize = watched == window_.centralWidget() && event->type() == QEvent::Resize;
+    // A window that ends sends events, too, and can't be asked for its middle any more.
+    const bool isOtherSize = watched == centre_ && event->type() == QEvent::Resize;
     const bool isOtherState = watched == &window_ && event->type() == QEvent::WindowStateChange;
     if ((isOtherSize || isOtherState) && !margins_.isNull())
         fitMargins();
@@ -34,6 +35,7 @@ void ViewSizeSteps::arrange() {
     window_.setBaseSize(window_.size() - view_.size());
     margins_ = layout.contentsMargins();
     aroundView_ = window_.centralWidget()->size() - view_.size();
+    centre_ = window_.centralWidget();
     window_.centralWidget()->installEventFilter(this);
 }
 

@@ -25,7 +25,8 @@ private:
     QMainWindow& window_;
     QWidget& view_;
     QWidget& controlRow_;
-    QMargins margins_; // of the form
-    QSize aroundView_; // what they, the row and the space between take
+    const QObject* centre_ = nullptr; // of the window, once that has been shown; only compared with
+    QMargins margins_;                // of the form
+    QSize aroundView_;                // what they, the row and the space between take
 };
 } // namespace sorvane
