@@ -19,7 +19,7 @@ constexpr double kDegreesPerNotch = 120.0; // in eighths
 } // namespace
 
 PlotMouse::PlotMouse(StripPlot& plot, PlotOverlay& overlay, Actions actions)
-    : QObject(&plot), plot_(plot), overlay_(overlay), actions_(std::move(actions)),
+    : plot_(plot), overlay_(overlay), actions_(std::move(actions)),
       band_(new QRubberBand(QRubberBand::Rectangle, &plot)) {
     plot_.setMouseTracking(true);
     plot_.installEventFilter(this);

@@ -26,7 +26,7 @@ public:
         std::function<void(const QPoint& global, std::optional<std::size_t> strip)> openMenu;
     };
 
-    // Both must outlive the plot's last event.
+    // Both must outlive it.
     PlotMouse(StripPlot& plot, PlotOverlay& overlay, Actions actions);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -22,15 +22,16 @@ PlotWindow::PlotWindow(QWidget* viewer, PlotSource source)
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(plot_);
-    new PlotMouse(
+    mouse_ = std::make_unique<PlotMouse>(
         *plot_, overlay_,
-        {[this](double time) { source_.goTo(time + zero_); },
-         [this](std::size_t from, std::size_t to) { moveStrip(from, to); },
-         [this](const QPoint& place, std::optional<std::size_t> strip) {
-             QMenu menu(this);
-             fillMenu(menu, strip);
-             menu.exec(place);
-         }});
+        PlotMouse::Actions{
+            [this](double time) { source_.goTo(time + zero_); },
+            [this](std::size_t from, std::size_t to) { moveStrip(from, to); },
+            [this](const QPoint& place, std::optional<std::size_t> strip) {
+                QMenu menu(this);
+                fillMenu(menu, strip);
+                menu.exec(place);
+            }});
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, [this] { saveAs(); });
     useTheme();
 }

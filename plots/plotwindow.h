@@ -3,7 +3,7 @@
 
 #include <cstdint>
 #include <functional>
-#include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <vector>
@@ -16,6 +16,7 @@
 class QMenu;
 
 namespace sorvane {
+class PlotMouse;
 class StripPlot;
 
 // An engagement that can be plotted, by a number that stays its own.
@@ -68,6 +69,7 @@ private:
     PlotSource source_;
     StripPlot* plot_; // of the window's children
     PlotOverlay overlay_;
+    std::unique_ptr<PlotMouse> mouse_; // of the plot and the overlay
     std::vector<const Measure*> measures_ = usualPlotMeasures();
     std::set<std::uint32_t> overlaid_;
     PlotAlignment alignment_ = PlotAlignment::Start;
