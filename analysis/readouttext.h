@@ -2,23 +2,21 @@
 #pragma once
 
 #include <optional>
-#include <span>
 
 #include <QString>
 #include <QStringList>
 
 #include "encounter.h"
-#include "measuretext.h"
+#include "measuredengagement.h"
 
 namespace sorvane {
-// What a read-out describes. Without samples there is no engagement to speak of.
+// What a read-out describes.
 struct ReadoutFacts {
     double time = 0.0; // seconds
     QString engagement{};
-    std::span<const Sample> samples{};
+    const MeasuredEngagement* measured = nullptr; // null when there is none to speak of; it has samples
     std::optional<ClosestApproach> closest{};
     QString view{};
-    LengthUnit unit = LengthUnit::Unstated;
 };
 
 // Stands in the place of a number that there is none of.

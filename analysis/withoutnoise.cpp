@@ -17,6 +17,10 @@ double withoutNoise(double result, double greatest) {
     return std::round(result * power) / power + 0.0; // no -0
 }
 
+double writtenValue(double value) {
+    return withoutNoise(value, std::abs(value));
+}
+
 double greatestCoordinate(const Sample& sample) {
     double greatest = 0.0;
     for (const Triple* const position : {&sample.targetPosition, &sample.threatPosition})

@@ -8,6 +8,9 @@ namespace sorvane {
 // that went in, are noise and go. 12.344999999739, the difference of 4321012.345 and 4321000, becomes 12.345.
 double withoutNoise(double result, double greatest);
 
+// A value that is worked out, as it is written: with the digits that arithmetic can be trusted for.
+double writtenValue(double value);
+
 // The greatest of a sample's coordinates, without its sign.
 double greatestCoordinate(const Sample& sample);
 

@@ -19,10 +19,6 @@
 
 namespace sorvane {
 namespace {
-QString nameOf(const LoadedEngagement& engagement) {
-    return QFileInfo(engagement.path()).fileName();
-}
-
 void show(const LoadedEngagement& engagement, bool isShown) {
     if (isEngagementHidden(engagement.data()) == isShown)
         engagement.data().menu->actions().first()->trigger();
@@ -39,19 +35,19 @@ void EngagementKeys::follow(StepDirection direction) {
         const bool isForward = direction == StepDirection::Forward;
         return parts_.notice.notify(QStringLiteral("No engagement %1 %2")
                                         .arg(isForward ? QStringLiteral("after") : QStringLiteral("before"))
-                                        .arg(nameOf(*current)));
+                                        .arg(current->name()));
     }
     choose(*next);
     const auto place = std::ranges::find(all, next->id(), &LoadedEngagement::id);
     parts_.notice.notify(
-        QStringLiteral("%1 (%2 of %3)").arg(nameOf(*next)).arg(std::distance(all.begin(), place) + 1).arg(all.size()));
+        QStringLiteral("%1 (%2 of %3)").arg(next->name()).arg(std::distance(all.begin(), place) + 1).arg(all.size()));
 }
 
 void EngagementKeys::remove() {
     const LoadedEngagement* const leaving = parts_.current.get();
     if (leaving == nullptr || !isAgreed(*leaving))
         return;
-    const QString name = nameOf(*leaving);
+    const QString name = leaving->name();
     const LoadedEngagement* next = neighbour(*leaving, StepDirection::Forward);
     if (next == nullptr)
         next = neighbour(*leaving, StepDirection::Back);
@@ -68,7 +64,7 @@ void EngagementKeys::toggleOthers() {
     areOthersHidden_ = !areOthersHidden_;
     showOnly(areOthersHidden_ ? current : nullptr);
     parts_.notice.notify(
-        areOthersHidden_ ? QStringLiteral("All but %1 are hidden").arg(nameOf(*current))
+        areOthersHidden_ ? QStringLiteral("All but %1 are hidden").arg(current->name())
                          : QStringLiteral("No engagement is hidden"));
 }
 
@@ -100,7 +96,7 @@ bool EngagementKeys::isAgreed(const LoadedEngagement& engagement) {
         return true;
     QMessageBox question(
         QMessageBox::Question, QStringLiteral("Take out"),
-        QStringLiteral("Take %1 out of the viewer? The file stays as it is.").arg(nameOf(engagement)),
+        QStringLiteral("Take %1 out of the viewer? The file stays as it is.").arg(engagement.name()),
         QMessageBox::Yes | QMessageBox::No, &parts_.window);
     auto* const isForAll = new QCheckBox(QStringLiteral("Don't ask again"));
     question.setCheckBox(isForAll);

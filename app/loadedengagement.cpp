@@ -6,11 +6,11 @@
 #include <utility>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QHash>
 
 #include "atmfile.h"
 #include "engagementfiles.h"
-
 #include "etxyz.h"
 #include "filecaches.h"
 #include "trajectoryreader.h"
@@ -65,14 +65,25 @@ LoadedEngagement::LoadedEngagement(QString path, EngagementReading reading)
 
 LoadedEngagement::~LoadedEngagement() = default;
 
+QString LoadedEngagement::name() const {
+    return QFileInfo(path_).fileName();
+}
+
 const EngagementFacts& LoadedEngagement::facts() const {
     if (!facts_)
         facts_ = factsOf(reading_.data->samples);
     return *facts_;
 }
 
+const MeasuredEngagement& LoadedEngagement::measured(LengthUnit unit) const {
+    if (!measured_ || measured_->unit() != unit)
+        measured_.emplace(reading_.data->samples, reading_.data->fieldOfView, unit);
+    return *measured_;
+}
+
 std::unique_ptr<etxyz> LoadedEngagement::take(EngagementReading reading) {
     facts_.reset();
+    measured_.reset();
     return std::exchange(reading_, std::move(reading)).data;
 }
 } // namespace sorvane

@@ -9,6 +9,7 @@
 #include "engagementfacts.h"
 #include "engagementid.h"
 #include "filestamp.h"
+#include "measuredengagement.h"
 #include "modelfiles.h"
 #include "trajectoryinput.h"
 
@@ -36,6 +37,7 @@ public:
     // Stays the same when the file is read again.
     EngagementId id() const { return id_; }
     const QString& path() const { return path_; }
+    QString name() const; // of the file
     const FileStamp& stamp() const { return reading_.stamp; }
     const ModelFiles& modelFiles() const { return reading_.modelFiles; }
     // Its sub-menu is there once the engagement is in the window.
@@ -43,6 +45,8 @@ public:
 
     // Worked out when they are first asked for.
     const EngagementFacts& facts() const;
+    // Stays until the file is read again or another unit is asked for.
+    const MeasuredEngagement& measured(LengthUnit unit) const;
 
 private:
     friend class EngagementList;
@@ -54,5 +58,6 @@ private:
     QString path_;
     EngagementReading reading_;
     mutable std::optional<EngagementFacts> facts_;
+    mutable std::optional<MeasuredEngagement> measured_;
 };
 } // namespace sorvane

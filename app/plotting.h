@@ -2,8 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
-#include <memory>
 
 #include <QObject>
 
@@ -15,7 +13,6 @@ class QDoubleSpinBox;
 
 namespace sorvane {
 class CurrentEngagement;
-class MeasuredEngagement;
 class PlaybackClock;
 class PlotWindow;
 class TimeSteps;
@@ -39,17 +36,17 @@ public:
 
     // Opens the window below the viewer, or closes it.
     void toggle();
-    // Another engagement may be the current one, or have other samples, or the unit is another one.
+    // Another engagement may be the current one.
     void refresh();
+    // There may be another unit.
+    void showUnit();
     // The loop's points have changed, or whether it counts.
     void showLoop();
 
 private:
     void open();
-    const MeasuredEngagement& measured(const LoadedEngagement& engagement);
 
     Parts parts_;
-    std::map<EngagementId, std::unique_ptr<MeasuredEngagement>> measured_; // of those that have been asked for
-    PlotWindow* plots_ = nullptr;                                          // of the window's children
+    PlotWindow* plots_ = nullptr; // of the window's children
 };
 } // namespace sorvane

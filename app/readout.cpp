@@ -5,11 +5,9 @@
 #include <cmath>
 
 #include <QEvent>
-#include <QFileInfo>
 #include <QFontDatabase>
 #include <QTimer>
 
-#include "etxyz.h"
 #include "loadedengagement.h"
 #include "readouttext.h"
 
@@ -27,11 +25,10 @@ QString achievedText(double rate) {
 } // namespace
 
 QString readoutText(const ReadoutSubject& subject, const std::optional<PlaybackMeasures>& measures) {
-    ReadoutFacts facts{
-        .time = subject.time, .view = QString::fromLatin1(nameOf(subject.viewMode).shown), .unit = subject.unit};
+    ReadoutFacts facts{.time = subject.time, .view = QString::fromLatin1(nameOf(subject.viewMode).shown)};
     if (subject.engagement != nullptr) {
-        facts.engagement = QFileInfo(subject.engagement->path()).fileName();
-        facts.samples = subject.engagement->data().samples.samples();
+        facts.engagement = subject.engagement->name();
+        facts.measured = &subject.engagement->measured(subject.unit);
         facts.closest = subject.engagement->facts().closest;
     }
     QStringList lines = readoutLines(facts);

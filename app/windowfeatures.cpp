@@ -225,7 +225,7 @@ void WindowFeatures::run(KeyCommand command) {
         return display_.cycleCorner();
     case KeyCommand::CycleUnit:
         display_.cycleUnit();
-        return plots_->refresh();
+        return plots_->showUnit();
     case KeyCommand::ToggleNames:
         return display_.toggleNames();
     case KeyCommand::TogglePlots:

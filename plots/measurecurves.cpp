@@ -111,7 +111,6 @@ QString timeTitle(PlotAlignment alignment) {
     }
     return QStringLiteral("time (s)");
 }
-} // namespace
 
 double alignedTime(const MeasuredEngagement& engagement, PlotAlignment alignment) {
     if (alignment == PlotAlignment::Start || engagement.samples().empty())
@@ -120,6 +119,8 @@ double alignedTime(const MeasuredEngagement& engagement, PlotAlignment alignment
     const double time = alignment == PlotAlignment::FirstFlare ? results.firstFlareTime : results.closest.time;
     return std::isfinite(time) ? time : 0.0;
 }
+
+} // namespace
 
 std::vector<const Measure*> usualPlotMeasures() {
     std::vector<const Measure*> measures;
@@ -151,8 +152,10 @@ PlotDocument plotOf(
     if (!(document.times.begin <= document.times.end))
         document.times = {};
     document.title = engagements.front().name;
-    for (const PlotMark& event : engagements.front().events)
-        document.marks.push_back({event.time - zeros.front(), event.name});
+    document.zero = zeros.front();
+    document.marks = engagements.front().events;
+    for (EngagementEvent& mark : document.marks)
+        mark.time -= document.zero;
     for (const Measure* const measure : measures) {
         PlotStrip& strip = document.strips.emplace_back();
         strip.measure = measure;

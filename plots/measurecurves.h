@@ -8,17 +8,14 @@
 #include "plotdocument.h"
 
 namespace sorvane {
-// What becomes time 0 of each engagement.
+// What becomes time 0 of each engagement; one without it stays where it is.
 enum class PlotAlignment { Start, FirstFlare, ClosestApproach };
 
 struct PlottedEngagement {
     QString name;
     const MeasuredEngagement* measured = nullptr;
-    std::vector<PlotMark> events;
+    std::vector<EngagementEvent> events;
 };
-
-// Null for a time that an engagement hasn't: it then stays where it is.
-double alignedTime(const MeasuredEngagement& engagement, PlotAlignment alignment);
 
 // What is plotted unless something else is asked for: range, closing speed, off-boresight angles, intensity of flares.
 std::vector<const Measure*> usualPlotMeasures();

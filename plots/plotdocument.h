@@ -8,12 +8,16 @@
 
 #include <QString>
 
+#include "engagementfacts.h"
+
 namespace sorvane {
 struct Measure;
 
 struct TimeRange {
     double begin = 0.0; // seconds
     double end = 0.0;
+
+    bool operator==(const TimeRange&) const = default;
 };
 
 // A point of a curve; a value that isn't finite is a gap.
@@ -46,17 +50,12 @@ struct PlotStrip {
     double greatest = std::numeric_limits<double>::infinity(); // value that the axis goes up to
 };
 
-// A time with a name.
-struct PlotMark {
-    double time = 0.0; // seconds
-    QString name;
-};
-
 struct PlotDocument {
     QString title;
     QString timeTitle; // "time (s)"
     std::vector<PlotStrip> strips;
-    std::vector<PlotMark> marks;
-    TimeRange times; // of all there is to see
+    std::vector<EngagementEvent> marks; // at times of the axis
+    TimeRange times;                    // of all there is to see
+    double zero = 0.0;                  // the first engagement's time at the axis' 0
 };
 } // namespace sorvane

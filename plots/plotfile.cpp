@@ -95,8 +95,7 @@ QByteArray csv(const StripPlot& plot) {
             for (const PlotPoint& point : curve.points)
                 if (point.time >= times.begin && point.time <= times.end && std::isfinite(point.value)) {
                     table += begin.toUtf8() + ',' + QByteArray::fromStdString(shortestText(point.time)) + ',' +
-                             QByteArray::fromStdString(shortestText(withoutNoise(point.value, std::abs(point.value)))) +
-                             '\n';
+                             QByteArray::fromStdString(shortestText(writtenValue(point.value))) + '\n';
                 }
         }
     return table;

@@ -40,7 +40,7 @@ bool PlotMouse::eventFilter(QObject* watched, QEvent* event) {
         return true;
     case QEvent::MouseButtonDblClick:
         if (static_cast<const QMouseEvent&>(*event).button() == Qt::LeftButton)
-            showAll();
+            plot_.showAllTimes();
         return true;
     case QEvent::Wheel:
         zoom(static_cast<const QWheelEvent&>(*event));
@@ -116,9 +116,5 @@ void PlotMouse::zoom(const QWheelEvent& event) {
     const double about = plot_.timeAt(event.position().x());
     const TimeRange& shown = plot_.times();
     plot_.setTimes({about + (shown.begin - about) * factor, about + (shown.end - about) * factor});
-}
-
-void PlotMouse::showAll() {
-    plot_.setTimes(plot_.document().times);
 }
 } // namespace sorvane

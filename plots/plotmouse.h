@@ -36,7 +36,6 @@ private:
     void move(const QMouseEvent& event);
     void release(const QMouseEvent& event);
     void zoom(const QWheelEvent& event);
-    void showAll();
 
     StripPlot& plot_;
     PlotOverlay& overlay_;

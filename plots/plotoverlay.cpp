@@ -18,6 +18,12 @@ QString numberText(double value, const QString& unit) {
     return unit.isEmpty() || unit.startsWith(u'°') ? number + unit : number + u' ' + unit;
 }
 
+void placeLine(QCPItemLine& line, std::optional<double> time) {
+    line.setVisible(time.has_value());
+    line.start->setCoords(time.value_or(0.0), 0.0);
+    line.end->setCoords(time.value_or(0.0), 1.0);
+}
+
 QString listed(const PlotStrip& strip, const std::function<std::optional<double>(const PlotCurve&)>& valueIn) {
     QStringList texts;
     for (const PlotCurve& curve : strip.curves) {
@@ -39,35 +45,41 @@ PlotOverlay::PlotOverlay(StripPlot& plot) : plot_(plot) {
     plot_.addLayer(kLayer);
     plot_.layer(kLayer)->setMode(QCPLayer::lmBuffered);
     plot_.onStripsMade([this] { makeAll(); });
-    plot_.onStripsGoing([this] { items_.clear(); });
     makeAll();
 }
 
 PlotOverlay::~PlotOverlay() {
     plot_.onStripsMade({});
-    plot_.onStripsGoing({});
 }
 
 void PlotOverlay::setNow(std::optional<double> time) {
     if (now_ == time)
         return;
     now_ = time;
-    place();
+    placeNow();
+    draw();
 }
 
 void PlotOverlay::setLoop(std::optional<TimeRange> range) {
+    if (loop_ == range)
+        return;
     loop_ = range;
-    place();
+    placeLoop();
+    draw();
 }
 
 void PlotOverlay::setPointer(std::optional<double> time) {
     pointer_ = time;
-    place();
+    placePointer();
+    writeValues();
+    draw();
 }
 
 void PlotOverlay::setCursor(Cursor cursor, std::optional<double> time) {
     cursors_[cursor] = time;
-    place();
+    placeCursors();
+    writeValues();
+    draw();
 }
 
 QString PlotOverlay::valuesAt(std::size_t strip, double time) const {
@@ -139,13 +151,41 @@ void PlotOverlay::makeAll() {
     items_.clear();
     for (std::size_t strip = 0; strip < plot_.stripCount(); ++strip)
         items_.push_back(makeItems(strip));
-    place();
+    placeNow();
+    placeLoop();
+    placePointer();
+    placeCursors();
+    writeValues();
+    draw();
 }
 
-void PlotOverlay::placeLine(QCPItemLine& line, std::optional<double> time) {
-    line.setVisible(time.has_value());
-    line.start->setCoords(time.value_or(0.0), 0.0);
-    line.end->setCoords(time.value_or(0.0), 1.0);
+void PlotOverlay::placeNow() {
+    for (const StripItems& items : items_)
+        placeLine(*items.now, now_);
+}
+
+void PlotOverlay::placeLoop() {
+    for (const StripItems& items : items_) {
+        items.loop->setVisible(loop_.has_value());
+        if (!loop_)
+            continue;
+        items.loop->topLeft->setCoords(loop_->begin, 0.0);
+        items.loop->bottomRight->setCoords(loop_->end, 1.0);
+    }
+}
+
+void PlotOverlay::placePointer() {
+    for (const StripItems& items : items_)
+        placeLine(*items.pointer, pointer_);
+}
+
+void PlotOverlay::placeCursors() {
+    for (const StripItems& items : items_)
+        for (const Cursor cursor : {A, B}) {
+            placeLine(*items.cursors[cursor], cursors_[cursor]);
+            items.cursorNames[cursor]->setVisible(&items == &items_.front() && cursors_[cursor]);
+            items.cursorNames[cursor]->position->setCoords(cursors_[cursor].value_or(0.0), 0.0);
+        }
 }
 
 // The strip's part of what the pointer or the cursors say.
@@ -162,25 +202,15 @@ QString PlotOverlay::textOf(std::size_t strip) const {
     return QStringLiteral("B − A: %1%2").arg(seconds, values);
 }
 
-void PlotOverlay::place() {
+void PlotOverlay::writeValues() {
     for (std::size_t strip = 0; strip < items_.size(); ++strip) {
-        StripItems& items = items_[strip];
-        items.loop->setVisible(loop_.has_value());
-        if (loop_) {
-            items.loop->topLeft->setCoords(loop_->begin, 0.0);
-            items.loop->bottomRight->setCoords(loop_->end, 1.0);
-        }
-        placeLine(*items.now, now_);
-        placeLine(*items.pointer, pointer_);
-        for (const Cursor cursor : {A, B}) {
-            placeLine(*items.cursors[cursor], cursors_[cursor]);
-            items.cursorNames[cursor]->setVisible(strip == 0 && cursors_[cursor]);
-            items.cursorNames[cursor]->position->setCoords(cursors_[cursor].value_or(0.0), 0.0);
-        }
         const QString text = textOf(strip);
-        items.values->setVisible(!text.isEmpty());
-        items.values->setText(text);
+        items_[strip].values->setVisible(!text.isEmpty());
+        items_[strip].values->setText(text);
     }
+}
+
+void PlotOverlay::draw() {
     plot_.layer(kLayer)->replot();
 }
 } // namespace sorvane

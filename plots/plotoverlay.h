@@ -14,8 +14,8 @@ class QCPItemText;
 namespace sorvane {
 class StripPlot;
 
-// Drawn on a layer of its own: when only this changes, the curves stay as they are painted. Takes the plot's calls of
-// strips that are made and go.
+// Drawn on a layer of its own: when only this changes, the curves stay as they are painted. Takes the plot's call of
+// strips that are made.
 class PlotOverlay {
 public:
     explicit PlotOverlay(StripPlot& plot);
@@ -50,9 +50,13 @@ private:
     QCPItemLine* makeLine(std::size_t strip);
     QCPItemText* makeText(std::size_t strip);
     void makeAll();
-    void place();
-    void placeLine(QCPItemLine& line, std::optional<double> time);
+    void placeNow();
+    void placeLoop();
+    void placePointer();
+    void placeCursors();
+    void writeValues();
     QString textOf(std::size_t strip) const;
+    void draw();
 
     StripPlot& plot_;
     std::vector<StripItems> items_; // of the plot

@@ -25,7 +25,7 @@ PlotWindow::PlotWindow(QWidget* viewer, PlotSource source)
     mouse_ = std::make_unique<PlotMouse>(
         *plot_, overlay_,
         PlotMouse::Actions{
-            [this](double time) { source_.goTo(time + zero_); },
+            [this](double time) { source_.goTo(time + plot_->document().zero); },
             [this](std::size_t from, std::size_t to) { moveStrip(from, to); },
             [this](const QPoint& place, std::optional<std::size_t> strip) {
                 QMenu menu(this);
@@ -38,28 +38,34 @@ PlotWindow::PlotWindow(QWidget* viewer, PlotSource source)
 
 PlotWindow::~PlotWindow() = default;
 
-void PlotWindow::refresh() {
-    isStale_ = true;
-    if (!isVisible())
-        return;
-    isStale_ = false;
-    std::vector<PlottedEngagement> plotted;
-    const std::optional<std::uint32_t> followed = source_.followed();
-    const std::vector<PlotCandidate> candidates = source_.candidates();
+std::vector<EngagementId> PlotWindow::chosen() const {
+    std::vector<EngagementId> ids;
+    const std::optional<EngagementId> followed = source_.followed();
     if (followed)
-        plotted.push_back(source_.engagement(*followed));
-    std::erase_if(overlaid_, [&](std::uint32_t number) {
-        return std::ranges::find(candidates, number, &PlotCandidate::number) == candidates.end();
-    });
-    for (const std::uint32_t number : overlaid_)
-        if (number != followed)
-            plotted.push_back(source_.engagement(number));
-    zero_ = plotted.empty() ? 0.0 : alignedTime(*plotted.front().measured, alignment_);
+        ids.push_back(*followed);
+    for (const PlotCandidate& candidate : source_.candidates())
+        if (candidate.id != followed && overlaid_.contains(candidate.id))
+            ids.push_back(candidate.id);
+    return ids;
+}
+
+void PlotWindow::refresh() {
+    if (chosen() != plotted_)
+        isStale_ = true;
+    if (isStale_ && isVisible())
+        plotAnew();
+}
+
+void PlotWindow::plotAnew() {
+    isStale_ = false;
+    plotted_ = chosen();
+    std::vector<PlottedEngagement> plotted;
+    for (const EngagementId id : plotted_)
+        plotted.push_back(source_.engagement(id));
     const TimeRange before = plot_->times();
     const TimeRange allBefore = plot_->document().times;
     plot_->setDocument(plotOf(plotted, measures_, alignment_));
-    const TimeRange& all = plot_->document().times;
-    if (all.begin == allBefore.begin && all.end == allBefore.end)
+    if (plot_->document().times == allBefore)
         plot_->setTimes(before); // it was zoomed, perhaps
     setWindowTitle(plotted.empty() ? QStringLiteral("Plots") : QStringLiteral("Plots: %1").arg(plotted.front().name));
     placeOverlay();
@@ -68,7 +74,7 @@ void PlotWindow::refresh() {
 void PlotWindow::setNow(double time) {
     now_ = time;
     if (isVisible() && !isStale_)
-        overlay_.setNow(now_ - zero_);
+        overlay_.setNow(now_ - plot_->document().zero);
 }
 
 void PlotWindow::setLoop(std::optional<TimeRange> range) {
@@ -78,14 +84,14 @@ void PlotWindow::setLoop(std::optional<TimeRange> range) {
 }
 
 void PlotWindow::placeOverlay() {
-    overlay_.setNow(now_ - zero_);
-    overlay_.setLoop(loop_ ? std::optional(TimeRange{loop_->begin - zero_, loop_->end - zero_}) : std::nullopt);
+    const double zero = plot_->document().zero;
+    overlay_.setNow(now_ - zero);
+    overlay_.setLoop(loop_ ? std::optional(TimeRange{loop_->begin - zero, loop_->end - zero}) : std::nullopt);
 }
 
 void PlotWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (isStale_)
-        refresh();
+    refresh();
 }
 
 void PlotWindow::changeEvent(QEvent* event) {
@@ -97,21 +103,18 @@ void PlotWindow::changeEvent(QEvent* event) {
 void PlotWindow::useTheme() {
     const bool isDark = isDark_.value_or(palette().color(QPalette::Window).lightness() < 128);
     const PlotTheme& theme = isDark ? darkPlotTheme() : lightPlotTheme();
-    if (theme.background != plot_->theme().background)
+    if (&theme != &plot_->theme())
         plot_->setTheme(theme);
 }
 
-void PlotWindow::setMeasures(std::vector<const Measure*> measures) {
-    measures_ = std::move(measures);
-    refresh();
-}
-
 void PlotWindow::moveStrip(std::size_t from, std::size_t to) {
-    std::vector<const Measure*> measures = measures_;
-    const Measure* const moved = measures[from];
-    measures.erase(measures.begin() + static_cast<std::ptrdiff_t>(from));
-    measures.insert(measures.begin() + static_cast<std::ptrdiff_t>(to), moved);
-    setMeasures(std::move(measures));
+    const auto first = measures_.begin() + static_cast<std::ptrdiff_t>(from);
+    const auto last = measures_.begin() + static_cast<std::ptrdiff_t>(to);
+    if (from < to)
+        std::rotate(first, first + 1, last + 1);
+    else
+        std::rotate(last, first, first + 1);
+    plotAnew();
 }
 
 void PlotWindow::fillMenu(QMenu& menu, std::optional<std::size_t> strip) {
@@ -126,24 +129,26 @@ void PlotWindow::fillMenu(QMenu& menu, std::optional<std::size_t> strip) {
             QStringLiteral("Move %1 down").arg(name), this, [this, number] { moveStrip(number, number + 1); });
         down->setEnabled(number + 1 < measures_.size());
         menu.addAction(QStringLiteral("Remove %1").arg(name), this, [this, number] {
-            std::vector<const Measure*> measures = measures_;
-            measures.erase(measures.begin() + static_cast<std::ptrdiff_t>(number));
-            setMeasures(std::move(measures));
+            measures_.erase(measures_.begin() + static_cast<std::ptrdiff_t>(number));
+            plotAnew();
         });
     }
-    menu.addAction(QStringLiteral("Usual measures"), this, [this] { setMeasures(usualPlotMeasures()); });
+    menu.addAction(QStringLiteral("Usual measures"), this, [this] {
+        measures_ = usualPlotMeasures();
+        plotAnew();
+    });
     menu.addSeparator();
     addOverlayMenu(*menu.addMenu(QStringLiteral("Overlay")));
     addAlignmentMenu(*menu.addMenu(QStringLiteral("Time 0 is")));
     menu.addSeparator();
-    menu.addAction(QStringLiteral("All times"), this, [this] { plot_->setTimes(plot_->document().times); });
+    menu.addAction(QStringLiteral("All times"), this, [this] { plot_->showAllTimes(); });
     menu.addAction(QStringLiteral("Remove cursors"), this, [this] {
         overlay_.setCursor(PlotOverlay::A, std::nullopt);
         overlay_.setCursor(PlotOverlay::B, std::nullopt);
     });
     QAction* const dark = menu.addAction(QStringLiteral("Dark"));
     dark->setCheckable(true);
-    dark->setChecked(plot_->theme().background == darkPlotTheme().background);
+    dark->setChecked(&plot_->theme() == &darkPlotTheme());
     connect(dark, &QAction::toggled, this, [this](bool isDark) {
         isDark_ = isDark;
         useTheme();
@@ -156,9 +161,8 @@ void PlotWindow::addMeasureMenu(QMenu& menu) {
         if (!isPlottable(measure) || std::ranges::find(measures_, &measure) != measures_.end())
             continue;
         QAction* const entry = menu.addAction(QString::fromLatin1(measure.name), this, [this, &measure] {
-            std::vector<const Measure*> measures = measures_;
-            measures.push_back(&measure);
-            setMeasures(std::move(measures));
+            measures_.push_back(&measure);
+            plotAnew();
         });
         entry->setToolTip(QString::fromUtf8(measure.definition));
     }
@@ -167,18 +171,18 @@ void PlotWindow::addMeasureMenu(QMenu& menu) {
 
 void PlotWindow::addOverlayMenu(QMenu& menu) {
     menu.setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1; }"));
-    const std::optional<std::uint32_t> followed = source_.followed();
+    const std::optional<EngagementId> followed = source_.followed();
     for (const PlotCandidate& candidate : source_.candidates()) {
-        if (candidate.number == followed)
+        if (candidate.id == followed)
             continue;
         QAction* const entry = menu.addAction(candidate.name);
         entry->setCheckable(true);
-        entry->setChecked(overlaid_.contains(candidate.number));
-        connect(entry, &QAction::toggled, this, [this, number = candidate.number](bool isOverlaid) {
+        entry->setChecked(overlaid_.contains(candidate.id));
+        connect(entry, &QAction::toggled, this, [this, id = candidate.id](bool isOverlaid) {
             if (isOverlaid)
-                overlaid_.insert(number);
+                overlaid_.insert(id);
             else
-                overlaid_.erase(number);
+                overlaid_.erase(id);
             refresh();
         });
     }
@@ -193,7 +197,7 @@ void PlotWindow::addAlignmentMenu(QMenu& menu) {
     for (const auto& [alignment, name] : kNames) {
         QAction* const entry = menu.addAction(QString::fromLatin1(name), this, [this, chosen = alignment] {
             alignment_ = chosen;
-            refresh();
+            plotAnew();
         });
         entry->setCheckable(true);
         entry->setChecked(alignment == alignment_);

@@ -1,7 +1,6 @@
 // The window of curves over time beside the viewer.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -10,6 +9,7 @@
 
 #include <QWidget>
 
+#include "engagementid.h"
 #include "measurecurves.h"
 #include "plotoverlay.h"
 
@@ -19,9 +19,9 @@ namespace sorvane {
 class PlotMouse;
 class StripPlot;
 
-// An engagement that can be plotted, by a number that stays its own.
+// An engagement that can be plotted.
 struct PlotCandidate {
-    std::uint32_t number = 0;
+    EngagementId id{};
     QString name;
 };
 
@@ -29,9 +29,8 @@ struct PlotCandidate {
 struct PlotSource {
     // All that there are; the plotted one is the one that the viewer follows.
     std::function<std::vector<PlotCandidate>()> candidates;
-    std::function<std::optional<std::uint32_t>()> followed;
-    // Stays as it is until the window is told that engagements have changed.
-    std::function<PlottedEngagement(std::uint32_t)> engagement;
+    std::function<std::optional<EngagementId>()> followed;
+    std::function<PlottedEngagement(EngagementId)> engagement;
     // Takes the viewer's clock to a time of the followed engagement.
     std::function<void(double)> goTo;
 };
@@ -41,14 +40,15 @@ public:
     PlotWindow(QWidget* viewer, PlotSource source);
     ~PlotWindow() override;
 
-    // Another engagement is followed, or some have come, gone or other samples.
+    // Another engagement may be followed, or some have come or gone. Draws anew when that changes what is plotted.
     void refresh();
+    // What is plotted has other samples or another unit. It is drawn anew by the next refresh().
+    void markStale() { isStale_ = true; }
     void setNow(double time);
     void setLoop(std::optional<TimeRange> range);
 
     StripPlot& plot() { return *plot_; }
     PlotOverlay& overlay() { return overlay_; }
-    const std::vector<const Measure*>& measures() const { return measures_; }
     // The menu for a place on a strip, or beside them.
     void fillMenu(QMenu& menu, std::optional<std::size_t> strip);
 
@@ -57,7 +57,9 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void setMeasures(std::vector<const Measure*> measures);
+    // The followed one first.
+    std::vector<EngagementId> chosen() const;
+    void plotAnew();
     void moveStrip(std::size_t from, std::size_t to);
     void addMeasureMenu(QMenu& menu);
     void addOverlayMenu(QMenu& menu);
@@ -71,10 +73,10 @@ private:
     PlotOverlay overlay_;
     std::unique_ptr<PlotMouse> mouse_; // of the plot and the overlay
     std::vector<const Measure*> measures_ = usualPlotMeasures();
-    std::set<std::uint32_t> overlaid_;
+    std::set<EngagementId> overlaid_;
+    std::vector<EngagementId> plotted_;
     PlotAlignment alignment_ = PlotAlignment::Start;
     std::optional<bool> isDark_; // as the palette is without one
-    double zero_ = 0.0;          // the followed engagement's time at which the axis has 0
     double now_ = 0.0;
     std::optional<TimeRange> loop_;
     bool isStale_ = true;

@@ -29,26 +29,22 @@ QCPRange axisRange(QCPRange values) {
 StripPlot::StripPlot(QWidget* parent) : QCustomPlot(parent) {
     setNoAntialiasingOnDrag(true);
     setAutoAddPlottableToLegend(false);
-    plotLayout()->clear();
+    clearStrips(); // of the library's own
     makeStrips();
 }
 
 StripPlot::~StripPlot() = default;
 
 void StripPlot::setDocument(PlotDocument document) {
-    if (stripsGoing_)
-        stripsGoing_();
-    clearItems();
-    clearPlottables(); // which refer to the curves
+    clearStrips(); // which refer to the document
     document_ = std::move(document);
     times_ = document_.times;
     makeStrips();
 }
 
 void StripPlot::setTheme(const PlotTheme& theme) {
-    if (stripsGoing_)
-        stripsGoing_();
-    theme_ = theme;
+    clearStrips();
+    theme_ = &theme;
     makeStrips();
 }
 
@@ -99,18 +95,21 @@ QFont StripPlot::textFont(double factor) {
     return font;
 }
 
-void StripPlot::makeStrips() {
+void StripPlot::clearStrips() {
     clearItems();
     clearPlottables();
     plotLayout()->clear();
     strips_.clear();
     curves_.clear();
-    setBackground(theme_.background);
+}
+
+void StripPlot::makeStrips() {
+    setBackground(theme_->background);
     plotLayout()->setRowSpacing(2);
     int row = 0;
     if (!document_.title.isEmpty()) {
         auto* const title = new QCPTextElement(this, document_.title, textFont(1.25));
-        title->setTextColor(theme_.text);
+        title->setTextColor(theme_->text);
         plotLayout()->addElement(row++, 0, title);
     }
     auto* const margins = new QCPMarginGroup(this);
@@ -148,7 +147,7 @@ QCPAxisRect* StripPlot::makeStrip(const PlotStrip& strip, bool isLast) {
     for (const PlotCurve& curve : strip.curves) {
         auto* const plottable = new CurvePlottable(*rect, curve);
         plottable->setPen(QPen(
-            curve.colour < 0 ? theme_.frame : theme_.curve(curve.colour), kLineWidth,
+            curve.colour < 0 ? theme_->frame : theme_->curve(curve.colour), kLineWidth,
             curve.isDashed ? Qt::DashLine : Qt::SolidLine));
         curves.push_back(plottable);
     }
@@ -168,7 +167,7 @@ void StripPlot::makeLegend(int row, const std::vector<CurvePlottable*>& curves) 
     column->setRowStretchFactor(0, kNoStretch);
     names->setLayer(QStringLiteral("legend"));
     names->setFont(textFont(0.85));
-    names->setTextColor(theme_.text);
+    names->setTextColor(theme_->text);
     names->setBrush(Qt::NoBrush);
     names->setBorderPen(Qt::NoPen);
     names->setRowSpacing(-2);
@@ -191,13 +190,13 @@ void StripPlot::attach(QCPAbstractItem& item, QCPItemPosition& position, std::si
 
 // Dotted lines at the named times, with the names in the first strip.
 void StripPlot::makeMarks(std::size_t strip) {
-    for (const PlotMark& mark : document_.marks) {
+    for (const EngagementEvent& mark : document_.marks) {
         auto* const line = new QCPItemLine(this);
         attach(*line, *line->start, strip);
         attach(*line, *line->end, strip);
         line->start->setCoords(mark.time, 0.0);
         line->end->setCoords(mark.time, 1.0);
-        line->setPen(QPen(theme_.mark, 1.0, Qt::DotLine));
+        line->setPen(QPen(theme_->mark, 1.0, Qt::DotLine));
         line->setSelectable(false);
         if (strip > 0)
             continue;
@@ -208,7 +207,7 @@ void StripPlot::makeMarks(std::size_t strip) {
         name->setRotation(-90.0);
         name->setText(mark.name);
         name->setFont(textFont(0.8));
-        name->setColor(theme_.mark);
+        name->setColor(theme_->mark);
         name->setSelectable(false);
     }
 }
@@ -216,15 +215,15 @@ void StripPlot::makeMarks(std::size_t strip) {
 void StripPlot::colour(QCPAxisRect& strip) {
     strip.setupFullAxesBox(true);
     for (QCPAxis* const axis : strip.axes()) {
-        axis->setBasePen(QPen(theme_.frame));
-        axis->setTickPen(QPen(theme_.frame));
-        axis->setSubTickPen(QPen(theme_.frame));
-        axis->setTickLabelColor(theme_.text);
-        axis->setLabelColor(theme_.text);
+        axis->setBasePen(QPen(theme_->frame));
+        axis->setTickPen(QPen(theme_->frame));
+        axis->setSubTickPen(QPen(theme_->frame));
+        axis->setTickLabelColor(theme_->text);
+        axis->setLabelColor(theme_->text);
         axis->setTickLabelFont(textFont(0.85));
         axis->setLabelFont(textFont(0.9));
-        axis->grid()->setPen(QPen(theme_.grid));
-        axis->grid()->setZeroLinePen(QPen(theme_.grid.darker(130)));
+        axis->grid()->setPen(QPen(theme_->grid));
+        axis->grid()->setZeroLinePen(QPen(theme_->grid.darker(130)));
         axis->setLabelPadding(3);
     }
 }

@@ -20,12 +20,14 @@ public:
     // With all of its times in view.
     void setDocument(PlotDocument document);
     const PlotDocument& document() const { return document_; }
+    // The theme must outlive the plot.
     void setTheme(const PlotTheme& theme);
-    const PlotTheme& theme() const { return theme_; }
+    const PlotTheme& theme() const { return *theme_; }
 
     // The times in view; within the document's, and some milliseconds apart at least.
     void setTimes(TimeRange times);
     const TimeRange& times() const { return times_; }
+    void showAllTimes() { setTimes(document_.times); }
     // Sizes all parts, picks the points that show and fits the axes of values to them. To be called before the plot is
     // drawn without a window; a window does so by itself.
     void arrange();
@@ -43,14 +45,14 @@ public:
     // So many times as large as the plot's letters.
     static QFont textFont(double factor);
 
-    // Called when the strips have been made anew, and before these go.
+    // Called when the strips have been made anew; what was attached to those before is gone.
     void onStripsMade(std::function<void()> act) { stripsMade_ = std::move(act); }
-    void onStripsGoing(std::function<void()> act) { stripsGoing_ = std::move(act); }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void clearStrips();
     void makeStrips();
     QCPAxisRect* makeStrip(const PlotStrip& strip, bool isLast);
     void makeLegend(int row, const std::vector<CurvePlottable*>& curves);
@@ -59,11 +61,10 @@ private:
     void fitCurves();
 
     PlotDocument document_;
-    PlotTheme theme_ = lightPlotTheme();
+    const PlotTheme* theme_ = &lightPlotTheme();
     TimeRange times_;
     std::vector<QCPAxisRect*> strips_;                 // of the plot's layout
     std::vector<std::vector<CurvePlottable*>> curves_; // of the plot, by strip
     std::function<void()> stripsMade_;
-    std::function<void()> stripsGoing_;
 };
 } // namespace sorvane

@@ -12,14 +12,6 @@
 using namespace sorvane;
 
 namespace {
-struct PaintCounter : QObject {
-    int paints = 0;
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        paints += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-};
-
 struct DisplayKeysTest : WindowTest {
     QLabel* const notice = window.findChild<QLabel*>("viewNotice");
     QLabel* const readout = window.findChild<QLabel*>("viewReadout");

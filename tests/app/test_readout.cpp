@@ -14,18 +14,13 @@
 using namespace sorvane;
 
 namespace {
-struct PaintCounter : QObject {
-    int paints = 0;
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        paints += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-};
-
 struct ReadoutTest : WindowTest {
     QLabel* const readout = window.findChild<QLabel*>("viewReadout");
 
-    void load() { window.loadEtxyzFile(writeTrajectory(folder.filePath("ETXYZ.OUT.pass"), encounterSamples())); }
+    void load() {
+        const QByteArray header = trajectoryHeader("white", "20");
+        window.loadEtxyzFile(writeTrajectory(folder.filePath("ETXYZ.OUT.pass"), encounterSamples(), header));
+    }
     void toggle() { QTest::keyClick(view, Qt::Key_H); }
     QString text() const { return readout->text().simplified(); }
 };
@@ -34,15 +29,16 @@ TEST_F(ReadoutTest, ShowsTheEncounterAtTheTimeOfTheBox) {
     load();
     toggle();
     // At 2 s the threat is at x = −60, 10 above: range √3700 = 60.83, closing at 20 · 60 / 60.83 = 19.73, and seen from
-    // the nose at arccos(−60 / 60.83) = 170.5°.
+    // the nose at arccos(−60 / 60.83) = 170.5°. The seeker looks along x, past the target by arctan(10 / 60) = 9.5°.
     box->setValue(2.0);
     EXPECT_EQ(
         text(),
         QString("Time 2.000 s Engagement ETXYZ.OUT.pass Range 60.83 units Closing speed 19.7 units/s Closest approach "
-                "10.00 units at 5.000 s Aspect angle 170.5° View Threat Playback speed x1 Frames per second –"));
+                "10.00 units at 5.000 s Aspect angle 170.5° Nearest to axis target, 9.5° View Threat Playback speed x1 "
+                "Frames per second –"));
     box->setValue(7.0);
     EXPECT_TRUE(text().contains("Range 41.23 units Closing speed -19.4 units/s Closest approach 10.00 units at 5.000 s "
-                                "Aspect angle 14.0°"))
+                                "Aspect angle 14.0° Nearest to axis nothing in the field View"))
         << text().toStdString();
     entry(0, 3)->trigger();
     EXPECT_TRUE(text().contains("View Target"));
@@ -63,7 +59,7 @@ TEST_F(ReadoutTest, SaysWhatTheCommandSays) {
     for (const Qt::Key end : {Qt::Key_Home, Qt::Key_End}) {
         QTest::keyClick(view, end);
         const QString range = text().section("Range ", 1).section(" Closest", 0, 0);
-        const QString aspect = text().section("angle ", 1).section(" View", 0, 0);
+        const QString aspect = text().section("angle ", 1).section(" Nearest", 0, 0);
         expectTold(
             (end == Qt::Key_Home ? "start time 0.000 s range " : "end time 10.000 s range ") + range.toLower() +
             " aspect " + aspect);
@@ -81,7 +77,7 @@ TEST_F(ReadoutTest, BetweenSamplesShowsTheEncounterOfLinearMotion) {
         const Encounter encounter = encounterAt(engagement.samples.samples(), box->value()).value();
         const QString expected =
             QStringLiteral("Range %1 Closing speed %2 Closest approach 10.00 units at 5.000 s "
-                           "Aspect angle %3 View")
+                           "Aspect angle %3 Nearest")
                 .arg(
                     lengthText(encounter.range, LengthUnit::Unstated),
                     speedText(encounter.closingSpeed, LengthUnit::Unstated), angleText(encounter.aspectDegrees));
@@ -100,7 +96,7 @@ TEST_F(ReadoutTest, GivesNoNumbersOutsideTheSamples) {
     box->setValue(0.5);
     EXPECT_TRUE(
         text().contains("ETXYZ.OUT.pass Encounter begins at 1.000 s Range – Closing speed – Closest approach 10.00 "
-                        "units at 6.000 s Aspect angle – View"))
+                        "units at 6.000 s Aspect angle – Nearest to axis – View"))
         << text().toStdString();
     box->setValue(11.001);
     EXPECT_TRUE(text().contains("Encounter ended at 11.000 s Range –")) << text().toStdString();

@@ -23,6 +23,15 @@
 #include "trajectorytext.h"
 
 namespace sorvane {
+// Counts how often what it filters the events of is painted.
+struct PaintCounter : QObject {
+    int paints = 0;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 struct WindowTest : testing::Test {
     QTemporaryDir folder;
     new_sorvane window;

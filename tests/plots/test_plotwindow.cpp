@@ -62,15 +62,22 @@ protected:
     PlottedPass pass{{{7, samplesFrom(20, 40)}}};
     PlottedPass other;
     std::vector<double> wentTo;
-    std::optional<std::uint32_t> followed = 1;
+    int asked = 0; // for engagements
+    static constexpr EngagementId kPass{1};
+    static constexpr EngagementId kOther{2};
+    std::optional<EngagementId> followed = kPass;
     PlotWindow window{
         nullptr,
         {.candidates =
              [] {
-                 return std::vector<PlotCandidate>{{1, "pass"}, {2, "other"}};
+                 return std::vector<PlotCandidate>{{kPass, "pass"}, {kOther, "other"}};
              },
          .followed = [this] { return followed; },
-         .engagement = [this](std::uint32_t number) { return number == 1 ? pass.plotted() : other.plotted("other"); },
+         .engagement =
+             [this](EngagementId id) {
+                 ++asked;
+                 return id == kPass ? pass.plotted() : other.plotted("other");
+             },
          .goTo =
              [this](double time) {
                  wentTo.push_back(time);
@@ -102,6 +109,7 @@ TEST_F(PlotWindowTest, WheelDragAndDoubleClickZoom) {
     drag(Qt::MiddleButton, at(4.0), at(5.0));
     EXPECT_NEAR(plot().times().begin, 1.0, 0.05);
     // What is plotted anew stays zoomed.
+    window.markStale();
     window.refresh();
     EXPECT_NEAR(plot().times().begin, 1.0, 0.05);
     for (int i = 0; i < 200; ++i)
@@ -146,7 +154,10 @@ TEST_F(PlotWindowTest, OverlaysOtherEngagements) {
     choose("other");
     ASSERT_THAT(plot().document().strips[0].curves, testing::SizeIs(2));
     EXPECT_EQ(plot().document().strips[0].curves[1].name, QStringLiteral("other: range"));
-    followed = 2; // the overlaid one becomes the followed one
+    const int before = asked;
+    window.refresh();
+    EXPECT_EQ(asked, before) << "nothing to plot anew";
+    followed = kOther; // the overlaid one becomes the followed one
     window.refresh();
     EXPECT_THAT(plot().document().strips[0].curves, testing::SizeIs(1));
     EXPECT_EQ(window.windowTitle(), QStringLiteral("Plots: other"));

@@ -142,6 +142,7 @@ TEST_F(RenderTest, TextsStandOverThePictureThatThereWouldBe) {
                         "Closing speed     -2.7 m/s\n"
                         "Closest approach  500.0 m at 0.000 s\n"
                         "Aspect angle      90.0°\n"
+                        "Nearest to axis   nothing in the field\n"
                         "View              Target");
                 }));
     // The target is in the middle, the threat below the picture.

@@ -24,9 +24,7 @@ public:
     }
 
 private:
-    double scaled(double number, double factor) const {
-        return factor == 1.0 ? number : withoutNoise(number * factor, std::abs(number * factor));
-    }
+    double scaled(double number, double factor) const { return factor == 1.0 ? number : writtenValue(number * factor); }
 
     void placePosition(Triple& position) const {
         for (std::size_t i = 0; i < position.size(); ++i) {

@@ -23,6 +23,6 @@ void MeasureColumn::append(std::string& text, std::size_t row) const {
     if (measure_->unit == MeasureUnit::Object)
         text += objectName(engagement_->tracks(), value).toStdString();
     else
-        appendShortest(text, withoutNoise(value, std::abs(value)));
+        appendShortest(text, writtenValue(value));
 }
 } // namespace sorvane

@@ -108,7 +108,7 @@ InfoRecord valueRecord(const Measure& measure, double value) {
         return {};
     if (measure.unit == MeasureUnit::Truth)
         return value != 0.0;
-    return withoutNoise(value, std::abs(value));
+    return writtenValue(value);
 }
 
 // What the engagement has one of, and what each flare has.

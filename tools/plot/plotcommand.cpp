@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -59,11 +60,9 @@ public:
             return trajectory.problem();
         const TrajectorySamples& kept = trajectories_.emplace_back(std::move(*trajectory));
         const MeasuredEngagement& measured = measured_.emplace_back(kept.series, kept.header.fieldOfView, unit);
-        PlottedEngagement& plotted = plotted_.emplace_back();
-        plotted.name = QString::fromStdString(std::filesystem::path(inputName(path)).filename().string());
-        plotted.measured = &measured;
-        for (const EngagementEvent& event : factsOf(kept.series).events)
-            plotted.events.push_back({event.time, event.name});
+        plotted_.push_back(
+            {QString::fromStdString(std::filesystem::path(inputName(path)).filename().string()), &measured,
+             factsOf(kept.series).events});
         return std::nullopt;
     }
     std::span<const PlottedEngagement> plotted() const { return plotted_; }
@@ -124,8 +123,7 @@ SubCommand addPlotCommand(CLI::App& parent) {
         ->add_option(
             "--measure", options->measures,
             "Names of measures with commas between them, each for a strip; sorvane measures lists them. Without it "
-            "range, "
-            "closing-speed, off-boresight, flare-band-1")
+            "range, closing-speed, off-boresight, flare-band-1")
         ->type_name("LIST");
     addUnitOption(*parser, options->unit, "What one of the trajectory's units of length is");
     parser->add_option("--align", options->alignment, "What becomes time 0: start, first-flare or closest-approach")

@@ -32,16 +32,21 @@ void PictureTexts::paint(QImage& picture, const PictureSubject& subject) {
 
 QString PictureTexts::readout(const PictureSubject& subject) {
     const SceneEngagement& followed = subject.view.engagements()[subject.followed];
-    const std::span<const Sample> samples = followed.engagement->samples.samples();
-    const auto [closest, isNew] = closest_.try_emplace(followed.id);
-    if (isNew)
-        closest->second = closestApproach(samples);
+    auto told = told_.find(followed.id);
+    if (told == told_.end()) {
+        const etxyz& engagement = *followed.engagement;
+        told = told_
+                   .insert(
+                       {followed.id,
+                        {{engagement.samples, engagement.fieldOfView, request_.unit},
+                         closestApproach(engagement.samples.samples())}})
+                   .first;
+    }
     return readoutLines({.time = subject.time,
                          .engagement = QFileInfo(paths_[followed.id]).fileName(),
-                         .samples = samples,
-                         .closest = closest->second,
-                         .view = QString::fromLatin1(nameOf(subject.camera.mode).shown),
-                         .unit = request_.unit})
+                         .measured = &told->second.measured,
+                         .closest = told->second.closest,
+                         .view = QString::fromLatin1(nameOf(subject.camera.mode).shown)})
         .join(u'\n');
 }
 

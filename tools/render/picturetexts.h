@@ -8,7 +8,7 @@
 #include <QImage>
 
 #include "encounter.h"
-#include "measuretext.h"
+#include "measuredengagement.h"
 #include "offscreenview.h"
 #include "overlaytext.h"
 #include "problem.h"
@@ -46,6 +46,11 @@ public:
     void paint(QImage& picture, const PictureSubject& subject);
 
 private:
+    struct Told {
+        MeasuredEngagement measured;
+        std::optional<ClosestApproach> closest;
+    };
+
     QString readout(const PictureSubject& subject);
     std::vector<BodyLabel> labels(const PictureSubject& subject, const QSizeF& picture) const;
 
@@ -53,6 +58,6 @@ private:
     std::optional<TextApplication> application_;
     LabelPainter labelPainter_;
     std::map<EngagementId, QString> paths_;
-    std::map<EngagementId, std::optional<ClosestApproach>> closest_; // of those that have been asked for
+    std::map<EngagementId, Told> told_; // of those that have been asked for
 };
 } // namespace sorvane
