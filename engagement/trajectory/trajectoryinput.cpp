@@ -1,10 +1,12 @@
 // Opens trajectory files, plain or compressed.
 #include "trajectoryinput.h"
 
+#include <algorithm>
 #include <fcntl.h>
 #include <unistd.h>
 #include <utility>
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
 
@@ -19,12 +21,38 @@ constexpr int kPipeBytes = 1 << 20;
 
 class Decompressor final : public QProcess {
 public:
+    explicit Decompressor(ReadWatch watch) : watch_(std::move(watch)) {}
     ~Decompressor() override {
         // It may be blocked on a full pipe when the reader stopped early.
         closeReadChannel(StandardOutput);
         kill();
         waitForFinished(-1);
     }
+
+    // In short waits with the watch before each. What it calls may take in data, too.
+    bool waitForReadyRead(int milliseconds) override {
+        constexpr qint64 kMilliseconds = 50;
+        if (!watch_)
+            return QProcess::waitForReadyRead(milliseconds);
+        const qint64 before = bytesAvailable();
+        const QDeadlineTimer deadline(milliseconds);
+        do {
+            if (!watch_()) {
+                watch_ = {};
+                kill();
+                return false;
+            }
+            if (bytesAvailable() > before)
+                return true;
+            const qint64 most = std::min(kMilliseconds, deadline.remainingTime());
+            if (QProcess::waitForReadyRead(static_cast<int>(most)))
+                return true;
+        } while (state() != NotRunning && !deadline.hasExpired());
+        return false;
+    }
+
+private:
+    ReadWatch watch_;
 };
 
 class WatchedFile final : public QFile {
@@ -44,13 +72,13 @@ int openRegularFile(const QString& path) {
     return sorvane::openRegularFile(QFile::encodeName(path).toStdString());
 }
 
-std::unique_ptr<QIODevice> openCompressed(const QString& path) {
+std::unique_ptr<QIODevice> openCompressed(const QString& path, ReadWatch watch) {
     const int descriptor = openRegularFile(path);
     if (descriptor < 0)
         return nullptr;
     ::close(descriptor);
 
-    auto process = std::make_unique<Decompressor>();
+    auto process = std::make_unique<Decompressor>(std::move(watch));
     process->setStandardInputFile(QProcess::nullDevice());
     process->setStandardErrorFile(QProcess::nullDevice());
     process->setChildProcessModifier([] { ::fcntl(STDOUT_FILENO, F_SETPIPE_SZ, kPipeBytes); });
@@ -88,7 +116,7 @@ bool TrajectoryInput::cameWhole() const {
 
 TrajectoryInput openTrajectory(const QString& path, ReadWatch watch) {
     if (path.endsWith(QStringLiteral(".Z")))
-        return {openCompressed(path), true};
+        return {openCompressed(path, std::move(watch)), true};
     return {openPlain(path, std::move(watch)), false};
 }
 } // namespace sorvane

@@ -18,7 +18,8 @@ struct TrajectoryInput {
     bool cameWhole() const;
 };
 
-// Called before each piece of a plain file is read. False ends the reading there: the device then has no more data.
+// Called before each piece of a file is read, and while a process delivers none; it may process events. False ends the
+// reading: the device then has no more data, or few.
 using ReadWatch = std::function<bool()>;
 
 // Opens a regular file for reading in text mode. A name that ends in ".Z" (not ".z") is read through the program
