@@ -118,8 +118,8 @@ TEST_F(ExportTest, AddsColumnsOfMeasures) {
              {{"--measures", "range,rang"}, "there is no measure rang: see sorvane measures"},
              {{"--measures", "flare-age"}, "flare-age is a measure of flares: give --flares"},
              {{"--flares", "--measures", "decoyed"}, "decoyed is no curve: see sorvane info"},
-             {{"--measures", "range", "--format", "kml"}, "kml holds no measures and no flares"},
-             {{"--flares", "--format", "czml"}, "czml holds no measures and no flares"}}) {
+             {{"--measures", "range", "--format", "kml"}, "kml is no table: it takes neither --measures nor --flares"},
+             {{"--flares", "--format", "czml"}, "czml is no table: it takes neither --measures nor --flares"}}) {
         std::vector<std::string> words{"export", path};
         words.insert(words.end(), arguments.begin(), arguments.end());
         const CommandRun run = runCommand(words);

@@ -90,7 +90,8 @@ public:
             !(worldTimeAfter(epoch_, samples.front().time) && worldTimeAfter(epoch_, samples.back().time)))
             return inputName(options_.file) + ": its times lie outside the years 1 to 9999";
         return writeResult(options_.output, streams_, [&](std::ostream& out) {
-            format_ == "csv" ? writeTable(out, *trajectory) : writeMap(out, samples);
+            const MeasuredEngagement engagement(trajectory->series, trajectory->header.fieldOfView, options_.unit);
+            format_ == "csv" ? writeTable(out, engagement) : writeMap(out, engagement);
         });
     }
 
@@ -111,7 +112,7 @@ private:
     // What only the formats for maps need.
     Complaint takePlace() {
         if (!options_.measures.empty() || options_.isOfFlares)
-            return format_ + " holds no measures and no flares";
+            return format_ + " is no table: it takes neither --measures nor --flares";
         if (options_.origin.empty() || options_.unit == LengthUnit::Unstated)
             return format_ + " needs --origin and --unit";
         const std::optional<GeodeticPosition> origin = parseOrigin(options_.origin);
@@ -127,15 +128,14 @@ private:
         return std::nullopt;
     }
 
-    void writeTable(std::ostream& out, const TrajectorySamples& trajectory) const {
-        const MeasuredEngagement engagement(trajectory.series, trajectory.header.fieldOfView, options_.unit);
+    void writeTable(std::ostream& out, const MeasuredEngagement& engagement) const {
         options_.isOfFlares ? writeFlareCsv(out, engagement, measures_) : writeSampleCsv(out, engagement, measures_);
     }
 
-    void writeMap(std::ostream& out, std::span<const Sample> samples) const {
+    void writeMap(std::ostream& out, const MeasuredEngagement& flight) const {
         const std::string name = std::filesystem::path(inputName(options_.file)).filename().string();
         const PlacedEngagement engagement{
-            name, samples, LocalFrame(origin_, options_.xBearingDegrees, metresPer(options_.unit)), epoch_};
+            name, flight, LocalFrame(origin_, options_.xBearingDegrees, metresPer(options_.unit)), epoch_};
         format_ == "kml" ? writeKml(out, engagement) : writeCzml(out, engagement);
     }
 

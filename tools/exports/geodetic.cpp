@@ -14,6 +14,8 @@ constexpr double kEccentricity2 = kFlattening * (2.0 - kFlattening);
 constexpr double kSecondEccentricity2 = kEccentricity2 / (1.0 - kEccentricity2);
 constexpr double kRadiansPerDegree = std::numbers::pi / 180.0;
 
+constexpr double kGreatestHeight = 1e12; // metres: beyond the planets
+
 // Radius of curvature across the meridian.
 double normalRadius(double sineOfLatitude) {
     return kEquatorialRadius / std::sqrt(1.0 - kEccentricity2 * sineOfLatitude * sineOfLatitude);
@@ -41,18 +43,30 @@ GeodeticPosition geodeticOf(const double (&centred)[3]) {
 }
 } // namespace
 
-LocalFrame::LocalFrame(const GeodeticPosition& origin, double xBearingDegrees, double metresPerUnit) {
-    const double sinLat = std::sin(origin.latitudeDegrees * kRadiansPerDegree);
-    const double cosLat = std::cos(origin.latitudeDegrees * kRadiansPerDegree);
-    const double sinLon = std::sin(origin.longitudeDegrees * kRadiansPerDegree);
-    const double cosLon = std::cos(origin.longitudeDegrees * kRadiansPerDegree);
+bool isOnMap(const GeodeticPosition& position) {
+    return std::isfinite(position.latitudeDegrees) && std::isfinite(position.longitudeDegrees) &&
+           std::abs(position.height) <= kGreatestHeight;
+}
+
+Axes horizonAt(const GeodeticPosition& position) {
+    const double sinLat = std::sin(position.latitudeDegrees * kRadiansPerDegree);
+    const double cosLat = std::cos(position.latitudeDegrees * kRadiansPerDegree);
+    const double sinLon = std::sin(position.longitudeDegrees * kRadiansPerDegree);
+    const double cosLon = std::cos(position.longitudeDegrees * kRadiansPerDegree);
+    return {
+        Triple{-sinLon, cosLon, 0.0},
+        Triple{-sinLat * cosLon, -sinLat * sinLon, cosLat},
+        Triple{cosLat * cosLon, cosLat * sinLon, sinLat},
+    };
+}
+
+LocalFrame::LocalFrame(const GeodeticPosition& origin, double xBearingDegrees, double metresPerUnit)
+    : metresPerUnit_(metresPerUnit) {
     const double sinBearing = std::sin(xBearingDegrees * kRadiansPerDegree);
     const double cosBearing = std::cos(xBearingDegrees * kRadiansPerDegree);
-    const double east[3] = {-sinLon, cosLon, 0.0};
-    const double north[3] = {-sinLat * cosLon, -sinLat * sinLon, cosLat};
-    const double up[3] = {cosLat * cosLon, cosLat * sinLon, sinLat};
-    const double radius = normalRadius(sinLat);
-    for (int i = 0; i < 3; ++i) {
+    const auto [east, north, up] = horizonAt(origin);
+    const double radius = normalRadius(up[2]);
+    for (std::size_t i = 0; i < 3; ++i) {
         const double flattened = i == 2 ? 1.0 - kEccentricity2 : 1.0;
         origin_[i] = (radius * flattened + origin.height) * up[i];
         axes_[0][i] = metresPerUnit * (sinBearing * east[i] + cosBearing * north[i]);
@@ -63,8 +77,18 @@ LocalFrame::LocalFrame(const GeodeticPosition& origin, double xBearingDegrees, d
 
 GeodeticPosition LocalFrame::positionOf(const Triple& units) const {
     double centred[3];
-    for (int i = 0; i < 3; ++i)
+    for (std::size_t i = 0; i < 3; ++i)
         centred[i] = origin_[i] + units[0] * axes_[0][i] + units[1] * axes_[1][i] + units[2] * axes_[2][i];
     return geodeticOf(centred);
+}
+
+Axes LocalFrame::turned(const Axes& axes) const {
+    Axes centred{};
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        for (std::size_t i = 0; i < 3; ++i)
+            centred[axis][i] =
+                (axes[axis][0] * axes_[0][i] + axes[axis][1] * axes_[1][i] + axes[axis][2] * axes_[2][i]) /
+                metresPerUnit_;
+    return centred;
 }
 } // namespace sorvane

@@ -33,10 +33,21 @@ QString coordinates(const GeodeticPosition& position, char separator) {
     return QString::fromLatin1(text, length);
 }
 
+// To a millionth of a degree.
+QString anglesText(const MapAngles& angles) {
+    return QString::asprintf("%.6f %.6f %.6f", angles.headingDegrees, angles.tiltDegrees, angles.rollDegrees);
+}
+
 // KML's order is opacity, blue, green, red.
 QString colourText(const MapColour& colour) {
     return QString::asprintf("ff%02x%02x%02x", colour.blue, colour.green, colour.red);
 }
+
+QString timeText(WorldTime time) {
+    return QString::fromStdString(worldTimeText(time));
+}
+
+constexpr const char* kFlareStyle = "flare";
 
 class KmlWriter {
 public:
@@ -51,19 +62,31 @@ public:
         xml_.writeNamespace(kGoogle, QStringLiteral("gx"));
         xml_.writeStartElement(QStringLiteral("Document"));
         xml_.writeTextElement(QStringLiteral("name"), QString::fromStdString(engagement_.name));
+        writeTimeSpan(0, engagement_.samples().size() - 1);
         for (const MapBody& body : kMapBodies)
-            writeStyle(body);
+            writeStyle(body.id, body.colour);
+        if (engagement_.flight.tracks().size() > 0)
+            writeStyle(kFlareStyle, kFlareColour);
         for (const MapBody& body : kMapBodies)
             writeBody(body);
+        if (engagement_.flight.tracks().size() > 0)
+            writeFlares();
         xml_.writeEndDocument();
     }
 
 private:
-    void writeStyle(const MapBody& body) {
+    void writeTimeSpan(std::size_t firstSample, std::size_t lastSample) {
+        xml_.writeStartElement(QStringLiteral("TimeSpan"));
+        xml_.writeTextElement(QStringLiteral("begin"), timeText(engagement_.timeOn(firstSample)));
+        xml_.writeTextElement(QStringLiteral("end"), timeText(engagement_.timeOn(lastSample)));
+        xml_.writeEndElement();
+    }
+
+    void writeStyle(const char* id, const MapColour& colour) {
         xml_.writeStartElement(QStringLiteral("Style"));
-        xml_.writeAttribute(QStringLiteral("id"), QString::fromLatin1(body.id));
+        xml_.writeAttribute(QStringLiteral("id"), QString::fromLatin1(id));
         xml_.writeStartElement(QStringLiteral("LineStyle"));
-        xml_.writeTextElement(QStringLiteral("color"), colourText(body.colour));
+        xml_.writeTextElement(QStringLiteral("color"), colourText(colour));
         xml_.writeTextElement(QStringLiteral("width"), QStringLiteral("2"));
         xml_.writeEndElement();
         xml_.writeEndElement();
@@ -73,43 +96,83 @@ private:
         const QString name = QString::fromLatin1(body.name);
         xml_.writeStartElement(QStringLiteral("Folder"));
         xml_.writeTextElement(QStringLiteral("name"), name);
-        startPlacemark(name + QStringLiteral(" path"), body);
+        startPlacemark(name + QStringLiteral(" path"), body.id);
         writePath(body);
         xml_.writeEndElement();
-        startPlacemark(name + QStringLiteral(" over time"), body);
+        startPlacemark(name + QStringLiteral(" over time"), body.id);
         writeTrack(body);
         xml_.writeEndElement();
         xml_.writeEndElement();
     }
 
-    void startPlacemark(const QString& name, const MapBody& body) {
+    void writeFlares() {
+        xml_.writeStartElement(QStringLiteral("Folder"));
+        xml_.writeTextElement(QStringLiteral("name"), QStringLiteral("Flares"));
+        for (std::size_t track = 0; track < engagement_.flight.tracks().size(); ++track)
+            for (const FlareBurn& burn : burnsOf(engagement_.flight, track))
+                writeFlare(QString::fromStdString(flareName(engagement_.flight, track)), burn);
+        xml_.writeEndElement();
+    }
+
+    void writeFlare(const QString& name, const FlareBurn& burn) {
         xml_.writeStartElement(QStringLiteral("Placemark"));
         xml_.writeTextElement(QStringLiteral("name"), name);
-        xml_.writeTextElement(QStringLiteral("styleUrl"), u'#' + QString::fromLatin1(body.id));
+        writeTimeSpan(burn.firstSample, burn.outSample);
+        writeStyleUrl(kFlareStyle);
+        startTrack();
+        forEachPlace(engagement_, burn, [&](double seconds, const GeodeticPosition&) { writeWhen(seconds); });
+        forEachPlace(engagement_, burn, [&](double, const GeodeticPosition& position) { writeCoordinates(position); });
+        xml_.writeEndElement();
+        xml_.writeEndElement();
+    }
+
+    void startPlacemark(const QString& name, const char* style) {
+        xml_.writeStartElement(QStringLiteral("Placemark"));
+        xml_.writeTextElement(QStringLiteral("name"), name);
+        writeStyleUrl(style);
     }
 
     void writePath(const MapBody& body) {
         xml_.writeStartElement(QStringLiteral("LineString"));
         writeAltitudeMode();
         xml_.writeStartElement(QStringLiteral("coordinates"));
-        for (const Sample& sample : engagement_.samples)
-            xml_.writeCharacters(coordinates(engagement_.frame.positionOf(sample.*body.position), ',') + u'\n');
+        forEachPlace(engagement_, body.position, [&](const Sample&, const GeodeticPosition& position) {
+            xml_.writeCharacters(coordinates(position, ',') + u'\n');
+        });
         xml_.writeEndElement();
         xml_.writeEndElement();
     }
 
     void writeTrack(const MapBody& body) {
+        startTrack();
+        forEachPlace(
+            engagement_, body.position, [&](const Sample& sample, const GeodeticPosition&) { writeWhen(sample.time); });
+        forEachPlace(engagement_, body.position, [&](const Sample&, const GeodeticPosition& position) {
+            writeCoordinates(position);
+        });
+        forEachPlace(engagement_, body.position, [&](const Sample& sample, const GeodeticPosition& position) {
+            const Axes axes = engagement_.frame.turned(modelAxes(sample.*body.attitude));
+            xml_.writeTextElement(
+                kGoogle, QStringLiteral("angles"), anglesText(mapAnglesOf(axes, horizonAt(position))));
+        });
+        xml_.writeEndElement();
+    }
+
+    void startTrack() {
         xml_.writeStartElement(kGoogle, QStringLiteral("Track"));
         writeAltitudeMode();
-        for (const Sample& sample : engagement_.samples) {
-            const WorldTime time = worldTimeAfter(engagement_.epoch, sample.time).value_or(engagement_.epoch);
-            xml_.writeTextElement(QStringLiteral("when"), QString::fromStdString(worldTimeText(time)));
-        }
-        for (const Sample& sample : engagement_.samples)
-            xml_.writeTextElement(
-                kGoogle, QStringLiteral("coord"),
-                coordinates(engagement_.frame.positionOf(sample.*body.position), ' '));
-        xml_.writeEndElement();
+    }
+
+    void writeWhen(double seconds) {
+        xml_.writeTextElement(QStringLiteral("when"), timeText(engagement_.timeOf(seconds)));
+    }
+
+    void writeCoordinates(const GeodeticPosition& position) {
+        xml_.writeTextElement(kGoogle, QStringLiteral("coord"), coordinates(position, ' '));
+    }
+
+    void writeStyleUrl(const char* style) {
+        xml_.writeTextElement(QStringLiteral("styleUrl"), u'#' + QString::fromLatin1(style));
     }
 
     void writeAltitudeMode() { xml_.writeTextElement(QStringLiteral("altitudeMode"), QStringLiteral("absolute")); }
