@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include <QImage>
 #include <QThread>
 
@@ -79,4 +81,51 @@ TEST(PlotFile, ATableHoldsWhatIsInView) {
     EXPECT_EQ(
         plotFile(plot, PlotFormat::Csv, {}).toStdString(),
         "measure,unit,curve,time_s,value\n\"range\",\"units\",\"range\",6,302.654919008431\n");
+}
+
+// Whatever the samples hold, all measures can be drawn, and what is undefined is a gap and not a number.
+TEST(PlotFile, BadSamplesAreGaps) {
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const auto at = [](double time, double x) {
+        return Sample{.time = time, .targetPosition = {x, 0.0, -1000.0}};
+    };
+    struct Row {
+        const char* what;
+        std::vector<Sample> samples;
+        std::size_t flares; // in every second sample, all under one of 10,000 numbers
+    };
+    const Row rows[] = {
+        {"one sample", {at(3.0, 50.0)}, 1},
+        {"equal times", {at(1.0, 10.0), at(1.0, 20.0), at(1.0, 30.0)}, 1},
+        {"a time twice", {at(1.0, 10.0), at(2.0, 20.0), at(2.0, 25.0), at(3.0, 30.0)}, 2},
+        {"both at one place", {at(1.0, 0.0), at(2.0, 0.0)}, 0},
+        {"no numbers", {at(1.0, kNaN), at(2.0, 20.0), at(3.0, kInfinity), at(4.0, -kInfinity)}, 1},
+        {"far away", {at(1.0, 1e300), at(2.0, -1e300), at(3.0, 1e308)}, 1},
+        {"many flares", {at(1.0, 10.0), at(2.0, 20.0), at(3.0, 30.0)}, 20000},
+    };
+    std::vector<const Measure*> measures;
+    for (const Measure& measure : allMeasures())
+        if (isPlottable(measure))
+            measures.push_back(&measure);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        SampleSeries series;
+        for (std::size_t i = 0; i < row.samples.size(); ++i) {
+            std::vector<Flare> burning(i % 2 == 0 ? row.flares : 0);
+            for (std::size_t flare = 0; flare < burning.size(); ++flare)
+                burning[flare].id = static_cast<int>(flare % 10000);
+            series.add(row.samples[i], burning);
+        }
+        series.putInOrder();
+        const MeasuredEngagement measured(series, 4.0F);
+        for (const PlotAlignment alignment :
+             {PlotAlignment::Start, PlotAlignment::FirstFlare, PlotAlignment::ClosestApproach}) {
+            StripPlot plot;
+            plot.setDocument(plotOf(std::vector<PlottedEngagement>{{"bad", &measured, {}}}, measures, alignment));
+            EXPECT_FALSE(plotFile(plot, PlotFormat::Png, {300, 900}).isEmpty());
+            const QByteArray table = plotFile(plot, PlotFormat::Csv, {});
+            EXPECT_FALSE(table.contains("nan") || table.contains("inf")) << table.toStdString();
+        }
+    }
 }
