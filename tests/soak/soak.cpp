@@ -19,6 +19,7 @@
 #include "makedemonstration.h"
 #include "new_sorvane.h"
 #include "randomuser.h"
+#include "sanitized.h"
 #include "surfaceformat.h"
 
 using namespace sorvane;
@@ -58,12 +59,11 @@ bool soak(RandomUser& user, qint64 milliseconds) {
         else
             peak = std::max(peak, resident);
     }
-#ifndef __SANITIZE_ADDRESS__ // which keeps freed memory for a while
-    if (peak > kAllowedGrowth * warm) {
+    const bool isMemoryKept = SORVANE_IS_SANITIZED; // for a while after it is freed
+    if (!isMemoryKept && peak > kAllowedGrowth * warm) {
         std::fprintf(stderr, "memory grew from %.1f MB to %.1f MB\n", warm, peak);
         return false;
     }
-#endif
     return true;
 }
 } // namespace
