@@ -226,6 +226,16 @@ TEST_F(KeyTest, LoopsBetweenInAndOutPoint) {
     EXPECT_NEAR(box->value(), 2.0, kBoxStep);
 }
 
+TEST(KeyHelp, FitsTheScreenHoweverLargeTheLettersAre) {
+    const QFont before = QApplication::font();
+    QApplication::setFont(QFont("sans-serif", 40));
+    const new_sorvane window;
+    const QSize size = window.findChild<QDialog*>("keyHelp")->size();
+    QApplication::setFont(before);
+    EXPECT_LE(size.height(), window.screen()->availableSize().height());
+    EXPECT_LE(size.width(), window.screen()->availableSize().width());
+}
+
 TEST_F(KeyTest, WindowKeys) {
     showWindow();
     press(Qt::Key_F11);
