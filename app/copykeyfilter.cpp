@@ -3,14 +3,10 @@
 
 #include <QAbstractSpinBox>
 #include <QKeyEvent>
-#include <QLineEdit>
 
 namespace sorvane {
 void CopyKeyFilter::installOn(QAbstractSpinBox& box) {
-    auto* const filter = new CopyKeyFilter(&box);
-    box.installEventFilter(filter);
-    if (auto* const edit = box.findChild<QLineEdit*>())
-        edit->installEventFilter(filter);
+    box.installEventFilter(new CopyKeyFilter(&box));
 }
 
 bool CopyKeyFilter::eventFilter(QObject* watched, QEvent* event) {

@@ -6,10 +6,11 @@
 class QAbstractSpinBox;
 
 namespace sorvane {
-// A focused line edit claims Ctrl+C as "copy" before the window's shortcuts see it. The filter turns that claim down.
+// A focused box claims Ctrl+C as its line edit's "copy" before the window's shortcuts see it. The filter turns that
+// claim down.
 class CopyKeyFilter : public QObject {
 public:
-    // Filters the box and its line edit for as long as the box lives.
+    // For as long as the box lives.
     static void installOn(QAbstractSpinBox& box);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

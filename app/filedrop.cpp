@@ -6,10 +6,10 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QLineEdit>
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
+#include <QWidget>
 
 namespace sorvane {
 namespace {
@@ -27,9 +27,6 @@ FileDrop::FileDrop(QWidget& window, Load load) : QObject(&window), load_(std::mo
     connect(turn_, &QTimer::timeout, this, [this] { loadNext(); });
     window.setAcceptDrops(true);
     window.installEventFilter(this);
-    // A text field would take the files' names as text.
-    for (QLineEdit* const field : window.findChildren<QLineEdit*>())
-        field->installEventFilter(this);
 }
 
 FileDrop::~FileDrop() {

@@ -17,7 +17,7 @@ class FileDrop : public QObject {
 public:
     using Load = std::function<void(const QString& path)>;
 
-    // Lets `window` take files anywhere, its text fields included.
+    // Lets `window` take files anywhere: its boxes' fields leave to it what is dropped.
     FileDrop(QWidget& window, Load load);
     ~FileDrop() override;
 

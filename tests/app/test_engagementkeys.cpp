@@ -30,8 +30,10 @@ struct EngagementKeysTest : WindowTest {
         }
         return states.join(' ');
     }
+    int asked = 0;
     void answer(QMessageBox::StandardButton button, bool isForAll) {
-        answerModal<QMessageBox>([=](QMessageBox& question) {
+        answerModal<QMessageBox>([=, this](QMessageBox& question) {
+            ++asked;
             question.checkBox()->setChecked(isForAll);
             QTest::mouseClick(question.button(button), Qt::LeftButton);
         });
@@ -94,8 +96,9 @@ TEST_F(EngagementKeysTest, DeleteTakesOutWhatIsFollowedOnceThatIsAgreed) {
     press(Qt::Key_Delete);
     EXPECT_EQ(state(), "one three*");
     EXPECT_EQ(notice->text(), "ETXYZ.OUT.two is taken out");
-    press(Qt::Key_Delete); // unasked
+    press(Qt::Key_Delete);
     EXPECT_EQ(state(), "one*");
+    EXPECT_EQ(asked, 2);
     press(Qt::Key_Delete);
     press(Qt::Key_Delete);
     EXPECT_EQ(state(), "");

@@ -108,6 +108,9 @@ TEST_F(LoadedFilesTest, AFileThatChangedWhileItWasReadIsToldOf) {
     list.add(same, readEngagement(same));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !told.isEmpty(); }, 2000));
     EXPECT_EQ(told, QStringList{path});
+    list.remove(std::prev(list.end())->id());
+    writeTrajectoryUntil(same, 15.0);
+    EXPECT_FALSE(QTest::qWaitFor([&] { return told.contains(same); }, 600)) << "nobody's file any more";
 }
 
 // Bodies need the GL context to end; so nothing may end but through the function that has it current.

@@ -40,7 +40,8 @@ done
 
 run_and_close
 run_and_close "$folder/ETXYZ.OUT.1" "$folder/missing" "$folder"
-grep -q 'ETXYZ.OUT.1: .*stock target' "$folder/messages" && grep -q 'missing: there is no such file' "$folder/messages"
+grep -q 'ETXYZ.OUT.1: .*stock target' "$folder/messages"
+grep -q 'missing: there is no such file' "$folder/messages"
 # Asked to end by a signal, it ends in order and then by that signal.
 "$program" "$folder/ETXYZ.OUT.1" 2>"$folder/messages" &
 viewer=$! status=0
