@@ -51,6 +51,8 @@ std::span<const Measure> allMeasures();
 // Null when there is none of that name.
 const Measure* findMeasure(std::string_view name);
 
+// "moment", "flare moment", "engagement" or "flare", as records and listings tell of what the measure is.
+const char* kindOf(const Measure& measure);
 // The measure's name with _ for - and the ending that tells its unit: "off_boresight_deg". See namedMeasure.
 QString columnName(const Measure& measure, LengthUnit unit);
 // "m/s", "°"; empty without one.

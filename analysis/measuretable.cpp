@@ -201,6 +201,11 @@ const Measure* findMeasure(std::string_view name) {
     return found == std::end(kMeasures) ? nullptr : found;
 }
 
+const char* kindOf(const Measure& measure) {
+    constexpr const char* kKinds[] = {"moment", "flare moment", "engagement", "flare"}; // by the alternatives
+    return kKinds[measure.evaluate.index()];
+}
+
 QString columnName(const Measure& measure, LengthUnit unit) {
     return QString::fromLatin1(measure.name).replace(u'-', u'_') + nameEnding(measure.unit, unit);
 }

@@ -28,12 +28,19 @@ endif()
 
 # Hardening, which the sanitizers and the counters of coverage take the place of. The programs are position-independent
 # with -fPIC: with -fPIE they would hold copies of Qt's meta-objects, by which Qt's look-up of children finds nothing.
+# Nobody replaces our functions at run time: hidden, they are inlined and called as in code that stays where it is.
 if(NOT SORVANE_SANITIZE AND NOT SORVANE_COVERAGE)
   set(hardened $<NOT:$<CONFIG:Debug>>) # the library's checks need optimised code
   target_compile_options(
-    sorvane_flags INTERFACE $<${hardened}:-U_FORTIFY_SOURCE> $<${hardened}:-D_FORTIFY_SOURCE=2>
-                            $<${hardened}:-fstack-protector-strong> $<${hardened}:-fPIC>)
-  target_link_options(sorvane_flags INTERFACE $<${hardened}:-pie> LINKER:-z,relro,-z,now)
+    sorvane_flags
+    INTERFACE $<${hardened}:-U_FORTIFY_SOURCE>
+              $<${hardened}:-D_FORTIFY_SOURCE=2>
+              $<${hardened}:-fstack-protector-strong>
+              $<${hardened}:-fPIC>
+              $<${hardened}:-fvisibility=hidden>
+              $<${hardened}:-fno-semantic-interposition>)
+  set(program $<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>)
+  target_link_options(sorvane_flags INTERFACE $<$<AND:${hardened},${program}>:-pie> LINKER:-z,relro,-z,now)
 endif()
 
 if(SORVANE_SANITIZE)

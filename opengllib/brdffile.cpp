@@ -1,7 +1,6 @@
 // The reflectance file (".brdf"): the reflectance classes of a body and which facets belong to which class.
 #include "brdffile.h"
 
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -13,6 +12,7 @@
 #include "fail.h"
 #include "inputfile.h"
 #include "plainfields.h"
+#include "sandfordrobertson.h"
 #include "texthead.h"
 #include "textlines.h"
 
@@ -24,16 +24,6 @@ std::list<BrdfFile> cache;
 constexpr std::size_t kLineLength = 256;
 constexpr int kMaximumFacets = std::numeric_limits<int>::max() / 3; // so that the corners can be counted
 constexpr char kBadRange[] = "Bad format on line %d (expected 3 ints).";
-
-// The factor that makes the directional term average to 1 over the hemisphere. b = 1 is deliberately not guarded: the
-// formula has no value there, and G is then not finite.
-float normalisation(float b) {
-    if (!(b > 0.0F))
-        return 1.0F;
-    const float b2 = b * b;
-    const float k = 1.0F / (1.0F - b2);
-    return (2.0F * b2 * k * std::log(b) + 1.0F) * k;
-}
 
 bool readClass(const char* line, BrdfClass& brdfClass) {
     PlainFields fields(line);
@@ -105,7 +95,7 @@ bool BrdfFile::Parser::readClasses() {
                 "Load",
                 "Invalid brdf_fresnel (b) parameter on line %d (parameter #3). b should be nonnegative but is %f.",
                 lineNumber, static_cast<double>(brdfClass.b));
-        brdfClass.G = normalisation(brdfClass.b);
+        brdfClass.G = sr_normalisation(brdfClass.b);
         file_.classes_.push_back(brdfClass);
     }
     file_.blocks_.resize(file_.classes_.size());
@@ -163,7 +153,7 @@ bool BrdfFile::looksLike(const sorvane::TextHead& head) {
 void BrdfFile::makeUniform(int facets) {
     clear();
     constexpr float kNoDirection = 0.0F; // b
-    classes_.push_back({0.0F, 1.0F, kNoDirection, 1.0F, normalisation(kNoDirection), 2});
+    classes_.push_back({0.0F, 1.0F, kNoDirection, 1.0F, sr_normalisation(kNoDirection), 2});
     blocks_.resize(1);
     if (facets > 0) {
         elements_.push_back({0, facets - 1, 0});

@@ -121,6 +121,14 @@ float sr_brdf_internal(
 }
 
 namespace sorvane {
+float sr_normalisation(float b) {
+    if (!(b > 0.0F))
+        return 1.0F;
+    const float b2 = b * b;
+    const float k = 1.0F / (1.0F - b2);
+    return (2.0F * b2 * k * std::log(b) + 1.0F) * k;
+}
+
 SourceTerms sr_source_terms(const BrdfClass& surface, float cosSource) {
     if (!(cosSource > kThreshold))
         return {0.0F, 0.0F, 0.0F};

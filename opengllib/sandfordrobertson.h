@@ -22,6 +22,10 @@ float sr_big_h(float e2, float cosIn, float cosIn2);
 float small_hcal(float cos2Glint, float e2);
 
 namespace sorvane {
+// G of a surface: makes the directional term average to 1 over the hemisphere. b = 1 is deliberately not guarded: the
+// formula has no value there, and G is then not finite.
+float sr_normalisation(float b);
+
 // The model with source and viewer apart, for surfaces that many sources light: with the cosines of both above
 // kSrHorizon it is
 //     source.constant + source.diffuse · viewer.diffuse + source.specular · viewer.specular · small_hcal

@@ -72,11 +72,6 @@ private:
     bool isAllConverted_ = true;
 };
 
-struct RecordsEnd {
-    bool isWhole = true;        // the last record is not truncated
-    bool isAllConverted = true; // every word was a number
-};
-
 // Hands each record to `take`.
 template <class Take> RecordsEnd forEachRecord(RecordLines lines, Take take) {
     std::vector<Flare> flares; // reused, so that whoever keeps them allocates once, at their size
@@ -135,7 +130,7 @@ QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess, SampleSeri
     return keyframes.take();
 }
 
-bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take) {
-    return forEachRecord(RecordLines(device, isProcess), take).isWhole;
+RecordsEnd readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take) {
+    return forEachRecord(RecordLines(device, isProcess), take);
 }
 } // namespace sorvane

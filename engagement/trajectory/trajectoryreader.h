@@ -41,9 +41,14 @@ QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess);
 // when a word is missing or malformed, or the last record is truncated.
 QMap<double, keyframe> readRecords(QIODevice* device, bool isProcess, SampleSeries& samples, bool& isAllRead);
 
+// How the records of a trajectory have ended.
+struct RecordsEnd {
+    bool isWhole = true;        // the last record is not truncated
+    bool isAllConverted = true; // every word was there and a number
+};
+
 // Hands every record to `take`, in the order of the file; two with the same time are both handed out. Quicker than
-// readRecords, where half of the time goes into the map. Both arguments are valid during the call only. Returns false
-// when the data end within the last record.
+// readRecords, where half of the time goes into the map. Both arguments are valid during the call only.
 using RecordSink = std::function<void(const Sample& sample, const std::vector<Flare>& flares)>;
-bool readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take);
+RecordsEnd readEachRecord(QIODevice* device, bool isProcess, const RecordSink& take);
 } // namespace sorvane

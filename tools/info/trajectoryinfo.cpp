@@ -164,7 +164,7 @@ std::optional<Problem> describeTrajectory(const std::string& path, LengthUnit un
         series.add(sample, flares);
         greys.include(flares);
     };
-    const bool isLastWhole = readEachRecord(input.device.get(), input.isProcess, addSample);
+    const bool isLastWhole = readEachRecord(input.device.get(), input.isProcess, addSample).isWhole;
     series.putInOrder();
     const EngagementFiles files = chooseFiles(header);
     record["header"] = headerRecord(header);

@@ -19,26 +19,17 @@ struct MeasuresOptions {
     LengthUnit unit = LengthUnit::Unstated;
 };
 
-struct Kind {
-    const char* name; // in JSON
-    const char* heading;
-};
-
-// By the place of its alternative.
-constexpr Kind kKinds[] = {
-    {"moment", "Of an engagement at a time"},
-    {"flare moment", "Of a flare at a time"},
-    {"engagement", "Of an engagement"},
-    {"flare", "Of a flare"},
-};
+// By the place of the measure's alternative.
+constexpr const char* kHeadings[] = {
+    "Of an engagement at a time", "Of a flare at a time", "Of an engagement", "Of a flare"};
 
 void writeText(const MeasuresOptions& options, std::ostream& out) {
-    const Kind* previous = nullptr;
+    const char* previous = nullptr;
     for (const Measure& measure : allMeasures()) {
-        const Kind& kind = kKinds[measure.evaluate.index()];
-        if (&kind != previous)
-            out << (previous != nullptr ? "\n" : "") << kind.heading << '\n';
-        previous = &kind;
+        const char* const heading = kHeadings[measure.evaluate.index()];
+        if (heading != previous)
+            out << (previous != nullptr ? "\n" : "") << heading << '\n';
+        previous = heading;
         const std::string unit = unitSymbol(measure.unit, options.unit).toStdString();
         out << "  " << measure.name << (unit.empty() ? "" : " [" + unit + "]") << "\n      " << measure.definition
             << ".\n      " << measure.formula << '\n';
@@ -51,7 +42,7 @@ void writeJson(const MeasuresOptions& options, std::ostream& out) {
     for (const Measure& measure : allMeasures())
         all["measures"].push_back(
             {{"name", measure.name},
-             {"of", kKinds[measure.evaluate.index()].name},
+             {"of", kindOf(measure)},
              {"unit", unitSymbol(measure.unit, options.unit).toStdString()},
              {"column", columnName(measure, options.unit).toStdString()},
              {"definition", measure.definition},

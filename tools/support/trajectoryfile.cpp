@@ -42,18 +42,20 @@ problemOfReading(const TrajectoryInput& input, bool hasSamples, const std::strin
 }
 
 namespace {
-// Hands out the records of a trajectory that has some.
+// Hands out the records of a trajectory that has some. `isWhollyRead` says whether every word was there and a number.
 std::optional<sorvane::Problem>
-readTrajectory(const std::string& path, TrajectoryFileHeader& header, const RecordSink& take) {
+readTrajectory(const std::string& path, TrajectoryFileHeader& header, bool& isWhollyRead, const RecordSink& take) {
     const sorvane::Outcome<TrajectoryInput> input = openTrajectoryFile(path);
     if (!input)
         return input.problem();
     header = readTrajectoryHeader(input->device.get(), input->isProcess);
     bool hasSamples = false;
-    readEachRecord(input->device.get(), input->isProcess, [&](const Sample& sample, const std::vector<Flare>& flares) {
+    const auto takeSample = [&](const Sample& sample, const std::vector<Flare>& flares) {
         hasSamples = true;
         take(sample, flares);
-    });
+    };
+    const RecordsEnd end = readEachRecord(input->device.get(), input->isProcess, takeSample);
+    isWhollyRead = header.isWhole && end.isWhole && end.isAllConverted;
     return problemOfReading(*input, hasSamples, path);
 }
 } // namespace
@@ -63,7 +65,8 @@ sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path) {
     const auto take = [&](const Sample& sample, const std::vector<Flare>& flares) {
         file.samples.push_back({sample, flares});
     };
-    if (const auto problem = readTrajectory(path, file.header, take))
+    bool isWhollyRead = true;
+    if (const auto problem = readTrajectory(path, file.header, isWhollyRead, take))
         return *problem;
     orderByTime(file.samples);
     return file;
@@ -74,7 +77,7 @@ sorvane::Outcome<TrajectorySamples> readTrajectorySamples(const std::string& pat
     const auto take = [&](const Sample& sample, const std::vector<Flare>& flares) {
         read.series.add(sample, flares);
     };
-    if (const auto problem = readTrajectory(path, read.header, take))
+    if (const auto problem = readTrajectory(path, read.header, read.isWhollyRead, take))
         return *problem;
     read.series.putInOrder();
     return read;

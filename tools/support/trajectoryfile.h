@@ -34,6 +34,7 @@ sorvane::Outcome<TrajectoryFile> readTrajectoryFile(const std::string& path);
 struct TrajectorySamples {
     TrajectoryFileHeader header;
     SampleSeries series;
+    bool isWhollyRead = true; // every word that belongs there was there and a number
 };
 sorvane::Outcome<TrajectorySamples> readTrajectorySamples(const std::string& path);
 } // namespace sorvane

@@ -1,0 +1,159 @@
+// The scene of a rendering: its engagements in a view, what they lack, and pictures of them.
+#include "renderedscene.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include <QFile>
+
+#include "antialiasing.h"
+#include "dataroot.h"
+#include "engagementfiles.h"
+#include "inputtexts.h"
+#include "interrupt.h"
+#include "measuretext.h"
+#include "shortestnumber.h"
+#include "terrain.h"
+#include "trajectoryfile.h"
+
+namespace sorvane {
+namespace {
+// Whether a loader's message is worth a line. The terrain's faults are among its reports on standard output.
+bool isFault(const Message& message) {
+    return message.isError || !isTerrainNews(message.text);
+}
+
+std::optional<QString> firstMissing(std::initializer_list<QString> paths) {
+    for (const QString& path : paths)
+        if (!QFile::exists(path))
+            return path;
+    return std::nullopt;
+}
+} // namespace
+
+RenderedScene::RenderedScene(const RenderRequest& request, Say say)
+    : request_(request), say_(std::move(say)), view_(request.size), texts_(request.texts, request.size) {}
+
+std::optional<sorvane::Problem> RenderedScene::problem() const {
+    for (const auto& problem : {view_.problem(), texts_.problem()})
+        if (problem)
+            return problem;
+    if (const int most = sampleChoices().back(); request_.scene.samples > most)
+        return "--antialias: this OpenGL has at most " + std::to_string(most) + " samples a pixel";
+    return std::nullopt;
+}
+
+std::optional<sorvane::Problem> RenderedScene::load() {
+    if (auto problem = this->problem())
+        return problem;
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(sorvane::dataRoot(), ignored))
+        miss("there is no data tree \"" + sorvane::dataRoot() + "\"; PELSAR_DATA says where it is");
+    for (std::size_t i = 0; i < request_.files.size(); ++i) {
+        if (Interrupt::requested() != 0)
+            return "stopped; nothing was written";
+        if (loadFile(request_.files[i])) {
+            if (isFollowedFile(i))
+                followed_ = view_.engagementCount() - 1;
+            continue;
+        }
+        hasUnusableFile_ = true;
+        if (isFollowedFile(i))
+            return "there is no engagement for the camera to follow";
+    }
+    if (view_.engagementCount() == 0)
+        return "there is nothing to draw";
+    return std::nullopt;
+}
+
+QImage RenderedScene::draw(const SceneOptions& scene, const CameraChoice& camera) {
+    QImage picture;
+    const LoaderOutcome drawn = runLoader([&] { picture = view_.draw(scene, camera, followed_); });
+    if (!drawn.hasReturned())
+        return {};
+    if (!picture.isNull())
+        texts_.paint(picture, {view_, camera, followed_, scene.time});
+    return picture;
+}
+
+// Says what is wrong with a file that can't be used, and what one that can lacks.
+bool RenderedScene::loadFile(const std::string& path) {
+    const std::optional<std::string> fault = addEngagement(path);
+    if (fault)
+        say_(*fault);
+    return !fault;
+}
+
+std::optional<std::string> RenderedScene::addEngagement(const std::string& path) {
+    const std::string name = inputName(path);
+    const std::string broken = name + ": its files are too broken to be used";
+    const Outcome<TrajectoryInput> input = openTrajectoryFile(path);
+    if (!input)
+        return input.problem().text;
+    auto engagement = std::make_unique<etxyz>();
+    TrajectoryFileHeader header;
+    const LoaderOutcome read = runLoader([&] { header = engagement->load(*input); });
+    if (!read.hasReturned())
+        return broken;
+    if (const auto problem = problemOfReading(*input, !engagement->samples.isEmpty(), path))
+        return problem->text;
+    const double first = engagement->samples.samples().front().time;
+    const double last = engagement->samples.samples().back().time;
+    reportStockFiles(name, header);
+    for (const Message& message : read.messages)
+        miss(name + ": atmosphere: " + message.text);
+    if (!reportParts(name, view_.add(std::move(engagement), request_.scene.showTerrain)))
+        return broken;
+    texts_.name(view_.engagements().back().id, name);
+    reportTimes(name, first, last);
+    endSeconds_ = std::max(endSeconds_, last);
+    return std::nullopt;
+}
+
+// One missing file has all stock files take the places of those named.
+void RenderedScene::reportStockFiles(const std::string& name, const TrajectoryFileHeader& header) {
+    const EngagementFiles named = namedFiles(header);
+    const auto report = [&](const char* part, std::optional<QString> missing) {
+        if (missing)
+            miss(
+                name + ": " + part + ": \"" + missing->toStdString() + "\" does not exist: the stock " + part +
+                " takes its place");
+    };
+    report(
+        "target",
+        firstMissing(
+            {named.targetGeometryPath(), named.targetBrdfPath, named.targetRadiancePath(), named.atmospherePath()}));
+    if (request_.scene.showTerrain)
+        report("terrain", firstMissing({named.terrainTopoPath, named.terrainRadPath}));
+}
+
+// False when the engagement was not taken.
+bool RenderedScene::reportParts(const std::string& name, const std::vector<LoadedPart>& parts) {
+    for (const LoadedPart& part : parts) {
+        const std::string who = name + ": " + part.name + ": ";
+        bool isTold = part.isUsable;
+        for (const Message& message : part.outcome.messages)
+            if (isFault(message)) {
+                say_(who + message.text);
+                isTold = true;
+                isComplete_ = false;
+            }
+        if (!isTold)
+            say_(who + (part.outcome.messages.empty() ? "can't be used" : part.outcome.messages.back().text));
+        isComplete_ = isComplete_ && part.isUsable;
+    }
+    return parts.back().outcome.hasReturned();
+}
+
+// Outside its samples an engagement stays as its first or last one is.
+void RenderedScene::reportTimes(const std::string& name, double first, double last) {
+    const double time = request_.atSeconds.value_or(0.0);
+    if (!request_.atSeconds || (time >= first && time <= last))
+        return;
+    say_(
+        name + ": has no samples at " + shortestText(time) + " s: it " +
+        (time < first ? "begins at " + timeText(first).toStdString() : "ended at " + timeText(last).toStdString()));
+}
+} // namespace sorvane

@@ -1,0 +1,65 @@
+// The scene of a rendering: its engagements in a view, what they lack, and pictures of them.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QImage>
+
+#include "offscreenview.h"
+#include "picturetexts.h"
+#include "renderplan.h"
+
+namespace sorvane {
+struct TrajectoryFileHeader;
+
+// Lives on one thread, on which its OpenGL context is current.
+class RenderedScene {
+public:
+    // Takes what someone should be told: files that can't be used, and what those that can lack.
+    using Say = std::function<void(const std::string&)>;
+
+    // The request must outlive it.
+    RenderedScene(const RenderRequest& request, Say say);
+
+    // Loads the request's files. Why nothing can be drawn of them; nothing when all is well.
+    std::optional<sorvane::Problem> load();
+
+    bool hasUnusableFile() const { return hasUnusableFile_; }
+    // Nothing that was to be drawn is missing.
+    bool isComplete() const { return isComplete_; }
+    // Of the longest engagement.
+    double endSeconds() const { return endSeconds_; }
+    // The free view that has all of the followed engagement in the picture.
+    CameraChoice overview() const { return view_.overview(followed_); }
+
+    // A picture at the options' time, with the texts that are asked for. Null when the scene could not be drawn.
+    QImage draw(const SceneOptions& scene, const CameraChoice& camera);
+
+private:
+    std::optional<sorvane::Problem> problem() const;
+    bool loadFile(const std::string& path);
+    std::optional<std::string> addEngagement(const std::string& path);
+    void reportStockFiles(const std::string& name, const TrajectoryFileHeader& header);
+    bool reportParts(const std::string& name, const std::vector<LoadedPart>& parts);
+    void reportTimes(const std::string& name, double first, double last);
+    // Tells of something that the picture lacks.
+    void miss(const std::string& text) {
+        say_(text);
+        isComplete_ = false;
+    }
+    bool isFollowedFile(std::size_t file) const { return request_.followedFile == file + 1; }
+
+    const RenderRequest& request_;
+    Say say_;
+    OffscreenView view_;
+    PictureTexts texts_;
+    double endSeconds_ = 0.0;
+    std::size_t followed_ = 0; // among those that could be loaded
+    bool hasUnusableFile_ = false;
+    bool isComplete_ = true;
+};
+} // namespace sorvane
