@@ -55,6 +55,9 @@ protected:
 TEST_F(CheckTrajectory, TellsEveryFaultAndItsPlace) {
     const std::string good = record("0") + record("1");
     const std::string reversed = record("0") + record("2") + record("1");
+    const std::string ofDigits =
+        " units in the viewer, which keeps about seven digits of them: sorvane convert --origin "
+        "brings them near the origin\n";
     const struct {
         std::string text;
         std::string findings;
@@ -62,9 +65,9 @@ TEST_F(CheckTrajectory, TellsEveryFaultAndItsPlace) {
         {kHeader + good, ""},
         {kHeader + good + "\n# only a comment\n\n", ""},
         {kHeader + record("0") + "1 0 500000.06 2 3 4 5 6\n4321012.345 2 3 4 5 6\n0 0 1 2 3\n", // 0.095 from 4321012.25
-         "16:1: warning: from here on positions lose up to 0.155 units in the viewer, which keeps about seven digits "
-         "of "
-         "them: sorvane convert --origin brings them near the origin\n"},
+         "16:1: warning: from here on positions lose up to 0.155" + ofDigits},
+        {kHeader + record("0") + "1 0 500000.015 2 3 4 5 6\n1 2 3 4 5 6\n0 0 1 2 3\n", // floats are 0.03125 apart
+         "16:1: warning: from here on positions lose up to 0.015" + ofDigits},
         {kHeader + record("0") + "1 0 65536.0039 2 3 4 5 6\n1 2 3 4 5 6\n0 0 1 2 3\n", ""}, // 0.0039 is not noticed
         {"", "1:1: error: the header ends after 0 of its 12 lines\n"},
         {"# a\nt\nt\n", "3:1: error: the header ends after 2 of its 12 lines\n"},
