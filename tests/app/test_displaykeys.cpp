@@ -251,13 +251,16 @@ TEST_F(PreferencesTest, TheNextSessionTakesThemUp) {
 
 TEST_F(PreferencesTest, WhatIsNoChoiceIsOverlooked) {
     const State first = session();
-    {
-        QSettings spoilt("sorvane", "new_sorvane");
-        spoilt.setValue("lengthUnit", 3);
-        spoilt.setValue("readoutCorner", -1);
-        spoilt.setValue("antialiasingSamples", "many");
-        spoilt.setValue("geometry/keyHelp", "somewhere");
+    for (const int corner : {-1, 4}) {
+        SCOPED_TRACE(corner);
+        {
+            QSettings spoilt("sorvane", "new_sorvane");
+            spoilt.setValue("lengthUnit", 3);
+            spoilt.setValue("readoutCorner", corner);
+            spoilt.setValue("antialiasingSamples", "many");
+            spoilt.setValue("geometry/keyHelp", "somewhere");
+        }
+        EXPECT_EQ(session(), first);
     }
-    EXPECT_EQ(session(), first);
 }
 } // namespace
