@@ -164,7 +164,7 @@ std::optional<Problem> RunDatabase::put(std::span<const RunRow> rows) {
     std::string text = "INSERT OR REPLACE INTO runs VALUES (?, ?, ?";
     for (std::size_t i = 0; i < columns_.size(); ++i)
         text += ", ?";
-    if (const auto problem = run("BEGIN IMMEDIATE"))
+    if (auto problem = run("BEGIN IMMEDIATE"))
         return problem;
     const Statement insert = prepared(database_.get(), text + ")");
     bool isWritten = insert != nullptr;

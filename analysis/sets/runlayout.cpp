@@ -47,7 +47,7 @@ Outcome<RunLayout> RunLayout::make(LengthUnit unit, const std::string& pathExpre
             continue;
         const std::string name = group.toStdString();
         if (isTaken(layout.columns_, name))
-            return Problem(pathExpression + ": there is a column " + name + " already");
+            return Problem(std::string(pathExpression).append(": there is a column ").append(name).append(" already"));
         layout.fields_.push_back(group);
         layout.columns_.push_back(name);
     }

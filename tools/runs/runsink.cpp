@@ -46,7 +46,7 @@ public:
     }
     std::optional<Problem> finish() override {
         stream_.close();
-        if (const auto problem = writingProblem())
+        if (auto problem = writingProblem())
             return problem;
         return file_.commit() ? std::nullopt : file_.problem();
     }

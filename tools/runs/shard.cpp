@@ -42,8 +42,7 @@ Shard shardOfArrayTask() {
 
 std::vector<std::string> shardFiles(std::vector<std::string> files, const Shard& shard) {
     std::ranges::sort(files);
-    const auto repeated = std::ranges::unique(files);
-    files.erase(repeated.begin(), repeated.end());
+    files.erase(std::unique(files.begin(), files.end()), files.end());
     std::vector<std::string> part;
     for (std::size_t i = shard.number - 1; i < files.size(); i += shard.count)
         part.push_back(std::move(files[i]));

@@ -30,8 +30,8 @@ public:
         std::unique_lock lock(mutex_);
         std::optional<RunRow>& place = rows_[number % kMostWaiting];
         isRead_.wait(lock, [&] { return place.has_value(); });
-        RunRow row = *std::move(place);
-        place.reset();
+        RunRow row = std::move(*place);
+        place.reset(); // NOLINT(bugprone-use-after-move): it is the row that has moved
         taken_ = number + 1;
         isTaken_.notify_all();
         return row;
