@@ -2,6 +2,7 @@
 #include "bindings.h"
 
 #include <exception>
+#include <utility>
 
 #include <pybind11/stl.h>
 
@@ -52,7 +53,7 @@ void bindErrors(py::module_& /*module*/) {
     py::register_exception_translator([](std::exception_ptr thrown) {
         try {
             if (thrown)
-                std::rethrow_exception(thrown);
+                std::rethrow_exception(std::move(thrown));
         } catch (const FileError& fault) {
             const auto orNone = [](std::int64_t number) {
                 return number > 0 ? py::object(py::int_(number)) : py::object(py::none());

@@ -52,7 +52,7 @@ void stayOnOneThread() {
 }
 
 void append(const QImage& picture, std::vector<std::uint8_t>& pixels) {
-    constexpr int kColours = 3;
+    constexpr std::ptrdiff_t kColours = 3;
     const QImage colours = picture.convertToFormat(QImage::Format_RGB888);
     for (int y = 0; y < colours.height(); ++y)
         pixels.insert(pixels.end(), colours.constScanLine(y), colours.constScanLine(y) + kColours * colours.width());
