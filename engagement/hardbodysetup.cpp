@@ -5,12 +5,11 @@
 
 #include "dataroot.h"
 #include "engagementfiles.h"
+#include "radiancegrey.h"
 
 using namespace sorvane;
 
 namespace {
-constexpr float kRange = 3000.0F; // makes visible greys of radiances in W/cm²/sr
-
 std::string pathBytes(const QString& path) {
     return QFile::encodeName(path).toStdString();
 }
@@ -26,15 +25,16 @@ bool initBody(
     const std::string noRotors;
     return body.Init(
         pathBytes(brdfPath), pathBytes(geometryPath), pathBytes(radiancePath), dataPath("openglshaders/"), noRotors,
-        kDoBrdf, kAntialias, kMultiFacet, kRotors, kPerFrameUpload, 0.0F, 0.0F, 0.0F, 0.0F, 0.0F, 0.0F, kRange,
-        atmosphere.diffuseEarthRadiance(), atmosphere.diffuseSkyRadiance(), atmosphere.directSolarRadiance());
+        kDoBrdf, kAntialias, kMultiFacet, kRotors, kPerFrameUpload, 0.0F, 0.0F, 0.0F, 0.0F, 0.0F, 0.0F,
+        kGreysPerRadiance, atmosphere.diffuseEarthRadiance(), atmosphere.diffuseSkyRadiance(),
+        atmosphere.directSolarRadiance());
 }
 
 bool initTiles(Terrain& terrain, const QString& topographyPath, const QString& radiancePath) {
     float lowest = 0.0F; // not used
     return terrain.Init(
-        pathBytes(topographyPath), pathBytes(radiancePath), dataPath("openglshaders/"), lowest, kRange, 1.0F, 1.0F,
-        1.0F, 0.0F, 0.0F, 0.0F);
+        pathBytes(topographyPath), pathBytes(radiancePath), dataPath("openglshaders/"), lowest, kGreysPerRadiance, 1.0F,
+        1.0F, 1.0F, 0.0F, 0.0F, 0.0F);
 }
 } // namespace
 

@@ -51,7 +51,7 @@ refuse "bash, sub-commands" "$(bash_completes sorvane "")" manual
 expect "bash, begun sub-command" "$(bash_completes sorvane exp)" export
 expect "bash, options" "$(bash_completes sorvane export --)" --output --format --unit --origin --help
 refuse "bash, options" "$(bash_completes sorvane export --f)" --output
-expect "bash, values" "$(bash_completes sorvane export --format "")" csv kml czml
+expect "bash, values" "$(bash_completes sorvane export --format "")" csv kml czml glb
 expect "bash, values after =" "$(bash_completes sorvane export --format = c)" csv czml
 expect "bash, files" "$(bash_completes sorvane export "")" ""
 

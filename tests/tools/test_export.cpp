@@ -119,7 +119,7 @@ TEST_F(ExportTest, AddsColumnsOfMeasures) {
              {{"--measures", "flare-age"}, "flare-age is a measure of flares: give --flares"},
              {{"--flares", "--measures", "decoyed"}, "decoyed is no curve: see sorvane info"},
              {{"--measures", "range", "--format", "kml"}, "kml is no table: it takes neither --measures nor --flares"},
-             {{"--flares", "--format", "czml"}, "czml is no table: it takes neither --measures nor --flares"}}) {
+             {{"--flares", "--format", "glb"}, "glb is no table: it takes neither --measures nor --flares"}}) {
         std::vector<std::string> words{"export", path};
         words.insert(words.end(), arguments.begin(), arguments.end());
         const CommandRun run = runCommand(words);

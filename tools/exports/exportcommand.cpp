@@ -1,17 +1,23 @@
-// `sorvane export`: writes a trajectory as a table or for a map.
+// `sorvane export`: writes a trajectory as a table, for a map or as a scene.
 #include "exportcommand.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
+#include <QFile>
 #include <QStringList>
 
 #include <CLI/CLI.hpp>
 
+#include "bodymesh.h"
 #include "czmlwriter.h"
+#include "engagementfiles.h"
+#include "gltfscene.h"
 #include "inputtexts.h"
 #include "kmlwriter.h"
 #include "measurecolumns.h"
@@ -23,6 +29,8 @@
 
 namespace sorvane {
 namespace {
+constexpr const char* kFormats[] = {"csv", "kml", "czml", "glb"};
+
 struct ExportOptions {
     std::string file;
     std::string output = "-";
@@ -78,22 +86,28 @@ public:
         : options_(options), format_(formatOf(options)), streams_(streams) {}
 
     Complaint run() {
-        if (format_ != "csv" && format_ != "kml" && format_ != "czml")
+        if (std::ranges::find(kFormats, format_) == std::end(kFormats))
             return options_.output + ": its name tells no format; give --format";
-        if (Complaint complaint = format_ == "csv" ? takeMeasures() : takePlace())
+        if (format_ != "csv" && (!options_.measures.empty() || options_.isOfFlares))
+            return format_ + " is no table: it takes neither --measures nor --flares";
+        if (Complaint complaint = format_ == "csv" ? takeMeasures() : isMap() ? takePlace() : std::nullopt)
             return complaint;
         const sorvane::Outcome<TrajectorySamples> trajectory = readTrajectorySamples(options_.file);
         if (!trajectory)
             return trajectory.problem();
         const std::span<const Sample> samples = trajectory->series.samples();
-        if (format_ != "csv" &&
-            !(worldTimeAfter(epoch_, samples.front().time) && worldTimeAfter(epoch_, samples.back().time)))
+        if (isMap() && !(worldTimeAfter(epoch_, samples.front().time) && worldTimeAfter(epoch_, samples.back().time)))
             return inputName(options_.file) + ": its times lie outside the years 1 to 9999";
+        const MeasuredEngagement engagement(trajectory->series, trajectory->header.fieldOfView, options_.unit);
+        if (format_ == "glb")
+            return writeScene(engagement, trajectory->header);
         return writeResult(options_.output, streams_, [&](std::ostream& out) {
-            const MeasuredEngagement engagement(trajectory->series, trajectory->header.fieldOfView, options_.unit);
             format_ == "csv" ? writeTable(out, engagement) : writeMap(out, engagement);
         });
     }
+
+    // Whether nothing is missing in what was written.
+    bool isComplete() const { return isComplete_; }
 
 private:
     // What only tables have.
@@ -111,8 +125,6 @@ private:
 
     // What only the formats for maps need.
     Complaint takePlace() {
-        if (!options_.measures.empty() || options_.isOfFlares)
-            return format_ + " is no table: it takes neither --measures nor --flares";
         if (options_.origin.empty() || options_.unit == LengthUnit::Unstated)
             return format_ + " needs --origin and --unit";
         const std::optional<GeodeticPosition> origin = parseOrigin(options_.origin);
@@ -133,11 +145,45 @@ private:
     }
 
     void writeMap(std::ostream& out, const MeasuredEngagement& flight) const {
-        const std::string name = std::filesystem::path(inputName(options_.file)).filename().string();
         const PlacedEngagement engagement{
-            name, flight, LocalFrame(origin_, options_.xBearingDegrees, metresPer(options_.unit)), epoch_};
+            name(), flight, LocalFrame(origin_, options_.xBearingDegrees, metresPer(options_.unit)), epoch_};
         format_ == "kml" ? writeKml(out, engagement) : writeCzml(out, engagement);
     }
+
+    Complaint writeScene(const MeasuredEngagement& flight, const TrajectoryFileHeader& header) {
+        const EngagementFiles files = chooseFiles(header);
+        if (files.isStockTarget)
+            miss("target", "a file that the trajectory names does not exist: the stock target takes its place");
+        const GltfEngagement engagement{
+            name(),
+            flight,
+            {meshOf("target", files.targetBrdfPath, files.targetGeometryPath(), files.targetRadiancePath()),
+             meshOf("threat", files.threatBrdfPath(), files.threatGeometryPath(), files.threatRadiancePath())}};
+        const Outcome<GlbDocument> scene = sceneOf(engagement);
+        if (!scene)
+            return inputName(options_.file) + ": " + scene.problem().text;
+        return writeResult(options_.output, streams_, [&](std::ostream& out) { scene->write(out); });
+    }
+
+    std::optional<BodyMesh>
+    meshOf(const char* body, const QString& reflectance, const QString& geometry, const QString& radiance) {
+        const auto bytes = [](const QString& path) {
+            return QFile::encodeName(path).toStdString();
+        };
+        Outcome<BodyMesh> mesh = loadBodyMesh({bytes(reflectance), bytes(geometry), bytes(radiance)});
+        if (mesh)
+            return *std::move(mesh);
+        miss(body, mesh.problem().text + " It moves without a mesh.");
+        return std::nullopt;
+    }
+
+    void miss(const char* body, const std::string& what) {
+        streams_.err << inputName(options_.file) << ": " << body << ": " << what << std::endl;
+        isComplete_ = false;
+    }
+
+    std::string name() const { return std::filesystem::path(inputName(options_.file)).filename().string(); }
+    bool isMap() const { return format_ == "kml" || format_ == "czml"; }
 
     const ExportOptions& options_;
     std::string format_;
@@ -145,19 +191,22 @@ private:
     GeodeticPosition origin_;
     WorldTime epoch_ = 0;
     std::vector<const Measure*> measures_;
+    bool isComplete_ = true;
 };
 } // namespace
 
 SubCommand addExportCommand(CLI::App& parent) {
     const auto options = std::make_shared<ExportOptions>();
-    CLI::App* const parser =
-        parent.add_subcommand("export", "Write a trajectory as a table (CSV) or for a map (KML, CZML).");
+    CLI::App* const parser = parent.add_subcommand(
+        "export", "Write a trajectory as a table (CSV), for a map (KML, CZML) or as a moving scene (GLB).");
     parser->add_option("FILE", options->file, "Trajectory to read; - is standard input")->required();
     parser->add_option("-o,--output", options->output, "File to write; standard output without it")->type_name("OUT");
     parser->add_option("--format", options->format, "What to write; without it OUT's extension decides, or CSV")
         ->type_name("FORMAT")
-        ->check(CLI::IsMember({"csv", "kml", "czml"}));
-    addUnitOption(*parser, options->unit, "What one of the trajectory's units of length is; needed for maps");
+        ->check(CLI::IsMember(std::vector<std::string>(std::begin(kFormats), std::end(kFormats))));
+    addUnitOption(
+        *parser, options->unit,
+        "What one of the trajectory's units of length is; needed for maps, in a scene a metre without it");
     parser
         ->add_option(
             "--origin", options->origin,
@@ -184,11 +233,12 @@ SubCommand addExportCommand(CLI::App& parent) {
         "--flares", options->isOfFlares,
         "Write a row for each flare of each sample, with the measures of flares unless --measures says otherwise");
     return {parser, [options](Streams& streams) {
-                if (const Complaint complaint = Export(*options, streams).run()) {
+                Export run(*options, streams);
+                if (const Complaint complaint = run.run()) {
                     streams.err << "sorvane export: " << complaint->text << std::endl;
                     return ExitStatus::Failed;
                 }
-                return ExitStatus::Success;
+                return run.isComplete() ? ExitStatus::Success : ExitStatus::ProblemsFound;
             }};
 }
 } // namespace sorvane

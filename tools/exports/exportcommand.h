@@ -1,4 +1,4 @@
-// `sorvane export`: writes a trajectory as a table or for a map.
+// `sorvane export`: writes a trajectory as a table, for a map or as a scene.
 #pragma once
 
 #include "subcommand.h"

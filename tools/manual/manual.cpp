@@ -27,6 +27,7 @@ constexpr Example kExamples[] = {
      "demonstration/ETXYZ.OUT.turn -o flares.csv --unit m --flares"},
     {"The paths over the Earth, with x to the north.", "export",
      "demonstration/ETXYZ.OUT.turn -o turn.czml --unit m --origin 47.5,-122.25,100 --x-bearing 0"},
+    {"A scene that moves, for programs of 3D models.", "export", "demonstration/ETXYZ.OUT.turn -o turn.glb --unit m"},
     {"Half a minute of a long flight, in feet with z up, for the viewer.", "convert",
      "long.txt -o ETXYZ.OUT.long.Z --from 60 --to 89.999 --scale ft-to-m --axes x,-y,-z --unwrap-angles"},
     {"Whether two pictures look the same.", "compare", "a.png b.png --tolerance 8 --allowed 0.001 --difference d.png"},

@@ -164,9 +164,9 @@ class Command:
         self.kept = tempfile.TemporaryDirectory()  # as long as this
         self.folder = pathlib.Path(self.kept.name)
 
-    def run(self, *arguments, status=0):
+    def run(self, *arguments, status=0, data="/nowhere/"):
         """What it writes to standard output and to standard error."""
         ran = subprocess.run([self.program, *map(str, arguments)], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                             env=os.environ | {"PELSAR_DATA": "/nowhere/"}, check=False)
+                             env=os.environ | {"PELSAR_DATA": data}, check=False)
         assert ran.returncode == status, (ran.returncode, ran.stderr)
         return ran.stdout, ran.stderr.decode()
