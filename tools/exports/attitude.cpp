@@ -58,15 +58,12 @@ Quaternion nearerTo(const Quaternion& previous, const Quaternion& next) {
 }
 
 MapAngles mapAnglesOf(const Axes& axes, const Axes& horizon) {
-    constexpr double kLevel =
-        1e-9; // the length of what the nose leaves in the plane when it points straight up or down
     const auto& [east, north, up] = horizon;
     const auto& [forwards, left, above] = axes;
     const double noseEast = dot(forwards, east);
     const double noseNorth = dot(forwards, north);
-    const bool isUpright = std::hypot(noseEast, noseNorth) < kLevel;
-    // Where right points on a level body of this heading; upright it is what the heading is told by.
-    const double heading = isUpright ? std::atan2(dot(left, north), -dot(left, east)) : std::atan2(noseEast, noseNorth);
+    const double heading = std::atan2(noseEast, noseNorth);
+    // Where right points on a level body of this heading. Upright, any heading will do: roll makes up for it.
     const Triple level = difference(scaled(east, std::cos(heading)), scaled(north, std::sin(heading)));
     const double tilt = std::atan2(-dot(forwards, up), std::hypot(noseEast, noseNorth));
     const double roll = std::atan2(-dot(above, level), -dot(left, level));
