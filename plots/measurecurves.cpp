@@ -5,6 +5,9 @@
 #include <cmath>
 #include <limits>
 
+#include "withoutnoise.h"
+#include "writtenvalues.h"
+
 namespace sorvane {
 namespace {
 constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
@@ -21,11 +24,17 @@ std::vector<const Measure*> companions(const Measure& measure) {
     return {&measure};
 }
 
+double onAxis(double time, double zero, CurveDigits digits) {
+    return digits == CurveDigits::All ? time - zero
+                                      : withoutNoise(time - zero, std::max(std::abs(time), std::abs(zero)));
+}
+
 // The curves of one engagement, in one strip.
 class CurveMaker {
 public:
-    CurveMaker(const PlottedEngagement& engagement, double zero, bool isNamed, PlotStrip& strip)
-        : engagement_(engagement), measured_(*engagement.measured), zero_(zero), isNamed_(isNamed), strip_(strip) {}
+    CurveMaker(const PlottedEngagement& engagement, double zero, bool isNamed, CurveDigits digits, PlotStrip& strip)
+        : engagement_(engagement), measured_(*engagement.measured), zero_(zero), isNamed_(isNamed), digits_(digits),
+          strip_(strip) {}
 
     void add(const Measure& measure, bool isDashed) {
         if (measure.isOfMoments())
@@ -54,10 +63,11 @@ private:
     void addOfMoments(const Measure& measure, bool isDashed) {
         PlotCurve curve = newCurve(nameOf(measure), isDashed);
         const std::span<const Sample> samples = measured_.samples();
-        const std::vector<double> values = valuesOnSamples(measured_, measure);
+        const std::vector<double> values =
+            digits_ == CurveDigits::All ? valuesOnSamples(measured_, measure) : writtenOnSamples(measured_, measure);
         curve.points.reserve(values.size());
         for (std::size_t i = 0; i < values.size(); ++i)
-            curve.points.push_back({samples[i].time - zero_, values[i]});
+            curve.points.push_back({onAxis(samples[i].time, zero_, digits_), values[i]});
         curve.ends.push_back(curve.points.size());
         if (&measure == findMeasure(kHalfField)) { // a limit rather than something measured
             curve.colour = -1;
@@ -77,10 +87,10 @@ private:
         const std::vector<double> values = valuesOnRows(measured_, measure, rows);
         for (std::size_t i = 0; i < rows.size(); ++i) {
             const std::size_t sample = measured_.tracks().sampleOf(rows[i]);
-            const double time = measured_.samples()[sample].time - zero_;
+            const double time = onAxis(measured_.samples()[sample].time, zero_, digits_);
             if (i > 0 && sample > measured_.tracks().sampleOf(rows[i - 1]) + 1)
                 curve.points.push_back({time, kGap});
-            curve.points.push_back({time, values[i]});
+            curve.points.push_back({time, digits_ == CurveDigits::All ? values[i] : writtenValue(values[i])});
         }
         curve.ends.push_back(curve.points.size());
     }
@@ -97,6 +107,7 @@ private:
     const MeasuredEngagement& measured_;
     double zero_;
     bool isNamed_;
+    CurveDigits digits_;
     PlotStrip& strip_;
 };
 
@@ -134,7 +145,8 @@ bool isPlottable(const Measure& measure) {
 }
 
 PlotDocument plotOf(
-    std::span<const PlottedEngagement> engagements, std::span<const Measure* const> measures, PlotAlignment alignment) {
+    std::span<const PlottedEngagement> engagements, std::span<const Measure* const> measures, PlotAlignment alignment,
+    CurveDigits digits) {
     PlotDocument document;
     document.timeTitle = timeTitle(alignment);
     if (engagements.empty())
@@ -146,8 +158,8 @@ PlotDocument plotOf(
         const std::span<const Sample> samples = engagement.measured->samples();
         if (samples.empty())
             continue;
-        document.times.begin = std::min(document.times.begin, samples.front().time - zero);
-        document.times.end = std::max(document.times.end, samples.back().time - zero);
+        document.times.begin = std::min(document.times.begin, onAxis(samples.front().time, zero, digits));
+        document.times.end = std::max(document.times.end, onAxis(samples.back().time, zero, digits));
     }
     if (!(document.times.begin <= document.times.end))
         document.times = {};
@@ -165,7 +177,7 @@ PlotDocument plotOf(
             if (measure == findMeasure(kOffBoresight))
                 strip.greatest = kMostHalfFields * engagements[i].measured->halfFieldDegrees();
             for (const Measure* const shown : companions(*measure))
-                CurveMaker(engagements[i], zeros[i], engagements.size() > 1, strip).add(*shown, i > 0);
+                CurveMaker(engagements[i], zeros[i], engagements.size() > 1, digits, strip).add(*shown, i > 0);
         }
     }
     return document;

@@ -23,9 +23,12 @@ std::vector<const Measure*> usualPlotMeasures();
 // Whether a measure has values over time, so that it can be plotted.
 bool isPlottable(const Measure& measure);
 
+// As they are worked out, or as tables write them, which takes longer.
+enum class CurveDigits { All, Written };
+
 // A strip for each measure. With the off-boresight angle of the target go those of the flares and half of the field.
 // The first engagement's events are the marks; the lines of the others are dashed.
 PlotDocument plotOf(
     std::span<const PlottedEngagement> engagements, std::span<const Measure* const> measures,
-    PlotAlignment alignment = PlotAlignment::Start);
+    PlotAlignment alignment = PlotAlignment::Start, CurveDigits digits = CurveDigits::All);
 } // namespace sorvane

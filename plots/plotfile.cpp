@@ -10,7 +10,6 @@
 #include "measure.h"
 #include "shortestnumber.h"
 #include "stripplot.h"
-#include "withoutnoise.h"
 
 namespace sorvane {
 namespace {
@@ -85,22 +84,21 @@ QByteArray pdf(StripPlot& plot, const QSize& size) {
 QString quoted(QString text) {
     return u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"';
 }
+} // namespace
 
-QByteArray csv(const StripPlot& plot) {
+QByteArray plotTable(const PlotDocument& document, const TimeRange& times) {
     QByteArray table("measure,unit,curve,time_s,value\n");
-    const TimeRange& times = plot.times();
-    for (const PlotStrip& strip : plot.document().strips)
+    for (const PlotStrip& strip : document.strips)
         for (const PlotCurve& curve : strip.curves) {
             const QString begin = QStringList{quoted(strip.title), quoted(strip.unit), quoted(curve.name)}.join(u',');
             for (const PlotPoint& point : curve.points)
                 if (point.time >= times.begin && point.time <= times.end && std::isfinite(point.value)) {
                     table += begin.toUtf8() + ',' + QByteArray::fromStdString(shortestText(point.time)) + ',' +
-                             QByteArray::fromStdString(shortestText(writtenValue(point.value))) + '\n';
+                             QByteArray::fromStdString(shortestText(point.value)) + '\n';
                 }
         }
     return table;
 }
-} // namespace
 
 std::optional<PlotFormat> plotFormatOf(const QString& path) {
     const QString extension = QFileInfo(path).suffix().toLower();
@@ -115,7 +113,7 @@ std::optional<PlotFormat> plotFormatOf(const QString& path) {
     return std::nullopt;
 }
 
-QByteArray plotFile(StripPlot& plot, PlotFormat format, const QSize& size) {
+QByteArray plotPicture(StripPlot& plot, PlotFormat format, const QSize& size) {
     switch (format) {
     case PlotFormat::Png:
         return png(plot, size);
@@ -126,6 +124,6 @@ QByteArray plotFile(StripPlot& plot, PlotFormat format, const QSize& size) {
     case PlotFormat::Csv:
         break;
     }
-    return csv(plot);
+    return {};
 }
 } // namespace sorvane

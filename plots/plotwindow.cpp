@@ -10,7 +10,6 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
-#include "plotfile.h"
 #include "plotmouse.h"
 #include "stripplot.h"
 
@@ -56,18 +55,23 @@ void PlotWindow::refresh() {
         plotAnew();
 }
 
+PlotDocument PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveDigits digits) const {
+    std::vector<PlottedEngagement> plotted;
+    for (const EngagementId id : ids)
+        plotted.push_back(source_.engagement(id));
+    return plotOf(plotted, measures_, alignment_, digits);
+}
+
 void PlotWindow::plotAnew() {
     isStale_ = false;
     plotted_ = chosen();
-    std::vector<PlottedEngagement> plotted;
-    for (const EngagementId id : plotted_)
-        plotted.push_back(source_.engagement(id));
     const TimeRange before = plot_->times();
     const TimeRange allBefore = plot_->document().times;
-    plot_->setDocument(plotOf(plotted, measures_, alignment_));
+    plot_->setDocument(documentOf(plotted_, CurveDigits::All));
     if (plot_->document().times == allBefore)
         plot_->setTimes(before); // it was zoomed, perhaps
-    setWindowTitle(plotted.empty() ? QStringLiteral("Plots") : QStringLiteral("Plots: %1").arg(plotted.front().name));
+    const QString& name = plot_->document().title;
+    setWindowTitle(name.isEmpty() ? QStringLiteral("Plots") : QStringLiteral("Plots: %1").arg(name));
     placeOverlay();
 }
 
@@ -204,6 +208,14 @@ void PlotWindow::addAlignmentMenu(QMenu& menu) {
     }
 }
 
+QByteArray PlotWindow::contents(PlotFormat format) {
+    if (format != PlotFormat::Csv)
+        return plotPicture(*plot_, format, plot_->size());
+    const PlotDocument written = documentOf(plotted_, CurveDigits::Written);
+    const bool isAllInView = plot_->times() == plot_->document().times;
+    return plotTable(written, isAllInView ? written.times : plot_->times());
+}
+
 void PlotWindow::saveAs() {
     const QString path = QFileDialog::getSaveFileName(
         this, QStringLiteral("Save plots"), {}, QStringLiteral("Pictures and tables (*.png *.svg *.pdf *.csv)"));
@@ -215,7 +227,7 @@ void PlotWindow::saveAs() {
             this, QStringLiteral("Save plots"), QStringLiteral("The name ends in none of .png, .svg, .pdf and .csv"));
         return;
     }
-    const QByteArray bytes = plotFile(*plot_, *format, plot_->size());
+    const QByteArray bytes = contents(*format);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
         QMessageBox::warning(

@@ -11,6 +11,7 @@
 
 #include "engagementid.h"
 #include "measurecurves.h"
+#include "plotfile.h"
 #include "plotoverlay.h"
 
 class QMenu;
@@ -59,6 +60,8 @@ protected:
 private:
     // The followed one first.
     std::vector<EngagementId> chosen() const;
+    PlotDocument documentOf(const std::vector<EngagementId>& ids, CurveDigits digits) const;
+    QByteArray contents(PlotFormat format);
     void plotAnew();
     void moveStrip(std::size_t from, std::size_t to);
     void addMeasureMenu(QMenu& menu);

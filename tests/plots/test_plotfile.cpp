@@ -20,9 +20,11 @@ PlotDocument passPlot() {
 }
 
 QByteArray fileOf(PlotFormat format, const QSize& size = {640, 480}) {
+    if (format == PlotFormat::Csv)
+        return plotTable(passPlot(), {0.0, 10.0});
     StripPlot plot;
     plot.setDocument(passPlot());
-    return plotFile(plot, format, size);
+    return plotPicture(plot, format, size);
 }
 } // namespace
 
@@ -51,7 +53,7 @@ TEST(PlotFile, ThePictureShowsTheCurves) {
     StripPlot plot;
     plot.setDocument(plotOf(std::vector{PlottedPass().plotted()}, std::vector{findMeasure("range")}));
     QImage picture;
-    ASSERT_TRUE(picture.loadFromData(plotFile(plot, PlotFormat::Png, {640, 480})));
+    ASSERT_TRUE(picture.loadFromData(plotPicture(plot, PlotFormat::Png, {640, 480})));
     EXPECT_EQ(picture.size(), QSize(640, 480));
     plot.setViewport(QRect(0, 0, 640, 480));
     plot.arrange();
@@ -74,13 +76,19 @@ TEST(PlotFile, ThePictureShowsTheCurves) {
     }
 }
 
-TEST(PlotFile, ATableHoldsWhatIsInView) {
-    StripPlot plot;
-    plot.setDocument(plotOf(std::vector{PlottedPass().plotted()}, std::vector{findMeasure("range")}));
-    plot.setTimes({5.95, 6.05});
+// With the digits of the tables of samples: the coordinates go up to 1500, so that 11 decimals count.
+TEST(PlotFile, ATableHoldsWhatIsInViewWithTheDigitsThatCount) {
+    const PlottedPass pass;
+    const PlotDocument document = plotOf(
+        std::vector{pass.plotted()}, std::vector{findMeasure("range")}, PlotAlignment::Start, CurveDigits::Written);
     EXPECT_EQ(
-        plotFile(plot, PlotFormat::Csv, {}).toStdString(),
-        "measure,unit,curve,time_s,value\n\"range\",\"units\",\"range\",6,302.654919008431\n");
+        plotTable(document, {5.95, 6.05}).toStdString(),
+        "measure,unit,curve,time_s,value\n\"range\",\"units\",\"range\",6,302.65491900843\n");
+    const PlotDocument aligned = plotOf(
+        std::vector{pass.plotted()}, std::vector{findMeasure("aspect")}, PlotAlignment::ClosestApproach,
+        CurveDigits::Written);
+    EXPECT_EQ(aligned.times.begin, -5.0);
+    EXPECT_EQ(aligned.strips[0].curves[0].points[51].time, 0.1);
 }
 
 // Whatever the samples hold, all measures can be drawn, and what is undefined is a gap and not a number.
@@ -122,9 +130,11 @@ TEST(PlotFile, BadSamplesAreGaps) {
         for (const PlotAlignment alignment :
              {PlotAlignment::Start, PlotAlignment::FirstFlare, PlotAlignment::ClosestApproach}) {
             StripPlot plot;
-            plot.setDocument(plotOf(std::vector<PlottedEngagement>{{"bad", &measured, {}}}, measures, alignment));
-            EXPECT_FALSE(plotFile(plot, PlotFormat::Png, {300, 900}).isEmpty());
-            const QByteArray table = plotFile(plot, PlotFormat::Csv, {});
+            const std::vector<PlottedEngagement> bad{{"bad", &measured, {}}};
+            plot.setDocument(plotOf(bad, measures, alignment));
+            EXPECT_FALSE(plotPicture(plot, PlotFormat::Png, {300, 900}).isEmpty());
+            const PlotDocument written = plotOf(bad, measures, alignment, CurveDigits::Written);
+            const QByteArray table = plotTable(written, written.times);
             EXPECT_FALSE(table.contains("nan") || table.contains("inf")) << table.toStdString();
         }
     }

@@ -4,12 +4,13 @@
 #include <cmath>
 
 #include "shortestnumber.h"
-#include "withoutnoise.h"
+#include "writtenvalues.h"
 
 namespace sorvane {
 MeasureColumn::MeasureColumn(const MeasuredEngagement& engagement, const Measure& measure, Rows rows)
     : engagement_(&engagement), measure_(&measure),
-      values_(measure.isOfFlareMoments() ? valuesOnAllRows(engagement, measure) : valuesOnSamples(engagement, measure)),
+      values_(
+          measure.isOfFlareMoments() ? writtenOnAllRows(engagement, measure) : writtenOnSamples(engagement, measure)),
       isBySample_(rows == Rows::Flares && measure.isOfMoments()) {}
 
 std::string MeasureColumn::name() const {
@@ -23,6 +24,6 @@ void MeasureColumn::append(std::string& text, std::size_t row) const {
     if (measure_->unit == MeasureUnit::Object)
         text += objectName(engagement_->tracks(), value).toStdString();
     else
-        appendShortest(text, writtenValue(value));
+        appendShortest(text, value);
 }
 } // namespace sorvane

@@ -88,7 +88,8 @@ Complaint plot(const PlotOptions& options, Streams& streams) {
     for (const std::string& file : options.files)
         if (Complaint complaint = files.add(file, options.unit))
             return complaint;
-    PlotDocument document = plotOf(files.plotted(), *measures, options.alignment);
+    const CurveDigits digits = *format == PlotFormat::Csv ? CurveDigits::Written : CurveDigits::All;
+    PlotDocument document = plotOf(files.plotted(), *measures, options.alignment, digits);
     if (!options.title.empty())
         document.title = QString::fromStdString(options.title);
     const TimeRange times{options.from.value_or(document.times.begin), options.to.value_or(document.times.end)};
@@ -97,11 +98,16 @@ Complaint plot(const PlotOptions& options, Streams& streams) {
     const TextApplication application(makeApplication<QApplication>);
     if (application.problem())
         return application.problem();
-    StripPlot drawn;
-    drawn.setTheme(options.isDark ? darkPlotTheme() : lightPlotTheme());
-    drawn.setDocument(std::move(document));
-    drawn.setTimes(times);
-    const QByteArray bytes = plotFile(drawn, *format, *size);
+    QByteArray bytes;
+    if (*format == PlotFormat::Csv) {
+        bytes = plotTable(document, times);
+    } else {
+        StripPlot drawn;
+        drawn.setTheme(options.isDark ? darkPlotTheme() : lightPlotTheme());
+        drawn.setDocument(std::move(document));
+        drawn.setTimes(times);
+        bytes = plotPicture(drawn, *format, *size);
+    }
     if (bytes.isEmpty())
         return "a plot of " + options.size + " can't be drawn";
     return writeResult(options.output, streams, [&bytes](std::ostream& out) { out.write(bytes.data(), bytes.size()); });

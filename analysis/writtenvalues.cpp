@@ -9,12 +9,8 @@
 
 namespace sorvane {
 namespace {
-double written(double value) {
-    return withoutNoise(value, std::abs(value));
-}
-
 std::vector<double> written(std::vector<double> values) {
-    std::ranges::transform(values, values.begin(), [](double value) { return written(value); });
+    std::ranges::transform(values, values.begin(), writtenValue);
     return values;
 }
 
@@ -78,13 +74,13 @@ writtenOfFlaresAt(const MeasuredEngagement& engagement, const Measure& measure, 
 }
 
 double writtenOf(const EngagementResults& results, const Measure& measure) {
-    return written(valueOf(results, measure));
+    return writtenValue(valueOf(results, measure));
 }
 
 std::vector<double> writtenOfFlares(const EngagementResults& results, const Measure& measure) {
     std::vector<double> values(results.field.flares.size());
     for (std::size_t track = 0; track < values.size(); ++track)
-        values[track] = written(flareValueOf(results, measure, track));
+        values[track] = writtenValue(flareValueOf(results, measure, track));
     return values;
 }
 } // namespace sorvane

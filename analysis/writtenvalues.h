@@ -1,4 +1,5 @@
-// The values of measures as tables and records write them: without the digits that arithmetic has made up.
+// The values of measures as tables, records and arrays have them, everywhere with the same digits: without those that
+// arithmetic has made up.
 #pragma once
 
 #include <span>
