@@ -54,7 +54,7 @@ CommandLine::CommandLine()
     subCommands = {
         addInfoCommand(*parser), addCheckCommand(*parser),    addRenderCommand(*parser),  addExportCommand(*parser),
         addPlotCommand(*parser), addMeasuresCommand(*parser), addCompareCommand(*parser), addConvertCommand(*parser),
-        addRunsCommand(*parser), addDemoCommand(*parser),    addManualCommand(*parser),
+        addRunsCommand(*parser), addDemoCommand(*parser),     addManualCommand(*parser),
     };
     for (const SubCommand& command : subCommands) {
         command.parser->set_version_flag("--version", parser->version());
