@@ -57,6 +57,7 @@ void PlotWindow::refresh() {
 
 PlotDocument PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveDigits digits) const {
     std::vector<PlottedEngagement> plotted;
+    plotted.reserve(ids.size());
     for (const EngagementId id : ids)
         plotted.push_back(source_.engagement(id));
     return plotOf(plotted, measures_, alignment_, digits);
