@@ -1,8 +1,6 @@
 // A trajectory in memory: what the module's arrays refer to, and its measures.
 #include "loadedtrajectory.h"
 
-#include <algorithm>
-
 #include "fileerror.h"
 #include "trajectorycheck.h"
 
@@ -10,16 +8,12 @@ namespace sorvane {
 namespace {
 // What keeps the data from being what the file says, the first of it.
 FileError firstLoss(const std::string& path) {
-    FindingList findings(path, false);
-    checkTrajectory(openTrajectoryAt(path), path, findings);
-    const std::vector<Finding> found = findings.take();
-    const auto first = std::ranges::find_if(found, [](const Finding& finding) {
-        return finding.severity == Severity::Error && finding.kind != kMissingFiles;
-    });
-    if (first == found.end())
+    const std::vector<Finding> losses = lossesIn(path);
+    if (losses.empty())
         return {path + ": could not be read as a whole", path};
-    const auto [line, column] = first->place;
-    return {path + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + first->text, path, line, column};
+    const Finding& first = losses.front();
+    const auto [line, column] = first.place;
+    return {path + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + first.text, path, line, column};
 }
 } // namespace
 

@@ -61,9 +61,8 @@ bool isReplacement(const Finding& finding) {
     return finding.kind == kReplacedTargetFiles;
 }
 
-// What keeps the data from being what the file says.
-bool isLoss(const Finding& finding) {
-    return isReplacement(finding) || (finding.severity == Severity::Error && finding.kind != kMissingFiles);
+bool isLossOrReplacement(const Finding& finding) {
+    return isReplacement(finding) || isLoss(finding);
 }
 
 // One text for each kind of those that `counts`.
@@ -109,6 +108,6 @@ std::vector<std::string> problemsOfLoading(const std::string& path, const etxyz*
         checkTrajectory(onlyHead(head), path, findings);
     else
         checkTrajectory(input, path, findings);
-    return textsOf(findings.take(), isWhollyRead ? isReplacement : isLoss);
+    return textsOf(findings.take(), isWhollyRead ? isReplacement : isLossOrReplacement);
 }
 } // namespace sorvane

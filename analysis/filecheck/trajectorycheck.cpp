@@ -240,4 +240,12 @@ checkTrajectory(const TrajectoryInput& input, const std::string& path, FindingLi
     check.finish();
     return check.readHeader();
 }
+
+std::vector<Finding> lossesIn(const std::string& path) {
+    FindingList findings(path, false);
+    checkTrajectory(openTrajectory(QFile::decodeName(path.c_str())), path, findings);
+    std::vector<Finding> losses = findings.take();
+    std::erase_if(losses, [](const Finding& finding) { return !isLoss(finding); });
+    return losses;
+}
 } // namespace sorvane

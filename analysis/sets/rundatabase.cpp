@@ -7,11 +7,6 @@ namespace sorvane {
 namespace {
 constexpr int kBusyMilliseconds = 10000; // that another process may hold the file
 
-struct FinalizeStatement {
-    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-};
-using Statement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
-
 // Null when it can't be prepared.
 Statement prepared(sqlite3* database, const std::string& text) {
     sqlite3_stmt* statement = nullptr;
@@ -191,15 +186,14 @@ RunRows RunDatabase::rows() const {
     for (const std::string& column : columns_)
         list += ", " + quoted(column);
     RunRows rows;
-    rows.statement_.reset(prepared(database_.get(), "SELECT " + list + " FROM runs ORDER BY path").release());
+    rows.statement_ = prepared(database_.get(), "SELECT " + list + " FROM runs ORDER BY path");
     rows.columns_ = static_cast<int>(columns_.size());
-    rows.describe_ = [path = path_, database = database_.get()] {
-        return problemOf(path, database);
-    };
+    rows.path_ = path_;
+    rows.database_ = database_.get();
     return rows;
 }
 
-void RunRows::Finalize::operator()(sqlite3_stmt* statement) const {
+void FinalizeStatement::operator()(sqlite3_stmt* statement) const {
     sqlite3_finalize(statement);
 }
 
@@ -207,7 +201,7 @@ std::optional<RunRow> RunRows::next() {
     const int status = problem_ ? SQLITE_DONE : sqlite3_step(statement_.get());
     if (status != SQLITE_ROW) {
         if (status != SQLITE_DONE)
-            problem_ = describe_();
+            problem_ = RunDatabase::problemOf(path_, database_);
         return std::nullopt;
     }
     RunRow row{textIn(statement_.get(), 0), stampIn(statement_.get()), {}};

@@ -1,7 +1,6 @@
 // Keeps the rows of a set in an SQLite database.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -15,6 +14,11 @@ struct sqlite3;
 struct sqlite3_stmt;
 
 namespace sorvane {
+struct FinalizeStatement {
+    void operator()(sqlite3_stmt* statement) const;
+};
+using Statement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
+
 // The rows of a database one after the other, by ascending bytes of the path. The database must outlive it.
 class RunRows {
 public:
@@ -24,13 +28,11 @@ public:
 
 private:
     friend class RunDatabase;
-    struct Finalize {
-        void operator()(sqlite3_stmt* statement) const;
-    };
 
-    std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+    Statement statement_;
     int columns_ = 0;
-    std::function<Problem()> describe_; // what was wrong last
+    std::string path_;
+    sqlite3* database_ = nullptr;
     std::optional<Problem> problem_;
 };
 
@@ -55,6 +57,7 @@ public:
     RunRows rows() const;
 
 private:
+    friend class RunRows;
     struct Close {
         void operator()(sqlite3* database) const;
     };

@@ -68,15 +68,15 @@ TEST_F(CommandLineFilesTest, ALargeFileLetsTheWindowLiveAndCanBeStopped) {
         SCOPED_TRACE(path.toStdString());
         loads->hide();
         int turns = 0;
-        window.loadEtxyzFile(path, [&] { return ++turns < 4; });
-        EXPECT_EQ(turns, 4);
+        window.loadEtxyzFile(path, [&] { return ++turns < 2; });
+        EXPECT_EQ(turns, 2);
         EXPECT_EQ(engagements().size(), 0U);
         EXPECT_FALSE(loads->isVisible()) << "nothing is wrong with it";
         window.loadEtxyzFile(path, [&] {
             QCoreApplication::processEvents();
             return ++turns > 0;
         });
-        EXPECT_GE(turns, path == plain ? 10 : 5) << "each piece";
+        EXPECT_GE(turns, path == plain ? 10 : 2) << "each piece; of the decompressor's some are taken in together";
         ASSERT_EQ(engagements().size(), 1U);
         EXPECT_EQ(engagements().begin()->data().samples.samples().size(), 40000U);
         engagements().clear();

@@ -114,7 +114,7 @@ TEST_F(RunsTest, AFileWithFaultsIsARowThatSaysSo) {
         {"ETXYZ.OUT.c", good.substr(0, good.size() - 20), "line 25", "5"},
         {"ETXYZ.OUT.d.Z", "\x1f\x9dnonsense", "its compressed data are damaged or cut short", ""},
         {"ETXYZ.OUT.e", good + "5 0 nan 0 0 0 0 0\n1 0 0 0 0 0\n0 0 0 0 0\n", "line 28", "6"},
-        {"f.txt", "nonsense\n", "does not look like a trajectory", ""},
+        {"f.txt", "nonsense\n", "is no trajectory", ""},
     };
     std::vector<std::string> arguments{"-o", folder.file("t.csv")};
     for (const auto& row : rows)

@@ -7,6 +7,7 @@
 #include "attitude.h"
 #include "flareburns.h"
 #include "glbdocument.h"
+#include "placedengagement.h"
 #include "radiancegrey.h"
 #include "spheremesh.h"
 #include "triples.h"
@@ -18,17 +19,6 @@ using Element = GlbDocument::Element;
 
 constexpr double kFarthest = 1e12; // units
 constexpr double kLongest = 1e12;  // seconds
-
-struct Body {
-    const char* name;
-    Triple Sample::*position;
-    Triple Sample::*attitude;
-};
-
-constexpr std::array<Body, 2> kBodies = {
-    Body{"Target", &Sample::targetPosition, &Sample::targetAttitude},
-    Body{"Threat", &Sample::threatPosition, &Sample::threatAttitude},
-};
 
 bool isNear(const Triple& position) {
     return std::ranges::all_of(position, [](double coordinate) { return std::abs(coordinate) <= kFarthest; });
@@ -74,8 +64,8 @@ public:
             {{"name", "Radiance"},
              {"pbrMetallicRoughness", {{"metallicFactor", 0}, {"roughnessFactor", 1}}},
              {"extensions", {{"KHR_materials_unlit", Json::object()}}}});
-        for (std::size_t body = 0; body < kBodies.size(); ++body)
-            addBody(kBodies[body], engagement_.meshes[body]);
+        for (std::size_t body = 0; body < kMapBodies.size(); ++body)
+            addBody(kMapBodies[body], engagement_.meshes[body]);
         if (engagement_.flight.tracks().size() > 0)
             addFlares();
         if (children_.empty())
@@ -88,7 +78,7 @@ public:
 private:
     double secondsOn(std::size_t sample) const { return samples_[sample].time - samples_.front().time; }
 
-    void addBody(const Body& body, const std::optional<BodyMesh>& mesh) {
+    void addBody(const MapBody& body, const std::optional<BodyMesh>& mesh) {
         Motion motion;
         Quaternion turn{};
         for (std::size_t i = 0; i < samples_.size(); ++i) {

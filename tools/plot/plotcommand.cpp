@@ -95,13 +95,13 @@ Complaint plot(const PlotOptions& options, Streams& streams) {
     const TimeRange times{options.from.value_or(document.times.begin), options.to.value_or(document.times.end)};
     if (!(times.begin < times.end))
         return "--from is not before --to";
-    const TextApplication application(makeApplication<QApplication>);
-    if (application.problem())
-        return application.problem();
     QByteArray bytes;
     if (*format == PlotFormat::Csv) {
         bytes = plotTable(document, times);
     } else {
+        const TextApplication application(makeApplication<QApplication>);
+        if (application.problem())
+            return application.problem();
         StripPlot drawn;
         drawn.setTheme(options.isDark ? darkPlotTheme() : lightPlotTheme());
         drawn.setDocument(std::move(document));

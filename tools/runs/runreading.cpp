@@ -3,20 +3,16 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <new>
 #include <sys/stat.h>
 
-#include <QFile>
-
+#include "inputtexts.h"
 #include "measure.h"
-#include "openingproblem.h"
 #include "shortestnumber.h"
 #include "trajectorycheck.h"
+#include "trajectoryfile.h"
 #include "trajectoryheaderfields.h"
-#include "trajectoryidentity.h"
-#include "trajectoryinput.h"
-#include "withoutnoise.h"
+#include "writtenvalues.h"
 
 namespace sorvane {
 namespace {
@@ -49,51 +45,30 @@ Faults wholeFileFault(std::string text) {
     return {1, std::move(text)};
 }
 
-// What its lines lack. The files that a trajectory names may be elsewhere.
+// What its lines lack.
 Faults faultsOf(const std::string& path) {
-    FindingList list(path, false);
-    checkTrajectory(openTrajectory(QFile::decodeName(path.c_str())), path, list);
     Faults faults;
-    for (const Finding& finding : list.take()) {
-        if (finding.severity != Severity::Error || finding.kind == kMissingFiles)
-            continue;
+    for (const Finding& loss : lossesIn(path)) {
         if (faults.count == 0)
-            faults.first = "line " + std::to_string(finding.place.line) + ": " + finding.text;
-        faults.count += finding.count;
+            faults.first = "line " + std::to_string(loss.place.line) + ": " + loss.text;
+        faults.count += loss.count;
     }
     return faults;
 }
 
-std::optional<Problem> problemOfContents(const TrajectoryInput& input, const std::string& path) {
-    if (input.device == nullptr)
-        return problemOfOpening(path);
-    if (std::optional<Problem> problem = problemOfInput(input, path))
-        return problem;
-    constexpr qint64 kHeadBytes = qint64{1} << 16;
-    if (isNamedLikeTrajectory(std::filesystem::path(path).filename().string()))
-        return std::nullopt;
-    const QByteArray head = input.device->peek(kHeadBytes);
-    if (looksLikeTrajectory(TextHead(std::string_view(head.data(), static_cast<std::size_t>(head.size())))))
-        return std::nullopt;
-    return Problem("does not look like a trajectory");
+// A row names its file already.
+std::string withoutName(const std::string& problem, const std::string& path) {
+    const std::string name = inputName(path) + ": ";
+    return problem.starts_with(name) ? problem.substr(name.size()) : problem;
 }
 
 // Puts all but the path's fields into `values`.
 Faults read(const std::string& path, LengthUnit unit, std::vector<RunValue>& values) {
-    const TrajectoryInput input = openTrajectory(QFile::decodeName(path.c_str()));
-    if (const auto problem = problemOfContents(input, path))
-        return wholeFileFault(problem->text);
-    const TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
-    SampleSeries series;
-    const RecordsEnd end = readEachRecord(
-        input.device.get(), input.isProcess,
-        [&](const Sample& sample, const std::vector<Flare>& flares) { series.add(sample, flares); });
-    if (!input.cameWhole())
-        return wholeFileFault("its compressed data are damaged or cut short");
-    if (series.isEmpty())
-        return wholeFileFault("holds no samples");
-    series.putInOrder();
-    const MeasuredEngagement measured(series, header.fieldOfView, unit);
+    const Outcome<TrajectorySamples> trajectory = readTrajectorySamples(path);
+    if (!trajectory)
+        return wholeFileFault(withoutName(trajectory.problem().text, path));
+    const SampleSeries& series = trajectory->series;
+    const MeasuredEngagement measured(series, trajectory->header.fieldOfView, unit);
     const EngagementResults results = resultsOf(measured);
     auto value = values.begin() + 2; // after the faults
     *value++ = static_cast<std::int64_t>(series.samples().size());
@@ -101,11 +76,11 @@ Faults read(const std::string& path, LengthUnit unit, std::vector<RunValue>& val
     *value++ = numberValue(series.samples().front().time);
     *value++ = numberValue(series.samples().back().time);
     for (const TrajectoryHeaderField& field : kTrajectoryHeaderFields)
-        *value++ = std::visit(HeaderValue{header}, field.member);
+        *value++ = std::visit(HeaderValue{trajectory->header}, field.member);
     for (const Measure& measure : allMeasures())
         if (measure.isOfEngagement())
-            *value++ = numberValue(writtenValue(valueOf(results, measure)));
-    return header.isWhole && end.isWhole && end.isAllConverted ? Faults() : faultsOf(path);
+            *value++ = numberValue(writtenOf(results, measure));
+    return trajectory->isWhollyRead ? Faults() : faultsOf(path);
 }
 } // namespace
 
