@@ -1,16 +1,12 @@
 // The keys of the camera, and the notice when nothing is in sight.
 #include "windowfixture.h"
 
-#include <QLabel>
 #include <QWheelEvent>
 
 using namespace sorvane;
 
 namespace {
 struct CameraKeysTest : WindowTest {
-    QLabel* const notice = window.findChild<QLabel*>("viewNotice");
-
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) { QTest::keyClick(view, key, modifiers); }
     void wheel(int delta) {
         const QPointF middle = view->rect().center();
         QWheelEvent event(

@@ -1,7 +1,6 @@
 // Files of the command line, loaded into a window that lives meanwhile.
 #include "windowfixture.h"
 
-#include <QLabel>
 #include <QWindow>
 
 #include "commandlinefiles.h"
@@ -11,8 +10,6 @@ using namespace sorvane;
 
 namespace {
 struct CommandLineFilesTest : WindowTest {
-    QLabel* const loads = window.findChild<QLabel*>("loadNotice");
-
     QStringList files(int count) {
         QStringList paths;
         for (int i = 0; i < count; ++i)
@@ -57,12 +54,7 @@ TEST_F(CommandLineFilesTest, ALargeFileLetsTheWindowLiveAndCanBeStopped) {
     for (int i = 0; i < 40000; ++i)
         samples << TestSample{.time = 0.001 * i};
     const QString plain = writeTrajectory(folder.filePath("ETXYZ.OUT.large"), samples);
-    QFile file(plain);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    QFile compressed(plain + ".Z");
-    ASSERT_TRUE(compressed.open(QIODevice::WriteOnly));
-    compressed.write(QByteArray::fromStdString(lzwCompressed(file.readAll().toStdString())));
-    compressed.close();
+    writeFile(plain + ".Z", QByteArray::fromStdString(lzwCompressed(contentsOf(plain).toStdString())));
     showWindow();
     for (const QString& path : {plain, plain + ".Z"}) {
         SCOPED_TRACE(path.toStdString());

@@ -13,16 +13,12 @@ using namespace sorvane;
 
 namespace {
 struct DisplayKeysTest : WindowTest {
-    QLabel* const notice = window.findChild<QLabel*>("viewNotice");
-    QLabel* const readout = window.findChild<QLabel*>("viewReadout");
-
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(view, key, modifiers); }
     void load(const QString& name, double aside = 0.0) {
         QList<TestSample> samples = encounterSamples();
         for (TestSample& sample : samples)
             sample.threat[1] += aside;
         window.loadEtxyzFile(writeTrajectory(folder.filePath(name), samples, trajectoryHeader("white", "20")));
-        window.findChild<QLabel*>("loadNotice")->hide();
+        loads->hide();
     }
     // What lies over the frame on the screen.
     QRect overlaid() const {
@@ -43,52 +39,30 @@ TEST_F(DisplayKeysTest, NamesStandBesideTheBodiesAndGoWithThem) {
     entry(0, 3)->trigger(); // the target in the middle
     notice->hide();
     ASSERT_TRUE(overlaid().isNull());
-    const QImage frame = grabFrame(*view);
     box->setValue(4.0);
     press(Qt::Key_N);
     const QRect atFour = overlaid();
     const QPoint middle = view->rect().center();
     EXPECT_TRUE(atFour.adjusted(-60, -60, 60, 60).contains(middle)) << "beside the target, the threat 22 units away";
-    onScreen(*view).save("names.png");
-
-    struct Row {
-        const char* name;
-        std::function<void()> change;
-    };
-    const Row rows[] = {
-        {"time",
-         [&] {
-             slider->setValue(3000);
-         }},
-        {"camera",
-         [&] {
-             press(Qt::Key_Minus);
-         }},
-        {"hidden",
-         [&] {
-             entry(0, 0)->trigger();
-         }},
-        {"shown again",
-         [&] {
-             entry(0, 0)->trigger();
-         }},
-        {"another one",
-         [&] {
-             load("ETXYZ.OUT.second", 30.0);
-         }},
-        {"size",
-         [&] {
-             window.resize(window.width() + 80, window.height() + 80);
-         }},
-    };
     QRect before = atFour;
-    for (const Row& row : rows) {
-        row.change();
+    const auto expectOthers = [&](const char* after, bool areShown = true) {
         const QRect now = overlaid();
-        EXPECT_NE(now, before) << row.name;
-        EXPECT_EQ(now.isNull(), row.name == std::string("hidden")) << row.name;
+        EXPECT_NE(now, before) << after;
+        EXPECT_NE(now.isNull(), areShown) << after;
         before = now;
-    }
+    };
+    slider->setValue(3000);
+    expectOthers("time");
+    press(Qt::Key_Minus);
+    expectOthers("camera");
+    entry(0, 0)->trigger();
+    expectOthers("hidden", false);
+    entry(0, 0)->trigger();
+    expectOthers("shown again");
+    load("ETXYZ.OUT.second", 30.0);
+    expectOthers("another one");
+    window.resize(window.width() + 80, window.height() + 80);
+    expectOthers("size");
     EXPECT_GT(before.width(), atFour.width()) << "among several, names have the file's before them";
     press(Qt::Key_N);
     EXPECT_TRUE(overlaid().isNull());

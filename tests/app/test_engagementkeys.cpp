@@ -2,22 +2,18 @@
 #include "windowfixture.h"
 
 #include <QCheckBox>
-#include <QLabel>
 #include <QMessageBox>
 
 using namespace sorvane;
 
 namespace {
 struct EngagementKeysTest : WindowTest {
-    QLabel* const notice = window.findChild<QLabel*>("viewNotice");
-
     void loadThree() {
         showWindow();
         for (const char* const name : {"one", "two", "three"})
             loadUntil(10.0, QString("ETXYZ.OUT.") + name);
         view->setFocus();
     }
-    void press(Qt::Key key) { QTest::keyClick(view, key); }
     // What shows and what is followed, as the menu says: "one*" is followed, "(two)" is hidden.
     QString state() {
         QStringList states;

@@ -18,7 +18,7 @@ struct EngagementListTest : WindowTest {
     }
 };
 
-TEST_F(EngagementListTest, AFileGetsASubMenuTitledWithItsPath) {
+TEST_F(EngagementListTest, EachFileGetsASubMenuTitledWithItsPath) {
     const QString path = loadUntil(10.0, "ETXYZ.OUT.a b");
     ASSERT_EQ(fileCount(), 1);
     QMenu* const menu = filesMenu->actions().at(1)->menu();
@@ -28,14 +28,9 @@ TEST_F(EngagementListTest, AFileGetsASubMenuTitledWithItsPath) {
     for (const QAction* const action : menu->actions())
         texts << action->text();
     EXPECT_EQ(texts, (QStringList{"Disable", "View Threat", "View Gyro", "View Target", "View Free"}));
-    EXPECT_EQ(checkedEntries(), QStringList{"0 View Threat"});
-}
-
-TEST_F(EngagementListTest, OnlyTheFirstFileStartsInThreatView) {
-    const QString path = loadUntil(10.0);
     window.loadEtxyzFile(path);
     EXPECT_EQ(fileCount(), 2) << "the same file twice is two engagements";
-    EXPECT_EQ(checkedEntries(), QStringList{"0 View Threat"});
+    EXPECT_EQ(checkedEntries(), QStringList{"0 View Threat"}) << "only the first one starts in it";
 }
 
 TEST_F(EngagementListTest, TheSlidersMaximumOnlyGrows) {
@@ -50,16 +45,9 @@ TEST_F(EngagementListTest, TheSlidersMaximumOnlyGrows) {
 
 TEST_F(EngagementListTest, BadFilesChangeNothing) {
     loadUntil(10.0);
-    QFile empty(folder.filePath("empty"));
-    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
-    QFile headerOnly(folder.filePath("header"));
-    ASSERT_TRUE(headerOnly.open(QIODevice::WriteOnly));
-    headerOnly.write(trajectoryHeader() + "\n");
-    headerOnly.close();
-    QFile zeros(folder.filePath("zeros"));
-    ASSERT_TRUE(zeros.open(QIODevice::WriteOnly));
-    zeros.write(QByteArray(1 << 16, '\0'));
-    zeros.close();
+    writeFile(folder.filePath("empty"), "");
+    writeFile(folder.filePath("header"), trajectoryHeader() + "\n");
+    writeFile(folder.filePath("zeros"), QByteArray(1 << 16, '\0'));
     ASSERT_EQ(::mkfifo(qPrintable(folder.filePath("fifo")), 0600), 0);
     for (const char* const name : {"missing", "empty", "header", "zeros", "fifo", ".", "missing.Z", "empty.Z"})
         window.loadEtxyzFile(folder.filePath(name));
@@ -79,34 +67,11 @@ TEST_F(EngagementListTest, ChoosingAViewUnchecksAllOthersOfAllFiles) {
     EXPECT_EQ(view->viewMode(), ViewGyro);
     entry(0, 4)->trigger();
     EXPECT_EQ(view->viewMode(), ViewFree);
+    entry(0, 4)->trigger();
+    EXPECT_EQ(checkedEntries(), QStringList{}) << "chosen again it is unchecked, and";
+    EXPECT_EQ(view->viewMode(), ViewFree) << "stays";
     entry(0, 1)->trigger();
     EXPECT_EQ(view->viewMode(), ViewThreat);
-}
-
-TEST_F(EngagementListTest, ChoosingTheCheckedViewAgainUnchecksItAndKeepsTheMode) {
-    loadUntil(10.0);
-    entry(0, 3)->trigger();
-    entry(0, 3)->trigger();
-    EXPECT_EQ(checkedEntries(), QStringList{});
-    EXPECT_EQ(view->viewMode(), ViewTarget);
-    // Nothing is selected now: time goes on without the view.
-    box->setValue(5.0);
-    EXPECT_EQ(view->currentTime(), 0.0);
-}
-
-TEST_F(EngagementListTest, ChoosingAViewPlacesTheCameraAtTheBoxsTime) {
-    TestSample last;
-    last.time = 10.0;
-    last.target[0] = 1000.0;
-    last.threat[0] = 500.0;
-    window.loadEtxyzFile(writeTrajectory(folder.filePath("t"), {TestSample{}, last}));
-    box->setValue(5.0);
-    entry(0, 3)->trigger();
-    EXPECT_FLOAT_EQ(view->camera().centre().ElementAt(0), 500.0F);
-    EXPECT_FLOAT_EQ(view->camera().eye().ElementAt(0), 550.0F);
-    entry(0, 2)->trigger();
-    EXPECT_FLOAT_EQ(view->camera().eye().ElementAt(0), 250.0F);
-    EXPECT_FLOAT_EQ(view->camera().centre().ElementAt(0), 350.0F);
 }
 
 TEST_F(EngagementListTest, LoadingTakesTheViewToTheBoxsTimeAndTheCameraToItsStart) {
@@ -183,16 +148,11 @@ TEST_F(EngagementListTest, WhatIsTakenOutLeavesTheOthersAlone) {
     EXPECT_EQ(checkedEntries(), QStringList{"0 View Threat"});
 }
 
-TEST_F(EngagementListTest, ToggleTextIsTheHiddenState) {
-    loadUntil(10.0);
-    entry(0, 0)->trigger();
-    EXPECT_EQ(entry(0, 0)->text(), "Enable");
-    entry(0, 0)->trigger();
-    EXPECT_EQ(entry(0, 0)->text(), "Disable");
-}
-
 TEST_F(EngagementListTest, AddAsksForAFileAndLoadsIt) {
     showWindow();
+    answerDialog([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    action("actionAdd")->trigger();
+    EXPECT_EQ(fileCount(), 0);
     const QString path = writeTrajectoryUntil(folder.filePath("ETXYZ.OUT.1"), 3.0);
     answerDialog([&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), "Open ETXYZ File");
@@ -204,12 +164,5 @@ TEST_F(EngagementListTest, AddAsksForAFileAndLoadsIt) {
     action("actionAdd")->trigger();
     EXPECT_EQ(fileCount(), 1);
     EXPECT_EQ(slider->maximum(), 3000);
-}
-
-TEST_F(EngagementListTest, ACancelledDialogDoesNothing) {
-    showWindow();
-    answerDialog([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-    action("actionAdd")->trigger();
-    EXPECT_EQ(fileCount(), 0);
 }
 } // namespace

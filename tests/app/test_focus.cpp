@@ -1,15 +1,10 @@
-// Going from control to control by Tab, and how the view shows that it has the keyboard.
+// Going from control to control by Tab, how the view shows that it has the keyboard, and Ctrl+C whatever has it.
 #include "windowfixture.h"
 
 using namespace sorvane;
 
 namespace {
-struct FocusTest : WindowTest {
-    void focus(QWidget* control) {
-        control->setFocus();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return control->hasFocus(); }));
-    }
-};
+struct FocusTest : WindowTest {};
 
 TEST_F(FocusTest, TheViewShowsThatTabHasGivenItTheFocus) {
     showWindow();
@@ -43,4 +38,19 @@ TEST_F(FocusTest, TabVisitsTheControlsInOrderAndTheyHaveNames) {
         order,
         (QStringList{"glWidget", "doubleSpinBox", "playButton", "recordButton", "horizontalSlider", "glWidget"}));
 }
+
+struct ShortcutTest : WindowTest, testing::WithParamInterface<const char*> {};
+
+TEST_P(ShortcutTest, CtrlCClosesTheWindow) {
+    showWindow();
+    focus(window.findChild<QWidget*>(GetParam()));
+    box->selectAll();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_FALSE(window.isVisible());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    FocusOn, ShortcutTest,
+    testing::Values("glWidget", "doubleSpinBox", "playButton", "recordButton", "horizontalSlider"),
+    [](const auto& control) { return std::string(control.param); });
 } // namespace

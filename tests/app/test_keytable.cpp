@@ -4,6 +4,7 @@
 #include <set>
 
 #include "keytable.h"
+#include "rows.h"
 
 using namespace sorvane;
 
@@ -21,28 +22,19 @@ TEST(KeyTableTest, EveryKeyHasOneRow) {
 }
 
 TEST(KeyTableTest, OnlyModifiersThatTypeACharacterAreOverlooked) {
-    struct Row {
-        QKeyCombination pressed;
-        const char* keys; // of the row, empty for none
-    };
-    const Row rows[] = {
-        {Qt::SHIFT | Qt::Key_Question, "F1, ?"}, // as typed on an American keyboard
-        {Qt::Key_Question, "F1, ?"},
-        {QKeyCombination(Qt::GroupSwitchModifier, Qt::Key_BracketLeft), "["}, // on a German one
-        {Qt::SHIFT | Qt::Key_1, "1"},                                         // on a French one
-        {QKeyCombination(Qt::KeypadModifier, Qt::Key_3), "3"},
-        {QKeyCombination(Qt::KeypadModifier, Qt::Key_Left), "Left"},
-        {Qt::SHIFT | Qt::Key_Left, "Shift+Left"},
-        {Qt::SHIFT | Qt::Key_K, ""},
-        {Qt::CTRL | Qt::Key_I, ""},
-        {Qt::ALT | Qt::Key_J, ""},
-        {Qt::CTRL | Qt::SHIFT | Qt::Key_Left, ""},
-        {Qt::CTRL | Qt::Key_C, "Ctrl+C"},
-        {Qt::Key_Up, ""},
-    };
-    for (const Row& row : rows) {
-        const KeyRow* const found = keyRowOf(row.pressed);
-        EXPECT_EQ(found == nullptr ? "" : keyTexts(*found).toStdString(), row.keys) << row.pressed.toCombined();
+    for (const auto& [pressed, keys] : Rows<QKeyCombination, const char*>{
+             {Qt::SHIFT | Qt::Key_Question, "F1, ?"},                              // as typed on an American keyboard
+             {QKeyCombination(Qt::GroupSwitchModifier, Qt::Key_BracketLeft), "["}, // on a German one
+             {Qt::SHIFT | Qt::Key_1, "1"},                                         // on a French one
+             {QKeyCombination(Qt::KeypadModifier, Qt::Key_Left), "Left"},
+             {Qt::SHIFT | Qt::Key_Left, "Shift+Left"},
+             {Qt::SHIFT | Qt::Key_K, ""},
+             {Qt::CTRL | Qt::Key_I, ""},
+             {Qt::ALT | Qt::Key_J, ""},
+             {Qt::CTRL | Qt::SHIFT | Qt::Key_Left, ""},
+             {Qt::Key_Up, ""}}) {
+        const KeyRow* const found = keyRowOf(pressed);
+        EXPECT_EQ(found == nullptr ? "" : keyTexts(*found).toStdString(), keys) << pressed.toCombined();
     }
 }
 

@@ -14,6 +14,7 @@
 #include "etxyz.h"
 #include "filewatch.h"
 #include "modelfiles.h"
+#include "rows.h"
 #include "trajectorytext.h"
 
 using namespace sorvane;
@@ -25,10 +26,7 @@ struct LoadedFilesTest : testing::Test {
     QString write(const QString& name, const QByteArray& text) const {
         const QString path = folder.filePath(name);
         QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return path;
+        return writeFile(path, text);
     }
 };
 
@@ -64,35 +62,30 @@ TEST_F(LoadedFilesTest, EachModelFileBelongsToItsPartsOfTheEngagement) {
     engagement.threatSignatureBase = folder.filePath("missile_b1");
     engagement.terrainTopoPath = folder.filePath("ground/hill.top");
     engagement.terrainRadPath = folder.filePath("radiances/hill.rad");
-    struct Row {
-        const char* file;
-        const char* parts; // that are read again when it changes
-    };
-    for (const Row& row :
-         {Row{"jet.brdf", "target"},
-          {"jet.vnl", "target"},
-          {"jet.sff-txt", "target"},
-          {"jet_b1.rad", "target"},
-          {"jet_b1.atm", "target threat"},
-          {"missile_b1.brdf", "threat"},
-          {"missile.vnl", "threat"},
-          {"missile.sff-txt", "threat"},
-          {"missile_b1.rad", "threat"},
-          {"ground/hill.top", "terrain"},
-          {"radiances/hill.rad", "terrain"},
-          {"ground/hill.cls", "terrain"},
-          {"ground/hill2.cls", ""},
-          {"ground/hill.xml", "terrain"},
-          {"ground/any", "terrain"}, // a description names files as it likes
-          {"data/openglshaders/any.frag", "target threat terrain"}}) {
+    for (const auto& [file, parts] : Rows<const char*, QString>{
+             {"jet.brdf", "target  "},
+             {"jet.vnl", "target  "},
+             {"jet.sff-txt", "target  "},
+             {"jet_b1.rad", "target  "},
+             {"jet_b1.atm", "target threat "},
+             {"missile_b1.brdf", " threat "},
+             {"missile.vnl", " threat "},
+             {"missile.sff-txt", " threat "},
+             {"missile_b1.rad", " threat "},
+             {"ground/hill.top", "  terrain"},
+             {"radiances/hill.rad", "  terrain"},
+             {"ground/hill.cls", "  terrain"},
+             {"ground/hill2.cls", "  "},
+             {"ground/hill.xml", "  terrain"},
+             {"ground/any", "  terrain"}, // a description names files as it likes
+             {"data/openglshaders/any.frag", "target threat terrain"}}) {
         const ModelFiles before = modelFilesOf(engagement);
-        write(row.file, "new");
+        write(file, "new");
         const ModelFiles now = modelFilesOf(engagement);
-        QStringList parts;
-        parts << (now.target == before.target ? "" : "target") << (now.threat == before.threat ? "" : "threat")
-              << (now.terrain == before.terrain ? "" : "terrain");
-        parts.removeAll("");
-        EXPECT_EQ(parts.join(' ').toStdString(), row.parts) << row.file;
+        const QStringList readAgain = {
+            now.target == before.target ? "" : "target", now.threat == before.threat ? "" : "threat",
+            now.terrain == before.terrain ? "" : "terrain"};
+        EXPECT_EQ(readAgain.join(' '), parts) << file;
     }
 }
 

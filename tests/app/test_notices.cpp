@@ -2,27 +2,17 @@
 #include "encountertrajectory.h"
 #include "windowfixture.h"
 
-#include <QLabel>
 #include <QProcess>
 
 #include "framegrab.h"
+#include "rows.h"
 
 using namespace sorvane;
 
 namespace {
 struct NoticeTest : WindowTest {
-    QLabel* const notice = window.findChild<QLabel*>("viewNotice");
-    QLabel* const loads = window.findChild<QLabel*>("loadNotice");
     QLabel* const hint = window.findChild<QLabel*>("emptyHint");
 
-    QString write(const QString& name, const QByteArray& text) {
-        const QString path = folder.filePath(name);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return path;
-    }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(view, key, modifiers); }
     void tick(int count = 1) {
         for (int i = 0; i < count; ++i)
             window.incrementTime();
@@ -49,45 +39,40 @@ TEST_F(NoticeTest, AnEmptyViewSaysHowToBeginUntilTheFirstFile) {
 
 TEST_F(NoticeTest, SaysWhyAFileIsNotLoadedAsItStandsInTheWordsOfTheCheck) {
     const QByteArray record = trajectoryRecord({});
-    struct Row {
-        const char* name;
-        QByteArray text; // no file without one
-        bool isLoaded;
-        const char* reason;      // in the view, whole or its beginning
-        const char* byTheChecks; // what `sorvane check` says of it, too
-    };
-    const Row rows[] = {
-        {"missing", {}, false, "missing: there is no such file", "there is no such file"},
-        {"wrong.txt", "a\nb\n", false, "wrong.txt: does not look like a trajectory", ""},
-        {"odd.txt", "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n11\n12\n" + record, true,
-         "odd.txt: does not look like a trajectory", ""},
-        {"ETXYZ.OUT.gz", "\x1F\x8B\x08 packed", false, "ETXYZ.OUT.gz: the file is compressed by gzip",
-         "the file is compressed by gzip, which the viewer does not read"},
-        {"ETXYZ.OUT.none", trajectoryHeader(), false, "ETXYZ.OUT.none: there are no samples",
-         "there are no samples: the viewer refuses the file"},
-        {"ETXYZ.OUT.words", trajectoryHeader() + "0 0 x 0 0 0 0 0\n0 0 0 y 0 0\n0 0 z 0 0\n", true,
-         "3 numbers could not be read: line 13: \"x\" is not a finite number and reads as 0",
-         "\"x\" is not a finite number and reads as 0"},
-        {"ETXYZ.OUT.cut", trajectoryHeader() + record.left(record.indexOf('\n') + 1), true,
-         "ETXYZ.OUT.cut: the data end within the record", "the data end within the record that begins here"},
-        {"stock", trajectoryHeader() + record, true,
-         "stock: line 3: the target's radiance file \"/nowhere/tgt_b0001.rad\" does not exist: the stock target takes "
-         "its place, and 3 more missing files of the target",
-         "does not exist: the stock target takes its place"},
-    };
     showWindow();
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const QString path = row.text.isNull() ? folder.filePath(row.name) : write(row.name, row.text);
+    // The reason stands in the view, whole or its beginning; the last column is what `sorvane check` says, too.
+    for (const auto& [name, text, isLoaded, reason, byTheCheck] :
+         Rows<const char*, QByteArray, bool, const char*, const char*>{
+             {"missing", {}, false, "missing: there is no such file", "there is no such file"},
+             {"wrong.txt", "a\nb\n", false, "wrong.txt: does not look like a trajectory", ""},
+             {"odd.txt", "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n11\n12\n" + record, true,
+              "odd.txt: does not look like a trajectory", ""},
+             {"ETXYZ.OUT.gz", "\x1F\x8B\x08 packed", false, "ETXYZ.OUT.gz: the file is compressed by gzip",
+              "the file is compressed by gzip, which the viewer does not read"},
+             {"ETXYZ.OUT.none", trajectoryHeader(), false, "ETXYZ.OUT.none: there are no samples",
+              "there are no samples: the viewer refuses the file"},
+             {"ETXYZ.OUT.words", trajectoryHeader() + "0 0 x 0 0 0 0 0\n0 0 0 y 0 0\n0 0 z 0 0\n", true,
+              "3 numbers could not be read: line 13: \"x\" is not a finite number and reads as 0",
+              "\"x\" is not a finite number and reads as 0"},
+             {"ETXYZ.OUT.cut", trajectoryHeader() + record.left(record.indexOf('\n') + 1), true,
+              "ETXYZ.OUT.cut: the data end within the record", "the data end within the record that begins here"},
+             {"stock", trajectoryHeader() + record, true,
+              "stock: line 3: the target's radiance file \"/nowhere/tgt_b0001.rad\" does not exist: the stock target "
+              "takes its place, and 3 more missing files of the target",
+              "does not exist: the stock target takes its place"}}) {
+        SCOPED_TRACE(name);
+        const QString path = folder.filePath(name);
+        if (!text.isNull())
+            writeFile(path, text);
         const std::size_t before = engagements().size();
         testing::internal::CaptureStderr();
         window.loadEtxyzFile(path);
         const std::string terminal = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(engagements().size() - before, row.isLoaded ? 1U : 0U);
+        EXPECT_EQ(engagements().size() - before, isLoaded ? 1U : 0U);
         ASSERT_TRUE(loads->isVisible());
-        EXPECT_TRUE(loads->text().contains(row.reason)) << loads->text().toStdString();
+        EXPECT_TRUE(loads->text().contains(reason)) << loads->text().toStdString();
         EXPECT_NE(terminal.find("new_sorvane: " + path.toStdString() + ": "), std::string::npos) << terminal;
-        EXPECT_NE(whatCheckSays(path).find(row.byTheChecks), std::string::npos);
+        EXPECT_NE(whatCheckSays(path).find(byTheCheck), std::string::npos);
         QTest::mouseClick(loads, Qt::LeftButton);
         EXPECT_FALSE(loads->isVisible());
     }
@@ -100,13 +85,12 @@ TEST_F(NoticeTest, FilesWithOneReasonShareALineAndThereAreNeverTooMany) {
         window.loadEtxyzFile(folder.filePath(QString("missing%1").arg(i)));
     EXPECT_EQ(loads->text(), "missing0 and 299 more: there is no such file\nA click closes this.");
     for (int i = 0; i < 20; ++i)
-        window.loadEtxyzFile(
-            write(QString("ETXYZ.OUT.%1").arg(i), trajectoryHeader() + QByteArray(1, char('a' + i)) + "\n"));
+        window.loadEtxyzFile(writeFile(
+            folder.filePath(QString("ETXYZ.OUT.%1").arg(i)), trajectoryHeader() + QByteArray(1, char('a' + i)) + "\n"));
     EXPECT_TRUE(loads->text().contains("\nand "));
     EXPECT_TRUE(view->rect().contains(loads->geometry()));
     window.resize(500, 560);
     EXPECT_TRUE(QTest::qWaitFor([&] { return view->rect().contains(loads->geometry()); })) << "broken anew";
-    onScreen(window).save("load-notice.png");
 }
 
 TEST_F(NoticeTest, NoticesOfAMomentGoWithIt) {

@@ -3,30 +3,23 @@
 #include "windowfixture.h"
 
 #include <QDir>
-#include <QDirIterator>
-#include <QLabel>
 
 #include "environmentvariable.h"
 #include "makedemonstration.h"
 #include "messages.h"
+#include "rows.h"
 
 using namespace sorvane;
 
 namespace {
 struct ReloadTest : WindowTest {
-    QLabel* const notice = window.findChild<QLabel*>("viewNotice");
     const QString path = folder.filePath("ETXYZ.OUT.1");
 
-    void reload() { QTest::keyClick(view, Qt::Key_F5); }
-    void write(const QByteArray& text) const {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
+    void reload() { press(Qt::Key_F5); }
+    bool tellsOfChange() {
+        return QTest::qWaitFor([&] { return notice->text() == "ETXYZ.OUT.1 changed on disk, F5 reloads"; }, 3000);
     }
-    // Waits for the notice that `name` has changed.
-    bool tellsOfChange(const QString& name = "ETXYZ.OUT.1") {
-        return QTest::qWaitFor([&] { return notice->text() == name + " changed on disk, F5 reloads"; }, 3000);
-    }
+    void append(double time) const { writeFile(path, contentsOf(path) + trajectoryRecord({.time = time})); }
 };
 
 TEST_F(ReloadTest, TakesTheOldPlaceAndKeepsMenuTimeCameraAndView) {
@@ -100,10 +93,10 @@ TEST_F(ReloadTest, TheScreenShowsTheNewSamples) {
 TEST_F(ReloadTest, AFileWithoutSamplesLeavesItsEngagement) {
     showWindow();
     window.loadEtxyzFile(writeTrajectory(path, encounterSamples()));
-    write("");
+    writeFile(path, "");
     reload();
     EXPECT_EQ(notice->text(), "Not reloaded: no engagement in ETXYZ.OUT.1");
-    QTest::keyClick(view, Qt::Key_C);
+    press(Qt::Key_C);
     EXPECT_NEAR(box->value(), 5.0, 0.0011);
     EXPECT_FALSE(view->grabFramebuffer().isNull());
     ASSERT_TRUE(QFile::remove(path));
@@ -115,7 +108,6 @@ TEST_F(ReloadTest, ReadsBodiesAndTerrainAgainOnlyWhenTheirFilesChanged) {
     const EnvironmentVariable root("PELSAR_DATA", folder.filePath("data/").toStdString());
     ASSERT_TRUE(QDir(folder.path()).mkpath("data/tgt0450"));
     showWindow();
-    ASSERT_FALSE(view->grabFramebuffer().isNull());
     loadUntil(10.0);
     const auto messagesOfReload = [&] {
         MessageCollection collected;
@@ -128,10 +120,7 @@ TEST_F(ReloadTest, ReadsBodiesAndTerrainAgainOnlyWhenTheirFilesChanged) {
     };
     // None of the files is there: whoever looks for one says so.
     EXPECT_EQ(messagesOfReload(), "");
-    QFile changed(folder.filePath("data/tgt0450/tgt0450_b0001.brdf"));
-    ASSERT_TRUE(changed.open(QIODevice::WriteOnly));
-    changed.write("nonsense\n");
-    changed.close();
+    writeFile(folder.filePath("data/tgt0450/tgt0450_b0001.brdf"), "nonsense\n");
     const std::string messages = messagesOfReload();
     EXPECT_NE(messages, "");
     EXPECT_FALSE(QString::fromStdString(messages).contains("tgt4004")) << "the target's are the same: " << messages;
@@ -147,82 +136,43 @@ TEST_F(ReloadTest, ReadsEachModelFileAnewOrKeepsWhatThereWas) {
     action("actionShow_Terrain")->setChecked(true);
     window.loadEtxyzFile(demo + "/ETXYZ.OUT.turn");
     box->setValue(9.0);
-    const auto content = [](const QString& name) {
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
-        return file.readAll();
-    };
-    const auto put = [](const QString& name, const QByteArray& bytes) {
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(name);
-        file.write(bytes);
-    };
-    struct Row {
-        const char* pattern; // of the file's path
-        int entry;           // of the engagement's sub-menu: the view in which its change shows
-        const char* part;
-        QByteArray (*changed)(QByteArray);
-    };
+    entry(0, 3)->trigger();
     const auto brighter = [](QByteArray bytes) { // radiances are floats: a step of the exponent doubles them
         for (qsizetype i = 84; i + 3 < bytes.size(); i += 4)
             bytes[i + 2] = static_cast<char>(bytes[i + 2] + 0x40);
         return bytes;
     };
-    for (const Row& row : {
-             Row{"/tgt4004_b0001_mat0004.brdf", 3, "target",
-                 [](QByteArray b) {
-                     return b.replace(" 0.", " 0.1");
-                 }},
-             Row{"/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.rad", 3, "target", brighter},
-             Row{"/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.atm", 3, "target",
-                 [](QByteArray b) {
-                     return b.replace("1.9", "6.9");
-                 }},
-             Row{"/SandfordRobertson_simple.frag", 3, "target",
-                 [](QByteArray b) {
-                     return b;
-                 }},
-             Row{"/tgt4004.sff-txt", 3, "target",
-                 [](QByteArray b) {
-                     return b;
-                 }},
-             Row{"/ter0010_w0001_t1500_b0001_n0001.rad", 3, "terrain",
-                 [](QByteArray b) {
-                     return b;
-                 }},
-             Row{"/ter0010.temp", 3, "terrain",
-                 [](QByteArray b) {
-                     return b.replace(" 0.9", " 0.2");
-                 }},
-         }) {
-        QStringList found;
-        QDirIterator files(demo, QDir::Files, QDirIterator::Subdirectories);
-        while (files.hasNext())
-            if (const QString name = files.next(); name.endsWith(row.pattern))
-                found << name;
-        ASSERT_EQ(found.size(), 1) << row.pattern;
-        SCOPED_TRACE(row.pattern);
-        if (!entry(0, row.entry)->isChecked())
-            entry(0, row.entry)->trigger();
+    // The file, what of the engagement it belongs to, and what in it is replaced by what.
+    for (const auto& [name, part, from, to] : Rows<QString, const char*, const char*, const char*>{
+             {"tgt4004/tgt4004_b0001_mat0004.brdf", "target", " 0.", " 0.1"},
+             {"tgt4004/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.rad", "target", "radiances", "brighter"},
+             {"tgt4004/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.atm", "target", "1.9", "6.9"},
+             {"openglshaders/SandfordRobertson_simple.frag", "target", "0", "0"},
+             {"tgt4004/tgt4004.sff-txt", "target", "0", "0"},
+             {"ter0010/ter0010_w0001_t1500_b0001_n0001.rad", "terrain", "0", "0"},
+             {"ter0010/ter0010.temp", "terrain", " 0.9", " 0.2"}}) {
+        SCOPED_TRACE(name.toStdString());
+        const QString file = demo + "/data/" + name;
         const QImage before = view->grabFramebuffer();
-        const QByteArray whole = content(found[0]);
-        const QByteArray changed = row.changed(whole);
-        put(found[0], changed);
+        const QByteArray whole = contentsOf(file);
+        const bool isBrighter = to == std::string("brighter");
+        const QByteArray changed = isBrighter ? brighter(whole) : QByteArray(whole).replace(from, to);
+        writeFile(file, changed);
         reload();
         EXPECT_EQ(notice->text(), "Reloaded");
         const QImage after = view->grabFramebuffer();
         EXPECT_EQ(after != before, changed != whole);
-        put(found[0], "spoilt");
+        writeFile(file, "spoilt");
         reload();
-        EXPECT_TRUE(notice->text().startsWith(QString("Not reloaded: the %1 stays as it was, ").arg(row.part)))
+        EXPECT_TRUE(notice->text().startsWith(QString("Not reloaded: the %1 stays as it was, ").arg(part)))
             << qPrintable(notice->text());
-        EXPECT_TRUE(notice->text().contains(QString(row.pattern).mid(1) + " can't be used: "))
+        EXPECT_TRUE(notice->text().contains(QFileInfo(file).fileName() + " can't be used: "))
             << qPrintable(notice->text());
         EXPECT_EQ(view->grabFramebuffer(), after);
         reload();
         EXPECT_TRUE(notice->text().startsWith("Not reloaded: ")) << "it still can't be used";
         EXPECT_EQ(view->grabFramebuffer(), after);
-        put(found[0], whole);
+        writeFile(file, whole);
         reload();
         EXPECT_EQ(notice->text(), "Reloaded");
         EXPECT_EQ(view->grabFramebuffer(), before);
@@ -235,25 +185,20 @@ TEST_F(ReloadTest, KeepsABodyWhoseFilesAreGoneAndGivesNewEngagementsWhatHasChang
     const EnvironmentVariable root("PELSAR_DATA", (demo + "/data/").toStdString());
     const QString own = demo + "/own/";
     ASSERT_TRUE(QDir().mkpath(own));
-    QFile trajectory(demo + "/ETXYZ.OUT.turn");
-    ASSERT_TRUE(trajectory.open(QIODevice::ReadOnly));
-    const QByteArray text = trajectory.readAll();
-    QByteArray changed = text;
+    QByteArray changed = contentsOf(demo + "/ETXYZ.OUT.turn");
     for (const char* const name : {"tgt4004.vnl", "tgt4004_b0001_mat0004.brdf"}) {
         ASSERT_TRUE(QFile::copy(demo + "/data/tgt4004/" + name, own + name));
         changed.replace((demo + "/data/tgt4004/" + name).toUtf8(), (own + name).toUtf8());
     }
-    write(changed);
+    writeFile(path, changed);
     showWindow();
     window.loadEtxyzFile(path);
     box->setValue(9.0);
     entry(0, 3)->trigger();
     const QImage before = view->grabFramebuffer();
-    QFile reflectance(own + "tgt4004_b0001_mat0004.brdf");
-    ASSERT_TRUE(reflectance.open(QIODevice::ReadOnly));
-    const QByteArray whole = reflectance.readAll();
-    reflectance.close();
-    ASSERT_TRUE(reflectance.remove());
+    const QString reflectance = own + "tgt4004_b0001_mat0004.brdf";
+    const QByteArray whole = contentsOf(reflectance);
+    ASSERT_TRUE(QFile::remove(reflectance));
     reload();
     EXPECT_EQ(
         notice->text(), "Not reloaded: the target stays as it was, tgt4004_b0001_mat0004.brdf can't be used: it is no "
@@ -261,9 +206,7 @@ TEST_F(ReloadTest, KeepsABodyWhoseFilesAreGoneAndGivesNewEngagementsWhatHasChang
     EXPECT_EQ(view->grabFramebuffer(), before);
 
     // A second engagement of the same files, which have changed since the first was loaded.
-    ASSERT_TRUE(reflectance.open(QIODevice::WriteOnly));
-    reflectance.write(QByteArray(whole).replace(" 0.", " 0.1"));
-    reflectance.close();
+    writeFile(reflectance, QByteArray(whole).replace(" 0.", " 0.1"));
     window.loadEtxyzFile(path);
     entry(1, 3)->trigger();
     entry(0, 0)->trigger(); // hidden
@@ -275,19 +218,14 @@ TEST_F(ReloadTest, TellsOfAChangeOnceUntilItIsReloaded) {
     loadUntil(10.0);
     QTest::qWait(400);
     EXPECT_FALSE(notice->isVisible());
-    const auto append = [&] {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::Append));
-        file.write(trajectoryRecord({.time = 11.0}));
-    };
-    append();
+    append(11.0);
     EXPECT_TRUE(tellsOfChange());
     EXPECT_EQ(slider->maximum(), 10000) << "nothing is loaded by itself";
     notice->setText({});
-    append();
+    append(11.0);
     EXPECT_FALSE(QTest::qWaitFor([&] { return !notice->text().isEmpty(); }, 700)) << "told already";
     reload();
-    append();
+    append(11.0);
     EXPECT_TRUE(tellsOfChange());
 }
 
@@ -301,10 +239,7 @@ TEST_F(ReloadTest, NoticesEveryFileThatIsPutInTheOldOnesPlace) {
         reload();
         EXPECT_EQ(slider->maximum(), end * 1000);
     }
-    QFile file(path); // the one that stands there now, in its place
-    ASSERT_TRUE(file.open(QIODevice::Append));
-    file.write(trajectoryRecord({.time = 12.5}));
-    file.close();
+    append(12.5); // to the one that stands there now, in its place
     EXPECT_TRUE(tellsOfChange());
     reload();
     ASSERT_TRUE(QFile::remove(path));
@@ -318,14 +253,14 @@ TEST_F(ReloadTest, NamesAFileThatIsLoadedTwiceOnce) {
     showWindow();
     loadUntil(10.0);
     loadUntil(10.0);
-    write("");
+    writeFile(path, "");
     reload();
     EXPECT_EQ(notice->text(), "Not reloaded: no engagement in ETXYZ.OUT.1");
     writeTrajectoryUntil(path, 5.0);
     EXPECT_TRUE(tellsOfChange());
     engagements().remove(engagements().begin()->id());
     reload();
-    write("");
+    writeFile(path, "");
     EXPECT_TRUE(tellsOfChange()) << "it still is the other one's file";
     engagements().clear();
     notice->setText({});

@@ -6,6 +6,7 @@
 #include "environmentvariable.h"
 #include "framegrab.h"
 #include "makedemonstration.h"
+#include "rows.h"
 
 using namespace sorvane;
 
@@ -35,30 +36,24 @@ TEST_F(RenderingTest, TheCommandDrawsWhatTheViewerShows) {
     ASSERT_EQ(sorvane::makeDemonstration(demo.toStdString()), std::nullopt);
     showWindow();
     window.loadEtxyzFile(demo + "/ETXYZ.OUT.turn");
-    struct Row {
-        int entry; // of the engagement's sub-menu
-        double seconds;
-        const char* name;
-        bool hasTerrain;
-        int samples;
-    };
-    for (const Row& row :
-         {Row{1, 9.0, "threat", false, 0}, Row{2, 8.2, "gyro", false, 2}, Row{3, 9.0, "target", true, 4}}) {
-        action("actionShow_Terrain")->setChecked(row.hasTerrain);
-        box->setValue(row.seconds);
-        if (!entry(0, row.entry)->isChecked())
-            entry(0, row.entry)->trigger();
+    for (const auto& [key, name, seconds, hasTerrain, samples] : Rows<Qt::Key, const char*, double, bool, int>{
+             {Qt::Key_1, "threat", 9.0, false, 0},
+             {Qt::Key_2, "gyro", 8.2, false, 2},
+             {Qt::Key_3, "target", 9.0, true, 4}}) {
+        action("actionShow_Terrain")->setChecked(hasTerrain);
+        box->setValue(seconds);
+        press(key);
         QTest::qWait(50);
-        if (row.samples != 0)
-            QTest::keyClick(view, Qt::Key_A); // one further each time
-        EXPECT_EQ(view->samples(), row.samples);
+        if (samples != 0)
+            press(Qt::Key_A); // one further each time
+        EXPECT_EQ(view->samples(), samples);
         const QImage shown = grabFrame(*view);
         QStringList options = {
-            "--view", row.name, "--at", QString::number(row.seconds), "--antialias", QString::number(row.samples)};
-        if (row.hasTerrain)
+            "--view", name, "--at", QString::number(seconds), "--antialias", QString::number(samples)};
+        if (hasTerrain)
             options << "--terrain";
-        const QString byViewer = QString("viewer-%1.png").arg(row.name);
-        const QString byCommand = QString("command-%1.png").arg(row.name);
+        const QString byViewer = QString("viewer-%1.png").arg(name);
+        const QString byCommand = QString("command-%1.png").arg(name);
         ASSERT_TRUE(shown.save(byViewer));
         render(byCommand, options);
         // Threads of edges may fall a pixel aside: the viewer's camera has come there in steps.

@@ -1,6 +1,7 @@
 // Where ticks take the time: shuttle rates and loops.
 #include <gtest/gtest.h>
 
+#include "rows.h"
 #include "transport.h"
 
 using namespace sorvane;
@@ -49,35 +50,26 @@ TEST(TransportTest, EndsAtTheLatestTimeAndBackwardAtZero) {
 }
 
 TEST(TransportTest, LoopsBetweenItsPointsOnlyWhenOn) {
-    struct Row {
-        double in;
-        double out;
-        double now;
-        bool isBackward;
-        double on;  // the time that follows with the loop on
-        double off; // and off
-    };
-    const Row rows[] = {
-        {2.0, 3.0, 2.5, false, 2.533, 2.533},
-        {2.0, 3.0, 2.99, false, 2.0, 3.023},
-        {2.0, 3.0, 1.0, false, 1.033, 1.033},
-        {2.0, 3.0, 8.0, false, 2.0, 8.033},
-        {2.0, 3.0, 2.01, true, 3.0, 1.977},
-        {0.0, 99.0, 12.49, false, 0.0, 29.999},     // to the end, from the start
-        {3.0, 2.0, 2.5, false, 0.0, 2.533},         // an out point before the in point moves it to the start
-        {2.0, 2.0, 2.0, false, 0.0, 2.033},         // as does one at the in point
-        {12.5, 99.0, 12.49, false, 29.999, 29.999}, // no length, no loop
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.now);
+    // The times that follow now with the loop on and off.
+    for (const auto& [in, out, now, isBackward, on, off] : Rows<double, double, double, bool, double, double>{
+             {2.0, 3.0, 2.5, false, 2.533, 2.533},
+             {2.0, 3.0, 2.99, false, 2.0, 3.023},
+             {2.0, 3.0, 1.0, false, 1.033, 1.033},
+             {2.0, 3.0, 8.0, false, 2.0, 8.033},
+             {2.0, 3.0, 2.01, true, 3.0, 1.977},
+             {0.0, 99.0, 12.49, false, 0.0, 29.999},        // to the end, from the start
+             {3.0, 2.0, 2.5, false, 0.0, 2.533},            // an out point before the in point moves it to the start
+             {2.0, 2.0, 2.0, false, 0.0, 2.033},            // as does one at the in point
+             {12.5, 99.0, 12.49, false, 29.999, 29.999}}) { // no length, no loop
+        SCOPED_TRACE(now);
         Transport transport;
-        transport.setInPoint(row.in);
-        transport.setOutPoint(row.out);
-        if (row.isBackward)
+        transport.setInPoint(in);
+        transport.setOutPoint(out);
+        if (isBackward)
             transport.shuttleBackward();
-        EXPECT_DOUBLE_EQ(transport.next(row.now, 1.0, kRange).time, row.off);
+        EXPECT_DOUBLE_EQ(transport.next(now, 1.0, kRange).time, off);
         transport.toggleLoop();
-        EXPECT_DOUBLE_EQ(transport.next(row.now, 1.0, kRange).time, row.on);
+        EXPECT_DOUBLE_EQ(transport.next(now, 1.0, kRange).time, on);
     }
 }
 

@@ -41,6 +41,9 @@ struct WindowTest : testing::Test {
     AircraftWidget* const view = window.findChild<AircraftWidget*>("glWidget");
     QMenu* const filesMenu = window.findChild<QMenu*>("menuETXYZ_Files");
     QTimer* const timer = window.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    QLabel* const notice = window.findChild<QLabel*>("viewNotice");
+    QLabel* const loads = window.findChild<QLabel*>("loadNotice");
+    QLabel* const readout = window.findChild<QLabel*>("viewReadout");
 
     void showWindow() {
         window.show();
@@ -52,6 +55,11 @@ struct WindowTest : testing::Test {
         const QString path = writeTrajectoryUntil(folder.filePath(name), end);
         window.loadEtxyzFile(path);
         return path;
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(view, key, modifiers); }
+    static void focus(QWidget* control) {
+        control->setFocus();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return control->hasFocus(); }));
     }
     // A modal dialog runs an event loop of its own; `act` is called with the next one of its type inside that loop.
     template <class Act> void answerDialog(const Act& act) { answerModal<QFileDialog>(act); }

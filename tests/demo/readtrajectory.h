@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "vec3.h"
+
 using Numbers = std::vector<double>;
 
 struct ReadSample {
@@ -16,14 +18,14 @@ struct ReadSample {
 
     double time() const { return head.at(0); }
     // Three numbers from `first` on.
-    static Numbers three(const Numbers& numbers, std::size_t first) {
+    static sorvane::Vec3d three(const Numbers& numbers, std::size_t first) {
         return {numbers.at(first), numbers.at(first + 1), numbers.at(first + 2)};
     }
-    Numbers targetPosition() const { return three(head, 2); }
-    Numbers targetAttitude() const { return three(head, 5); }
-    Numbers threatPosition() const { return three(threat, 0); }
-    Numbers threatAttitude() const { return three(threat, 3); }
-    Numbers gyro() const { return three(seeker, 2); }
+    sorvane::Vec3d targetPosition() const { return three(head, 2); }
+    sorvane::Vec3d targetAttitude() const { return three(head, 5); }
+    sorvane::Vec3d threatPosition() const { return three(threat, 0); }
+    sorvane::Vec3d threatAttitude() const { return three(threat, 3); }
+    sorvane::Vec3d gyro() const { return three(seeker, 2); }
 };
 
 struct ReadTrajectory {

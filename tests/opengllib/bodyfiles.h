@@ -1,7 +1,6 @@
 // Small files of a body, made in memory or on disk, and what the loaders print about them.
 #pragma once
 
-#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -11,6 +10,8 @@
 
 #include <gtest/gtest.h>
 #include <unistd.h>
+
+#include "radbytes.h"
 
 namespace sorvane {
 // What `action` reports through printError, as "file function: message"; anything else on standard error as it stands.
@@ -51,25 +52,6 @@ private:
     static inline int made_ = 0;
     std::string path_;
 };
-
-inline void appendWord(std::string& bytes, const void* word) {
-    bytes.append(static_cast<const char*>(word), 4);
-}
-
-// The bytes of a radiance file.
-inline std::string radBytes(const std::vector<float>& radiances, const std::vector<float>& emittances) {
-    std::string bytes;
-    for (std::int32_t word = 0; word < 19; ++word) {
-        const std::int32_t value = word == 10 ? static_cast<std::int32_t>(radiances.size()) : -1 - word;
-        appendWord(bytes, &value);
-    }
-    for (const float& radiance : radiances)
-        appendWord(bytes, &radiance);
-    bytes += "padding.";
-    for (const float& emittance : emittances)
-        appendWord(bytes, &emittance);
-    return bytes;
-}
 
 // The text of a geometry file, made up piece by piece; a rectangle is two triangles that face +z.
 struct Geometry {

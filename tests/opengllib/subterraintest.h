@@ -44,6 +44,21 @@ protected:
     void SetUp() override { ASSERT_TRUE(context.isUsable()); }
     void TearDown() override { EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)); }
 
+    // Into a picture of the world from (100, 200) to (110, 207), which culls what doesn't face up.
+    void lookAtTheTile() const {
+        glMatrixMode(GL_PROJECTION);
+        glLoadIdentity();
+        glOrtho(100, 110, 200, 207, -1000, 1000);
+        glMatrixMode(GL_MODELVIEW);
+        glLoadIdentity();
+        glEnable(GL_CULL_FACE);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    }
+    void drawLit() {
+        tile.setDrawSecondPass(true);
+        lookAtTheTile();
+        outputOf([&] { tile.render(Lights()); });
+    }
     std::string outputOfLoad(bool result) {
         return outputOf([&] { EXPECT_EQ(tile.load(), result); });
     }

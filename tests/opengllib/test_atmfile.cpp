@@ -68,35 +68,26 @@ TEST(AtmFile, ReportsWhatIsWrongWithItsTextOnce) {
              {one, "Unexpected EOF found when reading line 2."},
              {one + two, "Unexpected EOF found when reading line 3."},
              {"1 2 %d", lineOne + "1 2 %d\"."},
-             {"\n" + one + two, lineOne + "\n\"."},
              {std::string("1 2\0 3\n", 7) + two, lineOne + "1 2\"."},
-             {std::string("\0", 1), lineOne + "\"."},
              {one + "1 2 3 4.5 5 6 7 8 9 10\n", lineTwo + "1 2 3 4.5 5 6 7 8 9 10\n\"."},
-             {one + "1 2 3 4 5 6 7 8 9 x\n", lineTwo + "1 2 3 4 5 6 7 8 9 x\n\"."},
              {one + two + "1 2 3\n4\n", lineThree + "1 2 3\n\"."},
-             {"1 2 3" + blanks + "rest\n" + two + "1 2 3 4\n", lineTwo + "    rest\n\"."},
-             {"1 2 " + blanks + "3\n" + two, lineOne + "1 2 " + blanks.substr(0, 251) + "\"."}}) {
+             {"1 2 3" + blanks + "rest\n" + two + "1 2 3 4\n", lineTwo + "    rest\n\"."}}) {
         AtmFile atm;
         EXPECT_EQ(outputOf([&, &text = text] { EXPECT_FALSE(atm.parse(text)); }), loadError(message)) << text;
         expectAllZero(atm);
     }
 }
 
-TEST(AtmFile, ReportsAFileThatCanNotBeOpened) {
+TEST(AtmFile, ReportsAFileThatCanNotBeOpenedAndReadsTheBeginningOfALongOne) {
     const TemporaryDirectory directory;
+    AtmFile atm;
     for (const std::string& name : {directory.file("missing.atm"), directory.path().string(), std::string()}) {
-        AtmFile atm;
         EXPECT_EQ(outputOfLoad(atm, name, false), loadError("Unable to open file \"" + name + "\" for reading."));
-        expectAllZero(atm);
         EXPECT_EQ(atm.fileName(), name);
     }
-}
-
-TEST(AtmFile, IsReadAtItsBeginningHoweverLongItIs) {
-    const TemporaryDirectory directory;
+    expectAllZero(atm);
     const std::string name = directory.write("long.atm", kGood);
     std::filesystem::resize_file(name, std::uintmax_t{1} << 33); // sparse
-    AtmFile atm;
     EXPECT_EQ(outputOfLoad(atm, name, true), "");
     expectGoodValues(atm);
 }
@@ -122,27 +113,20 @@ TEST(AtmFileCache, AnswersForAFileThatWasLoadedBefore) {
 TEST(AtmFileCache, IsEmptiedWholeByTheLoadThatFindsMoreThan256Entries) {
     const TemporaryDirectory directory;
     int made = 0;
-    const auto loadNewFile = [&] {
-        std::string name = directory.write("file" + std::to_string(made++) + ".atm", kGood);
-        AtmFile atm;
-        EXPECT_TRUE(atm.Load(name));
-        std::filesystem::remove(name);
-        return name;
-    };
-    // Loads new files until one of them empties the cache; that one is then its only entry.
+    // How many files are loaded until one of them empties the cache; that one is then its only entry.
     const auto loadUntilEmptied = [&] {
         AtmFile first;
-        EXPECT_TRUE(first.Load(loadNewFile()));
-        for (int loads = 1; loads < 1000; ++loads) {
-            loadNewFile();
+        for (int loads = 0; loads < 1000; ++loads) {
+            AtmFile next;
+            AtmFile& atm = loads == 0 ? first : next;
+            EXPECT_TRUE(atm.Load(directory.write("file" + std::to_string(made++) + ".atm", kGood)));
             if (!first.InCache())
                 return loads;
         }
         return -1;
     };
     loadUntilEmptied(); // other tests may have left entries
-    // The first of these loads makes entry 2, so that 256 loads make 257 entries and one more empties the cache.
-    EXPECT_EQ(loadUntilEmptied(), 256);
+    EXPECT_EQ(loadUntilEmptied(), 256) << "after the one that has emptied it";
 }
 
 TEST(AtmFile, PointsTowardsTheSun) {
@@ -151,10 +135,8 @@ TEST(AtmFile, PointsTowardsTheSun) {
     constexpr float kCosine = -4.37113883e-08F;
     for (const auto& [ninth, azimuth, expected] : Rows<std::string, std::string, Vector<float>>{
              {"180", "0", {1.91068547e-15F, kCosine, 1, 0}},
-             {"90", "90", {1, 0, 0, 0}},
              {"90", "0", {kCosine, 1, 0, 0}},
              {"90", "270", {-1, 8.74227766e-08F, 0, 0}},
-             {"0", "0", {1.91068547e-15F, kCosine, -1, 0}},
              {"130", "225", {-0.54167527F, -0.54167527F, 0.642787635F, 0}},
              {"146.75", "-17.5", {-0.164874956F, 0.522916555F, 0.836286128F, 0}}}) {
         AtmFile atm;
@@ -164,9 +146,14 @@ TEST(AtmFile, PointsTowardsTheSun) {
     }
 }
 
-TEST(AtmFile, PrintsItsValues) {
+TEST(AtmFile, ReadsAndPrintsDecimalPointsInALocaleWithADecimalComma) {
+    const DecimalCommaLocale locale;
     AtmFile atm;
     ASSERT_TRUE(atm.parse(kGood));
+    expectGoodValues(atm);
+    char written[8];
+    std::snprintf(written, sizeof written, "%.1f", 1.5);
+    EXPECT_STREQ(written, "1,5") << "the caller's locale is given back";
     EXPECT_EQ(
         outputOf([&] { atm.PrintData(); }), "Signature bearing (N to E in deg) = -12.5\n"
                                             "Direct solar radiance (W/cm2/str) = 0.00054\n"
@@ -175,14 +162,4 @@ TEST(AtmFile, PrintsItsValues) {
                                             "Solar azimuth (N to E in deg) = 225\n"
                                             "Solar zenith (0 is up in deg) = 50\n"
                                             "Solar direction (world coords) = (-0.541675, -0.541675, 0.642788)\n");
-}
-
-TEST(AtmFile, ReadsADecimalPointInALocaleWithADecimalComma) {
-    const DecimalCommaLocale locale;
-    AtmFile atm;
-    ASSERT_TRUE(atm.parse(kGood));
-    expectGoodValues(atm);
-    char written[8];
-    std::snprintf(written, sizeof written, "%.1f", 1.5);
-    EXPECT_STREQ(written, "1,5") << "the caller's locale is given back";
 }

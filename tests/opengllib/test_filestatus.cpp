@@ -63,12 +63,13 @@ TEST_F(FileStatus, ProbesAnExistingFileOnceAndMeasuresItInItsRow) {
     EXPECT_EQ(counter, 3U);
 }
 
-TEST_F(FileStatus, AnEmptyFileExistsUntilItIsMeasured) {
+TEST_F(FileStatus, AnEmptyFileExistsUntilItIsMeasuredAndADirectoryDoesNot) {
     const std::string name = directory_.write("empty", "");
     EXPECT_TRUE(File::Exists(name));
     EXPECT_EQ(File::Size(name, true), 0);
     EXPECT_FALSE(File::Exists(name));
     EXPECT_TRUE(seen[0].exists);
+    EXPECT_FALSE(File::Exists(directory_.path().string()));
 }
 
 TEST_F(FileStatus, AFileLostBeforeItWasMeasuredGetsASecondRowThatNobodyReads) {
@@ -85,23 +86,11 @@ TEST_F(FileStatus, AFileLostBeforeItWasMeasuredGetsASecondRowThatNobodyReads) {
     EXPECT_EQ(File::Size(name, false), -1);
 }
 
-TEST_F(FileStatus, TakesNamesAsTheyAreWritten) {
-    directory_.write("file", "1");
-    EXPECT_TRUE(File::Exists(directory_.file("file")));
-    EXPECT_TRUE(File::Exists(directory_.file("./file")));
-    EXPECT_EQ(seen.size(), 2U);
-    EXPECT_FALSE(File::Exists(directory_.path().string())) << "a directory is not a file";
-}
-
 TEST_F(FileStatus, IsEmptiedByANewExistingFileThatFindsMoreThan256Rows) {
     const std::string existing = directory_.write("file", "123");
     const std::string missing = directory_.file("missing");
     for (const auto& [before, name, measure, after] : Rows<std::size_t, std::string, bool, std::size_t>{
-             {256, existing, false, 257},
-             {257, existing, false, 1},
-             {300, existing, true, 1},
-             {257, missing, false, 258},
-             {300, missing, true, 301}}) {
+             {256, existing, false, 257}, {257, existing, true, 1}, {257, missing, false, 258}}) {
         fillTable(before);
         File::Size(name, measure);
         EXPECT_EQ(seen.size(), after) << before << " rows, then " << name;
@@ -131,32 +120,25 @@ TEST_F(FileChecks, SayWhichFileWasNotFound) {
 
 TEST_F(FileChecks, EmptyAFileThatTheyFindWritable) {
     const std::string existing = directory_.write("existing", "contents");
-    const std::string fresh = directory_.file("fresh");
     const std::string unwritable = directory_.file("missing/file");
     EXPECT_EQ(
         outputOf([&] {
             EXPECT_TRUE(FileWritable(existing));
-            EXPECT_TRUE(CheckFileWritable(fresh));
-            EXPECT_FALSE(FileWritable(unwritable));
+            EXPECT_TRUE(CheckFileWritable(directory_.file("fresh")));
+            EXPECT_FALSE(CheckFileWritable(unwritable));
         }),
-        "");
-    EXPECT_EQ(std::filesystem::file_size(existing), 0U);
-    EXPECT_TRUE(std::filesystem::exists(fresh));
-    EXPECT_EQ(
-        outputOf([&] { EXPECT_FALSE(CheckFileWritable(unwritable)); }),
         "File " + unwritable + " can not be written to.\n");
+    EXPECT_EQ(std::filesystem::file_size(existing), 0U);
+    EXPECT_TRUE(std::filesystem::exists(directory_.file("fresh")));
 }
 
 TEST(CheckExtension, ComparesTheEndOfTheNameExactly) {
     for (const auto& [name, extension, result] : Rows<const char*, const char*, bool>{
-             {"tile.hdr", "hdr", true},
+             {"a.tar.gz", "tar.gz", true},
              {"tile.HDR", "hdr", false},
              {"hdr", "hdr", false},
-             {".hdr", "hdr", true},
              {"tilehdr", "hdr", false},
-             {"tile.hdr", ".hdr", false},
              {"tile.", "", true},
-             {"", "", false},
-             {"a.tar.gz", "tar.gz", true}})
+             {"", "", false}})
         EXPECT_EQ(checkExtension(name, extension), result) << name << " with " << extension;
 }

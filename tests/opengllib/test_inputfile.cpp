@@ -1,8 +1,10 @@
-// Opening input files: regular files only, and never more of them than asked for.
+// Opening input files: regular files only, and never more of them than asked for. Where the data tree is looked for.
 #include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
+#include "dataroot.h"
+#include "environmentvariable.h"
 #include "inputfile.h"
 #include "rows.h"
 #include "temporarydirectory.h"
@@ -45,4 +47,19 @@ TEST(InputFile, FollowsLinksAndTakesAnyName) {
     directory.write("-ä 'quoted' \"name\"", "contents");
     std::filesystem::create_symlink("-ä 'quoted' \"name\"", directory.path() / "link");
     EXPECT_EQ(readInputFile(directory.file("link"), 100), "contents");
+}
+
+TEST(DataRoot, ComesFromTheEnvironmentOrIsTheCompiledInOne) {
+    for (const auto& [value, root] : Rows<std::optional<std::string>, std::string>{
+             {std::nullopt, SORVANE_DATA_ROOT},
+             {"", SORVANE_DATA_ROOT},
+             {"/srv/data/", "/srv/data/"},
+             {"/srv/my data", "/srv/my data/"},
+             {"/", "/"}}) {
+        SCOPED_TRACE(value.value_or("unset"));
+        const EnvironmentVariable variable("PELSAR_DATA", value);
+        EXPECT_EQ(dataRoot(), root);
+        EXPECT_EQ(dataPath("openglshaders/"), root + "openglshaders/");
+        EXPECT_EQ(dataPath(""), root);
+    }
 }

@@ -28,32 +28,28 @@ std::string notFound(const std::string& path) {
 
 TEST(AsterMean, IsTheTrapezoidalMeanOfThePointsInsideTheBand) {
     const DecimalCommaLocale locale;
-    for (const auto& [points, lambda1, lambda2, mean] : Rows<std::string, float, float, float>{
-             {kRisingPoints, 8, 9, 0.4F},
-             {kFallingPoints, 8, 9, 0.4F},
-             // Nothing is interpolated at the edges.
-             {kRisingPoints, 7.5F, 9.9F, 0.4F},
-             {kFallingPoints, 7.5F, 9.9F, 0.4F},
-             {kRisingPoints, 8, 8.6F, 0.3F},
-             // (15 + 15 + 25 + 70) / 3
-             {kRisingPoints, 1, 100, 125.0F / 300.0F},
-             {kFallingPoints, 1, 100, 125.0F / 300.0F},
-             // The first of several points at the first wavelength counts.
-             {"7 10\n7 90\n8 20\n", 5, 8, 0.15F},
-             // Later ones do not widen the band.
-             {"7 10\n8 20\n8 30\n9 40\n", 7, 9, 0.25F},
-             // A line without numbers repeats the point before it.
-             {"7 10\nwords\n\n8 20\n", 5, 8, 0.15F}})
+    for (const auto& [points, lambda1, lambda2, mean] :
+         Rows<std::string, float, float, float>{// Nothing is interpolated at the edges.
+                                                {kRisingPoints, 7.5F, 9.9F, 0.4F},
+                                                {kFallingPoints, 8, 9, 0.4F},
+                                                {kRisingPoints, 8, 8.6F, 0.3F},
+                                                // (15 + 15 + 25 + 70) / 3
+                                                {kRisingPoints, 1, 100, 125.0F / 300.0F},
+                                                {kFallingPoints, 1, 100, 125.0F / 300.0F},
+                                                // The first of several points at the first wavelength counts.
+                                                {"7 10\n7 90\n8 20\n", 5, 8, 0.15F},
+                                                // Later ones do not widen the band.
+                                                {"7 10\n8 20\n8 30\n9 40\n", 7, 9, 0.25F},
+                                                // A line without numbers repeats the point before it.
+                                                {"7 10\nwords\n\n8 20\n", 5, 8, 0.15F}})
         EXPECT_FLOAT_EQ(Aster::bandMean(asterText(points), lambda1, lambda2), mean) << points;
 }
 
 TEST(AsterMean, OfNoPointsIsNotANumber) {
     for (const auto& [points, lambda1, lambda2] : Rows<std::string, float, float>{
-             {kRisingPoints, 8.1F, 8.4F},
              {kFallingPoints, 8.1F, 8.4F},
              {kRisingPoints, 20, 30},
              {"8 10\n8 10\n", 7, 9},
-             {"8 10", 7, 9},
              {"", 7, 9},
              {"nan nan\n8 10\n9 10\n", 7, 9}})
         EXPECT_TRUE(std::isnan(Aster::bandMean(asterText(points), lambda1, lambda2))) << points;
@@ -80,16 +76,12 @@ TEST(Aster, IsReadOnceForEachBand) {
     const std::string path = directory.write("grass.txt", asterText(kRisingPoints));
     Aster::asterdata entry;
     EXPECT_FALSE(Aster::hasBeenLoaded(path, 8, 9, entry));
-    EXPECT_EQ(entry.name, path);
     EXPECT_EQ(entry.reflectance, -1.0F);
-    const Aster first(path, 8, 9);
-    EXPECT_FLOAT_EQ(first.getReflectance(), 0.4F);
-    EXPECT_FLOAT_EQ(first.getEmissivity(), 0.6F);
+    EXPECT_FLOAT_EQ(Aster(path, 8, 9).getEmissivity(), 0.6F);
     EXPECT_TRUE(Aster::hasBeenLoaded(path, 8, 9, entry));
-    EXPECT_FALSE(Aster::hasBeenLoaded(path, 8, std::nextafter(9.0F, 10.0F), entry)) << "bands are compared exactly";
     directory.write("grass.txt", "gone");
     EXPECT_FLOAT_EQ(Aster(path, 8, 9).getReflectance(), 0.4F);
-    const Aster other(path, 7, 9);
+    const Aster other(path, 8, std::nextafter(9.0F, 10.0F));
     EXPECT_TRUE(std::isnan(other.getReflectance())) << "another band reads the file";
     EXPECT_TRUE(std::isnan(other.getEmissivity()));
     EXPECT_FALSE(other.isAlpha());
@@ -98,10 +90,8 @@ TEST(Aster, IsReadOnceForEachBand) {
 TEST(BandFile, GivesTheEdges) {
     const DecimalCommaLocale locale;
     for (const auto& [text, expected1, expected2] : Rows<std::string, float, float>{
-             {"free text\n8.5 9.25\n", 8.5F, 9.25F},
              {"1 2\n\n 8.5\n\n9.25", 8.5F, 9.25F},
              {"\n8.5 x", 8.5F, 0},
-             {"", 0, 0},
              {"8 9", 0, 0},
              // A first line of more than 255 characters goes on as the numbers.
              {std::string(255, 'x') + "8 9\n10 11\n", 8, 9}}) {
@@ -180,27 +170,14 @@ TEST(ClassToAster, GivesTheReflectanceOfAClass) {
             errorLine("getIndexByClass", "opengllib/cls2asterfile.cpp", "Could not find class 8.") +
                 errorLine("getAsterByClass", "opengllib/cls2asterfile.cpp", "Received negative index -1."));
     }
-    Cls2AsterFile table;
+    std::filesystem::remove(path);
+    Cls2AsterFile table; // from memory
     ASSERT_TRUE(table.load(path, directory.file("aster/"), 8, 9));
+    EXPECT_FALSE(table.InCache(path, 8, 10)) << "in another band";
     EXPECT_EQ(
         outputOf([&] { table.print(); }), "7: refl: 0.400000:\t" + directory.file("aster/grass.txt") +
                                               "\n200: refl: -1.000000:\taster::alpha\n"
                                               "7: refl: -1.000000:\taster::alpha\n");
-}
-
-TEST(ClassToAster, IsReadOnceForEachBand) {
-    const TemporaryDirectory directory;
-    directory.write("grass.txt", asterText(kRisingPoints));
-    const std::string path = directory.write("a.cls2aster", "7 grass\n");
-    Cls2AsterFile table;
-    EXPECT_TRUE(table.load(path, directory.path().string(), 8, 9));
-    std::filesystem::remove(path);
-    std::filesystem::remove(directory.file("grass.txt"));
-    EXPECT_FALSE(table.InCache(path, 8, 10));
-    Cls2AsterFile again;
-    EXPECT_TRUE(again.load(path, "", 8, 9));
-    EXPECT_EQ(again.count(), 1);
-    EXPECT_FLOAT_EQ(again.getAsterByClass(7).getReflectance(), 0.4F);
 }
 
 TEST(ClassToAster, FailsAsAWhole) {

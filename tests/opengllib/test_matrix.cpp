@@ -78,23 +78,9 @@ TEST(BuildTransform, ScalesThenRollsThenPitchesThenYawsThenMoves) {
         {-0.939549446F, 0.0164004155F, 0.342020392F, 0, 0.335445672F, 0.244562581F, 0.90976119F, 0, -0.0687249303F,
          0.96949482F, -0.235280067F, 0, 1e4F, 2e4F, -3e3F, 1});
     // To the last bit: three components would differ if the products were taken from the right.
-    const Components inThisOrder = {
-        0.666110516F,
-        1.93452621F,
-        -2.19406128F,
-        0,
-        -0.464307964F,
-        0.45476684F,
-        0.260010064F,
-        0,
-        1.35785091F,
-        0.764998496F,
-        1.08674657F,
-        0,
-        1,
-        2,
-        3,
-        1};
+    const Components inThisOrder = {0.666110516F, 1.93452621F, -2.19406128F, 0.0F,         -0.464307964F, 0.45476684F,
+                                    0.260010064F, 0.0F,        1.35785091F,  0.764998496F, 1.08674657F,   0.0F,
+                                    1.0F,         2.0F,        3.0F,         1.0F};
     EXPECT_EQ(componentsOf(BuildTransform(3, 0.7F, 1.9F, 33, 47, 71, 1, 2, 3)), inThisOrder);
     const Vector<float> alongX(1, 0, 0, 1);
     EXPECT_EQ((BuildTransform(2, 1, 1, 0, 0, 0, 5, 6, 7) * alongX), Vector<float>(7, 6, 7, 1));

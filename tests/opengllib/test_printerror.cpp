@@ -1,22 +1,32 @@
-// The error line, to the letter, and the one way to end the process.
+// The error line, to the letter, who gets messages, and the one way to end the process.
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
-#include <stdexcept>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "endprocess.h"
 #include "fail.h"
+#include "messages.h"
 #include "printerror.h"
 #include "temporarydirectory.h"
 
 using namespace sorvane;
 
+using testing::ElementsAre;
 using testing::internal::CaptureStderr;
 using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStderr;
 using testing::internal::GetCapturedStdout;
+
+namespace {
+std::vector<std::string> textsOf(const MessageCollection& collection) {
+    std::vector<std::string> texts;
+    for (const Message& message : collection.messages())
+        texts.push_back((message.isError ? "error: " : "") + message.text);
+    return texts;
+}
+} // namespace
 
 TEST(PrintError, NamesTheFunctionBeforeTheFileAndFormatsItsArgumentsWhateverTheCountSays) {
     CaptureStderr();
@@ -62,11 +72,30 @@ TEST(EndProcessDeathTest, EndsTheProcessWhenTheHandlerReturns) {
         testing::ExitedWithCode(1), testing::Eq("handled"));
 }
 
-TEST(EndProcess, CanBeCaughtThroughAHandlerThatThrows) {
-    const EndProcessHandler thrower = [] {
-        throw std::runtime_error("ended");
-    };
-    EXPECT_EQ(setEndProcessHandler(thrower), nullptr);
-    EXPECT_THROW(endProcess(), std::runtime_error);
-    EXPECT_EQ(setEndProcessHandler(nullptr), thrower);
+TEST(Messages, GoToTheLatestCollectionAndPrintNothingMeanwhile) {
+    CaptureStdout();
+    CaptureStderr();
+    MessageCollection outer;
+    {
+        const MessageCollection inner;
+        printMessage("%d tiles", 3);
+        printError("file", "function", 1, "no %s", 1, "file");
+        EXPECT_THAT(textsOf(inner), ElementsAre("3 tiles", "error: no file"));
+    }
+    printErrorMessage("back %s", std::string(3000, 'x').c_str());
+    EXPECT_THAT(textsOf(outer), ElementsAre("error: back " + std::string(3000, 'x')));
+    EXPECT_EQ(outer.take().size(), 1U);
+    EXPECT_TRUE(outer.messages().empty());
+    EXPECT_EQ(GetCapturedStdout(), "");
+    EXPECT_EQ(GetCapturedStderr(), "");
+}
+
+TEST(Messages, ArePrintedWhenNobodyCollects) {
+    { const MessageCollection over; }
+    CaptureStdout();
+    CaptureStderr();
+    printMessage("100%% of %s", "tiles");
+    printErrorMessage("bad");
+    EXPECT_EQ(GetCapturedStdout(), "100% of tiles\n");
+    EXPECT_EQ(GetCapturedStderr(), "bad\n");
 }

@@ -65,3 +65,16 @@ std::vector<float> GlContext::pixels() const {
     glReadPixels(0, 0, width_, height_, GL_RGBA, GL_FLOAT, values.data());
     return values;
 }
+
+std::vector<GLint> GlContext::state() {
+    std::vector<GLint> state;
+    for (const GLenum name : std::initializer_list<GLenum>{
+             GL_ATTRIB_STACK_DEPTH, GL_CLIENT_ATTRIB_STACK_DEPTH, GL_MODELVIEW_STACK_DEPTH, GL_MATRIX_MODE,
+             GL_MODELVIEW_MATRIX, GL_CURRENT_PROGRAM, GL_ARRAY_BUFFER_BINDING, GL_ELEMENT_ARRAY_BUFFER_BINDING,
+             GL_TEXTURE_BINDING_2D, GL_VERTEX_ARRAY, GL_COLOR_ARRAY, GL_NORMAL_ARRAY}) {
+        GLint values[16] = {};
+        glGetIntegerv(name, values);
+        state.insert(state.end(), values, values + (name == GL_MODELVIEW_MATRIX ? 16 : 1));
+    }
+    return state;
+}

@@ -20,6 +20,9 @@ public:
     // Red, green, blue and alpha of every pixel, row by row from the bottom.
     std::vector<float> pixels() const;
 
+    // What who draws has to leave as it was: depths of stacks, bindings, arrays and the model-view matrix.
+    static std::vector<GLint> state();
+
 private:
     bool createContext();
     bool createPicture();

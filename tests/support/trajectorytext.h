@@ -46,16 +46,28 @@ inline QByteArray trajectoryRecord(const TestSample& sample) {
     return text;
 }
 
-// A trajectory through the samples at `path`; returns the path.
-inline QString
-writeTrajectory(const QString& path, const QList<TestSample>& samples, const QByteArray& header = trajectoryHeader()) {
+// A file of these bytes at `path`; returns the path.
+inline QString writeFile(const QString& path, const QByteArray& bytes) {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return {};
-    file.write(header);
-    for (const TestSample& sample : samples)
-        file.write(trajectoryRecord(sample));
+    file.write(bytes);
     return path;
+}
+
+// Empty where there is no such file.
+inline QByteArray contentsOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// A trajectory through the samples at `path`; returns the path.
+inline QString
+writeTrajectory(const QString& path, const QList<TestSample>& samples, const QByteArray& header = trajectoryHeader()) {
+    QByteArray text = header;
+    for (const TestSample& sample : samples)
+        text += trajectoryRecord(sample);
+    return writeFile(path, text);
 }
 
 // Two samples: at 0 s and at `end` seconds.

@@ -2,11 +2,11 @@
 #include "nestedbody.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <numbers>
 
 #include "body.h"
+#include "radbytes.h"
 
 namespace sorvane {
 namespace {
@@ -60,20 +60,6 @@ void addPlate(Mesh& mesh, const Vec3d& low, const Vec3d& high) {
     }
 }
 
-void appendWord(std::string& bytes, std::uint32_t word) {
-    for (unsigned shift = 0; shift < 32; shift += 8)
-        bytes += static_cast<char>((word >> shift) & 0xFFU);
-}
-
-// A radiance of `grey` millionths of W/cm²/sr for each facet, in the layout of a radiance file.
-template <class Grey> std::string radiances(std::size_t facets, const Grey& grey) {
-    std::string bytes;
-    for (std::size_t word = 0; word < 19; ++word)
-        appendWord(bytes, word == 10 ? static_cast<std::uint32_t>(facets) : 0);
-    for (std::size_t facet = 0; facet < facets; ++facet)
-        appendWord(bytes, std::bit_cast<std::uint32_t>(static_cast<float>(grey(facet))));
-    return bytes + std::string(8 + 4 * facets, '\0');
-}
 } // namespace
 
 Mesh nestedMesh(const NestedShape& shape) {
@@ -98,12 +84,12 @@ std::unique_ptr<Hardbody>
 FacetNumbers::bodyOf(const Mesh& mesh, Digit digit, const TemporaryDirectory& folder, const std::string& shaders) {
     const Body files{mesh, 0.0, {}};
     const std::string stem = digit == High ? "high" : "low";
-    const auto grey = [&](std::size_t facet) {
-        return 1 + (digit == High ? facet / kBase : facet % kBase);
-    };
+    std::vector<float> greys; // in millionths of W/cm²/sr
+    for (std::size_t facet = 0; facet < mesh.facets.size(); ++facet)
+        greys.push_back(static_cast<float>(1 + (digit == High ? facet / kBase : facet % kBase)));
     const std::string geometry = folder.write(stem + ".vnl", geometryText(files));
     const std::string reflectance = folder.write(stem + ".brdf", reflectanceText(files));
-    const std::string signature = folder.write(stem + ".rad", radiances(mesh.facets.size(), grey));
+    const std::string signature = folder.write(stem + ".rad", radBytes(greys, greys));
     auto body = std::make_unique<Hardbody>();
     constexpr float kGreyOfAMillionth = 1.0e6F / 255.0F;
     if (!body->Init(

@@ -8,6 +8,14 @@
 #include "scene.h"
 
 namespace sorvane {
+// A camera of the free view.
+inline Camera cameraAt(const Vector<float>& eye, const Vector<float>& centre) {
+    Camera camera;
+    camera.setMode(ViewFree);
+    camera.place(eye, centre);
+    return camera;
+}
+
 // An offscreen GL context with a scene in it. What needs the context, initialised bodies for one, must end before it.
 class OffscreenScene {
 public:

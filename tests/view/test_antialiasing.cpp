@@ -50,13 +50,12 @@ QImage picture(const char* way, int scale, int samples) {
     engagement.hardbodiesInitialized = true; // given, not named by a file
     engagement.target =
         FacetNumbers::bodyOf(nestedMesh({50.0, 4, 12, 16, 8}), FacetNumbers::Low, folder, SORVANE_SHADERS);
-    Camera camera;
-    camera.setMode(ViewFree);
-    camera.place({160.0F, 60.0F, -140.0F, 1.0F}, {0.0F, 0.0F, -100.0F, 1.0F});
     SceneOptions options{.time = 1.0};
     options.pixelRatio = scale;
     options.samples = samples;
-    return scene.draw({{EngagementId{1}, &engagement}}, camera, options);
+    return scene.draw(
+        {{EngagementId{1}, &engagement}}, cameraAt({160.0F, 60.0F, -140.0F, 1.0F}, {0.0F, 0.0F, -100.0F, 1.0F}),
+        options);
 }
 
 // The mean of each square of `scale` pixels to a side.
@@ -114,9 +113,7 @@ TEST(Antialiasing, FlaresAreRound) {
         keyframe sample;
         addFlare(sample, 0.0F, 10.0F);
         engagement.keyframes.insert(0.0, sample);
-        Camera camera;
-        camera.setMode(ViewFree);
-        camera.place({70.0F, 0.0F, -130.0F, 1.0F}, {0.0F, 0.0F, -130.0F, 1.0F});
+        const Camera camera = cameraAt({70.0F, 0.0F, -130.0F, 1.0F}, {0.0F, 0.0F, -130.0F, 1.0F});
         SceneOptions options{.showGrid = false};
         options.samples = samples;
         const QImage shown = scene.draw({{EngagementId{1}, &engagement}}, camera, options);

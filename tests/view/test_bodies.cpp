@@ -2,8 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <set>
 
 #include "environmentvariable.h"
 #include "makedemonstration.h"
@@ -39,13 +37,6 @@ struct BodiesTest : testing::Test {
         camera.place(centre + Vector<float>(dx, dy, dz, 0.0F), centre);
     }
     QImage draw() { return scene.draw({{EngagementId{1}, &engagement}}, camera, options); }
-    static double meanGrey(const QImage& picture) {
-        double sum = 0.0;
-        for (int y = 0; y < picture.height(); ++y)
-            for (int x = 0; x < picture.width(); ++x)
-                sum += qRed(picture.pixel(x, y));
-        return sum / std::max(litPixels(picture), 1);
-    }
 };
 
 TEST_F(BodiesTest, TargetAndThreatStandWhereTheyFlyOnceInitialised) {
@@ -59,42 +50,6 @@ TEST_F(BodiesTest, TargetAndThreatStandWhereTheyFlyOnceInitialised) {
     EXPECT_GT(litPixels(draw()), 150);
     lookAt(start.threatPos, 10.0F, 0.0F, 0.0F);
     EXPECT_GT(litPixels(draw()), 150);
-    options.time = 5.0; // they have gone
-    EXPECT_EQ(litPixels(draw()), 0);
-}
-
-TEST_F(BodiesTest, BodiesAreGreyAndShaded) {
-    load();
-    engagement.InitHardbodies();
-    lookAt(engagement.InterpolatedFrame(0.0).targetPos, 30.0F, 20.0F, -10.0F);
-    const QImage picture = draw();
-    EXPECT_EQ(countPixels(picture, [](int r, int g, int b) { return r != g || g != b; }), 0);
-    std::set<int> greys;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            greys.insert(qRed(picture.pixel(x, y)));
-    EXPECT_GT(greys.size(), 20U);
-}
-
-TEST_F(BodiesTest, TheSunShinesFromAbove) {
-    load();
-    engagement.InitHardbodies();
-    lookAt(engagement.InterpolatedFrame(0.0).targetPos, 5.0F, 0.0F, -50.0F);
-    const double lit = meanGrey(draw());
-
-    // The same engagement with the sun below the ground.
-    const TemporaryDirectory nightFolder;
-    const EnvironmentVariable nightRoot("PELSAR_DATA", (nightFolder.path() / "data/").string());
-    ASSERT_FALSE(sorvane::makeDemonstration(nightFolder.path()).has_value());
-    const auto atmosphere = nightFolder.path() / "data/tgt4004/tgt4004_b0001_mat0004_ter0010_w0001_t1500_rad0003.atm";
-    std::string text = readWholeFile(atmosphere);
-    const std::size_t angle = text.find(" 50.000 ");
-    ASSERT_NE(angle, std::string::npos);
-    std::ofstream(atmosphere) << text.replace(angle, 8, " 130.000 ");
-    etxyz night;
-    night.LoadETXYZ(QString::fromStdString((nightFolder.path() / "ETXYZ.OUT.turn").string()));
-    night.InitHardbodies();
-    EXPECT_GT(lit, meanGrey(scene.draw({{EngagementId{2}, &night}}, camera, options)) + 0.5);
 }
 
 TEST_F(BodiesTest, GyroViewShowsTheTargetAndNotTheThreat) {

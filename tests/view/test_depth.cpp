@@ -19,13 +19,6 @@ constexpr int kSide = 240; // pixels
 // Coordinates that single precision has to round.
 const Vertex kPlace = {1234.5F, -876.3F, -345.7F};
 
-Camera cameraAt(const Vector<float>& eye, const Vector<float>& centre) {
-    Camera camera;
-    camera.setMode(ViewFree);
-    camera.place(eye, centre);
-    return camera;
-}
-
 // Asks for a way of keeping depths apart, and draws a mesh with the greys of its facets' numbers.
 class NumberedPictures {
 public:

@@ -1,13 +1,10 @@
-// The vertices of history lines, drop lines, flare trails and grid.
+// The vertices of history lines, drop lines and flare trails.
 #include <gtest/gtest.h>
-
-#include <algorithm>
-#include <set>
 
 #include "engagementlines.h"
 #include "flaretrails.h"
-#include "grid.h"
 #include "historyline.h"
+#include "rows.h"
 
 using namespace sorvane;
 
@@ -29,40 +26,16 @@ QMap<double, keyframe> samplesEvery(double step, int count) {
     return samples;
 }
 
-std::size_t groundVertices(const HistoryPath& path) {
-    return static_cast<std::size_t>(
-        std::count_if(path.vertices.begin(), path.vertices.end(), [](const Vertex& v) { return v[2] == 0.0F; }));
-}
-
-TEST(HistoryPath, GoesThroughEverySampleOfItsBodyInOrder) {
-    const auto samples = samplesEvery(1.0, 3);
-    EXPECT_EQ(
-        historyPath(samples, PathOf::Target, false).vertices,
-        (std::vector<Vertex>{{0, 0, -1000}, {1, 0, -1000}, {2, 0, -1000}}));
-    EXPECT_EQ(
-        historyPath(samples, PathOf::Threat, false).vertices,
-        (std::vector<Vertex>{{0, 0, -500}, {-1, 0, -500}, {-2, 0, -500}}));
-}
-
 TEST(HistoryPath, DropsOneLineToTheGroundPerHalfSecond) {
-    struct Row {
-        const char* what;
-        double step;
-        int count;
-        std::size_t dropLines;
-    };
-    const Row rows[] = {
-        {"tenths of a second over 2 s", 0.1, 21, 4},
-        {"a step that divides no half second", 0.3, 11, 6}, // 0.6 1.2 1.5 2.1 2.7 3.0
-        {"quarters", 0.25, 9, 4},
-        {"whole half seconds have equal phases", 0.5, 9, 0},
-        {"a single sample", 1.0, 1, 0},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
-        const HistoryPath path = historyPath(samplesEvery(row.step, row.count), PathOf::Target, true);
-        EXPECT_EQ(groundVertices(path), row.dropLines);
-        EXPECT_EQ(path.vertices.size(), static_cast<std::size_t>(row.count) + 2 * groundVertices(path));
+    for (const auto& [step, count, dropLines] : Rows<double, int, std::size_t>{
+             {0.1, 21, 4},
+             {0.3, 11, 6}, // a step that divides no half second: 0.6 1.2 1.5 2.1 2.7 3.0
+             {0.25, 9, 4},
+             {0.5, 9, 0}, // whole half seconds have equal phases
+             {1.0, 1, 0}}) {
+        const HistoryPath path = historyPath(samplesEvery(step, count), PathOf::Target, true);
+        EXPECT_EQ(path.dropLines.size(), dropLines) << step;
+        EXPECT_EQ(path.vertices.size(), static_cast<std::size_t>(count) + 2 * dropLines) << step;
     }
 }
 
@@ -104,20 +77,5 @@ TEST(FlarePaths, FollowEachIdThroughTheSamplesThatListIt) {
     EXPECT_EQ(paths.strips[1].count, 2U);
     EXPECT_EQ(paths.vertices, (std::vector<Vertex>{{1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {10, 0, 0}, {11, 0, 0}}));
     EXPECT_EQ(paths.samples, (std::vector<std::size_t>{0, 1, 3, 0, 1}));
-}
-
-TEST(Grid, HasItsLinesAxisAndAltitudeMarks) {
-    const std::vector<Vertex> segments = gridSegments();
-    ASSERT_EQ(segments.size(), 2U * (21 + 21 + 1 + 2 * 16));
-    std::set<float> heights;
-    for (const Vertex& vertex : segments) {
-        heights.insert(vertex[2]);
-        EXPECT_LE(std::abs(vertex[0]), 10000.0F);
-        EXPECT_LE(std::abs(vertex[1]), 10000.0F);
-    }
-    EXPECT_EQ(heights.size(), 18U); // the ground, 16 marks, the top of the axis
-    EXPECT_EQ(*heights.begin(), -5000.0F);
-    EXPECT_NEAR(*std::next(heights.begin()), -4876.8, 1e-3) << "marks stop at 16,000 ft";
-    EXPECT_NEAR(*std::prev(heights.end(), 2), -304.8, 1e-3);
 }
 } // namespace

@@ -10,38 +10,24 @@
 
 #include "camera.h"
 #include "etxyz.h"
+#include "vec3.h"
 
 using namespace sorvane;
 
 namespace {
-using Point = std::array<double, 3>;
-
-Point minus(const Point& a, const Point& b) {
-    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
-Point cross(const Point& a, const Point& b) {
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-double dot(const Point& a, const Point& b) {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-Point unit(const Point& a) {
-    const double length = std::sqrt(dot(a, a));
-    return {a[0] / length, a[1] / length, a[2] / length};
-}
-Point exact(const Vector<float>& v) {
+Vec3d exact(const Vector<float>& v) {
     return {double{v.ElementAt(0)}, double{v.ElementAt(1)}, double{v.ElementAt(2)}};
 }
 
 // How far from the middle of the picture, 1 being an edge, the outermost point is; 2 for one behind the eye.
-double outermost(const Viewpoint& from, const std::vector<Point>& points, double fieldOfView, double aspect) {
-    const Point forward = unit(minus(exact(from.centre), exact(from.eye)));
-    const Point right = unit(cross(forward, {0.0, 0.0, -1.0})); // world z points down
-    const Point up = cross(right, forward);
+double outermost(const Viewpoint& from, const std::vector<Vec3d>& points, double fieldOfView, double aspect) {
+    const Vec3d forward = unit(exact(from.centre) - exact(from.eye));
+    const Vec3d right = unit(cross(forward, {0.0, 0.0, -1.0})); // world z points down
+    const Vec3d up = cross(right, forward);
     const double tangent = std::tan(fieldOfView / 2.0 * std::numbers::pi / 180.0);
     double farthest = 0.0;
-    for (const Point& point : points) {
-        const Point way = minus(point, exact(from.eye));
+    for (const Vec3d& point : points) {
+        const Vec3d way = point - exact(from.eye);
         const double depth = dot(way, forward);
         if (depth <= 0.1)
             return 2.0;
@@ -53,16 +39,13 @@ double outermost(const Viewpoint& from, const std::vector<Point>& points, double
 }
 
 struct RandomEngagement {
-    RandomEngagement(unsigned int seed, double spread, const Point& centre) {
+    RandomEngagement(unsigned int seed, double spread, const std::array<double, 3>& centre) {
         std::mt19937 random(seed);
         std::uniform_real_distribution<double> any(-1.0, 1.0);
         const auto place = [&](float(&position)[3]) {
-            Point point{};
-            for (std::size_t i = 0; i < 3; ++i) {
+            for (std::size_t i = 0; i < 3; ++i)
                 position[i] = static_cast<float>(centre[i] + spread * any(random));
-                point[i] = double{position[i]};
-            }
-            points.push_back(point);
+            points.push_back({double{position[0]}, double{position[1]}, double{position[2]}});
         };
         for (int i = 0; i < 40; ++i) {
             keyframe sample;
@@ -75,7 +58,7 @@ struct RandomEngagement {
         }
     }
     etxyz engagement;
-    std::vector<Point> points;
+    std::vector<Vec3d> points;
 };
 
 TEST(Overview, ShowsEverySampleOfAnyEngagementAndNoMoreRoomThanNeeded) {
