@@ -8,6 +8,7 @@
 
 #include "environmentvariable.h"
 #include "framegrab.h"
+#include "pixels.h"
 
 using namespace sorvane;
 
@@ -22,14 +23,8 @@ struct DisplayKeysTest : WindowTest {
     }
     // What lies over the frame on the screen.
     QRect overlaid() const {
-        const QImage shown = onScreen(*view);
-        const QImage frame = view->grabFramebuffer().convertToFormat(QImage::Format_RGB32);
-        QRect changed;
-        for (int y = 0; y < shown.height(); ++y)
-            for (int x = 0; x < shown.width(); ++x)
-                if (shown.pixel(x, y) != frame.pixel(x, y))
-                    changed |= QRect(x, y, 1, 1);
-        return changed;
+        const QImage shown = onScreen(*view); // before a frame is drawn for the grabbing
+        return differingPart(shown, view->grabFramebuffer().convertToFormat(QImage::Format_RGB32));
     }
 };
 
@@ -77,12 +72,7 @@ TEST_F(DisplayKeysTest, NamesKeepClearOfOtherTexts) {
     text.setGeometry(QRect(view->rect().center() + QPoint(0, -80), QSize(200, 80)));
     text.show();
     const auto green = [&] {
-        const QImage shown = onScreen(*view);
-        int count = 0;
-        for (int y = 0; y < shown.height(); ++y)
-            for (int x = 0; x < shown.width(); ++x)
-                count += qGreen(shown.pixel(x, y)) > 150 && qRed(shown.pixel(x, y)) < 80 ? 1 : 0;
-        return count;
+        return countPixels(onScreen(*view), [](int r, int g, int) { return g > 150 && r < 80; });
     };
     const int without = green();
     press(Qt::Key_N);

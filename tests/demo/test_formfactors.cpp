@@ -1,10 +1,8 @@
-// Form factors by ray casting: known configurations, and what the viewer's reader makes of the file.
+// Form factors by ray casting: known configurations.
 #include <array>
 #include <cmath>
 #include <map>
 #include <numeric>
-#include <span>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -13,8 +11,6 @@
 #include "body.h"
 #include "formfactors.h"
 #include "rows.h"
-#include "subfacetfile.h"
-#include "temporarydirectory.h"
 
 using namespace sorvane;
 
@@ -123,25 +119,5 @@ TEST(FormFactors, ExchangeTheSameBothWays) {
         for (const auto& [pair, value] : exchanged)
             difference += 2.0 * std::abs(value);
         EXPECT_LT(difference, 0.1 * total);
-    }
-}
-
-TEST(FormFactors, OfTheMissileLoadAsTheyWereWorkedOut) {
-    const auto factors = formFactors(missile().mesh, 20);
-    const TemporaryDirectory directory;
-    std::vector<float> earth(factors.size());
-    std::vector<float> sky(factors.size());
-    SubfacetFile file;
-    ASSERT_TRUE(file.Load(directory.write("missile.sff-txt", formFactorText(factors)), earth, sky));
-    ASSERT_EQ(file.facetCount(), factors.size());
-    for (std::size_t facet = 0; facet < factors.size(); ++facet) {
-        EXPECT_NEAR(earth[facet], factors[facet].earth, 1e-6);
-        EXPECT_NEAR(sky[facet], factors[facet].sky, 1e-6);
-        const auto visible = file.visibleFrom(facet);
-        ASSERT_EQ(visible.size(), factors[facet].visible.size());
-        for (std::size_t i = 0; i < visible.size(); ++i) {
-            EXPECT_EQ(static_cast<std::size_t>(visible[i].facet), factors[facet].visible[i].facet);
-            EXPECT_NEAR(visible[i].formFactor, factors[facet].visible[i].factor, 1e-6);
-        }
     }
 }

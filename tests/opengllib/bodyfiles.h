@@ -2,16 +2,14 @@
 #pragma once
 
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "radbytes.h"
+#include "temporarydirectory.h"
 
 namespace sorvane {
 // What `action` reports through printError, as "file function: message"; anything else on standard error as it stands.
@@ -35,21 +33,13 @@ template <class Action> std::string reportOf(Action&& action) {
 // A file that exists as long as this does.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(std::string_view contents, std::string_view suffix = "")
-        : path_(
-              testing::TempDir() + "sorvane." + std::to_string(::getpid()) + "." + std::to_string(++made_) +
-              std::string(suffix)) {
-        write(contents);
-    }
-    ~TemporaryFile() { std::filesystem::remove(path_); }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    explicit TemporaryFile(std::string_view contents) : path_(directory_.write("file", contents)) {}
 
-    void write(std::string_view contents) const { std::ofstream(path_, std::ios::binary) << contents; }
+    void write(std::string_view contents) const { directory_.write("file", contents); }
     const std::string& path() const { return path_; }
 
 private:
-    static inline int made_ = 0;
+    TemporaryDirectory directory_;
     std::string path_;
 };
 

@@ -110,25 +110,6 @@ TEST(AtmFileCache, AnswersForAFileThatWasLoadedBefore) {
     EXPECT_EQ(second.Name(), name);
 }
 
-TEST(AtmFileCache, IsEmptiedWholeByTheLoadThatFindsMoreThan256Entries) {
-    const TemporaryDirectory directory;
-    int made = 0;
-    // How many files are loaded until one of them empties the cache; that one is then its only entry.
-    const auto loadUntilEmptied = [&] {
-        AtmFile first;
-        for (int loads = 0; loads < 1000; ++loads) {
-            AtmFile next;
-            AtmFile& atm = loads == 0 ? first : next;
-            EXPECT_TRUE(atm.Load(directory.write("file" + std::to_string(made++) + ".atm", kGood)));
-            if (!first.InCache())
-                return loads;
-        }
-        return -1;
-    };
-    loadUntilEmptied(); // other tests may have left entries
-    EXPECT_EQ(loadUntilEmptied(), 256) << "after the one that has emptied it";
-}
-
 TEST(AtmFile, PointsTowardsTheSun) {
     // The cosine of 90 degrees shows the constant: its neighbour would give -1.62920685e-07. The first column is
     // 180 - zenith.

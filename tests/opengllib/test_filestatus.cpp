@@ -72,20 +72,6 @@ TEST_F(FileStatus, AnEmptyFileExistsUntilItIsMeasuredAndADirectoryDoesNot) {
     EXPECT_FALSE(File::Exists(directory_.path().string()));
 }
 
-TEST_F(FileStatus, AFileLostBeforeItWasMeasuredGetsASecondRowThatNobodyReads) {
-    const std::string name = directory_.write("file", "123");
-    EXPECT_TRUE(File::Exists(name));
-    std::filesystem::remove(name);
-    for (std::size_t probes = 2; probes <= 3; ++probes) {
-        EXPECT_EQ(File::Size(name, true), 0);
-        EXPECT_EQ(counter, probes);
-        ASSERT_EQ(seen.size(), probes);
-        EXPECT_FALSE(seen.back().exists);
-        EXPECT_EQ(seen.back().size, 0);
-    }
-    EXPECT_EQ(File::Size(name, false), -1);
-}
-
 TEST_F(FileStatus, IsEmptiedByANewExistingFileThatFindsMoreThan256Rows) {
     const std::string existing = directory_.write("file", "123");
     const std::string missing = directory_.file("missing");

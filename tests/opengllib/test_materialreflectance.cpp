@@ -125,22 +125,6 @@ TEST(BandFile, RemembersEveryFile) {
         bandError("seenBefore", missing) + bandError("readFile", missing) + notFound(missing));
 }
 
-TEST(BandFile, ForgetsAllWhenItHoldsMoreThan256Files) {
-    const TemporaryDirectory directory;
-    BandFile bands;
-    float lambda1 = 0;
-    float lambda2 = 0;
-    const std::string first = directory.write("first.band", "text\n3 5\n");
-    EXPECT_TRUE(bands.GetLambda(first, lambda1, lambda2));
-    const std::string again = directory.write("again.band", "text\n3 5\n");
-    for (int i = 1; i < 257; ++i)
-        EXPECT_TRUE(bands.readFile(again, lambda1, lambda2));
-    EXPECT_TRUE(bands.seenBefore(first, lambda1, lambda2)) << "257 entries";
-    EXPECT_TRUE(bands.readFile(again, lambda1, lambda2));
-    EXPECT_FALSE(bands.seenBefore(first, lambda1, lambda2));
-    EXPECT_TRUE(bands.seenBefore(again, lambda1, lambda2));
-}
-
 TEST(ClassToAster, LinesAreAClassAndASample) {
     const auto entries = Cls2AsterFile::parse("# comment\n\r\n\n1 grass more\n-2\taster::alpha\r\nwords\n3");
     ASSERT_EQ(entries.size(), 4U);

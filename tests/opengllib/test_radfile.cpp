@@ -69,13 +69,11 @@ TEST(RadFile, DumpsLimitsAndFacetsAsText) {
     ASSERT_TRUE(file.Load(input.path(), 2));
     file.DumpArrays(99, output.path());
     file.DumpArrays(1, "/no/such/folder/dump");
-    std::ifstream stream(output.path());
-    const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     EXPECT_EQ(
-        text, "Minimum Radiance: facet 0, radiance (W/cm2/sr): 2.000000\n"
-              "Maximum Radiance: facet 1, radiance (W/cm2/sr): 4.000000\n"
-              "Minimum Emittance: facet 1, emittance (W/cm2/sr): 1.000000\n"
-              "Maximum Emittance: facet 0, emittance (W/cm2/sr): 0.000000\n"
-              "Facet 0:\tEmittance: 2.0000000\tRadiance: 2.0000000\t(E/R): 1.000000\n"
-              "Facet 1:\tEmittance: 1.0000000\tRadiance: 4.0000000\t(E/R): 0.250000\n");
+        readWholeFile(output.path()), "Minimum Radiance: facet 0, radiance (W/cm2/sr): 2.000000\n"
+                                      "Maximum Radiance: facet 1, radiance (W/cm2/sr): 4.000000\n"
+                                      "Minimum Emittance: facet 1, emittance (W/cm2/sr): 1.000000\n"
+                                      "Maximum Emittance: facet 0, emittance (W/cm2/sr): 0.000000\n"
+                                      "Facet 0:\tEmittance: 2.0000000\tRadiance: 2.0000000\t(E/R): 1.000000\n"
+                                      "Facet 1:\tEmittance: 1.0000000\tRadiance: 4.0000000\t(E/R): 0.250000\n");
 }

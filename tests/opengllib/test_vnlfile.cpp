@@ -6,6 +6,7 @@
 
 #include "bodyfiles.h"
 #include "brdffile.h"
+#include "facetarrays.h"
 #include "filetracker.h"
 #include "radfile.h"
 #include "rows.h"
@@ -25,12 +26,7 @@ struct Body {
             emittances[k] = 1e7F * static_cast<float>(k + 1);
         }
         EXPECT_TRUE(rad.parse(radBytes(radiances, emittances), brdf.numFacets()));
-        facets.resize(count);
-        for (auto* corners : {&positions, &normals, &radiance, &emittance})
-            corners->resize(3 * count);
-        centroids.resize(count);
-        facetNormals.resize(count);
-        sorted.resize(count);
+        EXPECT_TRUE(arrays.allocate(brdf.numFacets()));
     }
 
     bool load(const std::string& text) {
@@ -38,17 +34,15 @@ struct Body {
         lines.addText(text);
         return vnl.parse(
             lines, brdf, rad,
-            {facets.data(), positions.data(), normals.data(), radiance.data(), emittance.data(), centroids.data(),
-             facetNormals.data(), sorted.data()});
+            {arrays.indices_.get(), arrays.vertices_.get(), arrays.normals_.get(), arrays.primaryColors_.get(),
+             arrays.secondaryColors_.get(), arrays.facetCentroids_.get(), arrays.facetNormals_.get(),
+             arrays.facetMap_.get()});
     }
 
     BrdfFile brdf;
     RadFile rad;
     VnlFile vnl;
-    std::vector<Tuple3<unsigned short>> facets;
-    std::vector<Tuple3<float>> positions, normals, radiance, emittance;
-    std::vector<Vector<float>> centroids, facetNormals;
-    std::vector<int> sorted;
+    FacetArrays arrays;
 };
 
 const char* const kTwoClasses = "BRDF\n2\n0 0 0 0 0 x\n0 0 0 0 0 x\n1 1 2 x\n2 2 1 x\n";
@@ -67,19 +61,19 @@ TEST(VnlFile, SpreadsFacetsOutInClassOrder) {
         vnl("4 2 extra", std::string(kThreeVertices) + "0 0 6 1 0 0 v\n1 1 2 3 first\n2 1 4 2 second and more\n")));
 
     // Facet 0 is in the second class and gets slot 1, facet 1 slot 0.
-    EXPECT_EQ(body.sorted, (std::vector<int>{1, 0}));
-    EXPECT_EQ(body.facets[1], (Tuple3<unsigned short>{3, 4, 5}));
-    EXPECT_EQ(body.positions[4], (Tuple3<float>{3, 0, 0}));
-    EXPECT_EQ(body.normals[4], (Tuple3<float>{.5F, 0, 1}));
-    EXPECT_EQ(body.positions[1], (Tuple3<float>{0, 0, 6}));
-    EXPECT_FLOAT_EQ(body.radiance[5].z, 1.0F);
-    EXPECT_FLOAT_EQ(body.radiance[0].x, 2.0F);
-    EXPECT_FLOAT_EQ(body.emittance[2].y, 20.0F);
+    EXPECT_EQ(body.arrays.facetMap_[0] * 10 + body.arrays.facetMap_[1], 10);
+    EXPECT_EQ(body.arrays.indices_[1], (Tuple3<unsigned short>{3, 4, 5}));
+    EXPECT_EQ(body.arrays.vertices_[4], (Tuple3<float>{3, 0, 0}));
+    EXPECT_EQ(body.arrays.normals_[4], (Tuple3<float>{.5F, 0, 1}));
+    EXPECT_EQ(body.arrays.vertices_[1], (Tuple3<float>{0, 0, 6}));
+    EXPECT_FLOAT_EQ(body.arrays.primaryColors_[5].z, 1.0F);
+    EXPECT_FLOAT_EQ(body.arrays.primaryColors_[0].x, 2.0F);
+    EXPECT_FLOAT_EQ(body.arrays.secondaryColors_[2].y, 20.0F);
 
     // Centroids and normals stay in file order.
-    EXPECT_EQ(body.centroids[0], Vector<float>(3 * 0.3333333F, 3 * 0.3333333F, 0, 1));
-    EXPECT_EQ(body.facetNormals[0], Vector<float>(0, 0, 1, 0));
-    EXPECT_EQ(body.facetNormals[1], Vector<float>(0, 1, 0, 0));
+    EXPECT_EQ(body.arrays.facetCentroids_[0], Vector<float>(3 * 0.3333333F, 3 * 0.3333333F, 0, 1));
+    EXPECT_EQ(body.arrays.facetNormals_[0], Vector<float>(0, 0, 1, 0));
+    EXPECT_EQ(body.arrays.facetNormals_[1], Vector<float>(0, 1, 0, 0));
 
     const auto& box = body.vnl.boundingBox();
     EXPECT_EQ(box[0], Vector<float>(-1, -2, -3, 1));
@@ -91,15 +85,15 @@ TEST(VnlFile, ReadsUnusualNumbersAsScanfDoes) {
     Body body(kOneFacet);
     EXPECT_FALSE(body.load(vnl("+3 1", "0x1p1 +1e0 -0 0 0 1 v\n3 0 0 0 0 inf v\n1,0 0 0 0 0 1 v\n1 +1 2 3 f\n")));
     ASSERT_TRUE(body.load(vnl("+3 1", "0x1p1 +1e0 -0 0 0 1 v\n3 0 0 0 0 inf v\n0 3 0 0 0 1 v\n1 +1 2 3 f\n")));
-    EXPECT_EQ(body.positions[0], (Tuple3<float>{2, 1, 0}));
-    EXPECT_TRUE(std::isinf(body.normals[1].z));
+    EXPECT_EQ(body.arrays.vertices_[0], (Tuple3<float>{2, 1, 0}));
+    EXPECT_TRUE(std::isinf(body.arrays.normals_[1].z));
 }
 
 TEST(VnlFile, AFacetWithoutAreaHasNoFiniteNormalAndWithoutFacetsOnlyTheBoxIsRead) {
     Body flat(kOneFacet);
     ASSERT_TRUE(flat.load(vnl("3 1", std::string(kThreeVertices) + "1 2 2 3 f\n")));
-    EXPECT_FALSE(std::isfinite(flat.facetNormals[0].ElementAt(0)));
-    EXPECT_EQ(flat.facetNormals[0].ElementAt(3), 0.0F);
+    EXPECT_FALSE(std::isfinite(flat.arrays.facetNormals_[0].ElementAt(0)));
+    EXPECT_EQ(flat.arrays.facetNormals_[0].ElementAt(3), 0.0F);
     Body empty("BRDF\n1\n0 0 0 0 0 x\n");
     ASSERT_TRUE(empty.load(vnl("0 0", "ignored")));
     EXPECT_EQ(empty.vnl.boundingBox()[6], Vector<float>(1, 2, 3, 1));
@@ -133,6 +127,14 @@ TEST(VnlFile, ReportsEachFault) {
         "vnlfile Load: Unexpected EOF when trying to read number of vertices and subfacets.");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "VnlFile::Load: unexpected EOF found.\n");
     EXPECT_EQ(body.vnl.boundingBox()[6], Vector<float>(0, 0, 0, 1));
+    EXPECT_EQ(
+        reportOf([&] {
+            EXPECT_FALSE(body.vnl.Load(
+                "/no/such.vnl", body.brdf, body.rad, body.arrays.indices_.get(), body.arrays.vertices_.get(),
+                body.arrays.normals_.get(), body.arrays.primaryColors_.get(), body.arrays.secondaryColors_.get(),
+                body.arrays.facetCentroids_.get(), body.arrays.facetNormals_.get(), body.arrays.facetMap_.get()));
+        }),
+        "vnlfile Load: Unable to open \"/no/such.vnl\" for reading.");
 }
 
 TEST(VnlFile, AFacetWithoutClassFailsTheLoad) {
@@ -169,7 +171,7 @@ TEST(VnlFile, AVertexNumberWrapsOnlyInABodyThat16BitsCanNumber) {
              {65537, "1 1 65537 2 f\n", 7.0F, 0, 0}}) {
         Body body(kOneFacet);
         ASSERT_TRUE(body.load(text(vertices, facet)));
-        EXPECT_EQ(body.positions[0].x, x) << vertices << ' ' << facet;
+        EXPECT_EQ(body.arrays.vertices_[0].x, x) << vertices << ' ' << facet;
         ASSERT_EQ(body.vnl.wrappedFacets().size(), taken == 0 ? 0U : 1U) << vertices << ' ' << facet;
         if (taken != 0) {
             const VnlFile::WrappedFacet& wrapped = body.vnl.wrappedFacets()[0];
@@ -183,16 +185,4 @@ TEST(VnlFile, AVertexNumberWrapsOnlyInABodyThat16BitsCanNumber) {
              {"1 0 1 2 f\n", "us0 should be less than numVerts = 65537, but is -1"},
              {"1 1 2 65538 f\n", "us2 should be less than numVerts = 65537, but is 65537"}})
         EXPECT_EXIT(Body(kOneFacet).load(text(65537, facet)), testing::ExitedWithCode(1), ": " + report + "\\.\n$");
-}
-
-TEST(VnlFile, ReportsAFileThatCanNotBeOpened) {
-    Body body(kOneFacet);
-    EXPECT_EQ(
-        reportOf([&] {
-            EXPECT_FALSE(body.vnl.Load(
-                "/no/such.vnl", body.brdf, body.rad, body.facets.data(), body.positions.data(), body.normals.data(),
-                body.radiance.data(), body.emittance.data(), body.centroids.data(), body.facetNormals.data(),
-                body.sorted.data()));
-        }),
-        "vnlfile Load: Unable to open \"/no/such.vnl\" for reading.");
 }

@@ -82,9 +82,6 @@ TEST(Depth, FacetsBehindOthersDoNotShow) {
                     pictures.draw(FacetNumbers::High, camera, fieldOfView),
                     pictures.draw(FacetNumbers::Low, camera, fieldOfView),
                     RayCaster(mesh, {kPlace[0], kPlace[1], kPlace[2]}, camera, fieldOfView, kSide, kSide));
-                RecordProperty(
-                    std::to_string(mesh.facets.size()) + " facets at " + std::to_string(distance) + " " + way.data(),
-                    std::to_string(100.0 * wrong) + " %");
                 // Bodies that plain depths draw rightly would prove nothing.
                 const bool isPlain = way == "one-range";
                 EXPECT_LE(wrong, isPlain ? 1.0 : 0.003) << shape.length << " long at " << distance << ' ' << way;

@@ -146,14 +146,8 @@ QImage blank() {
     return picture;
 }
 
-// Around the pixels that differ from a blank picture's.
 QRect paintedPart(const QImage& picture) {
-    QRect part;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            if (picture.pixel(x, y) != qRgb(0, 0, 255))
-                part |= QRect(x, y, 1, 1);
-    return part;
+    return differingPart(picture, blank());
 }
 
 TEST(OverlayText, StandsAtItsEdgesAndWithinThePicture) {

@@ -10,9 +10,6 @@
 using namespace sorvane;
 
 namespace {
-int greenPixels(const QImage& picture) {
-    return countPixels(picture, [](int r, int g, int b) { return r == 0 && g == 255 && b == 0; });
-}
 int yellowPixels(const QImage& picture) {
     return countPixels(picture, [](int r, int g, int b) { return r == 255 && g == 255 && b == 0; });
 }

@@ -1,4 +1,4 @@
-// Counts pixels of pictures, for tests.
+// Counts and compares pixels of pictures, for tests.
 #pragma once
 
 #include <QImage>
@@ -16,4 +16,14 @@ template <class Fits> int countPixels(const QImage& picture, const Fits& fits) {
 
 inline int litPixels(const QImage& picture) {
     return countPixels(picture, [](int r, int g, int b) { return r + g + b > 0; });
+}
+
+// Around the pixels in which two pictures of one size differ.
+inline QRect differingPart(const QImage& a, const QImage& b) {
+    QRect part;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x)
+            if (a.pixel(x, y) != b.pixel(x, y))
+                part |= QRect(x, y, 1, 1);
+    return part;
 }
