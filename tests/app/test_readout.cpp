@@ -3,6 +3,7 @@
 #include "windowfixture.h"
 
 #include <QElapsedTimer>
+#include <QProcess>
 
 #include "framegrab.h"
 
@@ -41,6 +42,27 @@ TEST_F(ReadoutTest, ShowsTheEncounterAtTheTimeOfTheBox) {
     EXPECT_TRUE(text().contains("View Target"));
     entry(0, 3)->trigger();
     EXPECT_TRUE(text().contains("Engagement ETXYZ.OUT.pass")) << "of the engagement that was selected last";
+}
+
+TEST_F(ReadoutTest, SaysWhatTheCommandSays) {
+    load();
+    toggle();
+    QProcess command;
+    command.start(QStringLiteral(SORVANE_COMMAND), {"info", folder.filePath("ETXYZ.OUT.pass")});
+    ASSERT_TRUE(command.waitForFinished(60000));
+    const QString told = QString::fromUtf8(command.readAllStandardOutput()).simplified();
+    const auto expectTold = [&](const QString& part) {
+        EXPECT_TRUE(told.contains(part)) << part.toStdString() << "\nin\n" << told.toStdString();
+    };
+    for (const Qt::Key end : {Qt::Key_Home, Qt::Key_End}) {
+        press(end);
+        const QString range = text().section("Range ", 1).section(" Closest", 0, 0);
+        const QString aspect = text().section("angle ", 1).section(" Nearest", 0, 0);
+        expectTold(
+            (end == Qt::Key_Home ? "start time 0.000 s range " : "end time 10.000 s range ") + range.toLower() +
+            " aspect " + aspect);
+    }
+    expectTold("closest approach time 5.000 s range 10.00 units");
 }
 
 TEST_F(ReadoutTest, GivesNoNumbersOutsideTheSamples) {

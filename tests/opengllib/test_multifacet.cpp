@@ -24,6 +24,10 @@ double reflectanceTowards(const BrdfClass& surface, double cosine) {
     return std::max(0.0, 1.0 - static_cast<double>(surface.epsilon / surface.G) * directional);
 }
 
+Vector<float> times(const Vector<float>& v, double factor) {
+    return v / static_cast<float>(1.0 / factor);
+}
+
 // The model between two unit directions.
 double reflection(
     const BrdfClass& surface, const Vector<float>& normal, const Vector<float>& source, const Vector<float>& eye) {
@@ -31,6 +35,26 @@ double reflection(
     return static_cast<double>(plainBrdf(
         surface.mode, normal, source, eye, surface.b, surface.e, surface.rho_d, surface.epsilon, surface.G,
         between / Length(between)));
+}
+
+// What a class reflects towards an eye of all that shines evenly on it, by the model: π times the mean of its
+// distribution over directions that are as frequent as their cosine.
+double hemisphereIntegral(const BrdfClass& surface, double cosine) {
+    constexpr int kSteps = 200;
+    const Vector<float> normal(0, 0, 1, 0);
+    const Vector<float> eye(static_cast<float>(std::sqrt(1.0 - cosine * cosine)), 0, static_cast<float>(cosine), 0);
+    double sum = 0.0;
+    for (int i = 0; i < kSteps; ++i)
+        for (int j = 0; j < kSteps; ++j) {
+            const double squaredSine = (i + 0.5) / kSteps;
+            const double angle = (j + 0.5) / kSteps * std::numbers::pi;
+            const auto sine = static_cast<float>(std::sqrt(squaredSine));
+            const Vector<float> source(
+                sine * static_cast<float>(std::cos(angle)), sine * static_cast<float>(std::sin(angle)),
+                static_cast<float>(std::sqrt(1.0 - squaredSine)), 0);
+            sum += reflection(surface, normal, source, eye);
+        }
+    return std::numbers::pi * sum / (kSteps * kSteps);
 }
 
 // Facets and what they see of each other.
@@ -105,6 +129,8 @@ struct Body {
 
 const std::vector<std::string> kAllModes = {".1 .6 .25 .2 0", ".2 .5 0 .4 0",  ".3 .3 .6 .3 2",
                                             ".2 .4 .5 .3 3",  ".9 .3 .3 .1 0", ".1 .2 2 0 0"};
+const std::vector<std::string> kDemonstration = {".10 .78 .15 .30 0", ".10 .45 .00 .25 0", ".02 .82 .10 .12 0",
+                                                 ".08 .86 .00 .50 0", ".14 .76 .10 .40 0", ".04 .92 .00 .60 0"};
 
 // Facets strewn about a ball; each sees some of the others, which take up to `share` of its hemisphere.
 Body strewn(unsigned int seed, std::size_t facets, double share, const std::vector<std::string>& classes) {
@@ -218,5 +244,46 @@ TEST(MultiFacet, ADiffuseEnclosureReflectsAllThatItDoesNotEmit) {
         cube.finish({surface});
         for (const float value : cube.reflected({0.3F, -0.5F, 0.1F, 1.0F}))
             EXPECT_NEAR(value, reflectance * kRadiance, 1e-6F * reflectance * kRadiance) << surface;
+    }
+}
+
+// The inside of a ball of uniform radiance, where a facet sees every other one under the same form factor: what is
+// reflected is the model's integral over the hemisphere, or what the emission leaves where that is less.
+TEST(MultiFacet, AnEnclosureOfManyFacetsReflectsWhatTheClassDoes) {
+    constexpr std::size_t kFacets = 20000;
+    constexpr double kRadiance = 2e-5;
+    const std::size_t classes = kDemonstration.size();
+    Body ball;
+    for (std::size_t i = 0; i < kFacets; ++i) {
+        const double z = 1.0 - (2.0 * static_cast<double>(i) + 1.0) / kFacets;
+        const double angle = static_cast<double>(i) * std::numbers::pi * (3.0 - std::sqrt(5.0));
+        const double radius = std::sqrt(1.0 - z * z);
+        const Vector<float> outward(
+            static_cast<float>(radius * std::cos(angle)), static_cast<float>(radius * std::sin(angle)),
+            static_cast<float>(z), 0.0F);
+        ball.add(outward + Vector<float>(0, 0, 0, 1), Vector<float>() - outward, static_cast<float>(kRadiance));
+    }
+    const std::size_t first = kFacets / 2 / classes * classes;
+    for (std::size_t k = first; k < first + classes; ++k)
+        for (std::size_t other = 0; other < kFacets; ++other)
+            if (other != k)
+                ball.addSight(k, other, 1.0 / (kFacets - 1));
+    ball.finish(kDemonstration);
+
+    for (std::size_t k = first; k < first + classes; ++k) {
+        const Vector<float>& normal = ball.normals[k];
+        const Vector<float> along = Vector<float>(0, 0, 1, 0) - times(normal, static_cast<double>(normal.ElementAt(2)));
+        const Vector<float> across = along / Length(along);
+        const BrdfClass& surface = ball.surfaceOf(k);
+        for (const int degrees : {0, 20, 40, 60, 75}) {
+            const double angle = degrees * std::numbers::pi / 180.0;
+            const Vector<float> toEye =
+                times(normal, 0.1 * std::cos(angle)) + times(across, 0.1 * std::sin(angle) + 1e-9);
+            const double value = static_cast<double>(ball.reflected(ball.centroids[k] + toEye)[k]) / kRadiance;
+            const double limit = reflectanceTowards(surface, std::cos(angle));
+            const double expected = std::min(limit, hemisphereIntegral(surface, std::cos(angle)));
+            EXPECT_NEAR(value, expected, 0.03 * expected) << kDemonstration[k % classes] << " at " << degrees;
+            EXPECT_LE(value, 1.0001 * limit) << kDemonstration[k % classes] << " at " << degrees;
+        }
     }
 }
