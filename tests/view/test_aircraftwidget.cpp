@@ -201,14 +201,20 @@ TEST_F(AircraftWidgetTest, GrabbedFramesShowTheSceneWhateverTheScaleFactor) {
 }
 
 TEST_F(AircraftWidgetTest, LineStylesAreOffUntilTheyAreSetAndGoIntoTheFrame) {
-    select(ViewThreat);
+    for (keyframe& sample : engagement.keyframes) {
+        flareKeyframe flare;
+        std::copy_n(sample.targetPos, 3, flare.pos);
+        flare.pos[2] -= 20.0F;
+        sample.flares = {flare};
+    }
+    select(ViewTarget);
     view.setKeyframe(1.0);
     wheel(-3600);
     EXPECT_FALSE(view.lineStyles());
     const QImage plain = grabFrame(view);
     view.setLineStyles(true);
     EXPECT_TRUE(view.lineStyles());
-    EXPECT_FALSE(grabFrame(view) == plain) << "the threat's path is dashed";
+    EXPECT_FALSE(grabFrame(view) == plain) << "the flare's trail is dotted";
 }
 
 TEST_F(AircraftWidgetTest, AnAntialiasedViewHasPixelsBetweenItsColours) {
