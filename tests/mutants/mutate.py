@@ -341,7 +341,8 @@ def mutate(rows, jobs):
             build(targets_of(name))
             build(targets_of(name))  # by now the pictures' target is known
         except BuildFailed as failure:
-            say(str(failure)[-6000:])
+            text = str(failure)
+            say(text[max(text.find("FAILED:"), 0):][:6000])
             for row in rows_that_do_not_compile(str(failure), of_room, sources):
                 say(f"{row.place}: can't be switched; add `how rebuild`")
             return 1
