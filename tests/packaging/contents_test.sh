@@ -28,6 +28,9 @@ for file in bin/new_sorvane bin/sorvane share/man/man1/new_sorvane.1.gz share/ma
     share/fish/vendor_completions.d/sorvane.fish share/icons/hicolor/scalable/apps/sorvane.svg; do
     [ -s "$stage/usr/$file" ] || fail "/usr/$file is missing or empty"
 done
+for script in survey merge unfinished render; do
+    [ -x "$stage/usr/share/sorvane/slurm/$script.sh" ] || fail "the job script $script.sh is missing"
+done
 for side in 16 22 24 32 48 64 128 256; do
     file "$stage/usr/share/icons/hicolor/${side}x$side/apps/sorvane.png" | grep -q "PNG image data, $side x $side, .*RGBA" ||
         fail "there is no icon of $side pixels"
