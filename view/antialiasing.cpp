@@ -63,7 +63,7 @@ void SampledFrame::draw(int samples, const std::function<void()>& drawFrame) {
     drawFrame();
     if (!isBound)
         return;
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer_);
+    // A frame leaves the framebuffer that it draws into bound.
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, target);
     glBlitFramebuffer(
         0, 0, size_[0], size_[1], 0, 0, size_[0], size_[1], static_cast<GLbitfield>(GL_COLOR_BUFFER_BIT), GL_NEAREST);

@@ -196,6 +196,7 @@ TEST_F(RunsTest, RefusesWhatItCantDo) {
 }
 
 TEST_F(RunsTest, PartsJoinToTheSameTableAsOneRun) {
+    EXPECT_EQ(shardFiles({"c", "a", "d", "b", "a"}, {1, 3}), (std::vector<std::string>{"a", "d"}));
     for (int i = 0; i < 11; ++i)
         addPass("case" + std::to_string(i) + ".ETXYZ.OUT.x", i);
     const std::vector<std::string> options{"--name", "case(?<case>[0-9]+)"};

@@ -33,6 +33,8 @@ TEST(Selection, IsTheLastEngagementWithACheckedAction) {
     EXPECT_EQ(selectedEngagement(all), &first.engagement);
     second.check(4);
     EXPECT_EQ(selectedEngagement(all), &second.engagement);
+    third.check(2);
+    EXPECT_EQ(selectedEngagement(all), &third.engagement);
 }
 
 TEST(Selection, SkipsAnEngagementWithoutMenu) {
