@@ -72,6 +72,10 @@ def before_daemon():
     prctl(PR_SET_CHILD_SUBREAPER, 1)
 
 
+class DoesNotStart(Exception):
+    """Where daemons may not do what Slurm's do."""
+
+
 class LocalCluster:
     """Two nodes, n1 and n2, of four processors each. A context: ends everything that it has started on leaving."""
 
@@ -83,8 +87,11 @@ class LocalCluster:
     def __enter__(self):
         try:
             self.start()
-        except BaseException:
+        except BaseException as problem:
+            said = "\n".join([str(problem), *self.logs()])
             self.__exit__()
+            if isinstance(problem, (TimeoutError, OSError, subprocess.CalledProcessError)):
+                raise DoesNotStart(said) from problem
             raise
         return self
 

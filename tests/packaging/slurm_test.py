@@ -15,7 +15,7 @@ import subprocess
 import sys
 import tempfile
 
-from localcluster import LocalCluster, reason_against, until
+from localcluster import DoesNotStart, LocalCluster, reason_against, until
 
 SORVANE, SCRIPTS, DOCUMENT = (pathlib.Path(argument).resolve() for argument in sys.argv[1:4])
 FILES, TASKS = 200, 8
@@ -131,12 +131,16 @@ def main():
         os.environ.update(HELD=str(held), SORVANE=str(SORVANE), PATH=f"{folder}/bin:{os.environ['PATH']}")
         os.environ.pop("DISPLAY", None)
         os.chdir(work)
-        with LocalCluster(folder / "slurm") as cluster:
-            try:
-                render_some(cluster, data, survey(cluster, data, held))
-            except Exception:
-                print(*cluster.logs(), *(file.read_text() for file in sorted(work.glob("slurm-*.out"))), sep="\n")
-                raise
+        try:
+            with LocalCluster(folder / "slurm") as cluster:
+                try:
+                    render_some(cluster, data, survey(cluster, data, held))
+                except Exception:
+                    print(*cluster.logs(), *(file.read_text() for file in sorted(work.glob("slurm-*.out"))), sep="\n")
+                    raise
+        except DoesNotStart as problem:
+            print("Slurm does not start here:", problem)
+            sys.exit(77)
         os.chdir("/")
 
 
