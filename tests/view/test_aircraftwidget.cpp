@@ -229,9 +229,13 @@ TEST_F(AircraftWidgetTest, AnAntialiasedViewHasPixelsBetweenItsColours) {
     view.setSamples(64);
     EXPECT_EQ(view.samples(), 4) << "the most that there are";
     EXPECT_GT(colours(), plain + 100);
-    view.resize(333, 222);
-    EXPECT_EQ(grabFrame(view).size(), QSize(333, 222));
+    view.resize(600, 450);
+    const auto litAtTheRight = [&] {
+        return litPixels(grabFrame(view).copy(410, 0, 190, 450));
+    };
+    const int lit = litAtTheRight();
     view.setSamples(0);
+    EXPECT_GT(lit, litAtTheRight()) << "a larger view is covered whole, and edges spread";
     view.resize(400, 300);
     EXPECT_EQ(colours(), plain);
 }
