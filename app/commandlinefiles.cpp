@@ -2,6 +2,9 @@
 #include "commandlinefiles.h"
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <optional>
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -11,6 +14,7 @@
 #include <QWindow>
 
 #include "endsignals.h"
+#include "loadedengagement.h"
 #include "loadnotice.h"
 #include "new_sorvane.h"
 
@@ -101,18 +105,30 @@ void loadCommandLineFiles(new_sorvane& window, const QStringList& paths) {
         breath.takeIfDue();
         return !isStopped();
     };
+    std::atomic<bool> isWanted = true;
+    EngagementReadAhead readings(paths, [&isWanted] { return isWanted.load(); });
+    // Nothing when the loading has stopped.
+    const auto nextReading = [&] {
+        constexpr std::chrono::milliseconds kLookUp(20);
+        std::optional<EngagementReading> reading;
+        while (!reading && goesOn())
+            reading = readings.takeWithin(kLookUp);
+        return reading;
+    };
     qsizetype loaded = 0;
     for (const QString& path : paths) {
         notice.setProgress(QStringLiteral("%1 of %2: %3, Esc stops")
                                .arg(loaded + 1)
                                .arg(paths.size())
                                .arg(QFileInfo(path).fileName()));
-        if (goesOn())
-            window.loadEtxyzFile(path, goesOn);
-        if (isStopped())
+        std::optional<EngagementReading> reading = nextReading();
+        if (!reading)
             break;
+        completeReading(*reading);
+        window.takeReading(path, *std::move(reading));
         ++loaded;
     }
+    isWanted = false;
     notice.setProgress({});
     if (gate.isStopAsked())
         notice.setLast(QStringLiteral("Stopped: %1 of %2 files are loaded").arg(loaded).arg(paths.size()));

@@ -122,8 +122,13 @@ private:
 
 ReloadResult reloadAll(EngagementList& engagements, AircraftWidget& view) {
     ReloadResult result;
+    QStringList paths;
+    for (const LoadedEngagement& loaded : engagements)
+        paths << loaded.path();
+    EngagementReadAhead readings(paths);
     for (const LoadedEngagement& loaded : engagements) {
-        EngagementReading reading = readEngagement(loaded.path());
+        EngagementReading reading = readings.take();
+        completeReading(reading);
         if (reading.data == nullptr) {
             result.unreadable << loaded.path();
         } else if (!loaded.data().areHardbodiesInitialized()) {

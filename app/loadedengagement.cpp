@@ -9,33 +9,26 @@
 #include <QFileInfo>
 #include <QHash>
 
-#include "atmfile.h"
-#include "engagementfiles.h"
-#include "etxyz.h"
 #include "filecaches.h"
 #include "trajectoryreader.h"
 
 namespace sorvane {
 namespace {
-// Takes out of the library's memory what is not as some engagement has seen it. Whether the atmosphere, which is read
-// with the trajectory, was seen otherwise.
-bool forgetWhatChanged(const ModelFiles& files, const QString& atmosphere) {
+// Takes out of the library's memory what is not as some engagement has seen it.
+void forgetWhatChanged(const ModelFiles& files) {
     static QHash<QString, FileStamp> known;
-    bool isAirChanged = false;
     for (const auto part : {&ModelFiles::target, &ModelFiles::threat, &ModelFiles::terrain})
         for (const StampedFile& file : files.*part) {
-            const bool isKnown = known.contains(file.path);
-            if (isKnown && known.value(file.path) == file.stamp)
+            const auto seen = known.constFind(file.path);
+            if (seen != known.constEnd() && *seen == file.stamp)
                 continue;
             forgetFile(QFile::encodeName(file.path).toStdString());
-            isAirChanged = isAirChanged || (isKnown && file.path == atmosphere);
             known.insert(file.path, file.stamp);
         }
-    return isAirChanged;
 }
 } // namespace
 
-EngagementReading readEngagement(const QString& path, const ReadWatch& watch) {
+EngagementReading parseEngagement(const QString& path, const ReadWatch& watch) {
     EngagementReading reading{.stamp = fileStamp(path), .data = std::make_unique<etxyz>()};
     try {
         const TrajectoryInput input = openTrajectory(path, [&] {
@@ -43,22 +36,39 @@ EngagementReading readEngagement(const QString& path, const ReadWatch& watch) {
             return !reading.isStopped;
         });
         if (input.device != nullptr)
-            reading.data->load(input);
+            reading.data->parse(input);
     } catch (const std::bad_alloc&) {
         reading.data->keyframes.clear();
     }
-    if (reading.isStopped || std::as_const(reading.data->keyframes).isEmpty()) {
+    if (reading.isStopped || std::as_const(reading.data->keyframes).isEmpty())
         reading.data.reset();
-        return reading;
-    }
-    reading.modelFiles = modelFilesOf(*reading.data);
-    const QString atmosphere = atmospherePath(reading.data->targetSignatureBase);
-    if (forgetWhatChanged(reading.modelFiles, atmosphere)) {
-        reading.data->atm = std::make_unique<AtmFile>();
-        reading.data->atm->Load(QFile::encodeName(atmosphere).toStdString());
-    }
+    else
+        reading.modelFiles = modelFilesOf(*reading.data);
     return reading;
 }
+
+void completeReading(EngagementReading& reading) {
+    if (reading.data == nullptr)
+        return;
+    forgetWhatChanged(reading.modelFiles);
+    reading.data->makeModels();
+}
+
+EngagementReading readEngagement(const QString& path, const ReadWatch& watch) {
+    EngagementReading reading = parseEngagement(path, watch);
+    completeReading(reading);
+    return reading;
+}
+
+namespace {
+constexpr std::size_t kMostAhead = 32; // engagements that wait while the window draws
+} // namespace
+
+EngagementReadAhead::EngagementReadAhead(const QStringList& paths, const ReadWatch& watch)
+    : ReadAhead(
+          static_cast<std::size_t>(paths.size()), usableProcessors(), kMostAhead, [paths, watch](std::size_t number) {
+              return parseEngagement(paths[static_cast<qsizetype>(number)], watch);
+          }) {}
 
 LoadedEngagement::LoadedEngagement(QString path, EngagementReading reading)
     : path_(std::move(path)), reading_(std::move(reading)) {}

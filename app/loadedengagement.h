@@ -5,15 +5,16 @@
 #include <optional>
 
 #include <QString>
+#include <QStringList>
 
 #include "engagementfacts.h"
 #include "engagementid.h"
+#include "etxyz.h"
 #include "filestamp.h"
 #include "measuredengagement.h"
 #include "modelfiles.h"
+#include "readahead.h"
 #include "trajectoryinput.h"
-
-class etxyz;
 
 namespace sorvane {
 // What one reading of a trajectory file gave.
@@ -26,6 +27,16 @@ struct EngagementReading {
 
 // Stopped by `watch`, it gives no data.
 EngagementReading readEngagement(const QString& path, const ReadWatch& watch = {});
+// Its two halves: what needs the files alone and may run on any thread, `watch` included, and what goes by the
+// library's memory of bodies, terrain and atmospheres.
+EngagementReading parseEngagement(const QString& path, const ReadWatch& watch = {});
+void completeReading(EngagementReading& reading);
+
+// The first halves of many, on all processors.
+class EngagementReadAhead : public ReadAhead<EngagementReading> {
+public:
+    explicit EngagementReadAhead(const QStringList& paths, const ReadWatch& watch = {});
+};
 
 // Lives in an EngagementList, which alone changes it.
 class LoadedEngagement {

@@ -84,10 +84,11 @@ void new_sorvane::joinEngagements() {
     });
 }
 
-void new_sorvane::loadEtxyzFile(const QString& path, const ReadWatch& watch) {
-    EngagementReading reading = readEngagement(path, watch);
-    if (reading.isStopped)
-        return;
+void new_sorvane::loadEtxyzFile(const QString& path) {
+    takeReading(path, readEngagement(path));
+}
+
+void new_sorvane::takeReading(const QString& path, EngagementReading reading) {
     const etxyz* const loaded = reading.data.get();
     if (loaded != nullptr)
         engagements.add(path, std::move(reading));

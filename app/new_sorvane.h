@@ -30,9 +30,9 @@ public:
     ~new_sorvane() override;
 
     // Loads one engagement into the list. A file that yields no keyframes is named in the view and changes nothing.
-    // While it is read, `watch` is called now and then, and may process events; false stops the reading, and the file
-    // then is not loaded.
-    void loadEtxyzFile(const QString& path, const sorvane::ReadWatch& watch = {});
+    void loadEtxyzFile(const QString& path);
+    // The same with what the file has given.
+    void takeReading(const QString& path, sorvane::EngagementReading reading);
 
     // What the view says about the loading of files.
     sorvane::LoadNotice& loadNotice();

@@ -24,18 +24,26 @@ void etxyz::LoadETXYZ(const QString& path) {
 }
 
 TrajectoryFileHeader etxyz::load(const TrajectoryInput& input) {
+    TrajectoryFileHeader header = parse(input);
+    makeModels();
+    return header;
+}
+
+TrajectoryFileHeader etxyz::parse(const TrajectoryInput& input) {
     TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
     takeHeader(header);
     keyframes = readRecords(input.device.get(), input.isProcess, samples, isWhollyRead);
     isWhollyRead = isWhollyRead && header.isWhole;
-    const EngagementFiles files = chooseFiles(header);
-    takeFiles(files);
+    takeFiles(chooseFiles(header));
+    return header;
+}
+
+void etxyz::makeModels() {
     target = std::make_unique<Hardbody>();
     threat = std::make_unique<Hardbody>();
     terrain = std::make_unique<Terrain>();
     atm = std::make_unique<AtmFile>();
-    atm->Load(QFile::encodeName(files.atmospherePath()).toStdString());
-    return header;
+    atm->Load(QFile::encodeName(atmospherePath(targetSignatureBase)).toStdString());
 }
 
 void etxyz::takeHeader(const TrajectoryFileHeader& header) {

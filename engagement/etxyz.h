@@ -33,6 +33,11 @@ public:
     // The same from an open file or process. Returns the header as the file gives it, which names the files that the
     // stock ones may have replaced.
     sorvane::TrajectoryFileHeader load(const sorvane::TrajectoryInput& input);
+    // Its two halves. The first one touches nothing but files, and may run on any thread; the second one makes the
+    // bodies and the terrain, to be initialised, and takes the atmosphere, all by way of what the process keeps of such
+    // files.
+    sorvane::TrajectoryFileHeader parse(const sorvane::TrajectoryInput& input);
+    void makeModels();
 
     // The stored sample chosen for time t (seconds) by `rounding`: the last one not after t (RoundDown), the first one
     // after t (RoundUp) or the nearer of the two, the later one at a tie. Outside the samples both are the first or the

@@ -8,14 +8,17 @@
 namespace sorvane {
 namespace {
 constexpr std::size_t kMaximumLines = 100;
-constexpr std::string_view kBlanks = " \t\n\v\f\r";
+
+constexpr bool isBlankCharacter(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 std::vector<std::string_view> wordsOf(std::string_view line) {
     std::vector<std::string_view> words;
-    for (std::size_t begin = line.find_first_not_of(kBlanks); begin != std::string_view::npos;) {
-        const std::size_t end = std::min(line.find_first_of(kBlanks, begin), line.size());
-        words.push_back(line.substr(begin, end - begin));
-        begin = line.find_first_not_of(kBlanks, end);
+    for (auto begin = std::ranges::find_if_not(line, isBlankCharacter); begin != line.end();) {
+        const auto end = std::find_if(begin, line.end(), isBlankCharacter);
+        words.emplace_back(begin, end);
+        begin = std::find_if_not(end, line.end(), isBlankCharacter);
     }
     return words;
 }

@@ -4,6 +4,8 @@
 #include <QWindow>
 
 #include "commandlinefiles.h"
+#include "environmentvariable.h"
+#include "loadedengagement.h"
 #include "lzw.h"
 
 using namespace sorvane;
@@ -49,30 +51,57 @@ TEST_F(CommandLineFilesTest, TheWindowShowsHowFarItIsAndTakesNoInput) {
     EXPECT_TRUE(timer->isActive());
 }
 
-TEST_F(CommandLineFilesTest, ALargeFileLetsTheWindowLiveAndCanBeStopped) {
+TEST_F(CommandLineFilesTest, ALargeFileCanBeStopped) {
     QList<TestSample> samples;
     for (int i = 0; i < 40000; ++i)
         samples << TestSample{.time = 0.001 * i};
     const QString plain = writeTrajectory(folder.filePath("ETXYZ.OUT.large"), samples);
     writeFile(plain + ".Z", QByteArray::fromStdString(lzwCompressed(contentsOf(plain).toStdString())));
-    showWindow();
     for (const QString& path : {plain, plain + ".Z"}) {
         SCOPED_TRACE(path.toStdString());
-        loads->hide();
         int turns = 0;
-        window.loadEtxyzFile(path, [&] { return ++turns < 2; });
+        EXPECT_EQ(readEngagement(path, [&] { return ++turns < 2; }).data, nullptr);
         EXPECT_EQ(turns, 2);
-        EXPECT_EQ(engagements().size(), 0U);
-        EXPECT_FALSE(loads->isVisible()) << "nothing is wrong with it";
-        window.loadEtxyzFile(path, [&] {
-            QCoreApplication::processEvents();
-            return ++turns > 0;
-        });
+        const EngagementReading whole = readEngagement(path, [&] { return ++turns > 0; });
         EXPECT_GE(turns, path == plain ? 10 : 2) << "each piece; of the decompressor's some are taken in together";
-        ASSERT_EQ(engagements().size(), 1U);
-        EXPECT_EQ(engagements().begin()->data().samples.samples().size(), 40000U);
-        engagements().clear();
+        ASSERT_NE(whole.data, nullptr);
+        EXPECT_EQ(whole.data->samples.samples().size(), 40000U);
     }
+}
+
+// A decompressor that takes until the test says so, for the first of three files.
+struct SlowFileTest : CommandLineFilesTest {
+    SlowFileTest() {
+        const QString program = folder.filePath("uncompress");
+        writeFile(
+            program,
+            "#!/bin/sh\nwhile [ ! -e '" + go.toUtf8() + "' ]; do sleep 0.02; done\ncat '" + paths[1].toUtf8() + "'\n");
+        QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+        writeFile(slow, "x");
+        paths.prepend(slow);
+        showWindow();
+    }
+
+    QString go = folder.filePath("go");
+    QString slow = folder.filePath("ETXYZ.OUT.slow.Z");
+    QStringList paths = files(2);
+    EnvironmentVariable path{"PATH", folder.path().toStdString() + ":" + qgetenv("PATH").toStdString()};
+};
+
+TEST_F(SlowFileTest, TheWindowLivesMeanwhileAndKeepsTheOrder) {
+    QTimer::singleShot(300, &window, [this] { writeFile(go, "x"); });
+    loadCommandLineFiles(window, paths);
+    QStringList loaded;
+    for (const LoadedEngagement& engagement : engagements())
+        loaded << engagement.path();
+    EXPECT_EQ(loaded, paths);
+}
+
+TEST_F(SlowFileTest, EscapeEndsItsReading) {
+    QTimer::singleShot(300, &window, [this] { QTest::keyClick(view, Qt::Key_Escape); });
+    loadCommandLineFiles(window, paths);
+    EXPECT_EQ(engagements().size(), 0U);
+    EXPECT_TRUE(loads->text().startsWith("Stopped: 0 of 3 files are loaded")) << loads->text().toStdString();
 }
 
 TEST_F(CommandLineFilesTest, EscapeStopsAndCtrlCCloses) {

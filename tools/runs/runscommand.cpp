@@ -6,15 +6,16 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
+#include <malloc.h>
 
 #include "filesearch.h"
 #include "interrupt.h"
 #include "progressbar.h"
+#include "readahead.h"
 #include "runreading.h"
 #include "runsink.h"
 #include "shard.h"
@@ -92,9 +93,17 @@ private:
     Clock::time_point began_ = Clock::now();
 };
 
+// What a file's samples took serves the next one's, instead of going back to the system and coming anew, cleared.
+void keepFreedMemory() {
+    constexpr int kMostBytes = 1 << 25; // of a block; the greatest that the allocator takes
+    ::mallopt(M_MMAP_THRESHOLD, kMostBytes);
+    ::mallopt(M_TRIM_THRESHOLD, 2 * kMostBytes);
+}
+
 ExitStatus surveyInto(
     RunSink& sink, const std::vector<std::string>& files, const RunLayout& layout, const std::string& output,
     Streams& streams) {
+    keepFreedMemory();
     const Interrupt interrupt;
     ProgressBar bar(streams, static_cast<std::int64_t>(files.size()), "files");
     FaultLines faults(streams.err);
@@ -102,8 +111,7 @@ ExitStatus surveyInto(
     std::optional<Problem> problem;
     std::int64_t done = 0;
     survey(
-        files.size(), std::max(std::thread::hardware_concurrency(), 1U),
-        [&](std::size_t number) { return readRun(files[number], layout); },
+        files.size(), usableProcessors(), [&](std::size_t number) { return readRun(files[number], layout); },
         [&](RunRow row) {
             faults.add(row);
             problem = batches.add(std::move(row));

@@ -104,23 +104,23 @@ FileKind textKindOf(const FileHead& head, const std::string& name) {
 } // namespace
 
 FileKind fileKindOf(const std::string& path) {
-    const std::optional<FileHead> head = readHead(path);
-    if (!head)
+    if (openInputFile(path) == nullptr)
         return FileKind::Unknown;
     const std::string name = std::filesystem::path(path).filename().string();
     for (const Format& format : kFormats)
         if (format.extension != nullptr && name.ends_with(std::string(".") + format.extension))
             return format.kind;
-    switch (sorvane::rasterContentOf(path)) {
-    case RasterContent::Radiance:
-        return radianceKindOf(*head);
-    case RasterContent::Unknown:
-        break;
-    default:
+    const RasterContent raster = sorvane::rasterContentOf(path);
+    if (raster != RasterContent::Unknown && raster != RasterContent::Radiance)
         return FileKind::Raster;
-    }
-    if (sorvane::isNamedLikeTrajectory(name))
+    if (raster == RasterContent::Unknown && sorvane::isNamedLikeTrajectory(name))
         return FileKind::Trajectory;
+    // Only now: of most files of a set the name tells.
+    const std::optional<FileHead> head = readHead(path);
+    if (!head)
+        return FileKind::Unknown;
+    if (raster == RasterContent::Radiance)
+        return radianceKindOf(*head);
     if (sorvane::hasRasterSignature(head->bytes))
         return FileKind::Raster;
     if (head->bytes.find('\0') != std::string::npos)
