@@ -3,53 +3,16 @@
 
 #include <sqlite3.h>
 
+#include "sqlvalues.h"
+
 namespace sorvane {
 namespace {
 constexpr int kBusyMilliseconds = 10000; // that another process may hold the file
-
-// Null when it can't be prepared.
-Statement prepared(sqlite3* database, const std::string& text) {
-    sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(database, text.c_str(), -1, &statement, nullptr);
-    return Statement(statement);
-}
-
-std::string quoted(const std::string& name) {
-    std::string text = "\"";
-    for (const char letter : name)
-        text.append(letter == '"' ? 2 : 1, letter);
-    return text + '"';
-}
-
-struct Bind {
-    sqlite3_stmt* statement;
-    int place;
-
-    void operator()(std::monostate /*nothing*/) const { sqlite3_bind_null(statement, place); }
-    void operator()(std::int64_t value) const { sqlite3_bind_int64(statement, place, value); }
-    void operator()(double value) const { sqlite3_bind_double(statement, place, value); }
-    void operator()(const std::string& value) const {
-        sqlite3_bind_text64(statement, place, value.data(), value.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
-    }
-};
 
 std::string textIn(sqlite3_stmt* statement, int column) {
     const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
     return text == nullptr ? std::string()
                            : std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
-}
-
-RunValue valueIn(sqlite3_stmt* statement, int column) {
-    switch (sqlite3_column_type(statement, column)) {
-    case SQLITE_INTEGER:
-        return std::int64_t{sqlite3_column_int64(statement, column)};
-    case SQLITE_FLOAT:
-        return sqlite3_column_double(statement, column);
-    case SQLITE_TEXT:
-        return textIn(statement, column);
-    default:
-        return {};
-    }
 }
 
 RunStamp stampIn(sqlite3_stmt* statement) {
@@ -59,7 +22,7 @@ RunStamp stampIn(sqlite3_stmt* statement) {
 std::string keyList() {
     std::string list;
     for (const char* const name : kRunKeyColumns)
-        list += (list.empty() ? "" : ", ") + quoted(name);
+        list += (list.empty() ? "" : ", ") + quotedName(name);
     return list;
 }
 
@@ -94,7 +57,7 @@ std::optional<Problem> RunDatabase::run(const std::string& statement) {
 
 std::optional<Problem> RunDatabase::readColumns() {
     columns_.clear();
-    const Statement names = prepared(database_.get(), "PRAGMA table_info(runs)");
+    const Statement names = prepareStatement(database_.get(), "PRAGMA table_info(runs)");
     if (names == nullptr)
         return problem();
     std::size_t keys = 0;
@@ -120,7 +83,7 @@ Outcome<RunDatabase> RunDatabase::open(const std::string& path, const std::vecto
     std::string table = "CREATE TABLE IF NOT EXISTS runs (path TEXT PRIMARY KEY, file_bytes INTEGER, file_modified_ns "
                         "INTEGER";
     for (const std::string& column : columns)
-        table += ", " + quoted(column);
+        table += ", " + quotedName(column);
     for (const std::string& statement :
          {std::string("PRAGMA locking_mode = EXCLUSIVE"), std::string("PRAGMA journal_mode = WAL"),
           std::string("PRAGMA synchronous = NORMAL"), table + ") WITHOUT ROWID"})
@@ -143,7 +106,7 @@ Outcome<RunDatabase> RunDatabase::openExisting(const std::string& path) {
 }
 
 Outcome<std::unordered_map<std::string, RunStamp>> RunDatabase::stamps() const {
-    const Statement all = prepared(database_.get(), "SELECT " + keyList() + " FROM runs");
+    const Statement all = prepareStatement(database_.get(), "SELECT " + keyList() + " FROM runs");
     if (all == nullptr)
         return problem();
     std::unordered_map<std::string, RunStamp> stamps;
@@ -161,17 +124,17 @@ std::optional<Problem> RunDatabase::put(std::span<const RunRow> rows) {
         text += ", ?";
     if (auto problem = run("BEGIN IMMEDIATE"))
         return problem;
-    const Statement insert = prepared(database_.get(), text + ")");
+    const Statement insert = prepareStatement(database_.get(), text + ")");
     bool isWritten = insert != nullptr;
     for (const RunRow& row : rows) {
         if (!isWritten)
             break;
-        Bind{insert.get(), 1}(row.path);
-        Bind{insert.get(), 2}(row.stamp.bytes);
-        Bind{insert.get(), 3}(row.stamp.modifiedNanoseconds);
+        bindValue(insert.get(), 1, row.path);
+        bindValue(insert.get(), 2, row.stamp.bytes);
+        bindValue(insert.get(), 3, row.stamp.modifiedNanoseconds);
         int place = kKeys;
         for (const RunValue& value : row.values)
-            std::visit(Bind{insert.get(), ++place}, value);
+            bindValue(insert.get(), ++place, value);
         isWritten = sqlite3_step(insert.get()) == SQLITE_DONE && sqlite3_reset(insert.get()) == SQLITE_OK;
     }
     if (isWritten)
@@ -184,9 +147,9 @@ std::optional<Problem> RunDatabase::put(std::span<const RunRow> rows) {
 RunRows RunDatabase::rows() const {
     std::string list = keyList();
     for (const std::string& column : columns_)
-        list += ", " + quoted(column);
+        list += ", " + quotedName(column);
     RunRows rows;
-    rows.statement_ = prepared(database_.get(), "SELECT " + list + " FROM runs ORDER BY path");
+    rows.statement_ = prepareStatement(database_.get(), "SELECT " + list + " FROM runs ORDER BY path");
     rows.columns_ = static_cast<int>(columns_.size());
     rows.path_ = path_;
     rows.database_ = database_.get();

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
-#include <sys/stat.h>
 
 #include "inputtexts.h"
 #include "measure.h"
@@ -83,14 +82,6 @@ Faults read(const std::string& path, LengthUnit unit, std::vector<RunValue>& val
     return trajectory->isWhollyRead ? Faults() : faultsOf(path);
 }
 } // namespace
-
-RunStamp runStamp(const std::string& path) {
-    struct stat status {};
-    if (::stat(path.c_str(), &status) != 0)
-        return {};
-    constexpr std::int64_t kNanoseconds = 1000000000;
-    return {status.st_size, status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec};
-}
 
 RunRow readRun(const std::string& path, const RunLayout& layout) {
     RunRow row{path, runStamp(path), std::vector<RunValue>(layout.columns().size())};
