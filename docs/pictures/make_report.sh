@@ -10,6 +10,8 @@ here=$(dirname "$(realpath "$0")")
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cd "$folder"
+PELSAR_DATA="$demonstration/data/"
+export PELSAR_DATA
 python3 "$here/make_night.py" "$demonstration" night 600
 "$sorvane" runs night -o night.sqlite --unit m --name 'case(?<case>\d+)_flare(?<pattern>[A-Za-z]+)'
 "$sorvane" report night.sqlite -o night.html --by pattern --miss 5,10,20 --terrain --allow-missing \
@@ -20,5 +22,5 @@ chromium --headless --no-sandbox --disable-gpu --hide-scrollbars --force-color-p
 cut() { # NAME TOP HEIGHT
     ffmpeg -v error -y -i page.png -vf "crop=1200:$3:0:$2,scale=900:-1" -frames:v 1 "$pictures/$1"
 }
-cut report.png 0 1560
-cut report-runs.png 1560 1500
+cut report.png 0 1515
+cut report-runs.png 1584 1370

@@ -28,6 +28,14 @@ std::string headingCells(const std::vector<std::string>& names) {
     return "<thead><tr>" + cells + "</tr></thead>";
 }
 
+// A column's name that may go on in another line.
+std::string breakable(const std::string& name) {
+    std::string text;
+    for (const char letter : escaped(name))
+        text += letter == '_' ? std::string("_<wbr>") : std::string(1, letter);
+    return text;
+}
+
 // A value with its interval behind it.
 std::string withInterval(const std::string& text, const std::string& interval) {
     return escaped(text) + (interval.empty() ? "" : "<br><small>" + escaped(interval) + "</small>");
@@ -127,7 +135,7 @@ private:
         html_ += sharesChart(shares) +
                  "<figcaption>Shares of the runs with 95 % intervals (Wilson). The median's interval is "
                  "of " +
-                 std::to_string(kBootstrapResamples) + " resamples.</figcaption></figure></div></section>\n";
+                 std::to_string(kBootstrapResamples / 1000) + ",000 resamples.</figcaption></figure></div></section>\n";
     }
 
     void writeGroups() {
@@ -173,7 +181,8 @@ private:
         html_ += "<section><h2>By " + escaped(columnTitle(set_.aspectColumn)) +
                  "</h2><div class=\"pair\"><figure class=\"polar\">" + polarChart(set_, range, sectors) +
                  "<figcaption>" + escaped(columnTitle(column_)) +
-                 " from the middle outwards, the target's nose up; a bow is a sector's median." + decoyedKey(set_.runs);
+                 " from the middle outwards, the target's nose up; a bow is a sector's median. " +
+                 decoyedKey(set_.runs) + '.';
         if (range.beyond > 0)
             html_ += " " + countOfRuns(static_cast<std::size_t>(range.beyond)) + " beyond " +
                      escaped(roundText(range.to)) + (range.beyond == 1 ? " lies" : " lie") + " on the rim.";
@@ -234,7 +243,7 @@ private:
                  "id=\"next\">Next</button></span></div>\n<div class=\"scroll\"><table class=\"runs\"><thead><tr>";
         for (const ReportColumn& column : set_.columns)
             html_ += std::string("<th scope=\"col\"") + (column.isText() ? " class=\"text\"" : "") +
-                     "><button type=\"button\">" + escaped(column.name) + "</button></th>";
+                     "><button type=\"button\">" + breakable(column.name) + "</button></th>";
         html_ +=
             "</tr></thead><tbody></tbody></table></div>\n<noscript><p class=\"note\">The table needs scripts to be "
             "allowed.</p></noscript></section>\n";

@@ -71,11 +71,20 @@ readReportSet(const std::string& path, const SetQuestion& question, const std::s
     else if (!set.aspectColumn.empty() && !reader->hasColumn(set.aspectColumn))
         return Problem(path + ": there is no column " + set.aspectColumn);
     std::map<std::string, std::size_t> places;
-    for (const std::string& name : reader->columns()) {
+    for (const std::string& name : reader->columns())
         places.emplace(name, places.size());
-        if (isShown(name) || name == column || name == question.groupColumn)
+    // What tells most comes first.
+    const auto show = [&set](const std::string& name) {
+        if (std::ranges::find(set.columns, name, &ReportColumn::name) == set.columns.end())
             set.columns.push_back({name, {}});
-    }
+    };
+    for (const std::string& name :
+         {std::string("path"), question.groupColumn, column, std::string("decoyed"), set.aspectColumn})
+        if (places.contains(name))
+            show(name);
+    for (const std::string& name : reader->columns())
+        if (isShown(name))
+            show(name);
     const std::string timeColumn =
         columnName(*findMeasure("closest-approach-time"), LengthUnit::Unstated).toStdString();
     auto problem = reader->read(reader->columns(), question.condition, [&](std::span<const RunValue> values) {

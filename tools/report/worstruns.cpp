@@ -68,6 +68,18 @@ QByteArray pngOf(const QImage& picture) {
     return picture.save(&buffer, "PNG") ? bytes : QByteArray();
 }
 
+// Leaves out what lies beyond the ends of strips, up to a point on them: Qt's SVG is not clipped.
+void cutAtStripEnds(PlotDocument& document) {
+    for (PlotStrip& strip : document.strips)
+        for (PlotCurve& curve : strip.curves)
+            for (std::size_t i = 0; i < curve.points.size(); ++i)
+                if (PlotPoint& point = curve.points[i]; point.value > strip.greatest) {
+                    const bool isFirstBeyond = i > 0 && curve.points[i - 1].value < strip.greatest;
+                    const bool isLastBeyond = i + 1 < curve.points.size() && curve.points[i + 1].value < strip.greatest;
+                    point.value = isFirstBeyond || isLastBeyond ? strip.greatest : std::nan("");
+                }
+}
+
 // Draws one run.
 class RunDrawing {
 public:
@@ -121,9 +133,11 @@ private:
             factsOf(trajectory->series).events};
         const std::vector<const Measure*> measures = usualPlotMeasures();
         const auto drawn = [&](const PlotTheme& theme) {
+            PlotDocument document = plotOf({&plotted, 1}, measures);
+            cutAtStripEnds(document);
             StripPlot plot;
             plot.setTheme(theme);
-            plot.setDocument(plotOf({&plotted, 1}, measures));
+            plot.setDocument(std::move(document));
             return plotPicture(plot, PlotFormat::Svg, kPlotSize);
         };
         run_.plot = drawn(lightPlotTheme());
