@@ -77,7 +77,8 @@ std::string decoyedKey(const std::vector<ReportRun>& runs) {
     std::string key;
     for (const auto& [style, name] : std::to_array<std::pair<std::string, const char*>>(
              {{"first", "not decoyed"}, {"second", "decoyed"}, {"third", "unknown whether decoyed"}}))
-        if (std::ranges::any_of(runs, [&](const ReportRun& run) { return style == styleOf(run.decoyed); }))
+        if (std::ranges::any_of(
+                runs, [&wanted = style](const ReportRun& run) { return wanted == styleOf(run.decoyed); }))
             key += " <span class=\"named\"><span class=\"key " + style + "\"></span>" + name + "</span>";
     return key;
 }
@@ -110,8 +111,9 @@ std::string histogramOf(const ReportSet& set, const ShownRange& range) {
             if (runs == 0)
                 continue;
             const double top = y.at(static_cast<double>(below + runs));
-            const std::string filter =
-                column + ">=" + tickText(from) + " " + column + (i + 1 == count ? "<=" : "<") + tickText(to);
+            std::string filter = column;
+            filter.append(">=").append(tickText(from)).append(" ").append(column);
+            filter.append(i + 1 == count ? "<=" : "<").append(tickText(to));
             drawing.rectangle(
                 (std::string("bar ") + kStyles[style]).c_str(), {x.at(from) + 0.5, top}, x.at(to) - x.at(from) - 1.0,
                 y.at(static_cast<double>(below)) - top, " data-filter=\"" + escaped(filter) + '"',
