@@ -5,6 +5,8 @@
 #include <cmath>
 #include <map>
 
+#include "summarytext.h"
+
 namespace sorvane {
 namespace {
 constexpr std::size_t kMostGroups = 1000;
@@ -94,6 +96,10 @@ Outcome<SetSummary> summaryOf(const RunReader& reader, const SetQuestion& questi
     if (groups.size() > kMostGroups)
         return Problem(
             reader.path() + ": " + question.groupColumn + " has more than " + std::to_string(kMostGroups) + " values");
+    if (summary.all.values.empty()) {
+        const std::string leftOut = leftOutText(summary.all, summary.column);
+        return Problem(reader.path() + ": there is no run to count" + (leftOut.empty() ? "" : "; " + leftOut));
+    }
     finish(summary.all, question);
     for (auto& [value, rows] : groups) {
         rows.group = value;

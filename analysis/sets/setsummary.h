@@ -38,7 +38,8 @@ struct SetSummary {
     std::vector<RowSummary> groups; // by ascending value of the group's column: none, numbers, texts
 };
 
-// The problem when the database can't be read, has no such columns, or more groups than anyone reads.
+// The problem when the database can't be read, has no such columns, no row that counts, or more groups than anyone
+// reads.
 Outcome<SetSummary> summaryOf(const RunReader& reader, const SetQuestion& question);
 
 // How a set differs from another one; each difference is that of the first less the other.

@@ -59,10 +59,6 @@ readReportSet(const std::string& path, const SetQuestion& question, const std::s
     if (!summary)
         return summary.problem();
     const std::string column = summary->column;
-    if (summary->all.values.empty()) {
-        const std::string leftOut = leftOutText(summary->all, column);
-        return Problem(path + ": there is no run to count" + (leftOut.empty() ? "" : "; " + leftOut));
-    }
     ReportSet set{path, question, aspectColumn, *std::move(summary), {}, {}};
     const std::string usualAspect =
         columnName(*findMeasure("closest-approach-aspect"), LengthUnit::Unstated).toStdString();

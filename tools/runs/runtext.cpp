@@ -3,19 +3,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include "csvtext.h"
 #include "shortestnumber.h"
 
 namespace sorvane {
 namespace {
-std::string csvText(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos)
-        return text;
-    std::string quoted = "\"";
-    for (const char letter : text)
-        quoted.append(letter == '"' ? 2 : 1, letter);
-    return quoted + '"';
-}
-
 struct CsvValue {
     std::string operator()(std::monostate /*nothing*/) const { return {}; }
     std::string operator()(std::int64_t value) const { return std::to_string(value); }

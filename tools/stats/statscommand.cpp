@@ -8,7 +8,6 @@
 
 #include "setquestionoptions.h"
 #include "statsreport.h"
-#include "summarytext.h"
 
 namespace sorvane {
 namespace {
@@ -28,11 +27,6 @@ Outcome<AskedSet> ask(const std::string& path, const SetQuestion& question) {
     Outcome<SetSummary> summary = summaryOf(*reader, question);
     if (!summary)
         return summary.problem();
-    const RowSummary& all = summary->all;
-    if (all.values.empty()) {
-        const std::string leftOut = leftOutText(all, summary->column);
-        return Problem(path + ": there is no run to count" + (leftOut.empty() ? "" : "; " + leftOut));
-    }
     return AskedSet{path, question, *std::move(summary)};
 }
 

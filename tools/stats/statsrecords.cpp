@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "csvtext.h"
 #include "shortestnumber.h"
 #include "statsreport.h"
 #include "summarytext.h"
@@ -106,7 +107,7 @@ class CsvTable {
 public:
     explicit CsvTable(std::ostream& out) : out_(out) { out_ << "set,group,statistic,at,value,low,high,of\n"; }
 
-    void begin(const std::string& set, const std::string& group) { key_ = quoted(set) + ',' + quoted(group) + ','; }
+    void begin(const std::string& set, const std::string& group) { key_ = csvText(set) + ',' + csvText(group) + ','; }
     void add(const CsvRow& row) {
         out_ << key_ << row.statistic << ',' << number(row.at) << ',' << number(row.value) << ','
              << number(row.interval.low) << ',' << number(row.interval.high) << ',' << row.of << '\n';
@@ -117,14 +118,6 @@ public:
 
 private:
     static std::string number(double value) { return std::isfinite(value) ? shortestText(value) : std::string(); }
-    static std::string quoted(const std::string& text) {
-        if (text.find_first_of(",\"\r\n") == std::string::npos)
-            return text;
-        std::string quoted = "\"";
-        for (const char letter : text)
-            quoted.append(letter == '"' ? 2 : 1, letter);
-        return quoted + '"';
-    }
 
     std::ostream& out_;
     std::string key_;
