@@ -41,7 +41,9 @@ TEST(PlainFields, ReadPlainFloatsAsScanfDoes) {
           "1e60", "16777217", "0.3333333432674407958984375", "8388609.5", "0000000000000000000000000000000000001.0",
           "7.006492321624085e-46", "123456789012345678901234567890",
           // As doubles half way between two floats, as written above or below it.
-          "8.00000810623169", "8.00000524520874"})
+          "8.00000810623169", "8.00000524520874",
+          // Of a digit more than a double holds.
+          "941.6906433105469", "97.48313522338867"})
         EXPECT_TRUE(floatAgrees(text)) << text;
     std::mt19937 random(1);
     for (int i = 0; i < 20000; ++i) {

@@ -264,4 +264,24 @@ TEST(RasterHeaders, TellTheSizeByTheFamilyThatTheLoaderTakes) {
     EXPECT_EQ(readTopographySize(directory.write("a.top", torvale)), (RasterSize{5, 4}));
     EXPECT_EQ(readRasterSize(directory.write("a.cls", torvale)), (RasterSize{5, 4}));
     EXPECT_EQ(readTopographySize(directory.write("a.xyz", torvale)), std::nullopt);
+    EXPECT_EQ(readTopographySize(directory.write("cut.top", torvale.substr(0, 511))), std::nullopt);
+}
+
+TEST(RasterHeaders, TellHowRowsLieInTheFile) {
+    const auto row = [](std::optional<RowLayout> layout) {
+        return std::pair(layout->itemBytes, layout->skippedBytes);
+    };
+    using Content = RasterContent;
+    // Rows of five samples; the records of the one family have 512 bytes.
+    for (const auto& [content, torvale, bkg] :
+         Rows<Content, std::pair<std::int64_t, std::int64_t>, std::pair<std::int64_t, std::int64_t>>{
+             {Content::Topography, {2, 502}, {4, 0}},
+             {Content::Radiance, {4, 502}, {4, 0}},
+             {Content::Normals, {12, 0}, {12, 0}},
+             {Content::Classes, {2, 502}, {1, 0}}}) {
+        SCOPED_TRACE(static_cast<int>(content));
+        EXPECT_EQ(row(rowLayout(torvaleHeader(5, 4, 1), content)), torvale);
+        EXPECT_EQ(row(rowLayout(bkgHeader(5, 4), content)), bkg);
+    }
+    EXPECT_EQ(rowLayout(bkgHeader(5, 4), Content::Unknown), std::nullopt);
 }
