@@ -6,10 +6,17 @@
 #include "brdffile.h"
 
 namespace sorvane {
+std::string BodyShader::vertexPath(const std::string& shaderDir) {
+    return shaderDir + "SandfordRobertson_simple.vert";
+}
+
+std::string BodyShader::fragmentPath(const std::string& shaderDir) {
+    return shaderDir + "SandfordRobertson_simple.frag";
+}
+
 bool BodyShader::Init(
     const std::string& shaderDir, float earthRadiance, float skyRadiance, float solarBeam, float brightness) {
-    const std::string base = shaderDir + "SandfordRobertson_simple";
-    if (!program_.Init(base + ".vert", base + ".frag"))
+    if (!program_.Init(vertexPath(shaderDir), fragmentPath(shaderDir)))
         return false;
     program_.Activate();
     glUniform1f(program_.GetUniformVariable("DiffuseEarthRadiance"), earthRadiance);

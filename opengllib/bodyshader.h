@@ -13,6 +13,10 @@ namespace sorvane {
 // Needs the GL context current in which Init ran.
 class BodyShader {
 public:
+    // The sources in `shaderDir`, a path with its closing slash.
+    static std::string vertexPath(const std::string& shaderDir);
+    static std::string fragmentPath(const std::string& shaderDir);
+
     // Builds the program from "SandfordRobertson_simple.vert" and ".frag" in `shaderDir`, a path with its closing
     // slash, and sets what stays: the radiances that reach the body (W/cm²/sr) and the factor that makes greys of
     // radiances. Looks up every input once; one that the program doesn't have is reported then, and is ignored.

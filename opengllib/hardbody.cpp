@@ -4,11 +4,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <new>
+#include <span>
 
 #include <GL/glew.h>
 
 #include "dynamicdata.h"
 #include "fail.h"
+#include "subfacetfile.h"
 #include "vnlfile.h"
 
 using namespace sorvane;
@@ -18,56 +20,84 @@ bool Hardbody::Init(
     const std::string& rotorPath, bool doBrdf, bool antialias, bool multiFacet, bool rotors, bool perFrameUpload,
     float p0, float p1, float p2, float p3, float p4, float p5, float range, const float& earthRadiance,
     const float& skyRadiance, const float& solarBeam) {
-    isUsable_ = false;
+    model_.reset();
     multiFacetEye_.reset();
     flags_ = {doBrdf, antialias, multiFacet, rotors, perFrameUpload};
     parameters_ = {p0, p1, p2, p3, p4, p5};
     range_ = range;
 
-    rotor_.reset();
-    if (flags_.rotors && !rotorPath.empty())
-        rotor_ = std::make_unique<Rotor>(rotorPath.c_str());
+    const Origin origin{brdfPath,      vnlPath,     radPath,  shaderDir, rotors ? rotorPath : std::string(),
+                        earthRadiance, skyRadiance, solarBeam};
+    ContentKey key = keyOf(origin);
+    model_ = BodyModel::cache().find(key);
+    if (model_ != nullptr)
+        return true;
     try {
-        if (!loadFiles(brdfPath, vnlPath, radPath) || !loadSubfacets(vnlPath))
+        MessageRecord record;
+        std::unique_ptr<BodyParts> parts = load(origin);
+        if (parts == nullptr)
             return false;
-        if (rotor_ != nullptr)
-            turnedVertices_.assign(arrays_.vertices_.get(), arrays_.vertices_.get() + vertexCount_);
+        model_ = std::make_shared<BodyModel>(std::move(parts));
+        BodyModel::cache().add(model_, std::move(key), record.take());
+        return true;
     } catch (const std::bad_alloc&) {
+        model_.reset();
         return fail("Init", "Out of memory.");
     }
-
-    shader_.reset();
-    if (!flags_.perFrameUpload) {
-        shader_ = std::make_unique<BodyShader>();
-        if (!shader_->Init(shaderDir, earthRadiance, skyRadiance, solarBeam, range_))
-            return false;
-    }
-    if (!buffers_.create(arrays_, facets_, flags_.perFrameUpload))
-        return fail("Init", "Vertex buffer creation failed.");
-    isUsable_ = true;
-    return true;
 }
 
-bool Hardbody::loadFiles(const std::string& brdfPath, const std::string& vnlPath, const std::string& radPath) {
-    if (!brdf_.Load(brdfPath))
+ContentKey Hardbody::keyOf(const Origin& origin) const {
+    ContentKey key;
+    for (const std::string& path :
+         {origin.brdfPath, origin.vnlPath, SubfacetFile::pathBeside(origin.vnlPath), origin.radPath, origin.rotorPath,
+          BodyShader::vertexPath(origin.shaderDir), BodyShader::fragmentPath(origin.shaderDir)})
+        key.addFile(path);
+    key.addValues(
+        flags_.multiFacet, flags_.perFrameUpload, range_, origin.earthRadiance, origin.skyRadiance, origin.solarBeam);
+    return key;
+}
+
+std::unique_ptr<BodyParts> Hardbody::load(const Origin& origin) const {
+    auto parts = std::make_unique<BodyParts>();
+    parts->isUploadedEachFrame = flags_.perFrameUpload;
+    if (!origin.rotorPath.empty())
+        parts->rotor = std::make_unique<Rotor>(origin.rotorPath.c_str());
+    RadFile rad;
+    if (!loadFiles(origin, *parts, rad) || !loadSubfacets(origin.vnlPath, rad, *parts))
+        return nullptr;
+    if (!flags_.perFrameUpload) {
+        parts->shader = std::make_unique<BodyShader>();
+        if (!parts->shader->Init(origin.shaderDir, origin.earthRadiance, origin.skyRadiance, origin.solarBeam, range_))
+            return nullptr;
+    }
+    if (!parts->buffers.create(parts->arrays, parts->facets, flags_.perFrameUpload)) {
+        fail("Init", "Vertex buffer creation failed.");
+        return nullptr;
+    }
+    return parts;
+}
+
+bool Hardbody::loadFiles(const Origin& origin, BodyParts& parts, RadFile& rad) {
+    if (!parts.brdf.Load(origin.brdfPath))
         return false;
-    facets_ = brdf_.numFacets();
-    vertexCount_ = brdf_.numVertices();
-    brdfClasses_ = brdf_.numBrdfClasses();
-    if (!AllocateBuffers() || !rad_.Load(radPath, facets_))
+    parts.facets = parts.brdf.numFacets();
+    parts.vertexCount = parts.brdf.numVertices();
+    if (!AllocateBuffers(parts) || !rad.Load(origin.radPath, parts.facets))
         return false;
+    const FacetArrays& arrays = parts.arrays;
     VnlFile vnl;
     if (!vnl.Load(
-            vnlPath, brdf_, rad_, arrays_.indices_.get(), arrays_.vertices_.get(), arrays_.normals_.get(),
-            arrays_.primaryColors_.get(), arrays_.secondaryColors_.get(), arrays_.facetCentroids_.get(),
-            arrays_.facetNormals_.get(), arrays_.facetMap_.get()))
+            origin.vnlPath, parts.brdf, rad, arrays.indices_.get(), arrays.vertices_.get(), arrays.normals_.get(),
+            arrays.primaryColors_.get(), arrays.secondaryColors_.get(), arrays.facetCentroids_.get(),
+            arrays.facetNormals_.get(), arrays.facetMap_.get()))
         return false;
-    box_ = vnl.boundingBox();
+    parts.box = vnl.boundingBox();
     return true;
 }
 
-bool Hardbody::AllocateBuffers() {
-    if (arrays_.allocate(facets_))
+bool Hardbody::AllocateBuffers(BodyParts& parts) {
+    FacetArrays& arrays = parts.arrays;
+    if (arrays.allocate(parts.facets))
         return true;
     const auto address = [](const auto& array) {
         return static_cast<const void*>(array.get());
@@ -78,29 +108,29 @@ bool Hardbody::AllocateBuffers() {
         "primaryColors_ (%p), secondaryColors_ (%p), indices_ (%p), facetMap_ (%p), facetCentroids_ (%p), "
         "facetNormals_ (%p), multiFacetRadiances_ (%p), tempArray_ (%p), earth_form_factors_ (%p), sky_form_factors_ "
         "(%p).",
-        address(arrays_.vertices_), address(arrays_.normals_), address(arrays_.primaryColors_),
-        address(arrays_.secondaryColors_), address(arrays_.indices_), address(arrays_.facetMap_),
-        address(arrays_.facetCentroids_), address(arrays_.facetNormals_), address(arrays_.multiFacetRadiances_),
-        address(arrays_.tempArray_), address(arrays_.earth_form_factors_), address(arrays_.sky_form_factors_));
+        address(arrays.vertices_), address(arrays.normals_), address(arrays.primaryColors_),
+        address(arrays.secondaryColors_), address(arrays.indices_), address(arrays.facetMap_),
+        address(arrays.facetCentroids_), address(arrays.facetNormals_), address(arrays.multiFacetRadiances_),
+        address(arrays.tempArray_), address(arrays.earth_form_factors_), address(arrays.sky_form_factors_));
 }
 
 // A body without form factors is usual and no fault; form factors of another body are one as soon as they are used.
-bool Hardbody::loadSubfacets(const std::string& vnlPath) {
-    const auto count = static_cast<std::size_t>(facets_);
-    const std::span earth(arrays_.earth_form_factors_.get(), count);
-    const std::span sky(arrays_.sky_form_factors_.get(), count);
-    const bool isLoaded = subfacets_.Load(SubfacetFile::pathBeside(vnlPath), earth, sky);
-    hasFormFactorFault_ = !isLoaded && std::filesystem::exists(SubfacetFile::pathBeside(vnlPath));
-    if (!isLoaded)
-        flags_.multiFacet = false;
-    if (flags_.multiFacet) {
-        const std::span normals(arrays_.facetNormals_.get(), count);
-        if (!subfacets_.Init(normals))
+bool Hardbody::loadSubfacets(const std::string& vnlPath, const RadFile& rad, BodyParts& parts) const {
+    const auto count = static_cast<std::size_t>(parts.facets);
+    const std::span earth(parts.arrays.earth_form_factors_.get(), count);
+    const std::span sky(parts.arrays.sky_form_factors_.get(), count);
+    SubfacetFile subfacets;
+    const bool isLoaded = subfacets.Load(SubfacetFile::pathBeside(vnlPath), earth, sky);
+    parts.hasFormFactorFault = !isLoaded && std::filesystem::exists(SubfacetFile::pathBeside(vnlPath));
+    if (isLoaded && flags_.multiFacet) {
+        const std::span normals(parts.arrays.facetNormals_.get(), count);
+        if (!subfacets.Init(normals))
             return fail("Init", "Subfacet object initialization failed.");
-        multiFacet_.init(
-            subfacets_, brdf_, normals, std::span(arrays_.facetCentroids_.get(), count), std::span(rad_.rad(), count));
+        parts.multiFacet.emplace().init(
+            subfacets, parts.brdf, normals, std::span(parts.arrays.facetCentroids_.get(), count),
+            std::span(rad.rad(), count));
     }
-    if (!isLoaded || subfacets_.facetCount() != count) {
+    if (!isLoaded || subfacets.facetCount() != count) {
         std::fill(earth.begin(), earth.end(), 1.0F);
         std::fill(sky.begin(), sky.end(), 1.0F);
     }
@@ -129,41 +159,19 @@ void Hardbody::ComputeTransforms() {
 }
 
 void Hardbody::UpdateMultiFacet(const Vector<float>& eye) {
-    if (!isUsable_ || !flags_.multiFacet)
+    if (!isUsable() || !model_->parts().multiFacet)
         return;
     // The model matrix turns and moves; its inverse moves back and turns by the transpose.
     Vector<float> modelEye(0.0F, 0.0F, 0.0F, 1.0F);
     for (int axis = 0; axis < 3; ++axis)
         for (int row = 0; row < 3; ++row)
             modelEye.ElementAt(axis) += modelMatrix_(row, axis) * (eye.ElementAt(row) - modelMatrix_(row, 3));
-    if (modelEye == multiFacetEye_)
-        return;
     multiFacetEye_ = modelEye;
-    multiFacet_.update(modelEye, std::span(arrays_.multiFacetRadiances_.get(), static_cast<std::size_t>(facets_)));
-    arrays_.spread(arrays_.multiFacetRadiances_.get(), facets_);
-}
-
-// Always from the vertices as loaded, so that nothing adds up over the frames.
-void Hardbody::turnRotors(float time) {
-    for (int number = 1; number <= rotor_->getRotorCount(); ++number) {
-        std::array<float, 16> matrix{};
-        rotor_->getRotorMatrix(number, time, matrix.data());
-        const int last = std::min(rotor_->getRotorEnd(number), facets_);
-        for (int facet = rotor_->getRotorStart(number); facet <= last; ++facet) {
-            const auto corner = 3 * static_cast<std::size_t>(arrays_.facetMap_[static_cast<std::size_t>(facet - 1)]);
-            for (std::size_t i = corner; i < corner + 3; ++i) {
-                const Tuple3<float>& vertex = arrays_.vertices_[i];
-                const std::array<float, 3> point = {vertex.x, vertex.y, vertex.z};
-                std::array<float, 3> turned{};
-                mat_vtransform_(matrix.data(), point.data(), turned.data());
-                turnedVertices_[i] = {turned[0], turned[1], turned[2]};
-            }
-        }
-    }
+    model_->reflectedTowards(modelEye);
 }
 
 void Hardbody::Render(Dynamic_Data* data) {
-    if (!isUsable_ || data == nullptr)
+    if (!isUsable() || data == nullptr)
         return;
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     glMatrixMode(GL_MODELVIEW);
@@ -173,34 +181,9 @@ void Hardbody::Render(Dynamic_Data* data) {
         fromOrigin(axis, 3) -= data->origin[static_cast<std::size_t>(axis)];
     glMultMatrixf(fromOrigin.data());
 
-    if (flags_.perFrameUpload) {
-        if (rotor_ != nullptr)
-            turnRotors(data->time);
-        buffers_.uploadVertices(rotor_ != nullptr ? turnedVertices_.data() : arrays_.vertices_.get());
-    }
-    buffers_.uploadMultiFacetRadiances(arrays_.tempArray_.get());
-    buffers_.bind(shader_ != nullptr ? shader_->attributes() : FacetBuffers::Attributes());
-    if (shader_ != nullptr) {
-        shader_->Activate();
-        shader_->setSolarDirection(data->solarDirEyeCoords);
-    }
-    drawBlocks(shader_.get());
-    if (shader_ != nullptr)
-        BodyShader::Deactivate();
-
+    model_->draw(multiFacetEye_, *data);
     glPopMatrix();
     glPopClientAttrib();
-}
-
-void Hardbody::drawBlocks(const BodyShader* shader) const {
-    for (std::size_t i = 0; i < static_cast<std::size_t>(brdfClasses_); ++i) {
-        const FacetBlock& block = brdf_.blocks()[i];
-        if (block.facetCount_ == 0)
-            continue;
-        if (shader != nullptr)
-            shader->setClass(brdf_.classes()[i]);
-        buffers_.draw(block.startIndex_, block.facetCount_);
-    }
 }
 
 BoxCorners Hardbody::emptyBox() {
@@ -211,7 +194,7 @@ BoxCorners Hardbody::emptyBox() {
 
 BoxCorners Hardbody::GetTransformedBBox() const {
     BoxCorners corners = BBox();
-    if (isUsable_)
+    if (isUsable())
         for (Vector<float>& corner : corners)
             corner = modelMatrix_ * corner;
     return corners;
@@ -224,7 +207,7 @@ Vector<float> Hardbody::Centroid(const Matrix<float>& view) const {
 }
 
 bool Hardbody::NearPlaneProjection(Rect<float>& rect, const Matrix<float>& view, const float& near) const {
-    if (!isUsable_)
+    if (!isUsable())
         return false;
     BoxCorners corners = GetTransformedBBox();
     for (Vector<float>& corner : corners)

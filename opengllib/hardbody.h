@@ -5,19 +5,16 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "bodyshader.h"
-#include "brdffile.h"
-#include "facetarrays.h"
-#include "facetbuffers.h"
-#include "multifacet.h"
+#include "bodymodel.h"
+#include "contentkey.h"
 #include "radfile.h"
-#include "rotor.h"
 #include "shape.h"
-#include "subfacetfile.h"
 
-// Construction needs no GL context. Init, Render and the destructor of an initialised body need the same one current.
+// Bodies of the same files and values share all but their pose, as long as one of them is there.
+//
+// Construction needs no GL context. Init, Render and the destructor of an initialised body need the same one current,
+// or one that shares with it.
 class Hardbody : public Shape {
 public:
     // Loads the reflectance, geometry and radiance files, the form factors beside the geometry file (its name with
@@ -37,9 +34,11 @@ public:
         const std::string& shaderDir, const std::string& rotorPath, bool doBrdf, bool antialias, bool multiFacet,
         bool rotors, bool perFrameUpload, float p0, float p1, float p2, float p3, float p4, float p5, float range,
         const float& earthRadiance, const float& skyRadiance, const float& solarBeam);
-    bool isUsable() const { return isUsable_; }
+    bool isUsable() const { return model_ != nullptr; }
     // Usable, and not without form factors that could not be read.
-    bool isWhole() const { return isUsable_ && !hasFormFactorFault_; }
+    bool isWhole() const { return isUsable() && !model_->parts().hasFormFactorFault; }
+    // No point of the body is farther from where it is posed than this, however its rotors turn; 0 for an unusable one.
+    float reach() const { return isUsable() ? model_->reach() : 0.0F; }
 
     sorvane::ShapeKind ShapeType() const override { return sorvane::ShapeKind::Hardbody; }
     bool DoBRDF() const override { return true; }
@@ -55,13 +54,16 @@ public:
     // Works out what the facets reflect of each other towards an eye in world coordinates, for the next Render. Does
     // nothing when neither the eye nor the pose changed.
     void UpdateMultiFacet(const Vector<float>& eye);
-    // Per facet in file order, W/cm²/sr; null for an unusable body.
-    const float* multiFacetRadiances() const { return isUsable_ ? arrays_.multiFacetRadiances_.get() : nullptr; }
+    // Per facet in file order, W/cm²/sr; null for an unusable body. Valid until one of those that it shares with is
+    // asked or drawn.
+    const float* multiFacetRadiances() const {
+        return isUsable() ? model_->reflectedTowards(multiFacetEye_).data() : nullptr;
+    }
 
     void Render(Dynamic_Data* data) override;
 
     // For an unusable body all corners are the origin.
-    sorvane::BoxCorners BBox() const override { return isUsable_ ? box_ : emptyBox(); }
+    sorvane::BoxCorners BBox() const override { return isUsable() ? model_->parts().box : emptyBox(); }
     sorvane::BoxCorners GetTransformedBBox() const override;
     Vector<float> Centroid(const Matrix<float>& view) const override;
     bool NearPlaneProjection(Rect<float>& rect, const Matrix<float>& view, const float& near) const override;
@@ -74,38 +76,34 @@ private:
         bool rotors = false;
         bool perFrameUpload = false;
     };
+    // Files and values that a body is made of.
+    struct Origin {
+        const std::string& brdfPath;
+        const std::string& vnlPath;
+        const std::string& radPath;
+        const std::string& shaderDir;
+        std::string rotorPath; // empty when no rotors are asked for
+        float earthRadiance;
+        float skyRadiance;
+        float solarBeam;
+    };
 
-    bool loadFiles(const std::string& brdfPath, const std::string& vnlPath, const std::string& radPath);
-    bool loadSubfacets(const std::string& vnlPath);
-    bool AllocateBuffers();
+    sorvane::ContentKey keyOf(const Origin& origin) const;
+    std::unique_ptr<sorvane::BodyParts> load(const Origin& origin) const;
+    static bool loadFiles(const Origin& origin, sorvane::BodyParts& parts, RadFile& rad);
+    static bool AllocateBuffers(sorvane::BodyParts& parts);
+    bool loadSubfacets(const std::string& vnlPath, const RadFile& rad, sorvane::BodyParts& parts) const;
     void ComputeTransforms();
-    void turnRotors(float time);
-    void drawBlocks(const sorvane::BodyShader* shader) const;
 
     static sorvane::BoxCorners emptyBox();
 
     Flags flags_;
     std::array<float, 6> parameters_{};
     float range_ = 0.0F;
-    bool isUsable_ = false;
-    bool hasFormFactorFault_ = false;
-
-    int facets_ = 0;
-    int vertexCount_ = 0;
-    int brdfClasses_ = 0;
-    BrdfFile brdf_;
-    RadFile rad_;
-    std::unique_ptr<Rotor> rotor_;
-    SubfacetFile subfacets_;
-    sorvane::MultiFacet multiFacet_;
-    sorvane::FacetArrays arrays_;
-    std::vector<Tuple3<float>> turnedVertices_; // empty without rotors
-    sorvane::FacetBuffers buffers_;
-    std::unique_ptr<sorvane::BodyShader> shader_; // null with per-frame upload
-    sorvane::BoxCorners box_ = emptyBox();
+    std::shared_ptr<sorvane::BodyModel> model_; // shared with the bodies of the same origin; null when unusable
 
     std::array<float, 3> position_{};    // world
     std::array<float, 3> orientation_{}; // degrees
     Matrix<float> modelMatrix_ = Matrix<float>::identity();
-    std::optional<Vector<float>> multiFacetEye_; // in model coordinates, for which the radiances were worked out
+    std::optional<Vector<float>> multiFacetEye_; // in model coordinates, which facets reflect towards
 };

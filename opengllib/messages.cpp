@@ -11,28 +11,30 @@
 namespace sorvane {
 namespace {
 thread_local MessageCollection* collecting = nullptr;
+thread_local MessageRecord* recording = nullptr;
+} // namespace
 
-void deliver(bool isError, std::string text) {
-    if (MessageCollection::collect(isError, text))
+void printLine(const PrintedLine& line) {
+    MessageRecord::note(line);
+    if (MessageCollection::collect(line.message))
         return;
-    text += '\n';
-    std::FILE* const stream = isError ? stderr : stdout;
+    const std::string text = line.head + line.message.text + '\n';
+    std::FILE* const stream = line.message.isError ? stderr : stdout;
     std::fwrite(text.data(), 1, text.size(), stream);
     std::fflush(stream);
 }
-} // namespace
 
 void printMessage(const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    deliver(false, formattedText(format, arguments));
+    printLine({{false, formattedText(format, arguments)}, {}});
     va_end(arguments);
 }
 
 void printErrorMessage(const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    deliver(true, formattedText(format, arguments));
+    printLine({{true, formattedText(format, arguments)}, {}});
     va_end(arguments);
 }
 
@@ -52,10 +54,25 @@ std::vector<Message> MessageCollection::take() {
     return std::exchange(messages_, {});
 }
 
-bool MessageCollection::collect(bool isError, const std::string& text) {
+bool MessageCollection::collect(const Message& message) {
     if (collecting == nullptr)
         return false;
-    collecting->messages_.push_back({isError, text});
+    collecting->messages_.push_back(message);
     return true;
+}
+
+MessageRecord::MessageRecord() : outer_(std::exchange(recording, this)) {}
+
+MessageRecord::~MessageRecord() {
+    recording = outer_;
+}
+
+std::vector<PrintedLine> MessageRecord::take() {
+    return std::exchange(lines_, {});
+}
+
+void MessageRecord::note(const PrintedLine& line) {
+    for (MessageRecord* record = recording; record != nullptr; record = record->outer_)
+        record->lines_.push_back(line);
 }
 } // namespace sorvane

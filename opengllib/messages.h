@@ -19,6 +19,34 @@ struct Message {
     std::string text;     // without a newline; of printError's lines only what follows function, file and line
 };
 
+// A line as it was printed, or would have been if nobody had collected it.
+struct PrintedLine {
+    Message message;
+    std::string head; // what printError puts before the text
+};
+
+// Prints a line, or hands it to whoever collects.
+void printLine(const PrintedLine& line);
+
+// While one lives, this thread's messages are noted in it, too, wherever they go, to be told once more later. They
+// nest, and each notes.
+class MessageRecord {
+public:
+    MessageRecord();
+    ~MessageRecord();
+    MessageRecord(const MessageRecord&) = delete;
+    MessageRecord& operator=(const MessageRecord&) = delete;
+
+    std::vector<PrintedLine> take();
+
+    // Notes a line in all of this thread's records.
+    static void note(const PrintedLine& line);
+
+private:
+    std::vector<PrintedLine> lines_;
+    MessageRecord* outer_;
+};
+
 // While one lives, this thread's messages are kept in it and nothing is printed. They nest: the latest one collects.
 class MessageCollection {
 public:
@@ -31,7 +59,7 @@ public:
     std::vector<Message> take();
 
     // Hands a message to this thread's collection; false when nobody collects and the caller has to print it.
-    static bool collect(bool isError, const std::string& text);
+    static bool collect(const Message& message);
 
 private:
     std::vector<Message> messages_;

@@ -2,7 +2,7 @@
 #include "printerror.h"
 
 #include <cstdarg>
-#include <cstdio>
+#include <string>
 
 #include "formattedtext.h"
 #include "messages.h"
@@ -15,10 +15,7 @@ void printError(
     va_start(arguments, argCount);
     const std::string text = formattedText(format, arguments);
     va_end(arguments);
-    if (MessageCollection::collect(true, text))
-        return;
-    std::fprintf(stderr, "Error in function \"%s\" of file \"%s\" (line #%u): ", function, file, line);
-    std::fwrite(text.data(), 1, text.size(), stderr);
-    std::fputc('\n', stderr);
-    std::fflush(stderr);
+    const std::string head = "Error in function \"" + std::string(function) + "\" of file \"" + file + "\" (line #" +
+                             std::to_string(line) + "): ";
+    printLine({{true, text}, head});
 }

@@ -18,9 +18,7 @@ using namespace sorvane;
 
 SubTerrain::SubTerrain() = default;
 
-SubTerrain::~SubTerrain() {
-    unallocateArrays();
-}
+SubTerrain::~SubTerrain() = default;
 
 void SubTerrain::setOriginX(float a0) {
     placement_.origin[0] = a0;
@@ -73,8 +71,9 @@ std::size_t SubTerrain::posts() const {
 }
 
 bool SubTerrain::hasArrays() const {
-    return heights_ != nullptr && colours_ != nullptr && vertices_ != nullptr && normals_ != nullptr &&
-           indices_ != nullptr && arraysSize_ == RasterSize{placement_.columns, placement_.rows};
+    return content_->heights != nullptr && content_->colours != nullptr && content_->vertices != nullptr &&
+           content_->normals != nullptr && content_->indices != nullptr &&
+           content_->arraysSize == RasterSize{placement_.columns, placement_.rows};
 }
 
 bool SubTerrain::hasSize(const std::string& path, const std::optional<RasterSize>& size) const {
@@ -109,22 +108,22 @@ bool SubTerrain::chooseLighting() {
     const auto isUsable = [this](const std::string& path) {
         return FileExists(path) && hasSize(path, readRasterSize(path));
     };
-    sunlit_ = reflective_ = isUsable(paths_.classes);
+    lighting_ = {};
+    lighting_.isSunlit = lighting_.isReflective = isUsable(paths_.classes);
     if (!FileExists(paths_.atmosphere))
-        sunlit_ = false;
+        lighting_.isSunlit = false;
     if (!isUsable(paths_.normals))
-        sunlit_ = reflective_ = false;
-    solarDir_ = {0.0F, 0.0F, 1.0F};
-    atmosphere_.reset();
-    if (!sunlit_)
+        lighting_.isSunlit = lighting_.isReflective = false;
+    if (!lighting_.isSunlit)
         return true;
-    atmosphere_ = std::make_unique<AtmFile>();
-    if (!atmosphere_->Load(paths_.atmosphere)) {
+    const auto atmosphere = std::make_shared<AtmFile>();
+    if (!atmosphere->Load(paths_.atmosphere)) {
         printMessage("SubTerrain::load: could not load atm file");
         return false;
     }
-    const Vector<float> sun = atmosphere_->SolarDirWorld();
-    solarDir_ = {sun.ElementAt(0), sun.ElementAt(1), sun.ElementAt(2)};
+    lighting_.atmosphere = atmosphere;
+    const Vector<float> sun = atmosphere->SolarDirWorld();
+    lighting_.solarDirection = {sun.ElementAt(0), sun.ElementAt(1), sun.ElementAt(2)};
     return true;
 }
 
@@ -133,7 +132,41 @@ ReflectanceFiles SubTerrain::reflectanceFiles() const {
             paths_.band,    paths_.classToMaterial, paths_.temperature};
 }
 
+ContentKey SubTerrain::key() const {
+    ContentKey key;
+    for (const std::string& path :
+         {paths_.topography, paths_.normals, paths_.classes, paths_.radiance, paths_.fragmentShader,
+          paths_.vertexShader, paths_.atmosphere, paths_.temperature, paths_.classToMaterial, paths_.classToAster,
+          paths_.asterDirectory, paths_.band})
+        key.addFile(path);
+    const auto& [origin, xvec, yvec, scale, columns, rows] = placement_;
+    key.addValues(origin, xvec, yvec, scale, columns, rows, radScale_);
+    return key;
+}
+
 bool SubTerrain::load() {
+    ContentKey made = key();
+    if (takeShared(made))
+        return true;
+    MessageRecord record;
+    if (!loadAlone())
+        return false;
+    content_->lighting = lighting_;
+    TileContent::cache().add(content_, std::move(made), record.take());
+    return true;
+}
+
+bool SubTerrain::takeShared(const ContentKey& key) {
+    const std::shared_ptr<TileContent> shared = TileContent::cache().find(key);
+    if (shared == nullptr)
+        return false;
+    content_ = shared;
+    lighting_ = shared->lighting;
+    loaded_ = true;
+    return true;
+}
+
+bool SubTerrain::loadAlone() {
     printMessage("SubTerrain::load");
     loaded_ = false;
     if (!hasRequiredFiles() || !chooseLighting())
@@ -144,6 +177,14 @@ bool SubTerrain::load() {
         printMessage("SubTerrain::load: could not allocate arrays");
     }
     return loaded_;
+}
+
+// What the next step may change.
+TileContent& SubTerrain::ownContent() {
+    TileContent::cache().remove(content_);
+    if (content_.use_count() > 1)
+        content_ = std::make_shared<TileContent>();
+    return *content_;
 }
 
 bool SubTerrain::loadSteps() {
@@ -161,18 +202,19 @@ bool SubTerrain::allocateArrays() {
         return false;
     if (!hasSize(paths_.topography, readTopographySize(paths_.topography)))
         return false;
-    heights_.reset(loadTopoFile(paths_.topography));
-    if (heights_ == nullptr)
+    TileContent& content = *content_;
+    content.heights.reset(loadTopoFile(paths_.topography));
+    if (content.heights == nullptr)
         return false;
     if (placement_.scale[2] != 1.0F)
-        for (float& height : std::span(heights_.get(), posts()))
+        for (float& height : std::span(content.heights.get(), posts()))
             height *= placement_.scale[2];
     if (loadNormals()) {
-        colours_ = allocateSamples<float>(placement_.rows, 3 * std::int64_t{placement_.columns});
-        vertices_ = allocateSamples<float>(placement_.rows, 3 * std::int64_t{placement_.columns});
-        indices_ = allocateSamples<std::uint32_t>(placement_.rows - 1, 2 * std::int64_t{placement_.columns});
-        arraysSize_ = {placement_.columns, placement_.rows};
-        if (colours_ != nullptr && vertices_ != nullptr && indices_ != nullptr)
+        content.colours = allocateSamples<float>(placement_.rows, 3 * std::int64_t{placement_.columns});
+        content.vertices = allocateSamples<float>(placement_.rows, 3 * std::int64_t{placement_.columns});
+        content.indices = allocateSamples<std::uint32_t>(placement_.rows - 1, 2 * std::int64_t{placement_.columns});
+        content.arraysSize = {placement_.columns, placement_.rows};
+        if (content.colours != nullptr && content.vertices != nullptr && content.indices != nullptr)
             return true;
     }
     unallocateArrays();
@@ -180,36 +222,41 @@ bool SubTerrain::allocateArrays() {
 }
 
 bool SubTerrain::loadNormals() {
-    if (sunlit_ || reflective_) {
-        if (!hasSize(paths_.normals, readRasterSize(paths_.normals)))
-            return false;
-        normals_.reset(loadNormFile(paths_.normals));
+    const bool isLit = lighting_.isSunlit || lighting_.isReflective;
+    if (isLit && !hasSize(paths_.normals, readRasterSize(paths_.normals)))
+        return false;
+    TileContent& content = ownContent();
+    if (isLit) {
+        content.normals.reset(loadNormFile(paths_.normals));
     } else {
-        normals_ = allocateSamples<Vertex3>(placement_.rows, placement_.columns);
-        if (normals_ != nullptr)
-            std::fill_n(normals_.get(), posts(), Vertex3{0.0F, 0.0F, 1.0F});
+        content.normals = allocateSamples<Vertex3>(placement_.rows, placement_.columns);
+        if (content.normals != nullptr)
+            std::fill_n(content.normals.get(), posts(), Vertex3{0.0F, 0.0F, 1.0F});
     }
-    return normals_ != nullptr;
+    return content.normals != nullptr;
 }
 
 bool SubTerrain::loadReflectances() {
     if (!hasArrays())
         return false;
     const ReflectanceFiles files = reflectanceFiles();
-    const ReflectanceRoute route = reflective_ ? reflectanceRoute(files) : ReflectanceRoute::None;
-    if (route == ReflectanceRoute::None) {
-        reflective_ = false;
-        std::fill_n(colours_.get(), 3 * posts(), 0.0F);
-        return true;
-    }
-    return hasSize(files.classes, readRasterSize(files.classes)) &&
-           fillReflectances(files, route, posts(), colours_.get());
+    const ReflectanceRoute route = lighting_.isReflective ? reflectanceRoute(files) : ReflectanceRoute::None;
+    if (route != ReflectanceRoute::None && !hasSize(files.classes, readRasterSize(files.classes)))
+        return false;
+    float* const colours = ownContent().colours.get();
+    if (colours == nullptr)
+        return false;
+    if (route != ReflectanceRoute::None)
+        return fillReflectances(files, route, posts(), colours);
+    lighting_.isReflective = false;
+    std::fill_n(colours, 3 * posts(), 0.0F);
+    return true;
 }
 
 void SubTerrain::fillVertices() {
     const sorvane::TilePlacement placement = placement_; // a copy, which no write through `at` can change
-    float* at = vertices_.get();
-    const float* height = heights_.get();
+    float* at = content_->vertices.get();
+    const float* height = content_->heights.get();
     for (int row = 0; row < placement.rows; ++row)
         for (int column = 0; column < placement.columns; ++column) {
             const std::array<float, 3> position = placement.position(column, row, *height++);
@@ -222,7 +269,7 @@ void SubTerrain::fillIndices() {
     const auto width = static_cast<std::uint32_t>(placement_.columns);
     const std::uint32_t first = placement_.yvec[1] > 0.0F ? width : 0;
     const std::uint32_t second = width - first;
-    std::uint32_t* at = indices_.get();
+    std::uint32_t* at = content_->indices.get();
     for (std::uint32_t row = 0; row + 1 < static_cast<std::uint32_t>(placement_.rows); ++row)
         for (std::uint32_t post = row * width; post < (row + 1) * width; ++post) {
             *at++ = post + first;
@@ -233,6 +280,9 @@ void SubTerrain::fillIndices() {
 bool SubTerrain::setupBuffers() {
     if (!hasArrays())
         return false;
+    TileContent& content = ownContent();
+    if (!hasArrays())
+        return false;
     fillVertices();
     if (!(placement_.xvec[0] > 0.0F)) {
         printMessage("SubTerrain::SetupBuffers: x-direction vector points west");
@@ -240,8 +290,10 @@ bool SubTerrain::setupBuffers() {
         return false;
     }
     fillIndices();
-    mesh_ = std::make_unique<TerrainMesh>();
-    mesh_->upload(vertices_.get(), &normals_[0].x, colours_.get(), indices_.get(), placement_.columns, placement_.rows);
+    content.mesh = std::make_unique<TerrainMesh>();
+    content.mesh->upload(
+        content.vertices.get(), &content.normals[0].x, content.colours.get(), content.indices.get(), placement_.columns,
+        placement_.rows);
     return true;
 }
 
@@ -253,7 +305,7 @@ bool SubTerrain::getElevation(float x, float y, float& z) const {
     }
     const std::optional<std::size_t> post = placement_.postAt(x, y);
     if (post)
-        z = heights_[*post];
+        z = content_->heights[*post];
     return post.has_value();
 }
 

@@ -10,20 +10,17 @@
 #include "loadnormfile.h"
 #include "rastersize.h"
 #include "terrainreflectance.h"
+#include "tilecontent.h"
 #include "tileplacement.h"
-
-class AtmFile;
-
-namespace sorvane {
-class TerrainMesh;
-class TerrainShader;
-} // namespace sorvane
 
 // Its posts lie where its TilePlacement says. Their stored heights were multiplied by scale z once while loading, which
 // is thus in z twice and in elevations once: deliberate, existing sets rely on it.
 //
+// Loaded from the same files to the same place, tiles share their arrays and OpenGL objects as long as one of them is
+// there.
+//
 // Construction needs no GL context; everything that loads or draws, and the destructor of a loaded tile, needs the same
-// one current.
+// one current, or one that shares with it.
 class SubTerrain {
 public:
     SubTerrain();
@@ -90,13 +87,14 @@ public:
     bool load();
     bool isLoaded() const { return loaded_; }
     // Loaded with its radiance map, without which it is still drawn.
-    bool isWhole() const { return loaded_ && texture_ != 0; }
-    bool isSunlit() const { return sunlit_; }
-    bool isReflective() const { return reflective_; }
-    const std::array<float, 3>& solarDirection() const { return solarDir_; }
+    bool isWhole() const { return loaded_ && content_->texture != 0; }
+    bool isSunlit() const { return lighting_.isSunlit; }
+    bool isReflective() const { return lighting_.isReflective; }
+    const std::array<float, 3>& solarDirection() const { return lighting_.solarDirection; }
 
-    // The steps of load, in its order. Each is false where a file's size is not the tile's, after a line, or where the
-    // arrays of the steps before are missing or of another size.
+    // The steps of load, in its order, without sharing: a tile that shares what it has lets go of it. Each is false
+    // where a file's size is not the tile's, after a line, or where the arrays of the steps before are missing or of
+    // another size.
     bool allocateArrays();
     bool loadNormals();
     bool loadReflectances();
@@ -127,10 +125,10 @@ public:
     void print() const;
 
     // For tests: three floats per post.
-    const float* vertices() const { return vertices_.get(); }
-    const float* colours() const { return colours_.get(); }
-    const Vertex3* normals() const { return normals_.get(); }
-    const std::uint32_t* indices() const { return indices_.get(); }
+    const float* vertices() const { return content_->vertices.get(); }
+    const float* colours() const { return content_->colours.get(); }
+    const Vertex3* normals() const { return content_->normals.get(); }
+    const std::uint32_t* indices() const { return content_->indices.get(); }
 
 private:
     struct Paths {
@@ -153,7 +151,11 @@ private:
     bool hasArrays() const;
     bool hasSize(const std::string& path, const std::optional<sorvane::RasterSize>& size) const;
     bool chooseLighting();
+    sorvane::ContentKey key() const;
+    bool takeShared(const sorvane::ContentKey& key);
+    bool loadAlone();
     bool loadSteps();
+    sorvane::TileContent& ownContent();
     void fillVertices();
     void fillIndices();
     void renderSecondPass(const Lights& lights) const;
@@ -165,20 +167,9 @@ private:
     Bounds bounds_;
     float radScale_ = 1.0F;
     bool boundsDirty_ = true;
-    std::array<float, 3> solarDir_{0.0F, 0.0F, 1.0F};
-    bool sunlit_ = false;
-    bool reflective_ = false;
-    sorvane::RasterSize arraysSize_{}; // of what allocateArrays made, whatever was set since
-    std::unique_ptr<float[]> heights_;
-    std::unique_ptr<float[]> colours_;
-    std::unique_ptr<float[]> vertices_;
-    std::unique_ptr<Vertex3[]> normals_;
-    std::unique_ptr<std::uint32_t[]> indices_;
+    sorvane::TileLighting lighting_;
+    std::shared_ptr<sorvane::TileContent> content_ = std::make_shared<sorvane::TileContent>();
     Paths paths_;
-    std::unique_ptr<AtmFile> atmosphere_; // null unless sunlit
-    std::unique_ptr<sorvane::TerrainShader> shader_;
-    std::unique_ptr<sorvane::TerrainMesh> mesh_;
-    unsigned texture_ = 0;
     bool skipFirstPass_ = false;
     bool drawSecondPass_ = false;
 };

@@ -67,21 +67,22 @@ void makeFilterable(std::span<float> radiances) {
 
 bool SubTerrain::loadShader() {
     TerrainUniforms uniforms;
-    uniforms.lightBrightness = reflective_ ? 1.0F : 0.0F;
+    uniforms.lightBrightness = lighting_.isReflective ? 1.0F : 0.0F;
     uniforms.brightness = radScale_;
-    uniforms.solarDirection = solarDir_;
-    if (sunlit_ && atmosphere_ != nullptr) {
+    uniforms.solarDirection = lighting_.solarDirection;
+    if (lighting_.isSunlit && lighting_.atmosphere != nullptr) {
         uniforms.sunVisible = 1.0F;
-        uniforms.diffuseSkyRadiance = atmosphere_->diffuseSkyRadiance();
-        uniforms.solarBeam = atmosphere_->directSolarRadiance();
+        uniforms.diffuseSkyRadiance = lighting_.atmosphere->diffuseSkyRadiance();
+        uniforms.solarBeam = lighting_.atmosphere->directSolarRadiance();
     }
     const auto& [origin, xvec, yvec, scale, columns, rows] = placement_;
     uniforms.a = {origin[0], xvec[0] * scale[0], xvec[1] * scale[0]};
     uniforms.b = {origin[1], yvec[0] * scale[1], yvec[1] * scale[1]};
     uniforms.width = static_cast<float>(columns);
     uniforms.height = static_cast<float>(rows);
-    shader_ = std::make_unique<TerrainShader>();
-    if (shader_->init(paths_.vertexShader, paths_.fragmentShader, uniforms))
+    TileContent& content = ownContent();
+    content.shader = std::make_unique<TerrainShader>();
+    if (content.shader->init(paths_.vertexShader, paths_.fragmentShader, uniforms))
         return true;
     printMessage("SubTerrain::loadShader: could not init shader");
     return false;
@@ -105,9 +106,10 @@ bool SubTerrain::loadTextures() {
     }
     printRange({radiances.get(), posts()});
     makeFilterable({radiances.get(), posts()});
-    if (texture_ == 0)
-        glGenTextures(1, &texture_);
-    glBindTexture(GL_TEXTURE_2D, texture_);
+    unsigned& texture = ownContent().texture;
+    if (texture == 0)
+        glGenTextures(1, &texture);
+    glBindTexture(GL_TEXTURE_2D, texture);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
@@ -123,16 +125,7 @@ bool SubTerrain::loadTextures() {
 
 void SubTerrain::unallocateArrays() {
     loaded_ = false;
-    heights_.reset();
-    colours_.reset();
-    vertices_.reset();
-    normals_.reset();
-    indices_.reset();
-    shader_.reset();
-    mesh_.reset();
-    if (texture_ != 0)
-        glDeleteTextures(1, &texture_);
-    texture_ = 0;
+    content_ = std::make_shared<TileContent>();
 }
 
 void SubTerrain::render(const Lights& lights) {
@@ -151,15 +144,15 @@ void SubTerrain::renderFirstPass() const {
     glDisable(GL_TEXTURE_2D);
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     glColor3f(0.5F, 0.5F, 0.5F);
-    mesh_->drawPositions();
+    content_->mesh->drawPositions();
 }
 
 void SubTerrain::renderSecondPass(const Lights& lights) const {
     const SavedState saved;
-    shader_->activate(lights);
+    content_->shader->activate(lights);
     glActiveTexture(GL_TEXTURE0);
-    glBindTexture(GL_TEXTURE_2D, texture_);
+    glBindTexture(GL_TEXTURE_2D, content_->texture);
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
-    mesh_->drawAll();
+    content_->mesh->drawAll();
     TerrainShader::deactivate();
 }
