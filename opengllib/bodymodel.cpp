@@ -25,6 +25,30 @@ float reachOf(std::span<const Tuple3<float>> vertices) {
 }
 } // namespace
 
+float meanRadiance(const BodyParts& parts, float earthRadiance, float skyRadiance) {
+    const FacetArrays& arrays = parts.arrays;
+    double sum = 0.0;
+    double areas = 0.0;
+    for (std::size_t k = 0; k < static_cast<std::size_t>(parts.facets); ++k) {
+        const std::size_t corner = 3 * static_cast<std::size_t>(arrays.facetMap_[k]);
+        const Tuple3<float>* const at = &arrays.vertices_[corner];
+        const Vector<float> first(at[1].x - at[0].x, at[1].y - at[0].y, at[1].z - at[0].z, 0.0F);
+        const Vector<float> second(at[2].x - at[0].x, at[2].y - at[0].y, at[2].z - at[0].z, 0.0F);
+        const double area = Length(Cross(first, second));
+        const int brdfClass = parts.brdf.FacetIndxToBrdfClass(static_cast<int>(k));
+        const float emissivity =
+            brdfClass < 0 ? 1.0F : parts.brdf.classes()[static_cast<std::size_t>(brdfClass)].epsilon;
+        const float reflected = (1.0F - emissivity) * (arrays.earth_form_factors_[k] * earthRadiance +
+                                                       arrays.sky_form_factors_[k] * skyRadiance);
+        const double radiance = arrays.primaryColors_[corner].x + reflected;
+        if (!std::isfinite(area * radiance))
+            continue;
+        sum += area * radiance;
+        areas += area;
+    }
+    return areas > 0.0 ? static_cast<float>(sum / areas) : 0.0F;
+}
+
 BodyModel::BodyModel(std::unique_ptr<BodyParts> parts) : parts_(std::move(parts)) {
     const std::span vertices(parts_->arrays.vertices_.get(), static_cast<std::size_t>(parts_->vertexCount));
     reach_ = reachOf(vertices) * (parts_->rotor != nullptr ? kReachOfRotors : 1.0F);

@@ -30,8 +30,13 @@ struct BodyParts {
     std::unique_ptr<Rotor> rotor;
     bool isUploadedEachFrame = false;   // vertices, with the rotors turned
     std::unique_ptr<BodyShader> shader; // null when they are
+    float grey = 0.0F;                  // of the whole body from afar
     FacetBuffers buffers;
 };
+
+// The mean over the facets by their areas of what they radiate, and reflect of earth and sky, all three in the same
+// unit. Only the files' contents are looked at.
+float meanRadiance(const BodyParts& parts, float earthRadiance, float skyRadiance);
 
 // The parts, and what a body needs of memory while it is drawn: the next body that is drawn takes it over.
 class BodyModel : public SharedContent {

@@ -65,6 +65,7 @@ std::unique_ptr<BodyParts> Hardbody::load(const Origin& origin) const {
     RadFile rad;
     if (!loadFiles(origin, *parts, rad) || !loadSubfacets(origin.vnlPath, rad, *parts))
         return nullptr;
+    parts->grey = range_ * meanRadiance(*parts, origin.earthRadiance, origin.skyRadiance);
     if (!flags_.perFrameUpload) {
         parts->shader = std::make_unique<BodyShader>();
         if (!parts->shader->Init(origin.shaderDir, origin.earthRadiance, origin.skyRadiance, origin.solarBeam, range_))

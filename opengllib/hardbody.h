@@ -40,6 +40,12 @@ public:
     // No point of the body is farther from where it is posed than this, however its rotors turn; 0 for an unusable one.
     float reach() const { return isUsable() ? model_->reach() : 0.0F; }
 
+    // What a picture shows of it from so far away that it is a point: its facets' mean, with what they reflect of sky
+    // and earth.
+    float grey() const { return isUsable() ? model_->parts().grey : 0.0F; }
+    // What it shares; null for an unusable body.
+    const sorvane::BodyModel* model() const { return model_.get(); }
+
     sorvane::ShapeKind ShapeType() const override { return sorvane::ShapeKind::Hardbody; }
     bool DoBRDF() const override { return true; }
     bool DoAntialias() const override { return true; }

@@ -2,7 +2,9 @@
 #include "subterrain.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <limits>
 #include <span>
 
 #include "atmfile.h"
@@ -15,6 +17,22 @@
 #include "terrainshader.h"
 
 using namespace sorvane;
+
+namespace {
+// By columns and rows, which are evenly spaced, and the heights. A height that is not a number is anywhere.
+TileBounds meshBoundsOf(const TilePlacement& placement, std::span<const float> heights) {
+    float least = heights[0];
+    float greatest = heights[0];
+    bool areNumbers = true;
+    for (const float height : heights) {
+        least = std::min(least, height);
+        greatest = std::max(greatest, height);
+        areNumbers = areNumbers && !std::isnan(height);
+    }
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    return areNumbers ? placement.bounds(least, greatest) : placement.bounds(-kInfinity, kInfinity);
+}
+} // namespace
 
 SubTerrain::SubTerrain() = default;
 
@@ -284,6 +302,7 @@ bool SubTerrain::setupBuffers() {
     if (!hasArrays())
         return false;
     fillVertices();
+    content.bounds = meshBoundsOf(placement_, {content.heights.get(), posts()});
     if (!(placement_.xvec[0] > 0.0F)) {
         printMessage("SubTerrain::SetupBuffers: x-direction vector points west");
         printMessage("\tThis logic needs to be added. Sorry :(");

@@ -111,6 +111,10 @@ public:
     using Bounds = sorvane::TileBounds;
     const Bounds& bounds();
     void recalculateBounds();
+    // Box of what is drawn when the tile is loaded; infinite when some of it is nowhere.
+    const Bounds& meshBounds() const { return content_->bounds; }
+    // What is drawn when the tile is loaded.
+    const sorvane::TileContent* content() const { return content_.get(); }
     // Whether the tile is in sight. Always true so far.
     bool isVisible(float, float, float, float, float, float, float, float, float);
 

@@ -183,10 +183,15 @@ void Terrain::Render(bool isShaded) {
 }
 
 void Terrain::Render(const Lights& lights) {
+    Render(lights, [](const SubTerrain&) { return true; });
+}
+
+void Terrain::Render(const Lights& lights, const std::function<bool(const SubTerrain&)>& isWanted) {
     for (const auto& tile : tiles_) {
         tile->setSkipFirstPass(true);
         tile->setDrawSecondPass(true);
-        tile->render(lights);
+        if ((tile->isLoaded() || tile->load()) && isWanted(*tile))
+            tile->render(lights);
     }
 }
 

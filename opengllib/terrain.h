@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -59,6 +60,8 @@ public:
     // Draws the tiles shaded, or as a bare grey mesh.
     void Render(bool isShaded);
     void Render(const Lights& lights);
+    // Draws shaded those for which `isWanted` is true. Asks for each that is loaded, after it tried to load it if not.
+    void Render(const Lights& lights, const std::function<bool(const SubTerrain&)>& isWanted);
 
     // Of the first tile that has the point; 0 where none has.
     float GetElevation(float x, float y) const;

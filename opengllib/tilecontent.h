@@ -43,6 +43,7 @@ struct TileContent : SharedContent {
     std::unique_ptr<TerrainShader> shader;
     std::unique_ptr<TerrainMesh> mesh;
     unsigned texture = 0;
+    TileBounds bounds{}; // of the mesh, or a little more
     TileLighting lighting;
 };
 } // namespace sorvane

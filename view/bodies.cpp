@@ -2,10 +2,30 @@
 #include "bodies.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "dynamicdata.h"
+#include "glapi.h"
+#include "glstate.h"
 
 namespace sorvane {
+namespace {
+constexpr double kSmallestSeen = 0.5; // pixels across
+constexpr double kSmallestDrawn = 1.0;
+
+void drawAsPoint(const Hardbody& body, const float (&position)[3], const LookAt& lookAt) {
+    const PushedAttributes attributes(GL_CURRENT_BIT | GL_ENABLE_BIT | GL_POINT_BIT);
+    glDisable(GL_LIGHTING);
+    glPointSize(1.0F);
+    const float grey = body.grey();
+    glColor3f(grey, grey, grey);
+    lookAt.load(position);
+    glBegin(GL_POINTS);
+    glVertex3f(0.0F, 0.0F, 0.0F);
+    glEnd();
+}
+} // namespace
+
 double radiusOf(const Hardbody& body) {
     float radius = 0.0F;
     for (Vector<float> corner : body.BBox()) {
@@ -30,5 +50,24 @@ void drawBody(Hardbody& body, const BodyPose& pose, const LookAt& lookAt, const 
     lookAt.load(pose.position);
     Dynamic_Data data{sunInEye, static_cast<float>(time), std::to_array(pose.position)};
     body.Render(&data);
+}
+
+void SliceOfBodies::draw(Hardbody& body, const BodyPose& pose, const Vector<float>& sunInEye) {
+    if (!body.isUsable() || !slice_.reaches(depthsOf(body, pose, lookAt_)) ||
+        !sight_.reaches(pose.position, double{body.reach()}))
+        return;
+    const double across = sight_.pixelsAcross(pose.position, double{body.reach()});
+    if (across < kSmallestSeen)
+        return;
+    if (across < kSmallestDrawn)
+        return drawAsPoint(body, pose.position, lookAt_);
+    Look look{body.model(), {}};
+    for (std::size_t i = 0; i < 3; ++i) {
+        look.second[i] = std::bit_cast<std::uint32_t>(pose.position[i]);
+        look.second[3 + i] = std::bit_cast<std::uint32_t>(pose.attitude[i]);
+        look.second[6 + i] = std::bit_cast<std::uint32_t>(sunInEye.ElementAt(static_cast<int>(i)));
+    }
+    if (drawn_.insert(look).second)
+        drawBody(body, pose, lookAt_, sunInEye, time_);
 }
 } // namespace sorvane

@@ -1,8 +1,14 @@
 // Target and threat as shaded bodies.
 #pragma once
 
+#include <array>
+#include <cstdint>
+#include <set>
+#include <utility>
+
 #include "hardbody.h"
 #include "lookat.h"
+#include "sight.h"
 
 namespace sorvane {
 // Where a body is in a frame.
@@ -21,4 +27,25 @@ DepthInterval depthsOf(const Hardbody& body, const BodyPose& pose, const LookAt&
 // reflect of each other towards the eye, and draws it, lit from `sunInEye`, a unit direction in eye coordinates. `time`
 // in seconds. Needs a current GL context; leaves another model-view matrix.
 void drawBody(Hardbody& body, const BodyPose& pose, const LookAt& lookAt, const Vector<float>& sunInEye, double time);
+
+// The bodies of a slice of a frame. What can't be seen of them costs next to nothing.
+class SliceOfBodies {
+public:
+    SliceOfBodies(const LookAt& lookAt, const Sight& sight, const DepthSlice& slice, double time)
+        : lookAt_(lookAt), sight_(sight), slice_(slice), time_(time) {}
+
+    // Draws a body as drawBody does if some of it can be in the picture and it is at least a pixel across; from half a
+    // pixel to a pixel a point of its radiance. One that is just like another, at the same place, is drawn once.
+    void draw(Hardbody& body, const BodyPose& pose, const Vector<float>& sunInEye);
+
+private:
+    // What a body looks like: its model, and the bits of pose and light.
+    using Look = std::pair<const BodyModel*, std::array<std::uint32_t, 9>>;
+
+    const LookAt& lookAt_;
+    const Sight& sight_;
+    const DepthSlice& slice_;
+    double time_;
+    std::set<Look> drawn_;
+};
 } // namespace sorvane

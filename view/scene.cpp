@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "bodies.h"
 #include "flares.h"
 #include "glapi.h"
 #include "glstate.h"
@@ -30,16 +29,6 @@ void setPattern(GLushort pattern, const SceneOptions& options) {
 
 float wideLine(const SceneOptions& options) {
     return kWideLine * static_cast<float>(options.pixelRatio);
-}
-
-// Rotates the terrain's axes (z up) into the world's (z down) and puts its ground under the threat's first height.
-void drawTerrain(etxyz& engagement) {
-    const PushedMatrix matrix;
-    const float firstThreatHeight = engagement.keyframeAtZero().threatPos[2];
-    glRotatef(180.0F, 1.0F, 0.0F, 0.0F);
-    glTranslatef(0.0F, 0.0F, -firstThreatHeight);
-    if (engagement.terrain != nullptr)
-        engagement.terrain->Render(true);
 }
 } // namespace
 
@@ -69,7 +58,9 @@ void clearFrame() {
 }
 
 void Scene::draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options) {
-    const Frame frame{camera, options, LookAt(camera), WindowTransform()};
+    const LookAt lookAt(camera);
+    const WindowTransform window;
+    const Frame frame{camera, options, lookAt, window, Sight(lookAt, window)};
     glLineWidth(static_cast<float>(options.pixelRatio));
     glPointSize(static_cast<float>(options.pixelRatio));
     glEnable(GL_LIGHTING);
@@ -82,9 +73,12 @@ void Scene::draw(const std::vector<SceneEngagement>& engagements, const Camera& 
 void Scene::drawFrame(const std::vector<SceneEngagement>& engagements, const Frame& frame) {
     depth_.draw([&](const DepthSlice& slice) {
         frame.lookAt.loadWorld();
+        Slice parts{
+            slice, SliceOfBodies(frame.lookAt, frame.sight, slice, frame.options.time),
+            SliceOfTerrains(frame.lookAt, frame.sight, slice)};
         for (const SceneEngagement& shown : engagements)
             if (!shown.isHidden)
-                drawEngagement(shown, frame, slice);
+                drawEngagement(shown, frame, parts);
         if (frame.options.showGrid) {
             const LinesAcrossSlices lines(slice);
             grid_.draw(wideLine(frame.options));
@@ -92,14 +86,15 @@ void Scene::drawFrame(const std::vector<SceneEngagement>& engagements, const Fra
     });
 }
 
-void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, const DepthSlice& slice) {
+void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, Slice& parts) {
+    const DepthSlice& slice = parts.depths;
     etxyz& engagement = *shown.engagement;
     const Camera& camera = frame.camera;
     const SceneOptions& options = frame.options;
     const LookAt& lookAt = frame.lookAt;
     // Before anything that is built from the samples: it may add one.
     if (options.showTerrain && engagement.areHardbodiesInitialized())
-        drawTerrain(engagement);
+        parts.terrains.draw(engagement);
     if (engagement.keyframes.isEmpty())
         return;
 
@@ -107,11 +102,11 @@ void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, con
     const keyframe state = engagement.InterpolatedFrame(options.time);
     const Vector<float> sunInEye =
         engagement.atm == nullptr ? Vector<float>() : sunDirectionInEye(*engagement.atm, lookAt.rotation().data());
-    const auto drawIfReached = [&](Hardbody* body, const BodyPose& pose) {
-        if (engagement.areHardbodiesInitialized() && body != nullptr && slice.reaches(depthsOf(*body, pose, lookAt)))
-            drawBody(*body, pose, lookAt, sunInEye, options.time);
+    const auto drawBodyAt = [&](Hardbody* body, const BodyPose& pose) {
+        if (engagement.areHardbodiesInitialized() && body != nullptr)
+            parts.bodies.draw(*body, pose, sunInEye);
     };
-    drawIfReached(engagement.target.get(), {state.targetPos, state.targetAtt});
+    drawBodyAt(engagement.target.get(), {state.targetPos, state.targetAtt});
 
     const Paths paths{engagement, linesOf(shown.id, engagement.keyframes), engagement.sampleCountAt(options.time)};
     drawPath(paths, PathOf::Target, frame, slice);
@@ -128,8 +123,13 @@ void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, con
         drawReticle(reticleFor(eye, eye + camera.look(), engagement.fieldOfView));
         return;
     }
-    drawIfReached(engagement.threat.get(), {state.threatPos, state.threatAtt});
+    drawBodyAt(engagement.threat.get(), {state.threatPos, state.threatAtt});
     drawPath(paths, PathOf::Threat, frame, slice);
+}
+
+bool Scene::isInSight(const Box& box, const Paths& paths, const Frame& frame, const DepthSlice& slice) {
+    const Vertex& origin = paths.lines.origin();
+    return slice.reaches(frame.lookAt.depthsOf(box, origin)) && frame.sight.reaches(box, origin);
 }
 
 void Scene::drawPath(const Paths& paths, PathOf body, const Frame& frame, const DepthSlice& slice) {
@@ -137,7 +137,7 @@ void Scene::drawPath(const Paths& paths, PathOf body, const Frame& frame, const 
     if (!options.showHistoryLines)
         return;
     HistoryLine& line = paths.lines.history(paths.engagement.keyframes, body, options.showDropLines);
-    if (!slice.reaches(frame.lookAt.depthsOf(line.box(), paths.lines.origin())))
+    if (!isInSight(line.box(), paths, frame, slice))
         return;
     const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
     const LinesAcrossSlices across(slice);
@@ -152,7 +152,7 @@ void Scene::drawTrails(const Paths& paths, const Frame& frame, const DepthSlice&
     if (!frame.options.showHistoryLines)
         return;
     FlareTrails& trails = paths.lines.trails(paths.engagement.keyframes);
-    if (!slice.reaches(frame.lookAt.depthsOf(trails.box(), paths.lines.origin())))
+    if (!isInSight(trails.box(), paths, frame, slice))
         return;
     const PushedAttributes attributes(GL_CURRENT_BIT | GL_LINE_BIT);
     const LinesAcrossSlices across(slice);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "antialiasing.h"
+#include "bodies.h"
 #include "camera.h"
 #include "engagementid.h"
 #include "engagementlines.h"
@@ -14,6 +15,8 @@
 #include "grid.h"
 #include "lookat.h"
 #include "projection.h"
+#include "sight.h"
+#include "terrains.h"
 
 namespace sorvane {
 // What to draw and when.
@@ -70,17 +73,24 @@ private:
     struct Frame {
         const Camera& camera;
         const SceneOptions& options;
-        LookAt lookAt;
-        WindowTransform window;
+        const LookAt& lookAt;
+        const WindowTransform& window;
+        Sight sight;
+    };
+    struct Slice {
+        const DepthSlice& depths;
+        SliceOfBodies bodies;
+        SliceOfTerrains terrains;
     };
     void drawFrame(const std::vector<SceneEngagement>& engagements, const Frame& frame);
-    void drawEngagement(const SceneEngagement& shown, const Frame& frame, const DepthSlice& slice);
+    void drawEngagement(const SceneEngagement& shown, const Frame& frame, Slice& parts);
     // An engagement's line sets up to a number of samples.
     struct Paths {
         const etxyz& engagement;
         EngagementLines& lines;
         std::size_t sampleCount;
     };
+    static bool isInSight(const Box& box, const Paths& paths, const Frame& frame, const DepthSlice& slice);
     static void drawPath(const Paths& paths, PathOf body, const Frame& frame, const DepthSlice& slice);
     static void drawTrails(const Paths& paths, const Frame& frame, const DepthSlice& slice);
     EngagementLines& linesOf(EngagementId id, const QMap<double, keyframe>& samples);

@@ -4,8 +4,8 @@
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 
-GlContext::GlContext(int width, int height) : width_(width), height_(height) {
-    isUsable_ = createContext() && createPicture();
+GlContext::GlContext(int width, int height, const GlContext* sharing) : width_(width), height_(height) {
+    isUsable_ = createContext(sharing) && createPicture();
 }
 
 GlContext::~GlContext() {
@@ -23,7 +23,7 @@ GlContext::~GlContext() {
     // allocations it finds.
 }
 
-bool GlContext::createContext() {
+bool GlContext::createContext(const GlContext* sharing) {
     const EGLDisplay display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
     if (display == EGL_NO_DISPLAY || eglInitialize(display, nullptr, nullptr) == EGL_FALSE)
         return false;
@@ -35,12 +35,17 @@ bool GlContext::createContext() {
     EGLint found = 0;
     if (eglChooseConfig(display, attributes, &config, 1, &found) == EGL_FALSE || found < 1)
         return false;
-    context_ = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
+    context_ = eglCreateContext(display, config, sharing == nullptr ? EGL_NO_CONTEXT : sharing->context_, nullptr);
     if (context_ == EGL_NO_CONTEXT || eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context_) == EGL_FALSE)
         return false;
     // GLEW loads the entry points, and complains then that there is no X display.
     const GLenum result = glewInit();
     return result == GLEW_OK || (result == GLEW_ERROR_NO_GLX_DISPLAY && glCreateShader != nullptr);
+}
+
+void GlContext::makeCurrent() const {
+    eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, context_);
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
 }
 
 bool GlContext::createPicture() {

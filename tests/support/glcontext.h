@@ -5,17 +5,21 @@
 
 #include <GL/glew.h>
 
-// Current from construction to destruction, in the compatibility profile, with GLEW initialised and a picture of 32-bit
-// floats and a depth buffer to draw into. Values of the picture are not clamped.
+// Current from construction to destruction or another one's construction, in the compatibility profile, with GLEW
+// initialised and a picture of 32-bit floats and a depth buffer to draw into. Values of the picture are not clamped.
 class GlContext {
 public:
-    GlContext(int width, int height);
+    // With objects of its own, or those of `sharing`.
+    GlContext(int width, int height, const GlContext* sharing = nullptr);
     ~GlContext();
     GlContext(const GlContext&) = delete;
     GlContext& operator=(const GlContext&) = delete;
 
     // Whether this machine gave a context; nothing may be drawn otherwise.
     bool isUsable() const { return isUsable_; }
+
+    // Again, after another one was.
+    void makeCurrent() const;
 
     // Red, green, blue and alpha of every pixel, row by row from the bottom.
     std::vector<float> pixels() const;
@@ -24,7 +28,7 @@ public:
     static std::vector<GLint> state();
 
 private:
-    bool createContext();
+    bool createContext(const GlContext* sharing);
     bool createPicture();
 
     int width_;

@@ -1,11 +1,15 @@
 // The shaded bodies in the scene, from the demonstration's own files.
 #include <gtest/gtest.h>
 
+#include "glapi.h"
+
 #include <filesystem>
 
+#include "bodies.h"
 #include "environmentvariable.h"
 #include "makedemonstration.h"
 #include "pixels.h"
+#include "rows.h"
 #include "scene.h"
 #include "scenepicture.h"
 #include "temporarydirectory.h"
@@ -79,5 +83,109 @@ TEST_F(BodiesTest, AnEngagementWithABrokenModelStillPlaysWithItsLines) {
     options.time = 3.0;
     lookAt(engagement.InterpolatedFrame(3.0).targetPos, 500.0F, 0.0F, 0.0F);
     EXPECT_GT(litPixels(draw()), 20);
+}
+
+// While it lives, how often programs are made current and meshes of terrain drawn.
+struct CountedCalls {
+    CountedCalls() {
+        programs = tiles = 0;
+        useProgram = __glewUseProgram;
+        drawElements = __glewMultiDrawElements;
+        __glewUseProgram = [](GLuint program) {
+            programs += program != 0 ? 1 : 0;
+            useProgram(program);
+        };
+        __glewMultiDrawElements = [](GLenum mode, const GLsizei* counts, GLenum type, const void* const* indices,
+                                     GLsizei count) {
+            ++tiles;
+            drawElements(mode, counts, type, indices, count);
+        };
+    }
+    ~CountedCalls() {
+        __glewUseProgram = useProgram;
+        __glewMultiDrawElements = drawElements;
+    }
+    CountedCalls(const CountedCalls&) = delete;
+    CountedCalls& operator=(const CountedCalls&) = delete;
+
+    static inline int programs = 0;
+    static inline int tiles = 0;
+    static inline PFNGLUSEPROGRAMPROC useProgram = nullptr;
+    static inline PFNGLMULTIDRAWELEMENTSPROC drawElements = nullptr;
+};
+
+TEST_F(BodiesTest, WhatIsOutOfSightOrTooSmallCostsNothingAndAPixelIsAPoint) {
+    load();
+    engagement.InitHardbodies();
+    engagement.threat = std::make_unique<Hardbody>();
+    const keyframe start = engagement.InterpolatedFrame(0.0);
+    const float reach = engagement.target->reach();
+    EXPECT_LE(reach, radiusOf(*engagement.target));
+    EXPECT_GT(reach, radiusOf(*engagement.target) / 2.0);
+    const auto programsAndPicture = [&] {
+        const CountedCalls counted;
+        const QImage picture = draw();
+        return std::pair(CountedCalls::programs, picture);
+    };
+    // A pixel is a unit 279.9 units away: half of 150 rows over the tangent of 15 degrees.
+    for (const auto& [pixels, programs] : Rows<float, int>{{1.05F, 1}, {0.95F, 0}, {0.55F, 0}, {0.45F, 0}}) {
+        lookAt(start.targetPos, 2.0F * reach * 279.9F / pixels, 0.0F, 0.0F);
+        const auto [drawn, picture] = programsAndPicture();
+        EXPECT_EQ(drawn, programs) << pixels;
+        if (programs > 0)
+            continue;
+        EXPECT_EQ(litPixels(picture), pixels > 0.5F ? 1 : 0) << pixels;
+        if (pixels > 0.5F) {
+            EXPECT_NEAR(meanGrey(picture), 255.0F * engagement.target->grey(), 1.0) << pixels;
+        }
+    }
+    // Seen past it, its middle beyond an edge of the picture by as much of its reach.
+    for (const auto& [beyond, programs] : Rows<float, int>{{0.9F, 1}, {2.5F, 0}})
+        for (const float side : {-1.0F, 1.0F})
+            for (const bool isUpright : {false, true}) {
+                const float half = 200.0F * (isUpright ? 75.0F : 100.0F) / 279.9F;
+                const float aside = side * (half + beyond * reach);
+                const Vector<float> centre(
+                    start.targetPos[0], start.targetPos[1] + (isUpright ? 0.0F : aside),
+                    start.targetPos[2] + (isUpright ? aside : 0.0F), 1.0F);
+                camera.place(centre + Vector<float>(200.0F, 0.0F, 0.0F, 0.0F), centre);
+                EXPECT_EQ(programsAndPicture().first, programs) << beyond << ' ' << side << ' ' << isUpright;
+            }
+    camera.place({start.targetPos[0] + 50.0F, start.targetPos[1], start.targetPos[2], 1.0F}, {1e5F, 0.0F, 0.0F, 1.0F});
+    EXPECT_EQ(programsAndPicture().first, 0) << "behind the eye";
+}
+
+TEST_F(BodiesTest, WhatIsTheSameAtTheSamePlaceIsDrawnOnce) {
+    load();
+    engagement.InitHardbodies();
+    etxyz same;
+    etxyz moved;
+    for (etxyz* const other : {&same, &moved}) {
+        other->LoadETXYZ(QString::fromStdString((folder.path() / "ETXYZ.OUT.turn").string()));
+        other->InitHardbodies();
+    }
+    for (keyframe& sample : moved.keyframes) {
+        sample.targetPos[1] += 5.0F;
+        sample.threatPos[2] -= 100.0F;
+    }
+    EXPECT_EQ(same.target->model(), engagement.target->model());
+    options.showTerrain = true;
+    lookAt(engagement.InterpolatedFrame(0.0).targetPos, 50.0F, 0.0F, -30.0F);
+    testing::internal::CaptureStdout();
+    const QImage alone = draw();
+    const auto count = [&](etxyz& second) {
+        const CountedCalls counted;
+        const QImage both = scene.draw({{EngagementId{1}, &engagement}, {EngagementId{2}, &second}}, camera, options);
+        EXPECT_EQ(both == alone, &second == &same);
+        return std::pair(CountedCalls::programs, CountedCalls::tiles);
+    };
+    count(moved); // loads
+    const auto [programsOfOne, tilesOfOne] = count(same);
+    EXPECT_GT(tilesOfOne, 0);
+    EXPECT_EQ(programsOfOne, 1 + tilesOfOne);
+    EXPECT_EQ(count(moved), std::pair(2 * programsOfOne, 2 * tilesOfOne));
+    camera.place({0.0F, 0.0F, -500.0F, 1.0F}, {1.0F, 0.0F, -2000.0F, 1.0F});
+    EXPECT_EQ(count(same), std::pair(0, 0)) << "the sky";
+    testing::internal::GetCapturedStdout();
 }
 } // namespace
