@@ -9,6 +9,7 @@
 #include "bodies.h"
 #include "environmentvariable.h"
 #include "makedemonstration.h"
+#include "pixels.h"
 #include "rows.h"
 #include "scene.h"
 #include "scenepicture.h"
