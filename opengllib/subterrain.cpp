@@ -199,9 +199,10 @@ bool SubTerrain::loadAlone() {
 
 // What the next step may change.
 TileContent& SubTerrain::ownContent() {
-    TileContent::cache().remove(content_);
     if (content_.use_count() > 1)
         content_ = std::make_shared<TileContent>();
+    else
+        TileContent::cache().remove(content_);
     return *content_;
 }
 

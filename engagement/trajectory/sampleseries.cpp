@@ -16,31 +16,43 @@ void FlareColumns::addRow(const FlareColumns& other, std::size_t row) {
     bands.push_back(other.bands[row]);
 }
 
+void FlareColumns::shrink() {
+    ids.shrink_to_fit();
+    positions.shrink_to_fit();
+    brightnesses.shrink_to_fit();
+    bands.shrink_to_fit();
+}
+
 void SampleSeries::add(const Sample& sample, std::span<const Flare> flares) {
-    const std::size_t begin = flares_.size();
     for (const Flare& flare : flares)
         flares_.add(flare);
     samples_.push_back(sample);
-    ranges_.push_back({sample.time, begin, flares_.size()});
+    flareEnds_.push_back(flares_.size());
 }
 
 void SampleSeries::putInOrder() {
-    if (std::ranges::adjacent_find(samples_, std::ranges::greater_equal(), &Sample::time) == samples_.end())
-        return;
-    orderByTime(samples_);
-    orderByTime(ranges_);
-    FlareColumns ordered;
-    for (FlareRange& range : ranges_) {
-        const std::size_t begin = ordered.size();
-        for (std::size_t row = range.begin; row < range.end; ++row)
-            ordered.addRow(flares_, row);
-        range = {range.time, begin, ordered.size()};
+    if (std::ranges::adjacent_find(samples_, std::ranges::greater_equal(), &Sample::time) != samples_.end()) {
+        struct Place {
+            double time = 0.0;
+            std::size_t sample = 0;
+        };
+        std::vector<Place> places;
+        for (const Sample& sample : samples_)
+            places.push_back({sample.time, places.size()});
+        orderByTime(places);
+        SampleSeries ordered;
+        for (const Place& place : places) {
+            const auto [begin, end] = flareRows(place.sample);
+            for (std::size_t row = begin; row < end; ++row)
+                ordered.flares_.addRow(flares_, row);
+            ordered.samples_.push_back(samples_[place.sample]);
+            ordered.flareEnds_.push_back(ordered.flares_.size());
+        }
+        *this = std::move(ordered);
     }
-    flares_ = std::move(ordered);
-}
-
-std::pair<std::size_t, std::size_t> SampleSeries::flareRows(std::size_t sample) const {
-    return {ranges_[sample].begin, ranges_[sample].end};
+    samples_.shrink_to_fit();
+    flareEnds_.shrink_to_fit();
+    flares_.shrink();
 }
 
 std::span<const int> SampleSeries::flareIds(std::size_t sample) const {

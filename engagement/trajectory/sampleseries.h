@@ -34,6 +34,8 @@ struct FlareColumns {
     std::size_t size() const { return ids.size(); }
     void add(const Flare& flare);
     void addRow(const FlareColumns& other, std::size_t row);
+    // Gives back the memory that more rows would have taken.
+    void shrink();
 };
 
 // The samples that the viewer has, with their flares.
@@ -41,7 +43,7 @@ class SampleSeries {
 public:
     // Takes the samples in the order of the file.
     void add(const Sample& sample, std::span<const Flare> flares);
-    // To be called after the last one.
+    // To be called after the last one. Takes no more memory then than it needs.
     void putInOrder();
 
     bool isEmpty() const { return samples_.empty(); }
@@ -50,18 +52,14 @@ public:
     // By sample, and within it in the order of the file.
     const FlareColumns& flares() const { return flares_; }
     // A sample's flares are the rows from the first number to before the second one.
-    std::pair<std::size_t, std::size_t> flareRows(std::size_t sample) const;
+    std::pair<std::size_t, std::size_t> flareRows(std::size_t sample) const {
+        return {sample == 0 ? 0 : flareEnds_[sample - 1], flareEnds_[sample]};
+    }
     std::span<const int> flareIds(std::size_t sample) const;
 
 private:
-    struct FlareRange {
-        double time = 0.0; // of its sample
-        std::size_t begin = 0;
-        std::size_t end = 0;
-    };
-
     std::vector<Sample> samples_;
-    std::vector<FlareRange> ranges_; // of each sample
+    std::vector<std::size_t> flareEnds_; // of each sample, one past its rows; those of the next one follow
     FlareColumns flares_;
 };
 } // namespace sorvane

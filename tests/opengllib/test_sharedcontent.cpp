@@ -131,13 +131,14 @@ TEST_F(SharedBodies, ContextsShareBodiesOnlyWhenTheyShareObjects) {
     auto first = load(folder);
     const std::vector<float> before = picture(*first);
     for (const bool areSharing : {false, true}) {
-        const GlContext other(kSize, kSize, areSharing ? &context : nullptr);
-        ASSERT_TRUE(other.isUsable());
-        auto second = load(folder);
-        EXPECT_EQ(second->model() == first->model(), areSharing);
-        if (areSharing)
-            first.reset(); // in another context than it was made in
-        second.reset();
+        {
+            const GlContext other(kSize, kSize, areSharing ? &context : nullptr);
+            ASSERT_TRUE(other.isUsable());
+            const auto second = load(folder);
+            EXPECT_EQ(second->model() == first->model(), areSharing);
+            if (areSharing)
+                first.reset(); // in another context than it was made in
+        }
         context.makeCurrent();
     }
     first = load(folder);

@@ -137,7 +137,7 @@ TEST_F(BodiesTest, WhatIsOutOfSightOrTooSmallCostsNothingAndAPixelIsAPoint) {
             continue;
         EXPECT_EQ(litPixels(picture), pixels > 0.5F ? 1 : 0) << pixels;
         if (pixels > 0.5F) {
-            const float grey = 255.0F * engagement.target->grey();
+            const int grey = static_cast<int>(std::lround(255.0F * engagement.target->grey()));
             EXPECT_EQ(
                 countPixels(picture, [&](int r, int g, int b) { return std::abs(r - grey) <= 1 && r == g && g == b; }),
                 1);
