@@ -45,7 +45,7 @@ FlarePaths flarePaths(const QMap<double, keyframe>& keyframes, const Vertex& ori
         paths.strips.push_back({paths.vertices.size(), sightings.size()});
         for (const Sighting& sighting : sightings) {
             paths.vertices.push_back(sighting.position);
-            paths.samples.push_back(sighting.sample);
+            paths.samples.push_back(static_cast<std::uint32_t>(sighting.sample));
         }
     }
     return paths;

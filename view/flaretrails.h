@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "etxyz.h"
@@ -16,7 +17,7 @@ struct FlarePaths {
         std::size_t count = 0; // at least 2: a single point is no line
     };
     std::vector<Vertex> vertices;     // strip after strip
-    std::vector<std::size_t> samples; // per vertex: the number of the sample that gave it, from 0
+    std::vector<std::uint32_t> samples; // per vertex: the number of the sample that gave it, from 0
     std::vector<Strip> strips;
 };
 FlarePaths flarePaths(const QMap<double, keyframe>& keyframes, const Vertex& origin = {});
@@ -32,7 +33,7 @@ public:
     void draw(std::size_t sampleCount);
 
 private:
-    std::vector<std::size_t> samples_;
+    std::vector<std::uint32_t> samples_;
     std::vector<FlarePaths::Strip> strips_;
     VertexBuffer buffer_;
     std::vector<int> firsts_; // of the current frame; members so that drawing allocates nothing

@@ -34,6 +34,6 @@ void Grid::draw(float width) {
     glLineWidth(width);
     grid_mat.apply();
     glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
-    buffer_.draw(GL_LINES, buffer_.vertices().size());
+    buffer_.draw(GL_LINES, buffer_.count());
 }
 } // namespace sorvane

@@ -20,6 +20,7 @@ VertexBuffer::~VertexBuffer() {
 
 void VertexBuffer::assign(std::vector<Vertex> vertices) {
     vertices_ = std::move(vertices);
+    count_ = vertices_.size();
     box_ = vertices_.empty() ? Box{} : Box{vertices_.front(), vertices_.front()};
     for (const Vertex& vertex : vertices_)
         for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -59,6 +60,7 @@ void VertexBuffer::bind() {
             const auto size = static_cast<GLsizeiptr>(vertices_.size() * sizeof(Vertex));
             glBufferData(GL_ARRAY_BUFFER, size, vertices_.data(), GL_STATIC_DRAW);
             isUploaded_ = true;
+            vertices_ = {};
         }
         start = nullptr;
     }

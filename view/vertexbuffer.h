@@ -19,7 +19,7 @@ struct Box {
     Vertex high{};
 };
 
-// Holds the vertices in memory. Where GLEW's entry points are loaded, the first draw copies them into a GL buffer.
+// Holds the vertices in memory until, where GLEW's entry points are loaded, the first draw moves them into a GL buffer.
 // Drawing needs a current GL context, and so does the destructor once something has been drawn.
 class VertexBuffer {
 public:
@@ -29,7 +29,7 @@ public:
     VertexBuffer& operator=(const VertexBuffer&) = delete;
 
     void assign(std::vector<Vertex> vertices);
-    const std::vector<Vertex>& vertices() const { return vertices_; }
+    std::size_t count() const { return count_; }
     const Box& box() const { return box_; }
 
     // Draws the first `count` vertices as `mode`.
@@ -41,7 +41,8 @@ private:
     void bind();
     void unbind();
 
-    std::vector<Vertex> vertices_;
+    std::vector<Vertex> vertices_; // none once they are uploaded
+    std::size_t count_ = 0;
     Box box_;
     unsigned int buffer_ = 0;
     bool isUploaded_ = false;

@@ -76,6 +76,6 @@ TEST(FlarePaths, FollowEachIdThroughTheSamplesThatListIt) {
     EXPECT_EQ(paths.strips[1].first, 3U);
     EXPECT_EQ(paths.strips[1].count, 2U);
     EXPECT_EQ(paths.vertices, (std::vector<Vertex>{{1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {10, 0, 0}, {11, 0, 0}}));
-    EXPECT_EQ(paths.samples, (std::vector<std::size_t>{0, 1, 3, 0, 1}));
+    EXPECT_EQ(paths.samples, (std::vector<std::uint32_t>{0, 1, 3, 0, 1}));
 }
 } // namespace
