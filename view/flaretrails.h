@@ -16,7 +16,7 @@ struct FlarePaths {
         std::size_t first = 0; // index into vertices and samples
         std::size_t count = 0; // at least 2: a single point is no line
     };
-    std::vector<Vertex> vertices;     // strip after strip
+    std::vector<Vertex> vertices;       // strip after strip
     std::vector<std::uint32_t> samples; // per vertex: the number of the sample that gave it, from 0
     std::vector<Strip> strips;
 };
