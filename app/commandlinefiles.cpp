@@ -17,6 +17,7 @@
 #include "loadedengagement.h"
 #include "loadnotice.h"
 #include "new_sorvane.h"
+#include "runtables.h"
 
 namespace sorvane {
 namespace {
@@ -92,7 +93,14 @@ private:
 };
 } // namespace
 
-void loadCommandLineFiles(new_sorvane& window, const QStringList& paths) {
+void loadCommandLineFiles(new_sorvane& window, const QStringList& files) {
+    QStringList paths;
+    for (const QString& file : files) {
+        if (RunTables::isDatabase(file))
+            window.openFile(file);
+        else
+            paths << file;
+    }
     if (paths.isEmpty())
         return;
     const InputGate gate;

@@ -9,5 +9,5 @@ namespace sorvane {
 // In their order, before the window takes any input: what comes of it meanwhile is dropped, but Escape ends the loading
 // and Ctrl+C closes the window. Window and pointer live between the files, and the view says how far it has come. Also
 // ends when the window is closed or the process is asked to end.
-void loadCommandLineFiles(new_sorvane& window, const QStringList& paths);
+void loadCommandLineFiles(new_sorvane& window, const QStringList& files);
 } // namespace sorvane

@@ -37,10 +37,17 @@ void EngagementKeys::follow(StepDirection direction) {
                                         .arg(isForward ? QStringLiteral("after") : QStringLiteral("before"))
                                         .arg(current->name()));
     }
-    choose(*next);
-    const auto place = std::ranges::find(all, next->id(), &LoadedEngagement::id);
-    parts_.notice.notify(
-        QStringLiteral("%1 (%2 of %3)").arg(next->name()).arg(std::distance(all.begin(), place) + 1).arg(all.size()));
+    follow(*next);
+}
+
+void EngagementKeys::follow(const LoadedEngagement& engagement) {
+    choose(engagement);
+    const EngagementList& all = parts_.engagements;
+    const auto place = std::ranges::find(all, engagement.id(), &LoadedEngagement::id);
+    parts_.notice.notify(QStringLiteral("%1 (%2 of %3)")
+                             .arg(engagement.name())
+                             .arg(std::distance(all.begin(), place) + 1)
+                             .arg(all.size()));
 }
 
 void EngagementKeys::remove() {

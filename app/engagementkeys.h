@@ -28,6 +28,8 @@ public:
     // Follows the engagement that was loaded after or before the current one, in the same view, and shows it when it
     // is hidden. While all others are hidden, it is then the only one that shows.
     void follow(StepDirection direction);
+    // Follows this one likewise.
+    void follow(const LoadedEngagement& engagement);
     // Takes the current one out, after a question that can be answered for the rest of the session, and follows the
     // next one.
     void remove();

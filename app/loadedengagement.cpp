@@ -10,7 +10,6 @@
 #include <QHash>
 
 #include "filecaches.h"
-#include "trajectoryreader.h"
 
 namespace sorvane {
 namespace {
@@ -36,7 +35,7 @@ EngagementReading parseEngagement(const QString& path, const ReadWatch& watch) {
             return !reading.isStopped;
         });
         if (input.device != nullptr)
-            reading.data->parse(input);
+            reading.header = reading.data->parse(input);
     } catch (const std::bad_alloc&) {
         reading.data->keyframes.clear();
     }

@@ -15,13 +15,15 @@
 #include "modelfiles.h"
 #include "readahead.h"
 #include "trajectoryinput.h"
+#include "trajectoryreader.h"
 
 namespace sorvane {
 // What one reading of a trajectory file gave.
 struct EngagementReading {
-    FileStamp stamp;             // of the file, from before it was read
-    std::unique_ptr<etxyz> data; // null when the file has no samples
-    ModelFiles modelFiles{};     // of the data, from before bodies and terrain are read
+    FileStamp stamp;               // of the file, from before it was read
+    std::unique_ptr<etxyz> data;   // null when the file has no samples
+    TrajectoryFileHeader header{}; // as the file gives it
+    ModelFiles modelFiles{};       // of the data, from before bodies and terrain are read
     bool isStopped = false;
 };
 
@@ -50,6 +52,7 @@ public:
     const QString& path() const { return path_; }
     QString name() const; // of the file
     const FileStamp& stamp() const { return reading_.stamp; }
+    const TrajectoryFileHeader& header() const { return reading_.header; }
     const ModelFiles& modelFiles() const { return reading_.modelFiles; }
     // Its sub-menu is there once the engagement is in the window.
     etxyz& data() const { return *reading_.data; }

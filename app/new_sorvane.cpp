@@ -22,6 +22,7 @@
 #include "qvideoencoder.h"
 #include "recordingnotice.h"
 #include "recordingtexts.h"
+#include "runtables.h"
 #include "timeentry.h"
 #include "ui_new_sorvane.h"
 #include "viewnotice.h"
@@ -53,10 +54,12 @@ new_sorvane::new_sorvane(QWidget* parent)
     clock_ = std::make_unique<PlaybackClock>(
         ClockControls{*timer, *ui->playButton, *ui->horizontalSlider, *ui->doubleSpinBox});
     joinEngagements();
-    features_ = std::make_unique<WindowFeatures>(WindowParts{*this, *ui, engagements, *clock_, *notice_, [this] {
-                                                                 toggleRecording();
-                                                             }});
-    new FileDrop(*this, [this](const QString& path) { loadEtxyzFile(path); });
+    const auto open = [this](const QString& path) {
+        openFile(path);
+    };
+    features_ = std::make_unique<WindowFeatures>(
+        WindowParts{*this, *ui, engagements, *clock_, *notice_, [this] { toggleRecording(); }, open});
+    new FileDrop(*this, open);
     ui->glWidget->setFocus();
 }
 
@@ -82,6 +85,13 @@ void new_sorvane::joinEngagements() {
         menu->deleteLater(); // one of its own actions may be what removes the engagement
         ui->glWidget->removeEtxyz(engagement.id());
     });
+}
+
+void new_sorvane::openFile(const QString& path) {
+    if (RunTables::isDatabase(path))
+        features_->showRuns(path);
+    else
+        loadEtxyzFile(path);
 }
 
 void new_sorvane::loadEtxyzFile(const QString& path) {

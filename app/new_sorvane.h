@@ -29,6 +29,9 @@ public:
     explicit new_sorvane(QWidget* parent = nullptr);
     ~new_sorvane() override;
 
+    // Loads an engagement as below, or shows a database of runs in their table.
+    void openFile(const QString& path);
+
     // Loads one engagement into the list. A file that yields no keyframes is named in the view and changes nothing.
     void loadEtxyzFile(const QString& path);
     // The same with what the file has given.

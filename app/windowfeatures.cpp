@@ -14,6 +14,7 @@
 #include "etxyz.h"
 #include "filereload.h"
 #include "focusframe.h"
+#include "ghostdisplay.h"
 #include "keyfilter.h"
 #include "keyhelp.h"
 #include "loadnotice.h"
@@ -21,6 +22,7 @@
 #include "playbackclock.h"
 #include "plotting.h"
 #include "projection.h"
+#include "runtables.h"
 #include "selection.h"
 #include "timemarks.h"
 #include "timesteps.h"
@@ -64,10 +66,32 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
                run(command);
            }},
           &parts.window)),
+      runs_(new RunTables(
+          {.window = parts.window,
+           .engagements = parts.engagements,
+           .current = current_,
+           .unit = [this] { return display_.unit(); },
+           .open = parts.openFile,
+           .follow = [this](const LoadedEngagement& engagement) { engagementKeys_.follow(engagement); },
+           .toggleGhosts = [this] { ghosts_->toggle(); },
+           .runKey =
+               [this](KeyCommand command) {
+                   run(command);
+               }},
+          &parts.window)),
       readout_(new ViewReadout(*parts.form.glWidget, [this] { return readoutSubject(); })),
       names_(new BodyNames(*parts.form.glWidget, parts.engagements)),
-      display_({*parts.form.glWidget, *readout_, *names_, parts.notice}), help_(new KeyHelp(parts.window)),
-      loads_(new LoadNotice(*parts.form.glWidget)), report_(*loads_),
+      display_({*parts.form.glWidget, *readout_, *names_, parts.notice}), ghosts_(new GhostDisplay(
+                                                                              {.view = *parts.form.glWidget,
+                                                                               .engagements = parts.engagements,
+                                                                               .current = current_,
+                                                                               .notice = parts.notice,
+                                                                               .unit =
+                                                                                   [this] {
+                                                                                       return display_.unit();
+                                                                                   }},
+                                                                              &parts.window)),
+      help_(new KeyHelp(parts.window)), loads_(new LoadNotice(*parts.form.glWidget)), report_(*loads_),
       reach_(new ClockReach(
           {*parts.form.doubleSpinBox, *parts.form.horizontalSlider}, parts.engagements, *loads_, &parts.window)),
       playback_({*parts.form.doubleSpinBox, *parts.form.horizontalSlider, parts.clock, *reach_, parts.notice}) {
@@ -97,6 +121,10 @@ void WindowFeatures::viewChosen(EngagementId id) {
     showCurrent();
 }
 
+void WindowFeatures::showRuns(const QString& database) {
+    runs_->show(database);
+}
+
 void WindowFeatures::speedChosen(double speed) {
     speed_ = speed;
     playback_.tellSpeed(speed);
@@ -117,6 +145,8 @@ void WindowFeatures::showCurrent() {
     readout_->refresh();
     marks_->refresh();
     plots_->refresh();
+    runs_->refresh();
+    ghosts_->refresh();
     markFollowed(parts_.engagements);
 }
 
@@ -217,6 +247,12 @@ void WindowFeatures::run(KeyCommand command) {
         return engagementKeys_.follow(StepDirection::Forward);
     case KeyCommand::ToggleOthers:
         return engagementKeys_.toggleOthers();
+    case KeyCommand::ToggleGhosts:
+        return ghosts_->toggle();
+    case KeyCommand::CycleGhostColours:
+        return ghosts_->cycleMeasure();
+    case KeyCommand::CycleGhostAlignment:
+        return ghosts_->cycleAlignment();
     case KeyCommand::TakeOut:
         return engagementKeys_.remove();
     case KeyCommand::ToggleReadout:
@@ -225,11 +261,15 @@ void WindowFeatures::run(KeyCommand command) {
         return display_.cycleCorner();
     case KeyCommand::CycleUnit:
         display_.cycleUnit();
+        runs_->showUnit();
+        ghosts_->refresh();
         return plots_->showUnit();
     case KeyCommand::ToggleNames:
         return display_.toggleNames();
     case KeyCommand::TogglePlots:
         return plots_->toggle();
+    case KeyCommand::ToggleRuns:
+        return runs_->toggle();
     case KeyCommand::ToggleLineStyles:
         return parts_.form.glWidget->setLineStyles(!parts_.form.glWidget->lineStyles());
     case KeyCommand::CycleAntialiasing:

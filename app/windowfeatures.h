@@ -20,10 +20,12 @@ class new_sorvane;
 namespace sorvane {
 class BodyNames;
 class ClockReach;
+class GhostDisplay;
 class KeyHelp;
 class LoadNotice;
 class PlaybackClock;
 class Plotting;
+class RunTables;
 class TimeMarks;
 class TimeSteps;
 class Transport;
@@ -37,6 +39,7 @@ struct WindowParts {
     PlaybackClock& clock;
     ViewNotice& notice;
     std::function<void()> toggleRecording;
+    std::function<void(const QString& path)> openFile; // of any kind
 };
 
 // Joins the features to the window and runs the commands of its keys.
@@ -51,6 +54,8 @@ public:
     // A file has been loaded; without data when it gave no engagement.
     void fileLoaded(const QString& path, const etxyz* loaded) { report_.tell(path, loaded); }
     void speedChosen(double speed);
+    // Shows a database of runs.
+    void showRuns(const QString& database);
     // Around each tick of the clock.
     void beforeTick() { playback_.beforeTick(); }
     void afterTick(double speed);
@@ -84,11 +89,13 @@ private:
     TimeSteps* steps_;     // of the window's children
     TimeMarks* marks_;     // of the slider's children
     Plotting* plots_;      // of the window's children
+    RunTables* runs_;      // of the window's children
     ViewReadout* readout_; // of the view's children
     BodyNames* names_;     // of the view's children
     DisplayKeys display_;
-    KeyHelp* help_;     // of the window's children
-    LoadNotice* loads_; // of the view's children
+    GhostDisplay* ghosts_; // of the window's children
+    KeyHelp* help_;        // of the window's children
+    LoadNotice* loads_;    // of the view's children
     LoadReport report_;
     ClockReach* reach_; // of the window's children
     PlaybackNotes playback_;

@@ -163,6 +163,13 @@ void AircraftWidget::setSingleReticle(bool isOn) {
     update();
 }
 
+void AircraftWidget::setGhosts(std::shared_ptr<const GhostSet> ghosts) {
+    if (ghosts == ghosts_)
+        return;
+    ghosts_ = std::move(ghosts);
+    update();
+}
+
 void AircraftWidget::setSamples(int samples) {
     askedSamples_ = samples;
     update();
@@ -322,6 +329,7 @@ SceneOptions AircraftWidget::optionsFromForm() const {
     options.time = currentTime_;
     options.lineStyles = lineStyles_;
     options.samples = samples();
+    options.ghosts = ghosts_;
     if (hasSingleReticle_)
         options.reticleOf = followed();
     options.pixelRatio = devicePixelRatio();

@@ -78,6 +78,9 @@ public:
     void setSingleReticle(bool isOn);
     bool hasSingleReticle() const { return hasSingleReticle_; }
 
+    // Who is drawn as a ghost, null for nobody. At start there is nobody.
+    void setGhosts(std::shared_ptr<const sorvane::GhostSet> ghosts);
+
     // Anti-aliasing: samples a pixel, 0 for none. Unless it is set, defaultSamples() of the view's context; more than
     // the context has count as the most that it has.
     void setSamples(int samples);
@@ -132,6 +135,7 @@ private:
     Ui::new_sorvane* ui_ = nullptr;
     bool lineStyles_ = false;
     bool hasSingleReticle_ = false;
+    std::shared_ptr<const sorvane::GhostSet> ghosts_;
     std::optional<int> askedSamples_;
     int defaultSamples_ = 0;
     std::vector<int> sampleChoices_;

@@ -14,6 +14,7 @@ namespace {
 constexpr int kMargin = 8;  // pixels from the picture's edges
 constexpr int kPadding = 4; // around a text
 constexpr int kHalfPadding = kPadding / 2;
+constexpr double kSwatch = 1.6; // of the letters' size
 constexpr QColor kBackground(0, 0, 0, 190);
 constexpr QColor kLetters(0xE0, 0xE0, 0xE0);
 
@@ -50,6 +51,32 @@ void paintTitle(QPainter& painter, const QSizeF& picture, const QString& title) 
     painter.setPen(kLetters);
     painter.drawText(
         line, Qt::AlignCenter, metrics.elidedText(title, Qt::ElideRight, std::max(picture.width() - 2 * kMargin, 0.0)));
+}
+
+QSizeF colourLegendSize(const ColourLegend& legend, int letterPixels) {
+    const QFontMetricsF metrics(fontOf(QFont::SansSerif, letterPixels));
+    double width = metrics.horizontalAdvance(legend.title);
+    for (const ColourLegend::Entry& entry : legend.entries)
+        width = std::max(width, metrics.horizontalAdvance(entry.text) + kSwatch * letterPixels + kPadding);
+    const auto lines = static_cast<double>(legend.entries.size() + 1);
+    return {std::ceil(width) + 2 * kPadding, std::ceil(lines * metrics.height()) + 2 * kPadding};
+}
+
+void paintColourLegend(QPainter& painter, const QRectF& place, const ColourLegend& legend, int letterPixels) {
+    const QFont font = fontOf(QFont::SansSerif, letterPixels);
+    const double height = QFontMetricsF(font).height();
+    painter.fillRect(place, kBackground);
+    painter.setFont(font);
+    painter.setPen(kLetters);
+    QRectF line = place.adjusted(kPadding, kPadding, -kPadding, 0);
+    line.setHeight(height);
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, legend.title);
+    for (const ColourLegend::Entry& entry : legend.entries) {
+        line.translate(0.0, height);
+        const QRectF swatch(line.left(), line.top() + 1.0, kSwatch * letterPixels, height - 2.0);
+        painter.fillRect(swatch, QColor(entry.colour));
+        painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, entry.text);
+    }
 }
 
 LabelPainter::LabelPainter(int letterPixels, double pixelRatio)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 #include <QColor>
 #include <QFont>
@@ -22,6 +23,20 @@ void paintReadout(QPainter& painter, const QSizeF& picture, const QString& text)
 
 // One line over the picture's whole width at its top, cut short where it doesn't fit.
 void paintTitle(QPainter& painter, const QSizeF& picture, const QString& title);
+
+// What colours stand for: a title, and a line for each.
+struct ColourLegend {
+    struct Entry {
+        QRgb colour = 0;
+        QString text;
+        double from = 0.0; // where its values begin, if they are a range
+    };
+    QString title;
+    std::vector<Entry> entries;
+};
+QSizeF colourLegendSize(const ColourLegend& legend, int letterPixels);
+// Into a place of that size.
+void paintColourLegend(QPainter& painter, const QRectF& place, const ColourLegend& legend, int letterPixels);
 
 // Paints labels, and keeps those that it has painted before. Needs a QGuiApplication, as all texts do.
 class LabelPainter {

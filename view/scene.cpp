@@ -30,6 +30,10 @@ void setPattern(GLushort pattern, const SceneOptions& options) {
 float wideLine(const SceneOptions& options) {
     return kWideLine * static_cast<float>(options.pixelRatio);
 }
+
+bool isGhost(const SceneEngagement& shown, const SceneOptions& options) {
+    return options.ghosts != nullptr && options.ghosts->contains(shown.id);
+}
 } // namespace
 
 Vector<float> sunDirectionInEye(const AtmFile& atmosphere, const float* modelView) {
@@ -77,13 +81,29 @@ void Scene::drawFrame(const std::vector<SceneEngagement>& engagements, const Fra
             slice, SliceOfBodies(frame.lookAt, frame.sight, slice, frame.options.time),
             SliceOfTerrains(frame.lookAt, frame.sight, slice)};
         for (const SceneEngagement& shown : engagements)
-            if (!shown.isHidden)
+            if (!shown.isHidden && !isGhost(shown, frame.options))
                 drawEngagement(shown, frame, parts);
         if (frame.options.showGrid) {
             const LinesAcrossSlices lines(slice);
             grid_.draw(wideLine(frame.options));
         }
+        drawGhosts(engagements, frame, slice);
     });
+}
+
+void Scene::drawGhosts(const std::vector<SceneEngagement>& engagements, const Frame& frame, const DepthSlice& slice) {
+    if (frame.options.ghosts == nullptr)
+        return;
+    std::vector<Ghosts::Shown> ghosts;
+    for (const SceneEngagement& shown : engagements)
+        if (!shown.isHidden && isGhost(shown, frame.options))
+            ghosts.push_back({shown.id, &shown.engagement->samples});
+    ghosts_.draw(ghosts, *frame.options.ghosts, frame.lookAt, slice, {frame.options.time, frame.options.pixelRatio});
+}
+
+void Scene::forget(EngagementId id) {
+    lines_.erase(id);
+    ghosts_.forget(id);
 }
 
 void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, Slice& parts) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "engagementlines.h"
 #include "etxyz.h"
 #include "framedepth.h"
+#include "ghosts.h"
 #include "grid.h"
 #include "lookat.h"
 #include "projection.h"
@@ -35,6 +37,8 @@ struct SceneOptions {
     int samples = 0;
     // The one engagement whose seeker's reticle gyro view shows; of all of them without one.
     std::optional<EngagementId> reticleOf{};
+    // Those that are drawn as ghosts and not as themselves; none without a set.
+    std::shared_ptr<const GhostSet> ghosts{};
 
     bool operator==(const SceneOptions&) const = default;
 };
@@ -66,7 +70,7 @@ public:
     void draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options);
 
     // Lets go of what is kept for an engagement whose samples are others from now on, or that is drawn no more.
-    void forget(EngagementId id) { lines_.erase(id); }
+    void forget(EngagementId id);
 
 private:
     // What the slices of a frame have in common.
@@ -82,6 +86,7 @@ private:
         SliceOfBodies bodies;
         SliceOfTerrains terrains;
     };
+    void drawGhosts(const std::vector<SceneEngagement>& engagements, const Frame& frame, const DepthSlice& slice);
     void drawFrame(const std::vector<SceneEngagement>& engagements, const Frame& frame);
     void drawEngagement(const SceneEngagement& shown, const Frame& frame, Slice& parts);
     // An engagement's line sets up to a number of samples.
@@ -96,6 +101,7 @@ private:
     EngagementLines& linesOf(EngagementId id, const QMap<double, keyframe>& samples);
 
     std::map<EngagementId, EngagementLines> lines_;
+    Ghosts ghosts_;
     Grid grid_;
     SampledFrame sampled_;
     FrameDepth depth_;

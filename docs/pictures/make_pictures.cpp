@@ -27,6 +27,7 @@
 #include "aircraftwidget.h"
 #include "fulldisk.h"
 #include "new_sorvane.h"
+#include "setpictures.h"
 #include "surfaceformat.h"
 
 using namespace sorvane;
@@ -280,5 +281,6 @@ int main(int argc, char** argv) {
     bool isWritten = true;
     for (const Shot& shot : shots)
         isWritten = photographer.take(shot) && isWritten;
+    isWritten = takeSetPictures(QDir(QFile::decodeName(argv[2]))) && isWritten;
     return isWritten ? 0 : 1;
 }

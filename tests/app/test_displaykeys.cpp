@@ -103,12 +103,12 @@ TEST_F(DisplayKeysTest, GyroViewShowsAllCirclesOrTheFollowedOnes) {
         writeTrajectory(folder.filePath("ETXYZ.OUT.wide"), encounterSamples(), trajectoryHeader("white", "10")));
     press(Qt::Key_2);
     const QImage all = grabFrame(*view);
-    press(Qt::Key_G);
+    press(Qt::Key_R);
     EXPECT_EQ(notice->text(), "Gyro view: the circle of the followed engagement only");
     const QImage followed = grabFrame(*view);
     EXPECT_NE(followed, all);
     entry(1, 0)->trigger();
-    press(Qt::Key_G);
+    press(Qt::Key_R);
     EXPECT_EQ(grabFrame(*view), followed) << "as when the other one is hidden";
     entry(1, 0)->trigger();
     EXPECT_EQ(grabFrame(*view), all);

@@ -96,7 +96,8 @@ void RandomUser::pressKey() {
                                  Qt::Key_PageDown,    Qt::Key_PageUp,
                                  Qt::Key_X,           Qt::Key_A,
                                  Qt::Key_N,           Qt::Key_U,
-                                 Qt::Key_G,           Qt::Key_P};
+                                 Qt::Key_G,           Qt::Key_P,
+                                 Qt::Key_R,           Qt::Key_T};
     constexpr Qt::KeyboardModifier kModifiers[] = {
         Qt::NoModifier, Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
     const Qt::Key key = kKeys[below(std::size(kKeys))];

@@ -30,6 +30,9 @@ public:
         const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options,
         double fieldOfViewDegrees = 30.0);
 
+    // As Scene::forget.
+    void forget(EngagementId id) { scene_->forget(id); }
+
 private:
     struct Context;
     std::unique_ptr<Context> context_;
