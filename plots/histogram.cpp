@@ -75,9 +75,12 @@ std::pair<double, double> mostOf(std::span<const double> values) {
     std::vector<double> finite = finiteOf(values);
     if (finite.empty())
         return {0.0, 1.0};
-    const auto [least, greatest] = std::ranges::minmax(finite);
-    const double low = quantile(finite, kLeftOut);
-    const double high = quantile(finite, 1.0 - kLeftOut);
+    std::ranges::sort(finite);
+    const double least = finite.front();
+    const double greatest = finite.back();
+    const auto leftOut = static_cast<std::size_t>(kLeftOut * static_cast<double>(finite.size()));
+    const double low = finite[leftOut];
+    const double high = finite[finite.size() - 1 - leftOut];
     return high - low < 0.5 * (greatest - least) ? std::pair(low, high) : std::pair(least, greatest);
 }
 

@@ -46,6 +46,14 @@ QString quotedText(const std::string& text) {
 }
 } // namespace
 
+QString ColumnTitle::inLines() const {
+    constexpr qsizetype kLongest = 18; // letters of a line
+    QString lines = name;
+    if (const qsizetype middle = lines.lastIndexOf(u' ', kLongest); lines.size() > kLongest && middle > 0)
+        lines[middle] = u'\n';
+    return unit.isEmpty() ? lines : lines + u'\n' + unit;
+}
+
 ColumnTitle columnTitle(const std::string& column) {
     const QString whole = QString::fromStdString(column);
     const NamedMeasure named = namedMeasure(whole, 1.0);

@@ -16,6 +16,8 @@ struct ColumnTitle {
 
     // "closest approach (m)"
     QString inOneLine() const { return unit.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, unit); }
+    // The unit below the name, and a long name in two lines.
+    QString inLines() const;
 };
 ColumnTitle columnTitle(const std::string& column);
 

@@ -123,7 +123,9 @@ QVariant RunTableModel::headerData(int section, Qt::Orientation orientation, int
     const ColumnTitle& title = titles_[static_cast<std::size_t>(section)];
     switch (role) {
     case Qt::DisplayRole:
-        return title.unit.isEmpty() ? title.name : title.name + u'\n' + title.unit;
+        return title.inLines();
+    case Qt::AccessibleTextRole:
+        return title.inOneLine();
     case Qt::TextAlignmentRole: // as that of its first cell
         return rowCount() > 0 ? data(index(0, section), role) : QVariant();
     case Qt::ToolTipRole:

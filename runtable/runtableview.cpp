@@ -95,8 +95,8 @@ void RunTableView::openColumnMenu(const QPoint& place) {
     QMenu menu(this);
     menu.setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1; }"));
     for (int column = 1; column < model()->columnCount(); ++column) {
-        QString title = model()->headerData(column, Qt::Horizontal).toString();
-        QAction* const entry = menu.addAction(title.replace(u'\n', QLatin1String(", ")));
+        QAction* const entry =
+            menu.addAction(model()->headerData(column, Qt::Horizontal, Qt::AccessibleTextRole).toString());
         entry->setCheckable(true);
         entry->setChecked(!isColumnHidden(column));
         connect(entry, &QAction::toggled, this, [this, column](bool isShown) {

@@ -2,6 +2,7 @@
 #include "runtablewindow.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QComboBox>
 #include <QFileDialog>
@@ -243,6 +244,8 @@ void RunTableWindow::openSet() {
         database_.isEmpty() ? QStringLiteral("Runs: loaded engagements")
                             : QStringLiteral("Runs: %1").arg(QFileInfo(database_).fileName()));
     asking_.forget();
+    if (table_->currentIndex().isValid())
+        current_ = model_->paths()[static_cast<std::size_t>(table_->currentIndex().row())];
     model_->setQuery(query ? std::optional(*std::move(query)) : std::nullopt);
     if (model_->columns() != before)
         listColumns();
@@ -268,6 +271,7 @@ void RunTableWindow::listColumns() {
     const QSignalBlocker blocker(table_->horizontalHeader());
     table_->horizontalHeader()->setSortIndicator(0, Qt::AscendingOrder);
     table_->arrange(model_->columns());
+    areColumnsNew_ = true;
 }
 
 void RunTableWindow::ask() {
@@ -293,12 +297,14 @@ void RunTableWindow::take(Outcome<RunAnswer> answer) {
     if (!answer)
         return tell(); // what was on show stays
     const QModelIndex current = table_->currentIndex();
-    const std::string path = current.isValid() ? model_->paths()[static_cast<std::size_t>(current.row())] : "";
-    const bool isFirst = model_->paths().empty();
+    const std::string path =
+        current.isValid() ? model_->paths()[static_cast<std::size_t>(current.row())] : std::exchange(current_, {});
     all_ = answer->all;
     model_->setPaths(std::move(answer->paths));
-    if (isFirst)
+    if (areColumnsNew_ && model_->rowCount() > 0) {
         table_->fitColumns();
+        areColumnsNew_ = false;
+    }
     const int row = path.empty() ? -1 : model_->rowOf(path);
     if (model_->rowCount() > 0)
         table_->setCurrentIndex(model_->index(std::max(row, 0), std::max(current.column(), 0)));
@@ -347,8 +353,8 @@ void RunTableWindow::filterToBrush() {
 
 void RunTableWindow::tell() {
     const std::size_t shown = model_->paths().size();
-    QString text = shown == all_ ? QStringLiteral("%1 runs").arg(grouped(all_))
-                                 : QStringLiteral("%1 of %2 runs").arg(grouped(shown), grouped(all_));
+    const QString runs = grouped(all_) + (all_ == 1 ? QStringLiteral(" run") : QStringLiteral(" runs"));
+    QString text = shown == all_ ? runs : QStringLiteral("%1 of %2").arg(grouped(shown), runs);
     if (const auto marked = std::ranges::count(model_->marks(), std::uint8_t{1}); brush_)
         text += QStringLiteral(", %1 brushed").arg(grouped(static_cast<std::size_t>(marked)));
     if (asking_.isAsking())

@@ -85,6 +85,8 @@ private:
     QString database_; // the path; empty while what is loaded is shown
     std::string name_; // of the same, for connections
     bool isStale_ = true;
+    bool areColumnsNew_ = true;
+    std::string current_; // the path of the current row, while there are no rows
     RunQuestion question_;
     std::size_t all_ = 0;
     std::optional<RunBrush> brush_;

@@ -93,13 +93,14 @@ TEST_F(GhostTest, TheFollowedOneIsDrawnAsEver) {
     // Samples that are read again are drawn.
     drawOther();
     other.samples = {};
-    other.samples.add({}, {});
+    other.samples.add(Sample{}, {});
     scene.forget(kOther);
     EXPECT_LE(points(drawOther()).width(), 6);
 }
 
 TEST_F(GhostTest, SlicesOfDepthBlendNothingTwice) {
     makeGhost(kOther);
+    camera.place({560.0F, -560.0F, -75.0F, 1.0F}, {0.0F, 0.0F, -75.0F, 1.0F}); // from 720 to 860 units away
     const QImage whole = drawOther();
     const EnvironmentVariable slices("SORVANE_DEPTH", "slices");
     OffscreenScene sliced;
