@@ -48,7 +48,8 @@ EngagementPlan plan(double aspect, double firstFlare, Draws& draws) {
     plan.threatSpeed = [](double time) {
         return 60.0 + 560.0 * std::min(1.0, time / 4.5);
     };
-    plan.seekerFieldOfView = kFieldOfView;
+    if (draws.between(0.0, 1.0) < 0.35) // the others tell flares from the target
+        plan.seekerFieldOfView = kFieldOfView;
     plan.lastTime = 12.0;
     return plan;
 }

@@ -62,6 +62,7 @@ bool takeSetPictures(const QDir& pictures) {
         QTest::keyClick(view, Qt::Key_Minus);
     window.findChild<QDoubleSpinBox*>("doubleSpinBox")->setValue(4.5);
     QTest::keyClick(view, Qt::Key_G);
+    QTest::qWait(3000); // until all have their colours
     const bool isWritten = save(window, pictures.filePath(QStringLiteral("ghosts.png")));
 
     QTest::keyClick(view, Qt::Key_T);

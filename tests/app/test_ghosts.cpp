@@ -43,17 +43,19 @@ TEST_F(GhostKeysTest, GShowsTheOthersInTheColoursOfTheirMiss) {
     press(Qt::Key_G);
     EXPECT_EQ(notice->text(), "Ghosts: there is no other engagement");
     EXPECT_FALSE(legend()->isVisible());
-    loadPass("ETXYZ.OUT.far", 90.0, 0.0);
+    loadPass("ETXYZ.OUT.far", 40.0, 0.0);
     loadPass("ETXYZ.OUT.near", 10.0, 0.0);
-    loadPass("ETXYZ.OUT.farther", 90.0, 0.0);
+    loadPass("ETXYZ.OUT.farther", 40.0, 0.0);
     press(Qt::Key_5);
+    press(Qt::Key_Minus);
+    press(Qt::Key_Minus);
     const QImage ghosts = grabFrame(*view);
     EXPECT_GT(nearPixels(ghosts), 10);
     EXPECT_GT(farPixels(ghosts), 10);
     ASSERT_TRUE(legend()->isVisible());
     EXPECT_EQ(texts().size(), 8);
     EXPECT_EQ(texts().first(), "10.00 units");
-    EXPECT_EQ(texts().last(), "80.00 units");
+    EXPECT_EQ(texts().last(), "36.25 units");
     press(Qt::Key_U);
     EXPECT_EQ(texts().first(), "10.00 ft");
     // Pictures have the ghosts, the screen the legend too.

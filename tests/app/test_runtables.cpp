@@ -74,6 +74,7 @@ struct RunTableTest : WindowTest {
     void type(const char* text) {
         condition().setFocus();
         condition().selectAll();
+        QTest::keyClick(&condition(), Qt::Key_Delete);
         QTest::keyClicks(&condition(), text);
         QTest::keyClick(&condition(), Qt::Key_Return);
         settle();
