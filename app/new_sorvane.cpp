@@ -12,7 +12,6 @@
 
 #include "aircraftwidget.h"
 #include "clocknumbers.h"
-#include "copykeyfilter.h"
 #include "etxyz.h"
 #include "filedrop.h"
 #include "framegrab.h"
@@ -49,7 +48,6 @@ new_sorvane::new_sorvane(QWidget* parent)
     notice_ = new ViewNotice(*ui->glWidget);
     recordingNotice_ = std::make_unique<RecordingNotice>(*notice_);
     new ViewSizeSteps(*this, *ui->glWidget, *ui->recordButton);
-    CopyKeyFilter::installOn(*ui->doubleSpinBox);
     TimeEntry::installOn(*ui->doubleSpinBox, *ui->glWidget);
     clock_ = std::make_unique<PlaybackClock>(
         ClockControls{*timer, *ui->playButton, *ui->horizontalSlider, *ui->doubleSpinBox});

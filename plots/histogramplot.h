@@ -16,8 +16,8 @@ public:
 
 protected:
     void showMarks() override;
-    void useColours() override;
-    void showAll() override;
+    void useColours() final;
+    void showAll() final;
 
 private:
     // All, but for a few far away from the others.

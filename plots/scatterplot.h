@@ -18,7 +18,7 @@ public:
 protected:
     void showMarks() override {}
     void useColours() override {}
-    void showAll() override;
+    void showAll() final;
 
 private:
     friend class PointCloud;

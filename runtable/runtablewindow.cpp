@@ -308,11 +308,11 @@ void RunTableWindow::take(Outcome<RunAnswer> answer) {
     const int row = path.empty() ? -1 : model_->rowOf(path);
     if (model_->rowCount() > 0)
         table_->setCurrentIndex(model_->index(std::max(row, 0), std::max(current.column(), 0)));
-    showPlots(std::move(answer->columns));
+    showPlots(answer->columns);
     tell();
 }
 
-void RunTableWindow::showPlots(std::vector<RunColumn> columns) {
+void RunTableWindow::showPlots(const std::vector<RunColumn>& columns) {
     histogram_->setColumn(plotted(*counted_, question_, columns));
     scatter_->setColumns(plotted(*across_, question_, columns), plotted(*up_, question_, columns));
     showMarks();

@@ -59,7 +59,7 @@ private:
     void listColumns();
     void ask();
     void take(Outcome<RunAnswer> answer);
-    void showPlots(std::vector<RunColumn> columns);
+    void showPlots(const std::vector<RunColumn>& columns);
     void follow(int row);
     void brush(std::optional<RunBrush> brush);
     void showMarks();

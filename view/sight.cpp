@@ -38,8 +38,10 @@ bool Sight::reaches(const Box& box, std::span<const float, 3> origin) const {
     for (std::size_t axis = 0; axis < 3; ++axis)
         for (std::size_t row = 0; row < 3; ++row) {
             const double slope = lookAt_.rotation()(static_cast<int>(row), static_cast<int>(axis));
-            centre[row] += slope * (double{box.low[axis]} + double{box.high[axis]}) / 2.0;
-            halves[axis][row] = slope * (double{box.high[axis]} - double{box.low[axis]}) / 2.0;
+            const double low = box.low[axis];
+            const double high = box.high[axis];
+            centre[row] += slope * (low + high) / 2.0;
+            halves[axis][row] = slope * (high - low) / 2.0;
         }
     const double rounding = kRounding * std::hypot(centre[0], centre[1], centre[2]);
     return std::ranges::none_of(sides_, [&](const Plane& side) {

@@ -83,6 +83,15 @@ def test_compressed_and_oddly_named_files(flight, tmp_path, monkeypatch):
     assert len(sorvane.load(f"{flight}.Z")) == 21
 
 
+def test_a_cut_compressed_file_names_where_it_ends(flight):
+    subprocess.run(["compress", "-f", flight], check=True)
+    packed = flight.with_name(flight.name + ".Z")
+    packed.write_bytes(packed.read_bytes()[:-200])
+    with pytest.raises(sorvane.Error, match="the data end within the record") as caught:
+        sorvane.load(packed)
+    assert caught.value.line == 56
+
+
 @pytest.mark.parametrize("lines, place, text", [
     (record("0.5x"), (17, 1), "0.5x"),
     (record(0.5, target=("nan", 0, 0)), (17, 7), "nan"),

@@ -90,6 +90,11 @@ def test_flares_have_their_times(flight):
     assert [engagement.object_name(n) for n in (0, 1, 2, 3, -1, math.nan)] == ["target", "flare 7", "flare 3", *[None] * 3]
 
 
+def test_arithmetic_makes_no_digits_up(write):
+    steps = sorvane.load(write(*(record(0.1 * i, target=(0.1 * i, 0, -1000)) for i in range(20))))
+    assert set(steps.measure("target-speed").tolist()) == {1.0}
+
+
 def test_what_is_undefined_is_nan(write):
     alone = sorvane.load(write(record(1)))
     assert alone.measure("range").tolist() == [500] and alone.closest_approach == (1, 500)
