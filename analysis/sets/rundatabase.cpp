@@ -3,6 +3,7 @@
 
 #include <sqlite3.h>
 
+#include "runcalls.h"
 #include "sqlvalues.h"
 
 namespace sorvane {
@@ -154,6 +155,14 @@ RunRows RunDatabase::rows() const {
     rows.path_ = path_;
     rows.database_ = database_.get();
     return rows;
+}
+
+std::vector<std::string> RunDatabase::calls() const {
+    return readCalls(database_.get());
+}
+
+std::optional<Problem> RunDatabase::addCalls(std::span<const std::string> calls) {
+    return sorvane::addCalls(database_.get(), calls) ? std::nullopt : std::optional(problem());
 }
 
 void FinalizeStatement::operator()(sqlite3_stmt* statement) const {

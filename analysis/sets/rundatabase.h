@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "problem.h"
 #include "runrow.h"
@@ -55,6 +56,10 @@ public:
     // Adds rows, or puts them in the place of those with the same path, in one transaction.
     std::optional<Problem> put(std::span<const RunRow> rows);
     RunRows rows() const;
+
+    // The commands that its rows have come by, see runcalls.h.
+    std::vector<std::string> calls() const;
+    std::optional<Problem> addCalls(std::span<const std::string> calls);
 
 private:
     friend class RunRows;

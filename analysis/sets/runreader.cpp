@@ -7,6 +7,7 @@
 #include <sqlite3.h>
 
 #include "measure.h"
+#include "runcalls.h"
 #include "sqlvalues.h"
 
 namespace sorvane {
@@ -55,6 +56,7 @@ Outcome<RunReader> RunReader::open(const std::string& path) {
         return problem();
     if (!std::ranges::all_of(kRunKeyColumns, [&](const char* key) { return reader.hasColumn(key); }))
         return Problem(path + ": holds no table of runs");
+    reader.calls_ = readCalls(database);
     sqlite3_exec(database, "PRAGMA query_only = ON", nullptr, nullptr, nullptr);
     sqlite3_set_authorizer(database, allow, nullptr);
     return reader;

@@ -22,6 +22,8 @@ public:
     const std::string& path() const { return path_; }
     // All, those of the key first.
     const std::vector<std::string>& columns() const { return columns_; }
+    // The commands that its rows have come by.
+    const std::vector<std::string>& calls() const { return calls_; }
     // "closest_approach_m": that of the miss distance, whatever its unit; empty without one.
     std::string missColumn() const;
     bool hasColumn(const std::string& name) const;
@@ -43,5 +45,6 @@ private:
     std::string path_;
     std::unique_ptr<sqlite3, Close> database_;
     std::vector<std::string> columns_;
+    std::vector<std::string> calls_;
 };
 } // namespace sorvane

@@ -17,7 +17,8 @@ struct PlainRun {
 };
 
 // The columns that statistics go by, and the field "pattern" of the path.
-inline void writeRunSet(const std::string& file, const std::vector<PlainRun>& runs) {
+inline void
+writeRunSet(const std::string& file, const std::vector<PlainRun>& runs, const std::vector<std::string>& calls = {}) {
     const std::vector<std::string> columns{
         "faults",  "fault",  "samples", "closest_approach_m", "closest_approach_time_s", "closest_approach_aspect_deg",
         "decoyed", "pattern"};
@@ -30,5 +31,6 @@ inline void writeRunSet(const std::string& file, const std::vector<PlainRun>& ru
              {run.faults, run.faults > 0 ? RunValue("holds no samples") : RunValue(), std::int64_t{1500}, run.miss, 4.5,
               run.aspect, run.decoyed, run.pattern}});
     (*database).put(rows);
+    (*database).addCalls(calls);
 }
 } // namespace sorvane

@@ -51,9 +51,11 @@ TEST_F(ReportTest, IsOnePageOfTheSameBytesWithWhatTheRowsSay) {
     const std::string near = addPass("ETXYZ.OUT.near", 3.0);
     const std::string far = addPass("ETXYZ.OUT.far", 40.0);
     writeRunSet(
-        set, {{near, 3.0, std::int64_t{1}, "</script><b>&", 0, 90.0},
-              {far, 40.0, std::int64_t{0}, "p", 0, 45.0},
-              {"gone", {}, {}, "p", 1}});
+        set,
+        {{near, 3.0, std::int64_t{1}, "</script><b>&", 0, 90.0},
+         {far, 40.0, std::int64_t{0}, "p", 0, 45.0},
+         {"gone", {}, {}, "p", 1}},
+        {"sorvane runs a -o night.sqlite", "sorvane runs <b> -o night.sqlite"});
     const std::vector<std::string> options{"--title", "A & B", "--by",    "pattern",
                                            "--miss",  "5",     "--where", "samples > 1"};
     const CommandRun run = report(options);
@@ -72,6 +74,8 @@ TEST_F(ReportTest, IsOnePageOfTheSameBytesWithWhatTheRowsSay) {
     EXPECT_EQ(countOf(first, "src=\"data:image/png;base64,"), 2U);
     EXPECT_EQ(countOf(first, "data:image/svg+xml;base64,"), 4U) << "for light and dark pages";
     EXPECT_THAT(first, HasSubstr("&lt;/script&gt;&lt;b&gt;&amp;</td>")) << "the group's name";
+    EXPECT_THAT(
+        first, HasSubstr("sorvane runs a -o night.sqlite\nsorvane runs &lt;b&gt; -o night.sqlite\nsorvane report "));
     EXPECT_THAT(first, HasSubstr("--title 'A &amp; B' --where 'samples &gt; 1' --by pattern --miss 5 --worst least"));
     const std::string begin = "id=\"data\">";
     const std::size_t place = first.find(begin) + begin.size();

@@ -161,6 +161,7 @@ TEST_F(RunsTest, ADatabaseGoesOnWhereItWas) {
     while (const std::optional<RunRow> row = rows.next())
         misses.push_back(std::get<double>(row->values[static_cast<std::size_t>(place)]));
     EXPECT_THAT(misses, ElementsAre(77.0, 6.25, 7.0));
+    EXPECT_THAT(read->calls(), ElementsAre("sorvane runs " + folder.file("in") + " -o " + database)) << "told once";
     const CommandRun other = runsTo(database, {"--unit", "m"});
     EXPECT_EQ(other.status, ExitStatus::Failed);
     EXPECT_THAT(other.err, HasSubstr("was made with other columns"));
@@ -221,6 +222,19 @@ TEST_F(RunsTest, PartsJoinToTheSameTableAsOneRun) {
         ASSERT_EQ(runs(arguments).status, ExitStatus::Success);
         EXPECT_EQ(readWholeFile(folder.file("all.csv")), readWholeFile(folder.file("one.csv")));
     }
+    ASSERT_EQ(
+        runs({"--merge", folder.file("p3.sqlite"), folder.file("p1.sqlite"), "-o", folder.file("all.sqlite")}).status,
+        ExitStatus::Success);
+    const std::string in = folder.file("in");
+    const auto callTo = [&](const std::string& part, const std::string& rest) {
+        return "sorvane runs " + in + " -o " + folder.file(part) + " --name 'case(?<case>[0-9]+)'" + rest;
+    };
+    EXPECT_THAT(
+        RunDatabase::openExisting(folder.file("all.sqlite"))->calls(),
+        ElementsAre(
+            callTo("p3.sqlite", ""), callTo("p1.sqlite", " --shard 1/3"),
+            "sorvane runs " + folder.file("p3.sqlite") + ' ' + folder.file("p1.sqlite") + " -o " +
+                folder.file("all.sqlite") + " --merge"));
     ASSERT_EQ(runsTo(folder.file("other.sqlite")).status, ExitStatus::Success);
     EXPECT_THAT(
         runs({"--merge", folder.file("p1.sqlite"), folder.file("other.sqlite"), "-o", folder.file("x.csv")}).err,

@@ -153,7 +153,7 @@ TEST_F(StatsTest, DamagedSetsEndWithAMessage) {
     folder.write("empty.sqlite", "");
     folder.write("cut.sqlite", whole.substr(0, whole.size() / 2));
     std::string spoilt = whole;
-    spoilt.replace(whole.size() - 4096, 64, 64, '\xff');
+    spoilt.replace(4096, 64, 64, '\xff'); // the page behind the first one is the table's
     folder.write("spoilt.sqlite", spoilt);
     writeRunSet(folder.file("none.sqlite"), {});
     writeRunSet(folder.file("null.sqlite"), {{"a", {}, {}, {}}, {"b", "text", {}, {}}, {"c", {}, {}, {}, 1}});

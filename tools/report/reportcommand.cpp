@@ -52,7 +52,9 @@ std::vector<std::string> questionWords(const SetQuestion& question) {
     return words;
 }
 
-std::vector<std::string> commandsOf(const ReportOptions& options, const std::string& title) {
+// The set's, this one, and one that prints the numbers.
+std::vector<std::string>
+commandsOf(const ReportOptions& options, const std::string& title, std::vector<std::string> commands) {
     const std::vector<std::string> asked = questionWords(options.question);
     std::vector<std::string> stats{"sorvane", "stats", options.path};
     stats.insert(stats.end(), asked.begin(), asked.end());
@@ -65,7 +67,9 @@ std::vector<std::string> commandsOf(const ReportOptions& options, const std::str
         {"--worst", options.worst.isGreatest ? "greatest" : "least", "--count", std::to_string(options.worst.count)});
     if (options.worst.hasTerrain)
         report.emplace_back("--terrain");
-    return {shellCommand(report), shellCommand(stats)};
+    commands.push_back(shellCommand(report));
+    commands.push_back(shellCommand(stats));
+    return commands;
 }
 
 ExitStatus report(const ReportOptions& options, Streams& streams) {
@@ -84,7 +88,7 @@ ExitStatus report(const ReportOptions& options, Streams& streams) {
     page.worstRequest.unit = unitOf(set->summary.column);
     page.set = *std::move(set);
     page.worst = worstRunsOf(page.set, page.worstRequest, say);
-    page.commands = commandsOf(options, page.title);
+    page.commands = commandsOf(options, page.title, page.set.calls);
     const auto problem = writeResult(options.output, streams, [&page](std::ostream& out) { out << htmlOf(page); });
     if (problem) {
         say(problem->text);

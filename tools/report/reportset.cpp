@@ -59,7 +59,7 @@ readReportSet(const std::string& path, const SetQuestion& question, const std::s
     if (!summary)
         return summary.problem();
     const std::string column = summary->column;
-    ReportSet set{path, question, aspectColumn, *std::move(summary), {}, {}};
+    ReportSet set{path, reader->calls(), question, aspectColumn, *std::move(summary), {}, {}};
     const std::string usualAspect =
         columnName(*findMeasure("closest-approach-aspect"), LengthUnit::Unstated).toStdString();
     if (set.aspectColumn.empty() && reader->hasColumn(usualAspect))

@@ -28,6 +28,7 @@ struct ReportColumn {
 
 struct ReportSet {
     std::string path;
+    std::vector<std::string> calls; // that its rows have come by
     SetQuestion question;
     std::string aspectColumn; // empty where there is none
     SetSummary summary;

@@ -19,6 +19,7 @@
 #include "runreading.h"
 #include "runsink.h"
 #include "shard.h"
+#include "shellquote.h"
 #include "survey.h"
 #include "unitoption.h"
 
@@ -132,9 +133,24 @@ ExitStatus surveyInto(
     return faults.areAny() ? ExitStatus::ProblemsFound : ExitStatus::Success;
 }
 
+std::string callOf(const RunsOptions& options) {
+    std::vector<std::string> words{"sorvane", "runs"};
+    words.insert(words.end(), options.paths.begin(), options.paths.end());
+    words.insert(words.end(), {"-o", options.output});
+    if (options.isMerge)
+        words.emplace_back("--merge");
+    if (!options.pathExpression.empty())
+        words.insert(words.end(), {"--name", options.pathExpression});
+    if (options.unit != LengthUnit::Unstated)
+        words.insert(words.end(), {"--unit", options.unit == LengthUnit::Feet ? "ft" : "m"});
+    if (!options.shard.empty())
+        words.insert(words.end(), {"--shard", options.shard});
+    return shellCommand(words);
+}
+
 ExitStatus runs(const RunsOptions& options, Streams& streams) {
     if (options.isMerge) {
-        const auto problem = mergeRuns(options.paths, options.output);
+        const auto problem = mergeRuns(options.paths, options.output, callOf(options));
         return problem ? failed(streams, *problem) : ExitStatus::Success;
     }
     const Outcome<Shard> shard = options.shard.empty() ? Outcome(shardOfArrayTask()) : shardOf(options.shard);
@@ -148,7 +164,7 @@ ExitStatus runs(const RunsOptions& options, Streams& streams) {
     for (const FoundFile& file : found.files)
         if (file.kind == FileKind::Trajectory || std::ranges::find(options.paths, file.path) != options.paths.end())
             files.push_back(file.path);
-    const auto sink = openRunSink(options.output, layout->columns());
+    const auto sink = openRunSink(options.output, layout->columns(), {callOf(options)});
     if (!sink)
         return failed(streams, sink.problem());
     files = shardFiles(std::move(files), *shard);

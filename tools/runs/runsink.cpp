@@ -105,12 +105,15 @@ std::optional<Problem> mergeInto(RunSink& sink, std::vector<Part>& parts) {
 }
 } // namespace
 
-Outcome<std::unique_ptr<RunSink>> openRunSink(const std::string& path, const std::vector<std::string>& columns) {
+Outcome<std::unique_ptr<RunSink>>
+openRunSink(const std::string& path, const std::vector<std::string>& columns, const std::vector<std::string>& calls) {
     const std::string extension = std::filesystem::path(path).extension().string();
     if (extension == ".sqlite") {
         Outcome<RunDatabase> database = RunDatabase::open(path, columns);
         if (!database)
             return database.problem();
+        if (auto problem = database->addCalls(calls))
+            return *problem;
         auto known = database->stamps();
         if (!known)
             return known.problem();
@@ -124,14 +127,17 @@ Outcome<std::unique_ptr<RunSink>> openRunSink(const std::string& path, const std
     return std::unique_ptr<RunSink>(std::move(sink));
 }
 
-std::optional<Problem> mergeRuns(const std::vector<std::string>& parts, const std::string& output) {
+std::optional<Problem>
+mergeRuns(const std::vector<std::string>& parts, const std::string& output, const std::string& call) {
     std::vector<RunDatabase> databases;
+    std::vector<std::string> calls;
     for (const std::string& path : parts) {
         Outcome<RunDatabase> database = RunDatabase::openExisting(path);
         if (!database)
             return database.problem();
         if (!databases.empty() && databases.front().columns() != database->columns())
             return Problem(path + ": has other columns than " + parts.front());
+        std::ranges::copy(database->calls(), std::back_inserter(calls));
         databases.push_back(*std::move(database));
     }
     std::vector<Part> opened;
@@ -139,7 +145,8 @@ std::optional<Problem> mergeRuns(const std::vector<std::string>& parts, const st
         Part& part = opened.emplace_back(Part{database.rows(), std::nullopt});
         part.next = part.rows.next();
     }
-    const auto sink = openRunSink(output, databases.front().columns());
+    calls.push_back(call);
+    const auto sink = openRunSink(output, databases.front().columns(), calls);
     if (!sink)
         return sink.problem();
     return mergeInto(**sink, opened);

@@ -28,9 +28,13 @@ public:
     virtual std::optional<Problem> finish() = 0;
 };
 
-// By the ending of the path: .sqlite, .csv or .jsonl. The rows have these columns behind those of the key.
-Outcome<std::unique_ptr<RunSink>> openRunSink(const std::string& path, const std::vector<std::string>& columns);
+// By the ending of the path: .sqlite, .csv or .jsonl. The rows have these columns behind those of the key. A database
+// keeps the commands that its rows come by.
+Outcome<std::unique_ptr<RunSink>>
+openRunSink(const std::string& path, const std::vector<std::string>& columns, const std::vector<std::string>& calls);
 
 // Writes the rows of several databases with the same columns to `output`, as one run over all of their files would.
-std::optional<Problem> mergeRuns(const std::vector<std::string>& parts, const std::string& output);
+// `call` is the command that does so.
+std::optional<Problem>
+mergeRuns(const std::vector<std::string>& parts, const std::string& output, const std::string& call);
 } // namespace sorvane
