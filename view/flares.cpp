@@ -52,13 +52,13 @@ FlareLook flareLook(float scalar, double distance, double projectedArea) {
 }
 
 void drawFlares(
-    const QList<flareKeyframe>& flares, const LookAt& lookAt, const WindowTransform& view, const DepthSlice& slice,
+    const QList<flareKeyframe>& flares, const LookAt& lookAt, const FlareWindow& window, const DepthSlice& slice,
     const FlareStyle& style) {
     for (const flareKeyframe& flare : flares) {
         const double depth = lookAt.depthOf(flare.pos);
         const auto [least, greatest] = std::ranges::minmax(flare.intensity);
         const double radius = std::max(-least, greatest);
-        if (!slice.reaches({depth - radius, depth + radius}))
+        if (!slice.reaches({depth - radius, depth + radius}) || !window.sight.reaches(flare.pos, radius))
             continue;
         const PushedAttributes attributes(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT);
         const PushedMatrix matrix;
@@ -72,7 +72,7 @@ void drawFlares(
             flare.values[2], 0.0F, 0.0F, 0.0F);
         glMultMatrixf(model.data());
         const double distance = Length(Vector<float>(flare.pos[0], flare.pos[1], flare.pos[2], 1.0F) - lookAt.eye());
-        const double area = projectedUnitSphereArea(view, style.pixelRatio);
+        const double area = projectedUnitSphereArea(window.transform, style.pixelRatio);
         const FlareLook look = flareLook(flare.scalar, distance, area);
         glColor4f(look.grey, look.grey, look.grey, look.alpha);
         if (look.isSphere) {

@@ -5,6 +5,7 @@
 #include "keyframe.h"
 #include "lookat.h"
 #include "projection.h"
+#include "sight.h"
 
 namespace sorvane {
 // How a flare shows on the screen.
@@ -25,9 +26,15 @@ struct FlareStyle {
     bool isRound = false;    // whether spheres have as many facets as make them round, or the usual few
 };
 
-// Draws what the slice shows of a frame's flares, with the slice's projection loaded. A flare is sized by the
-// projection and viewport of `view`, in pixels of the view. Needs a current GL context.
+// What a flare is measured by: the projection and viewport by which it has its size in pixels, and what they show.
+struct FlareWindow {
+    const WindowTransform& transform;
+    const Sight& sight;
+};
+
+// Draws what slice and picture show of a frame's flares, with the slice's projection loaded. Needs a current GL
+// context.
 void drawFlares(
-    const QList<flareKeyframe>& flares, const LookAt& lookAt, const WindowTransform& view, const DepthSlice& slice,
+    const QList<flareKeyframe>& flares, const LookAt& lookAt, const FlareWindow& window, const DepthSlice& slice,
     const FlareStyle& style);
 } // namespace sorvane

@@ -55,21 +55,21 @@ FlareTrails::FlareTrails(const QMap<double, keyframe>& keyframes, const Vertex& 
     FlarePaths paths = flarePaths(keyframes, origin);
     samples_ = std::move(paths.samples);
     strips_ = std::move(paths.strips);
+    chunks_.reserve(strips_.size());
+    for (const FlarePaths::Strip& strip : strips_)
+        chunks_.emplace_back(paths.vertices, strip.first, strip.count);
     buffer_.assign(std::move(paths.vertices));
 }
 
-void FlareTrails::draw(std::size_t sampleCount) {
-    firsts_.clear();
-    counts_.clear();
-    for (const FlarePaths::Strip& strip : strips_) {
+void FlareTrails::draw(std::size_t sampleCount, const LineSight* lineSight) {
+    runs_.clear();
+    for (std::size_t i = 0; i < strips_.size(); ++i) {
+        const FlarePaths::Strip& strip = strips_[i];
         const auto begin = samples_.begin() + static_cast<std::ptrdiff_t>(strip.first);
         const auto end = begin + static_cast<std::ptrdiff_t>(strip.count);
         const auto count = std::lower_bound(begin, end, sampleCount) - begin;
-        if (count >= 2) {
-            firsts_.push_back(static_cast<int>(strip.first));
-            counts_.push_back(static_cast<int>(count));
-        }
+        chunks_[i].addRuns(static_cast<std::size_t>(count), lineSight, runs_);
     }
-    buffer_.drawRuns(GL_LINE_STRIP, firsts_, counts_);
+    buffer_.drawRuns(GL_LINE_STRIP, runs_.firsts, runs_.counts);
 }
 } // namespace sorvane

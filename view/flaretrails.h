@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "etxyz.h"
+#include "linechunks.h"
 #include "vertexbuffer.h"
 
 namespace sorvane {
@@ -29,14 +30,15 @@ public:
 
     const Box& box() const { return buffer_.box(); }
 
-    // Draws the strips through the first `sampleCount` samples.
-    void draw(std::size_t sampleCount);
+    // Draws the strips through the first `sampleCount` samples; without what the picture can't show when there is a
+    // sight.
+    void draw(std::size_t sampleCount, const LineSight* lineSight = nullptr);
 
 private:
     std::vector<std::uint32_t> samples_;
     std::vector<FlarePaths::Strip> strips_;
+    std::vector<LineChunks> chunks_; // by strip
     VertexBuffer buffer_;
-    std::vector<int> firsts_; // of the current frame; members so that drawing allocates nothing
-    std::vector<int> counts_;
+    VertexRuns runs_; // of the current frame; a member so that drawing allocates nothing
 };
 } // namespace sorvane

@@ -39,11 +39,14 @@ HistoryLine::HistoryLine(
     const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines, const Vertex& origin) {
     HistoryPath path = historyPath(keyframes, body, withDropLines, origin);
     dropLines_ = std::move(path.dropLines);
+    chunks_.emplace(path.vertices, 0, path.vertices.size());
     buffer_.assign(std::move(path.vertices));
 }
 
-void HistoryLine::draw(std::size_t sampleCount) {
+void HistoryLine::draw(std::size_t sampleCount, const LineSight* lineSight) {
     const auto drops = std::lower_bound(dropLines_.begin(), dropLines_.end(), sampleCount) - dropLines_.begin();
-    buffer_.draw(GL_LINE_STRIP, sampleCount + 2 * static_cast<std::size_t>(drops));
+    runs_.clear();
+    chunks_->addRuns(sampleCount + 2 * static_cast<std::size_t>(drops), lineSight, runs_);
+    buffer_.drawRuns(GL_LINE_STRIP, runs_.firsts, runs_.counts);
 }
 } // namespace sorvane

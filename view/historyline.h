@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "etxyz.h"
+#include "linechunks.h"
 #include "vertexbuffer.h"
 
 namespace sorvane {
@@ -27,11 +29,14 @@ public:
 
     const Box& box() const { return buffer_.box(); }
 
-    // Draws the strip through the samples of which there are `sampleCount`, from the first one.
-    void draw(std::size_t sampleCount);
+    // Draws the strip through the samples of which there are `sampleCount`, from the first one; without what the
+    // picture can't show when there is a sight.
+    void draw(std::size_t sampleCount, const LineSight* lineSight = nullptr);
 
 private:
     std::vector<std::size_t> dropLines_;
+    std::optional<LineChunks> chunks_;
     VertexBuffer buffer_;
+    VertexRuns runs_; // of the current frame; a member so that drawing allocates nothing
 };
 } // namespace sorvane

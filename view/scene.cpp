@@ -130,13 +130,17 @@ void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, Sli
 
     const Paths paths{engagement, linesOf(shown.id, engagement.keyframes), engagement.sampleCountAt(options.time)};
     drawPath(paths, PathOf::Target, frame, slice);
-    drawFlares(state.flares, lookAt, frame.window, slice, {options.pixelRatio, options.samples > 0});
+    drawFlares(state.flares, lookAt, {frame.window, frame.sight}, slice, {options.pixelRatio, options.samples > 0});
     drawTrails(paths, frame, slice);
 
     if (camera.mode() == ViewGyro) {
         // The eye sits in the threat's seeker: no threat and no threat path, but what the seeker frames.
         if (options.reticleOf.value_or(shown.id) != shown.id)
             return;
+        // All are about the same eye: those of one field of view would cover each other.
+        if (std::ranges::find(parts.reticles, engagement.fieldOfView) != parts.reticles.end())
+            return;
+        parts.reticles.push_back(engagement.fieldOfView);
         glLoadMatrixf(lookAt.rotation().data());
         const Vector<float> eye(0.0F, 0.0F, 0.0F, 1.0F);
         const LinesAcrossSlices across(slice);
@@ -165,7 +169,8 @@ void Scene::drawPath(const Paths& paths, PathOf body, const Frame& frame, const 
     glLineWidth(wideLine(options));
     setPattern(body == PathOf::Target ? kTargetPattern : kThreatPattern, options);
     (body == PathOf::Target ? cyl_front_mat : threatMaterial(paths.engagement)).apply();
-    line.draw(paths.sampleCount);
+    const LineSight lineSight{frame.sight, paths.lines.origin()};
+    line.draw(paths.sampleCount, options.lineStyles ? nullptr : &lineSight); // a pattern runs along the whole strip
 }
 
 void Scene::drawTrails(const Paths& paths, const Frame& frame, const DepthSlice& slice) {
@@ -180,7 +185,8 @@ void Scene::drawTrails(const Paths& paths, const Frame& frame, const DepthSlice&
     setPattern(kFlarePattern, frame.options);
     flare_front_mat.apply();
     glNormal3f(0.0F, 0.0F, -1.0F);
-    trails.draw(paths.sampleCount);
+    const LineSight lineSight{frame.sight, paths.lines.origin()};
+    trails.draw(paths.sampleCount, frame.options.lineStyles ? nullptr : &lineSight);
 }
 
 EngagementLines& Scene::linesOf(EngagementId id, const QMap<double, keyframe>& samples) {

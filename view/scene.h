@@ -85,6 +85,7 @@ private:
         const DepthSlice& depths;
         SliceOfBodies bodies;
         SliceOfTerrains terrains;
+        std::vector<float> reticles{}; // the fields of view of those that are drawn
     };
     void drawGhosts(const std::vector<SceneEngagement>& engagements, const Frame& frame, const DepthSlice& slice);
     void drawFrame(const std::vector<SceneEngagement>& engagements, const Frame& frame);

@@ -13,6 +13,16 @@ bool hasBufferObjects() {
 }
 } // namespace
 
+Box boxOf(std::span<const Vertex> vertices) {
+    Box box = vertices.empty() ? Box{} : Box{vertices.front(), vertices.front()};
+    for (const Vertex& vertex : vertices)
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            box.low[axis] = std::min(box.low[axis], vertex[axis]);
+            box.high[axis] = std::max(box.high[axis], vertex[axis]);
+        }
+    return box;
+}
+
 VertexBuffer::~VertexBuffer() {
     if (buffer_ != 0)
         glDeleteBuffers(1, &buffer_);
@@ -21,12 +31,7 @@ VertexBuffer::~VertexBuffer() {
 void VertexBuffer::assign(std::vector<Vertex> vertices) {
     vertices_ = std::move(vertices);
     count_ = vertices_.size();
-    box_ = vertices_.empty() ? Box{} : Box{vertices_.front(), vertices_.front()};
-    for (const Vertex& vertex : vertices_)
-        for (std::size_t axis = 0; axis < 3; ++axis) {
-            box_.low[axis] = std::min(box_.low[axis], vertex[axis]);
-            box_.high[axis] = std::max(box_.high[axis], vertex[axis]);
-        }
+    box_ = boxOf(vertices_);
     isUploaded_ = false;
 }
 

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 #include <vector>
 
 namespace sorvane {
@@ -18,6 +19,7 @@ struct Box {
     Vertex low{};
     Vertex high{};
 };
+Box boxOf(std::span<const Vertex> vertices);
 
 // Holds the vertices in memory until, where GLEW's entry points are loaded, the first draw moves them into a GL buffer.
 // Drawing needs a current GL context, and so does the destructor once something has been drawn.

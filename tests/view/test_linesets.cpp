@@ -1,10 +1,15 @@
 // The vertices of history lines, drop lines and flare trails.
 #include <gtest/gtest.h>
 
+#include "camera.h"
 #include "engagementlines.h"
 #include "flaretrails.h"
+#include "glcontext.h"
 #include "historyline.h"
+#include "lookat.h"
+#include "projection.h"
 #include "rows.h"
+#include "sight.h"
 
 using namespace sorvane;
 
@@ -77,5 +82,48 @@ TEST(FlarePaths, FollowEachIdThroughTheSamplesThatListIt) {
     EXPECT_EQ(paths.strips[1].count, 2U);
     EXPECT_EQ(paths.vertices, (std::vector<Vertex>{{1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {10, 0, 0}, {11, 0, 0}}));
     EXPECT_EQ(paths.samples, (std::vector<std::uint32_t>{0, 1, 3, 0, 1}));
+}
+
+using VertexRun = std::pair<int, int>; // first vertex, count
+
+std::vector<VertexRun> runsOf(const VertexRuns& runs) {
+    std::vector<VertexRun> pairs;
+    for (std::size_t i = 0; i < runs.firsts.size(); ++i)
+        pairs.emplace_back(runs.firsts[i], runs.counts[i]);
+    return pairs;
+}
+
+// A strip along the x axis, of which the picture shows the part from x = 800 to 1200.
+TEST(LineChunks, LeaveOutWhatThePictureDoesNotShow) {
+    constexpr double kDegrees = 22.6198649; // a fifth of the distance to each side
+    const GlContext context(400, 400);
+    ASSERT_TRUE(context.isUsable());
+    applyProjection(kDegrees, 400, 400);
+    std::vector<Vertex> vertices(10);
+    for (int i = 0; i < 500; ++i)
+        vertices.push_back({10.0F * static_cast<float>(i), 0.0F, 0.0F});
+    const LineChunks chunks(vertices, 10, 500);
+    Camera camera;
+    camera.place({1000.0F, 1000.0F, 0.0F, 1.0F}, {1000.0F, 0.0F, 0.0F, 1.0F});
+    const LookAt lookAt(camera);
+    const WindowTransform window;
+    const Sight sight(lookAt, window);
+    const Vertex origin{};
+    const LineSight inSight{sight, origin};
+    for (const auto& [count, sightOrNone, expected] : Rows<std::size_t, const LineSight*, std::vector<VertexRun>>{
+             {500, nullptr, {{10, 500}}},
+             {500, &inSight, {{74, 65}}}, // 640 to 1280, which has all of it
+             {100, &inSight, {{74, 36}}}, // up to the time
+             {65, &inSight, {}},          // a piece's end is the next one's beginning
+             {1, nullptr, {}}}) {
+        VertexRuns runs;
+        chunks.addRuns(count, sightOrNone, runs);
+        EXPECT_EQ(runsOf(runs), expected) << count;
+    }
+    const Vertex shifted{-230.0F, 0.0F, 0.0F}; // 410 to 1050, 1050 to 1690
+    const LineSight beside{sight, shifted};
+    VertexRuns joined;
+    chunks.addRuns(500, &beside, joined);
+    EXPECT_EQ(runsOf(joined), (std::vector<VertexRun>{{74, 129}}));
 }
 } // namespace

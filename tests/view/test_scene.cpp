@@ -77,11 +77,21 @@ TEST_F(SceneTest, GyroViewShowsAReticleInsteadOfTheThreatsPath) {
     camera.setMode(ViewGyro);
     camera.place({500.0F, 0.0F, -60.0F, 1.0F}, {400.0F, 0.0F, -60.0F, 1.0F});
     engagement.fieldOfView = 15.0F;
+    const auto isOfReticle = [](int r, int g, int b) {
+        return (r == 178 || r == 179) && g == r && b == r;
+    };
     const auto reticlePixels = [&] {
-        return countPixels(draw(), [](int r, int g, int b) { return (r == 178 || r == 179) && g == r && b == r; });
+        return countPixels(draw(), isOfReticle);
     };
     EXPECT_EQ(yellowPixels(draw()), 0);
-    EXPECT_GT(reticlePixels(), 100);
+    const int ofOne = reticlePixels();
+    EXPECT_GT(ofOne, 100);
+    etxyz narrower;
+    narrower.keyframes = engagement.keyframes;
+    narrower.fieldOfView = 8.0F;
+    const QImage both =
+        scene.draw({{EngagementId{1}, &engagement, false}, {EngagementId{2}, &narrower, false}}, camera, options);
+    EXPECT_GT(countPixels(both, isOfReticle), ofOne + 50) << "one for each field of view";
     options.reticleOf = EngagementId{0}; // another one's
     EXPECT_EQ(reticlePixels(), 0);
 }
@@ -96,6 +106,20 @@ TEST_F(SceneTest, FlaresThatCanNotBeProjectedAreHarmless) {
         sample.flares = {flat, nowhere, behind};
     options.showHistoryLines = false;
     EXPECT_EQ(litPixels(draw()), 0);
+}
+
+TEST_F(SceneTest, AFlareShowsThatReachesIntoThePicture) {
+    options.showHistoryLines = false;
+    for (const auto& [y, isSeen] : {std::pair{230.0F, true}, {-230.0F, true}, {290.0F, false}}) { // 178 is the edge
+        flareKeyframe flare;
+        flare.intensity[0] = flare.intensity[1] = flare.intensity[2] = 100.0F;
+        flare.pos[1] = y;
+        flare.pos[2] = -60.0F;
+        flare.scalar = 1e9F;
+        for (keyframe& sample : engagement.keyframes)
+            sample.flares = {flare};
+        EXPECT_EQ(litPixels(draw()) > 50, isSeen) << y;
+    }
 }
 
 TEST_F(SceneTest, FlareTrailsShowWhereFlaresHaveBeen) {

@@ -165,7 +165,7 @@ std::string sharesChart(const std::vector<NamedShare>& shares) {
     constexpr double kRow = 34.0;
     constexpr double kFirst = 26.0;
     constexpr double kNames = 118.0;
-    constexpr double kEnd = 400.0;
+    constexpr double kEnd = 384.0;
     const double bottom = kFirst + kRow * static_cast<double>(shares.size()) - 10.0;
     SvgDrawing drawing(kWidth, static_cast<int>(bottom) + 28, "Shares of runs with their 95 % intervals");
     const Scale x{0.0, 1.0, kNames, kEnd};
@@ -183,7 +183,7 @@ std::string sharesChart(const std::vector<NamedShare>& shares) {
         }
         drawing.text("strong", {kEnd + 14.0, y + 4.0}, "start", percentText(named.share.value()));
         drawing.text(
-            "", {kEnd + 64.0, y + 4.0}, "start",
+            "", {kEnd + 72.0, y + 4.0}, "start",
             named.share.of > 0 ? percentIntervalText(wilsonInterval(named.share)) : "unknown");
         y += kRow;
     }
