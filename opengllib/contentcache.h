@@ -29,7 +29,7 @@ public:
     // making said is said again: a fault in a file is reported to everyone who uses the file.
     std::shared_ptr<Content> find(const ContentKey& key) const {
         for (const std::weak_ptr<Content>& entry : entries_) {
-            const std::shared_ptr<Content> content = entry.lock();
+            std::shared_ptr<Content> content = entry.lock();
             if (content == nullptr || !(content->key_ == key) || !content->mark_.isInCurrentContext())
                 continue;
             for (const PrintedLine& line : content->lines_)
@@ -40,7 +40,7 @@ public:
     }
 
     // Shares from now on what was made of `key`, which must be from before its files were read.
-    void add(const std::shared_ptr<Content>& content, ContentKey key, std::vector<PrintedLine> lines) {
+    void add(const std::shared_ptr<Content>& content, ContentKey&& key, std::vector<PrintedLine>&& lines) {
         remove(nullptr);
         content->key_ = std::move(key);
         content->lines_ = std::move(lines);

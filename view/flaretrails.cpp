@@ -56,8 +56,9 @@ FlareTrails::FlareTrails(const QMap<double, keyframe>& keyframes, const Vertex& 
     samples_ = std::move(paths.samples);
     strips_ = std::move(paths.strips);
     chunks_.reserve(strips_.size());
+    const double tolerance = coarseTolerance(boxOf(paths.vertices));
     for (const FlarePaths::Strip& strip : strips_)
-        chunks_.emplace_back(paths.vertices, strip.first, strip.count);
+        chunks_.emplace_back(paths.vertices, strip.first, strip.count, tolerance);
     buffer_.assign(std::move(paths.vertices));
 }
 

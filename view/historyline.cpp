@@ -39,7 +39,7 @@ HistoryLine::HistoryLine(
     const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines, const Vertex& origin) {
     HistoryPath path = historyPath(keyframes, body, withDropLines, origin);
     dropLines_ = std::move(path.dropLines);
-    chunks_.emplace(path.vertices, 0, path.vertices.size());
+    chunks_.emplace(path.vertices, 0, path.vertices.size(), coarseTolerance(boxOf(path.vertices)));
     buffer_.assign(std::move(path.vertices));
 }
 

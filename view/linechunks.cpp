@@ -1,7 +1,8 @@
-// Pieces of line strips that are drawn or left out as one.
+// Pieces of line strips that are left out, or drawn with fewer vertices, where nobody sees the difference.
 #include "linechunks.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "sight.h"
 
@@ -9,7 +10,52 @@ namespace sorvane {
 namespace {
 // Lines in a piece: so many that looking at its box takes little beside drawing it.
 constexpr std::size_t kChunk = 64;
+constexpr double kSeenPixels = 0.25;
+
+double distanceToLine(const Vertex& point, const Vertex& from, const Vertex& to) {
+    double along[3];
+    double away[3];
+    double square = 0.0;
+    double product = 0.0;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        along[axis] = double{to[axis]} - double{from[axis]};
+        away[axis] = double{point[axis]} - double{from[axis]};
+        square += along[axis] * along[axis];
+        product += along[axis] * away[axis];
+    }
+    const double part = square > 0.0 ? std::clamp(product / square, 0.0, 1.0) : 0.0;
+    return std::hypot(away[0] - part * along[0], away[1] - part * along[1], away[2] - part * along[2]);
+}
+
+// Keeps of the vertices between two that are kept those that a line between the two would miss by more than the
+// tolerance (D. H. Douglas and T. K. Peucker, 1973).
+void keepBetween(std::span<const Vertex> vertices, double tolerance, std::vector<Vertex>& kept) {
+    if (vertices.size() < 3)
+        return;
+    std::size_t farthest = 0;
+    double distance = tolerance;
+    for (std::size_t i = 1; i + 1 < vertices.size(); ++i) {
+        const double missed = distanceToLine(vertices[i], vertices.front(), vertices.back());
+        if (!(missed <= distance)) {
+            distance = missed;
+            farthest = i;
+        }
+    }
+    if (farthest == 0)
+        return;
+    keepBetween(vertices.first(farthest + 1), tolerance, kept);
+    kept.push_back(vertices[farthest]);
+    keepBetween(vertices.subspan(farthest), tolerance, kept);
+}
 } // namespace
+
+double coarseTolerance(const Box& box) {
+    constexpr double kPart = 1.0 / 4096.0;
+    double square = 0.0;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        square += std::pow(double{box.high[axis]} - double{box.low[axis]}, 2);
+    return kPart * std::sqrt(square);
+}
 
 void VertexRuns::clear() {
     firsts.clear();
@@ -28,10 +74,22 @@ void VertexRuns::add(std::size_t first, std::size_t count) {
     counts.push_back(added);
 }
 
-LineChunks::LineChunks(std::span<const Vertex> vertices, std::size_t first, std::size_t count) : first_(first) {
-    boxes_.reserve(count / kChunk + 1);
-    for (std::size_t begin = 0; begin + 1 < count; begin += kChunk)
-        boxes_.push_back(boxOf(vertices.subspan(first + begin, std::min(kChunk + 1, count - begin))));
+LineChunks::LineChunks(std::vector<Vertex>& vertices, std::size_t first, std::size_t count, double tolerance)
+    : first_(first), count_(count), tolerance_(tolerance) {
+    if (count < 2)
+        return;
+    chunks_.reserve(count / kChunk + 1);
+    std::vector<Vertex> coarse;
+    for (std::size_t begin = 0; begin + 1 < count; begin += kChunk) {
+        const auto chunk =
+            std::span<const Vertex>(vertices).subspan(first + begin, std::min(kChunk + 1, count - begin));
+        chunks_.push_back({boxOf(chunk), vertices.size() + coarse.size()});
+        coarse.push_back(chunk.front());
+        keepBetween(chunk, tolerance, coarse);
+    }
+    coarse.push_back(vertices[first + count - 1]);
+    coarseLast_ = vertices.size() + coarse.size() - 1;
+    vertices.insert(vertices.end(), coarse.begin(), coarse.end());
 }
 
 void LineChunks::addRuns(std::size_t count, const LineSight* lineSight, VertexRuns& runs) const {
@@ -39,8 +97,19 @@ void LineChunks::addRuns(std::size_t count, const LineSight* lineSight, VertexRu
         return;
     if (lineSight == nullptr)
         return runs.add(first_, count);
-    for (std::size_t begin = 0; begin + 1 < count; begin += kChunk)
-        if (lineSight->sight.reaches(boxes_[begin / kChunk], lineSight->origin))
+    const auto& [sight, origin, mayBeCoarse] = *lineSight;
+    for (std::size_t begin = 0; begin + 1 < count; begin += kChunk) {
+        const std::size_t number = begin / kChunk;
+        const auto& [box, coarseFirst] = chunks_[number];
+        if (!sight.reaches(box, origin))
+            continue;
+        const bool isWhole = count == count_ || begin + kChunk < count;
+        if (mayBeCoarse && isWhole && sight.pixelsOf(tolerance_, box, origin) < kSeenPixels) {
+            const std::size_t next = number + 1 < chunks_.size() ? chunks_[number + 1].coarseFirst : coarseLast_;
+            runs.add(coarseFirst, next - coarseFirst + 1);
+        } else {
             runs.add(first_ + begin, std::min(kChunk + 1, count - begin));
+        }
+    }
 }
 } // namespace sorvane

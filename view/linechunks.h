@@ -1,4 +1,4 @@
-// Pieces of line strips that are drawn or left out as one.
+// Pieces of line strips that are left out, or drawn with fewer vertices, where nobody sees the difference.
 #pragma once
 
 #include <cstddef>
@@ -14,6 +14,7 @@ class Sight;
 struct LineSight {
     const Sight& sight;
     const Vertex& origin;
+    bool mayBeCoarse = false; // by less than a quarter of a pixel
 };
 
 // Runs of vertices for VertexBuffer::drawRuns.
@@ -26,17 +27,28 @@ struct VertexRuns {
     void add(std::size_t first, std::size_t count);
 };
 
+// How far the coarse lines of a line set may be off, in its unit of length: little beside the set.
+double coarseTolerance(const Box& box);
+
 // A line strip of vertices, in pieces of which each has a box around it.
 class LineChunks {
 public:
-    // Of the vertices from `first`, of which there are `count`.
-    LineChunks(std::span<const Vertex> vertices, std::size_t first, std::size_t count);
+    // Of the `count` vertices from `first`. Adds the vertices of the coarse strip behind all others.
+    LineChunks(std::vector<Vertex>& vertices, std::size_t first, std::size_t count, double tolerance);
 
-    // Adds the runs that draw the strip through its first `count` vertices; all of it without a sight.
+    // Adds the runs that draw the strip through its first `count` vertices; all of them without a sight.
     void addRuns(std::size_t count, const LineSight* lineSight, VertexRuns& runs) const;
 
 private:
+    struct Chunk {
+        Box box;
+        std::size_t coarseFirst = 0; // of the coarse strip, up to where the next one's begins
+    };
+
     std::size_t first_;
-    std::vector<Box> boxes_; // of kChunk lines each, less for the last one
+    std::size_t count_;
+    double tolerance_;
+    std::vector<Chunk> chunks_; // of kChunk lines each, less for the last one
+    std::size_t coarseLast_ = 0;
 };
 } // namespace sorvane

@@ -20,6 +20,9 @@ constexpr GLushort kTargetPattern = 0xFFFF; // unbroken
 constexpr GLushort kThreatPattern = 0x0FFF; // dashes
 constexpr GLushort kFlarePattern = 0x3333;  // dots
 
+// So many engagements that what is left out of their lines counts.
+constexpr std::size_t kMany = 20;
+
 void setPattern(GLushort pattern, const SceneOptions& options) {
     if (!options.lineStyles)
         return;
@@ -64,7 +67,7 @@ void clearFrame() {
 void Scene::draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options) {
     const LookAt lookAt(camera);
     const WindowTransform window;
-    const Frame frame{camera, options, lookAt, window, Sight(lookAt, window)};
+    const Frame frame{camera, options, lookAt, window, Sight(lookAt, window), engagements.size() >= kMany};
     glLineWidth(static_cast<float>(options.pixelRatio));
     glPointSize(static_cast<float>(options.pixelRatio));
     glEnable(GL_LIGHTING);
@@ -169,7 +172,7 @@ void Scene::drawPath(const Paths& paths, PathOf body, const Frame& frame, const 
     glLineWidth(wideLine(options));
     setPattern(body == PathOf::Target ? kTargetPattern : kThreatPattern, options);
     (body == PathOf::Target ? cyl_front_mat : threatMaterial(paths.engagement)).apply();
-    const LineSight lineSight{frame.sight, paths.lines.origin()};
+    const LineSight lineSight{frame.sight, paths.lines.origin(), frame.areMany};
     line.draw(paths.sampleCount, options.lineStyles ? nullptr : &lineSight); // a pattern runs along the whole strip
 }
 
@@ -185,7 +188,7 @@ void Scene::drawTrails(const Paths& paths, const Frame& frame, const DepthSlice&
     setPattern(kFlarePattern, frame.options);
     flare_front_mat.apply();
     glNormal3f(0.0F, 0.0F, -1.0F);
-    const LineSight lineSight{frame.sight, paths.lines.origin()};
+    const LineSight lineSight{frame.sight, paths.lines.origin(), frame.areMany};
     trails.draw(paths.sampleCount, frame.options.lineStyles ? nullptr : &lineSight);
 }
 

@@ -80,6 +80,7 @@ private:
         const LookAt& lookAt;
         const WindowTransform& window;
         Sight sight;
+        bool areMany = false;
     };
     struct Slice {
         const DepthSlice& depths;

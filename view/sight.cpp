@@ -52,6 +52,11 @@ bool Sight::reaches(const Box& box, std::span<const float, 3> origin) const {
     });
 }
 
+double Sight::pixelsOf(double length, const Box& box, std::span<const float, 3> origin) const {
+    const double nearest = lookAt_.depthsOf(box, origin).nearest;
+    return nearest > 0.0 ? length * pixelsPerTangent_ / nearest : std::numeric_limits<double>::infinity();
+}
+
 double Sight::pixelsAcross(std::span<const float, 3> position, double radius) const {
     const double depth = lookAt_.depthOf(position);
     if (!(depth > radius))

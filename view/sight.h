@@ -22,6 +22,9 @@ public:
     // How many of the framebuffer's pixels a sphere is across, infinite with the eye in it.
     double pixelsAcross(std::span<const float, 3> position, double radius) const;
 
+    // How many of them a length takes at the nearest place of a box, infinite with the eye in or before it.
+    double pixelsOf(double length, const Box& box, std::span<const float, 3> origin) const;
+
 private:
     struct Plane {
         std::array<double, 3> normal{}; // in eye coordinates, of unit length, towards the inside

@@ -1,6 +1,8 @@
 // The vertices of history lines, drop lines and flare trails.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "camera.h"
 #include "engagementlines.h"
 #include "flaretrails.h"
@@ -102,7 +104,12 @@ TEST(LineChunks, LeaveOutWhatThePictureDoesNotShow) {
     std::vector<Vertex> vertices(10);
     for (int i = 0; i < 500; ++i)
         vertices.push_back({10.0F * static_cast<float>(i), 0.0F, 0.0F});
-    const LineChunks chunks(vertices, 10, 500);
+    vertices[110][2] = 5.0F; // a tooth, of 1,000 to 1,000
+    const LineChunks chunks(vertices, 10, 500, 0.001);
+    // Where pieces begin, the end, and the tooth with its sides.
+    ASSERT_EQ(vertices.size(), 510U + 8U + 1U + 3U);
+    EXPECT_EQ(vertices[512], (Vertex{990.0F, 0.0F, 0.0F}));
+    EXPECT_EQ(vertices.back(), (Vertex{4990.0F, 0.0F, 0.0F}));
     Camera camera;
     camera.place({1000.0F, 1000.0F, 0.0F, 1.0F}, {1000.0F, 0.0F, 0.0F, 1.0F});
     const LookAt lookAt(camera);
@@ -110,11 +117,15 @@ TEST(LineChunks, LeaveOutWhatThePictureDoesNotShow) {
     const Sight sight(lookAt, window);
     const Vertex origin{};
     const LineSight inSight{sight, origin};
+    const LineSight coarse{sight, origin, true};
     for (const auto& [count, sightOrNone, expected] : Rows<std::size_t, const LineSight*, std::vector<VertexRun>>{
              {500, nullptr, {{10, 500}}},
              {500, &inSight, {{74, 65}}}, // 640 to 1280, which has all of it
              {100, &inSight, {{74, 36}}}, // up to the time
              {65, &inSight, {}},          // a piece's end is the next one's beginning
+             {500, &coarse, {{511, 5}}},
+             {129, &coarse, {{511, 5}}},
+             {128, &coarse, {{74, 64}}}, // not all of the piece: as it is
              {1, nullptr, {}}}) {
         VertexRuns runs;
         chunks.addRuns(count, sightOrNone, runs);
@@ -125,5 +136,8 @@ TEST(LineChunks, LeaveOutWhatThePictureDoesNotShow) {
     VertexRuns joined;
     chunks.addRuns(500, &beside, joined);
     EXPECT_EQ(runsOf(joined), (std::vector<VertexRun>{{74, 129}}));
+    EXPECT_NEAR(sight.pixelsOf(0.001, {{0, 0, 0}, {5000, 0, 0}}, origin), 0.001, 1e-9) << "a pixel to a unit there";
+    EXPECT_NEAR(sight.pixelsOf(0.001, {{0, 0, 0}, {5000, 500, 0}}, origin), 0.002, 1e-9) << "half as far";
+    EXPECT_TRUE(std::isinf(sight.pixelsOf(0.001, {{0, 0, 0}, {5000, 1100, 0}}, origin))) << "around the eye";
 }
 } // namespace
