@@ -2,6 +2,7 @@
 #include "linechunks.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "sight.h"
@@ -13,13 +14,14 @@ constexpr std::size_t kChunk = 64;
 constexpr double kSeenPixels = 0.25;
 
 double distanceToLine(const Vertex& point, const Vertex& from, const Vertex& to) {
-    double along[3];
-    double away[3];
+    std::array<double, 3> along{};
+    std::array<double, 3> away{};
     double square = 0.0;
     double product = 0.0;
     for (std::size_t axis = 0; axis < 3; ++axis) {
-        along[axis] = double{to[axis]} - double{from[axis]};
-        away[axis] = double{point[axis]} - double{from[axis]};
+        const double start = from[axis];
+        along[axis] = to[axis] - start;
+        away[axis] = point[axis] - start;
         square += along[axis] * along[axis];
         product += along[axis] * away[axis];
     }
@@ -53,7 +55,7 @@ double coarseTolerance(const Box& box) {
     constexpr double kPart = 1.0 / 4096.0;
     double square = 0.0;
     for (std::size_t axis = 0; axis < 3; ++axis)
-        square += std::pow(double{box.high[axis]} - double{box.low[axis]}, 2);
+        square += std::pow(static_cast<double>(box.high[axis]) - static_cast<double>(box.low[axis]), 2);
     return kPart * std::sqrt(square);
 }
 
