@@ -54,12 +54,13 @@ private:
         const std::vector<double>& y = plot_.up_.values;
         const QRgb value = qPremultiply(colour.rgba());
         const int side = sideOf(ratio);
+        const int half = side / 2;
         for (std::size_t i = 0; i < std::min(x.size(), y.size()); ++i) {
             const bool isMarked = i < plot_.marks().size() && plot_.marks()[i] != 0;
             if (isMarked != (mark != 0) || !std::isfinite(x[i]) || !std::isfinite(y[i]))
                 continue;
-            const double left = (mKeyAxis->coordToPixel(x[i]) - place.left()) * ratio - side / 2;
-            const double top = (mValueAxis->coordToPixel(y[i]) - place.top()) * ratio - side / 2;
+            const double left = (mKeyAxis->coordToPixel(x[i]) - place.left()) * ratio - half;
+            const double top = (mValueAxis->coordToPixel(y[i]) - place.top()) * ratio - half;
             if (left < -side || top < -side || left > picture.width() || top > picture.height())
                 continue;
             const QRect square = QRect(static_cast<int>(left), static_cast<int>(top), side, side) & picture.rect();
