@@ -30,6 +30,8 @@ void EngagementList::add(const QString& path, EngagementReading reading) {
     const LoadedEngagement& engagement = engagements_.emplace_back(path, std::move(reading));
     emit added(engagement);
     emit fileRead(engagement);
+    hasNew_ = true;
+    settleIfAlone();
 }
 
 void EngagementList::replace(EngagementId id, EngagementReading reading) {
@@ -45,6 +47,7 @@ void EngagementList::replace(EngagementId id, EngagementReading reading) {
         emit replaced(*engagement);
     }
     emit fileRead(*engagement);
+    settleIfAlone();
     if (old != nullptr)
         end_(std::move(old));
 }
@@ -63,6 +66,17 @@ void EngagementList::remove(EngagementId id) {
 void EngagementList::clear() {
     while (!engagements_.empty())
         remove(engagements_.back().id());
+}
+
+void EngagementList::settle() {
+    if (std::exchange(isUnsettled_, false))
+        emit settled(std::exchange(hasNew_, false));
+}
+
+void EngagementList::settleIfAlone() {
+    isUnsettled_ = true;
+    if (series_ == 0)
+        settle();
 }
 
 std::list<LoadedEngagement>::iterator EngagementList::place(EngagementId id) {

@@ -23,6 +23,23 @@ public:
     explicit EngagementList(End end, QObject* parent = nullptr);
     ~EngagementList() override;
 
+    // Several files in a row: `settled` waits for its end, or for settle().
+    class Series {
+    public:
+        explicit Series(EngagementList& list) : list_(list) { ++list_.series_; }
+        ~Series() {
+            --list_.series_;
+            settle();
+        }
+        Series(const Series&) = delete;
+        Series& operator=(const Series&) = delete;
+
+        void settle() { list_.settle(); }
+
+    private:
+        EngagementList& list_;
+    };
+
     bool isEmpty() const { return engagements_.empty(); }
     std::size_t size() const { return engagements_.size(); }
     std::list<LoadedEngagement>::const_iterator begin() const { return engagements_.begin(); }
@@ -47,13 +64,22 @@ signals:
     void replaced(const LoadedEngagement& engagement);
     // After `added`, after `replaced`, and when a reading had no data: the stamp is that of the last reading.
     void fileRead(const LoadedEngagement& engagement);
+    // After `fileRead`, once for all of a series: for what goes through all engagements. `hasNew` tells whether some
+    // have been added.
+    void settled(bool hasNew);
     void aboutToBeRemoved(const LoadedEngagement& engagement);
     void removed(EngagementId id);
 
 private:
     std::list<LoadedEngagement>::iterator place(EngagementId id);
+    // Tells, unless nothing has come since it last did.
+    void settle();
+    void settleIfAlone();
 
     std::list<LoadedEngagement> engagements_;
     End end_;
+    int series_ = 0; // that go on
+    bool isUnsettled_ = false;
+    bool hasNew_ = false;
 };
 } // namespace sorvane

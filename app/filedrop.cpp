@@ -2,6 +2,7 @@
 #include "filedrop.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QDropEvent>
 #include <QFileInfo>
@@ -24,13 +25,14 @@ QStringList localFiles(const QMimeData& data) {
 } // namespace
 
 FileDrop::FileDrop(QWidget& window, Load load) : QObject(&window), load_(std::move(load)), turn_(new QTimer(this)) {
-    connect(turn_, &QTimer::timeout, this, [this] { loadNext(); });
+    connect(turn_, &QTimer::timeout, this, [this] { loadWaiting(); });
+    turn_->setSingleShot(true);
     window.setAcceptDrops(true);
     window.installEventFilter(this);
 }
 
 FileDrop::~FileDrop() {
-    if (turn_->isActive())
+    if (!waiting_.isEmpty())
         QGuiApplication::restoreOverrideCursor();
 }
 
@@ -50,18 +52,14 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FileDrop::enqueue(const QMimeData& files) {
+    if (waiting_.isEmpty())
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     waiting_ << localFiles(files);
-    if (turn_->isActive())
-        return;
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     turn_->start(0);
 }
 
-void FileDrop::loadNext() {
-    load_(waiting_.takeFirst());
-    if (!waiting_.isEmpty())
-        return;
-    turn_->stop();
+void FileDrop::loadWaiting() {
+    load_(std::exchange(waiting_, {}));
     QGuiApplication::restoreOverrideCursor();
 }
 } // namespace sorvane

@@ -11,11 +11,11 @@ class QTimer;
 class QWidget;
 
 namespace sorvane {
-// Files dropped together are loaded in the order of their names, one in each turn of the event loop, so that the window
-// stays alive; the wait cursor shows as long as there are some left.
+// Files dropped together are loaded in the order of their names, after the drop has been answered: whoever drags them
+// waits for that. The wait cursor shows until they are loaded.
 class FileDrop : public QObject {
 public:
-    using Load = std::function<void(const QString& path)>;
+    using Load = std::function<void(const QStringList& paths)>;
 
     // Lets `window` take files anywhere: its boxes' fields leave to it what is dropped.
     FileDrop(QWidget& window, Load load);
@@ -25,7 +25,7 @@ public:
 
 private:
     void enqueue(const QMimeData& files);
-    void loadNext();
+    void loadWaiting();
 
     Load load_;
     QTimer* turn_; // runs while files are waiting

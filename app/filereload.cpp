@@ -126,6 +126,7 @@ ReloadResult reloadAll(EngagementList& engagements, AircraftWidget& view) {
     for (const LoadedEngagement& loaded : engagements)
         paths << loaded.path();
     EngagementReadAhead readings(paths);
+    const EngagementList::Series series(engagements);
     for (const LoadedEngagement& loaded : engagements) {
         EngagementReading reading = readings.take();
         completeReading(reading);

@@ -14,6 +14,7 @@
 #include "clocknumbers.h"
 #include "etxyz.h"
 #include "filedrop.h"
+#include "fileloading.h"
 #include "framegrab.h"
 #include "imageexport.h"
 #include "moviesettings.h"
@@ -52,8 +53,8 @@ new_sorvane::new_sorvane(QWidget* parent)
     clock_ = std::make_unique<PlaybackClock>(
         ClockControls{*timer, *ui->playButton, *ui->horizontalSlider, *ui->doubleSpinBox});
     joinEngagements();
-    const auto open = [this](const QString& path) {
-        openFile(path);
+    const auto open = [this](const QStringList& paths) {
+        loadFiles(*this, paths);
     };
     features_ = std::make_unique<WindowFeatures>(
         WindowParts{*this, *ui, engagements, *clock_, *notice_, [this] { toggleRecording(); }, open});
@@ -73,6 +74,13 @@ new_sorvane::~new_sorvane() {
 
 void new_sorvane::joinEngagements() {
     connect(&engagements, &EngagementList::added, this, &new_sorvane::showAdded);
+    connect(&engagements, &EngagementList::settled, this, [this](bool hasNew) {
+        if (!hasNew)
+            return;
+        ui->glWidget->setKeyframe(ui->doubleSpinBox->value());
+        ui->glWidget->reset();
+        ui->glWidget->update();
+    });
     connect(&engagements, &EngagementList::replaced, this, [this](const LoadedEngagement& engagement) {
         growSlider(engagement);
         ui->glWidget->replaceEtxyz(engagement.id(), engagement.data());
@@ -112,10 +120,6 @@ void new_sorvane::showAdded(const LoadedEngagement& added) {
     growSlider(added);
     addMenu(added);
     ui->glWidget->initHardbodiesIfReady(added.data());
-
-    ui->glWidget->setKeyframe(ui->doubleSpinBox->value());
-    ui->glWidget->reset();
-    ui->glWidget->update();
 }
 
 void new_sorvane::addMenu(const LoadedEngagement& added) {

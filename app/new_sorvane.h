@@ -37,6 +37,9 @@ public:
     // The same with what the file has given.
     void takeReading(const QString& path, sorvane::EngagementReading reading);
 
+    // As long as it goes on, what goes through all engagements waits.
+    sorvane::EngagementList::Series loadSeries() { return sorvane::EngagementList::Series(engagements); }
+
     // What the view says about the loading of files.
     sorvane::LoadNotice& loadNotice();
 

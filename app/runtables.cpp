@@ -151,7 +151,7 @@ std::optional<Problem> RunTables::follow(const std::string& path, const QString&
     if (engagement == nullptr) {
         if (!QFileInfo::exists(file))
             return Problem(path + ": " + problemOfOpening(path).text);
-        parts_.open(file);
+        parts_.open({file});
         engagement = find(file);
     }
     if (engagement == nullptr)

@@ -24,7 +24,7 @@ public:
         const EngagementList& engagements;
         const CurrentEngagement& current;
         std::function<LengthUnit()> unit;                    // that lengths are told in
-        std::function<void(const QString& path)> open;       // a file that is dropped
+        std::function<void(const QStringList& paths)> open;  // files that are dropped
         std::function<void(const LoadedEngagement&)> follow; // in the view that is chosen
         std::function<void()> toggleGhosts;
         KeyFilter::Run runKey; // of the table's window, which has the viewer's keys

@@ -12,9 +12,9 @@
 #include <QFile>
 #include <QSurfaceFormat>
 
-#include "commandlinefiles.h"
 #include "displaycheck.h"
 #include "endsignals.h"
+#include "fileloading.h"
 #include "new_sorvane.h"
 #include "surfaceformat.h"
 #include "windowicon.h"
@@ -66,7 +66,7 @@ int runViewer(int argc, char** argv) {
         QStringList paths;
         for (int i = 1; i < argc; ++i)
             paths << QFile::decodeName(argv[i]);
-        loadCommandLineFiles(window, paths);
+        loadFiles(window, paths);
         if (window.isVisible() && !EndSignals::hasCome())
             status = QApplication::exec();
     }

@@ -71,7 +71,7 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
            .engagements = parts.engagements,
            .current = current_,
            .unit = [this] { return display_.unit(); },
-           .open = parts.openFile,
+           .open = parts.openFiles,
            .follow = [this](const LoadedEngagement& engagement) { engagementKeys_.follow(engagement); },
            .toggleGhosts = [this] { ghosts_->toggle(); },
            .runKey =
@@ -112,7 +112,7 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
         readout_->refresh();
     });
     QObject::connect(parts.form.doubleSpinBox, &QDoubleSpinBox::valueChanged, readout_, [this] { showTime(); });
-    QObject::connect(&parts.engagements, &EngagementList::fileRead, readout_, [this] { showCurrent(); });
+    QObject::connect(&parts.engagements, &EngagementList::settled, readout_, [this] { showCurrent(); });
     QObject::connect(&parts.engagements, &EngagementList::removed, readout_, [this] { showCurrent(); });
 }
 

@@ -39,7 +39,7 @@ struct WindowParts {
     PlaybackClock& clock;
     ViewNotice& notice;
     std::function<void()> toggleRecording;
-    std::function<void(const QString& path)> openFile; // of any kind
+    std::function<void(const QStringList& paths)> openFiles; // of any kind
 };
 
 // Joins the features to the window and runs the commands of its keys.

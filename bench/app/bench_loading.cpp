@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 
 #include "benchwindow.h"
-#include "commandlinefiles.h"
+#include "fileloading.h"
 #include "loadedengagement.h"
 #include "makedemonstration.h"
 #include "new_sorvane.h"
@@ -46,7 +46,7 @@ void load(benchmark::State& state) {
     for ([[maybe_unused]] auto _ : state) {
         windows.push_back(std::make_unique<new_sorvane>());
         windows.back()->show();
-        loadCommandLineFiles(*windows.back(), paths());
+        loadFiles(*windows.back(), paths());
     }
 }
 void parseAlone(benchmark::State& state) {

@@ -3,8 +3,8 @@
 
 #include <QWindow>
 
-#include "commandlinefiles.h"
 #include "environmentvariable.h"
+#include "fileloading.h"
 #include "loadedengagement.h"
 #include "lzw.h"
 
@@ -38,7 +38,7 @@ TEST_F(CommandLineFilesTest, TheWindowShowsHowFarItIsAndTakesNoInput) {
     QObject::connect(&engagements(), &EngagementList::added, &window, [&] {
         wasShown = wasShown || (engagements().size() == 1 && window.windowHandle()->isExposed());
     });
-    loadCommandLineFiles(window, paths);
+    loadFiles(window, paths);
     EXPECT_TRUE(wasShown) << "before the first file";
     EXPECT_EQ(progress, "1 of 3: ETXYZ.OUT.0, Esc stops");
     EXPECT_FALSE(timer->isActive());
@@ -90,7 +90,7 @@ struct SlowFileTest : CommandLineFilesTest {
 
 TEST_F(SlowFileTest, TheWindowLivesMeanwhileAndKeepsTheOrder) {
     QTimer::singleShot(300, &window, [this] { writeFile(go, "x"); });
-    loadCommandLineFiles(window, paths);
+    loadFiles(window, paths);
     QStringList loaded;
     for (const LoadedEngagement& engagement : engagements())
         loaded << engagement.path();
@@ -99,7 +99,7 @@ TEST_F(SlowFileTest, TheWindowLivesMeanwhileAndKeepsTheOrder) {
 
 TEST_F(SlowFileTest, EscapeEndsItsReading) {
     QTimer::singleShot(300, &window, [this] { QTest::keyClick(view, Qt::Key_Escape); });
-    loadCommandLineFiles(window, paths);
+    loadFiles(window, paths);
     EXPECT_EQ(engagements().size(), 0U);
     EXPECT_TRUE(loads->text().startsWith("Stopped: 0 of 3 files are loaded")) << loads->text().toStdString();
 }
@@ -107,11 +107,11 @@ TEST_F(SlowFileTest, EscapeEndsItsReading) {
 TEST_F(CommandLineFilesTest, EscapeStopsAndCtrlCCloses) {
     showWindow();
     meanwhile([&] { QTest::keyClick(view, Qt::Key_Escape); });
-    loadCommandLineFiles(window, files(5));
+    loadFiles(window, files(5));
     EXPECT_EQ(engagements().size(), 0U);
     EXPECT_TRUE(loads->text().startsWith("Stopped: 0 of 5 files are loaded")) << loads->text().toStdString();
     meanwhile([&] { QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier); });
-    loadCommandLineFiles(window, files(5));
+    loadFiles(window, files(5));
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(engagements().size(), 0U);
 }

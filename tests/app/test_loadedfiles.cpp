@@ -106,6 +106,31 @@ TEST_F(LoadedFilesTest, AFileThatChangedWhileItWasReadIsToldOf) {
     EXPECT_FALSE(QTest::qWaitFor([&] { return told.contains(same); }, 600)) << "nobody's file any more";
 }
 
+TEST_F(LoadedFilesTest, ASeriesIsSettledOnce) {
+    EngagementList list([](std::unique_ptr<etxyz>) {});
+    QList<std::pair<std::size_t, bool>> settled; // engagements, and whether some are new
+    QObject::connect(&list, &EngagementList::settled, [&](bool hasNew) { settled << std::pair(list.size(), hasNew); });
+    const QString path = writeTrajectoryUntil(folder.filePath("a"), 5.0);
+    const auto add = [&] {
+        list.add(path, readEngagement(path));
+    };
+    add();
+    {
+        EngagementList::Series series(list);
+        add();
+        add();
+        series.settle();
+        series.settle();
+        add();
+    }
+    {
+        const EngagementList::Series series(list);
+        for (const LoadedEngagement& loaded : list)
+            list.replace(loaded.id(), readEngagement(path));
+    }
+    EXPECT_EQ(settled, (QList<std::pair<std::size_t, bool>>{{1, true}, {3, true}, {4, true}, {4, false}}));
+}
+
 // Bodies need the GL context to end; so nothing may end but through the function that has it current.
 TEST_F(LoadedFilesTest, WhateverLeavesTheListEndsOnceWhenNobodyUsesIt) {
     QList<const etxyz*> ended;

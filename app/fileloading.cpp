@@ -1,5 +1,5 @@
-// Loads the files of the command line into a window that is on show.
-#include "commandlinefiles.h"
+// Loads files into a window that is on show.
+#include "fileloading.h"
 
 #include <algorithm>
 #include <atomic>
@@ -61,7 +61,7 @@ private:
 // Lets the window live in a small part of the time, however long its picture takes.
 class Breath {
 public:
-    explicit Breath(const QWidget& window) : window_(window) {}
+    Breath(const QWidget& window, EngagementList::Series& loads) : window_(window), loads_(loads) {}
 
     void takeIfDue() {
         constexpr qint64 kLeastMilliseconds = 100;
@@ -70,6 +70,7 @@ public:
             return;
         QElapsedTimer taking;
         taking.start();
+        loads_.settle();
         if (!since_.isValid())
             waitForDisplay();
         QApplication::processEvents();
@@ -88,12 +89,13 @@ private:
     }
 
     const QWidget& window_;
+    EngagementList::Series& loads_; // is made good before each breath
     QElapsedTimer since_;
     qint64 taken_ = 0; // milliseconds, the last time
 };
 } // namespace
 
-void loadCommandLineFiles(new_sorvane& window, const QStringList& files) {
+void loadFiles(new_sorvane& window, const QStringList& files) {
     QStringList paths;
     for (const QString& file : files) {
         if (RunTables::isDatabase(file))
@@ -104,10 +106,11 @@ void loadCommandLineFiles(new_sorvane& window, const QStringList& files) {
     if (paths.isEmpty())
         return;
     const InputGate gate;
-    Breath breath(window);
+    EngagementList::Series loads = window.loadSeries();
+    Breath breath(window, loads);
     LoadNotice& notice = window.loadNotice();
-    const auto isStopped = [&] {
-        return gate.isStopAsked() || EndSignals::hasCome() || !window.isVisible();
+    const auto isStopped = [&, wasVisible = window.isVisible()] {
+        return gate.isStopAsked() || EndSignals::hasCome() || (wasVisible && !window.isVisible());
     };
     const auto goesOn = [&] {
         breath.takeIfDue();
@@ -137,6 +140,7 @@ void loadCommandLineFiles(new_sorvane& window, const QStringList& files) {
         ++loaded;
     }
     isWanted = false;
+    loads.settle();
     notice.setProgress({});
     if (gate.isStopAsked())
         notice.setLast(QStringLiteral("Stopped: %1 of %2 files are loaded").arg(loaded).arg(paths.size()));
