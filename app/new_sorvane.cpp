@@ -23,6 +23,7 @@
 #include "recordingnotice.h"
 #include "recordingtexts.h"
 #include "runtables.h"
+#include "terrainnotice.h"
 #include "timeentry.h"
 #include "ui_new_sorvane.h"
 #include "viewnotice.h"
@@ -48,6 +49,7 @@ new_sorvane::new_sorvane(QWidget* parent)
 
     notice_ = new ViewNotice(*ui->glWidget);
     recordingNotice_ = std::make_unique<RecordingNotice>(*notice_);
+    new TerrainNotice(*ui->glWidget);
     new ViewSizeSteps(*this, *ui->glWidget, *ui->recordButton);
     TimeEntry::installOn(*ui->doubleSpinBox, *ui->glWidget);
     clock_ = std::make_unique<PlaybackClock>(

@@ -2,16 +2,20 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
+#include <chrono>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "lights.h"
-#include "loadnormfile.h"
-#include "rastersize.h"
 #include "terrainreflectance.h"
 #include "tilecontent.h"
 #include "tileplacement.h"
+
+namespace sorvane {
+struct TileLoading;
+} // namespace sorvane
 
 // Its posts lie where its TilePlacement says. Their stored heights were multiplied by scale z once while loading, which
 // is thus in z twice and in elevations once: deliberate, existing sets rely on it.
@@ -87,14 +91,24 @@ public:
     bool load();
     bool isLoaded() const { return loaded_; }
     // Loaded with its radiance map, without which it is still drawn.
-    bool isWhole() const { return loaded_ && content_->texture != 0; }
+    bool isWhole() const { return loaded_ && content_->texture != nullptr; }
+
+    // The same for who must not wait: goes on with loading, which it begins if need be, until `until` or until there is
+    // nothing to do but wait for the files, which are read on a thread of their own. True when it is through, loaded or
+    // not. A piece takes some milliseconds; what is said is said in the same order. Between the calls the tile may be
+    // loaded as above, drawn, which draws nothing, or ended.
+    bool loadUntil(std::chrono::steady_clock::time_point until);
+    bool isLoading() const { return loading_ != nullptr; }
+    // How much of the loading is done, from 0, as long as files are being read, to 1.
+    double loadedShare() const;
+
     bool isSunlit() const { return lighting_.isSunlit; }
     bool isReflective() const { return lighting_.isReflective; }
     const std::array<float, 3>& solarDirection() const { return lighting_.solarDirection; }
 
     // The steps of load, in its order, without sharing: a tile that shares what it has lets go of it. Each is false
     // where a file's size is not the tile's, after a line, or where the arrays of the steps before are missing or of
-    // another size.
+    // another size. setupBuffers uses normals and classes up.
     bool allocateArrays();
     bool loadNormals();
     bool loadReflectances();
@@ -112,7 +126,7 @@ public:
     const Bounds& bounds();
     void recalculateBounds();
     // Box of what is drawn when the tile is loaded; infinite when some of it is nowhere.
-    const Bounds& meshBounds() const { return content_->bounds; }
+    const Bounds& meshBounds() const;
     // What is drawn when the tile is loaded.
     const sorvane::TileContent* content() const { return content_.get(); }
     // Whether the tile is in sight. Always true so far.
@@ -123,16 +137,16 @@ public:
     void setDrawSecondPass(bool draw) { drawSecondPass_ = draw; }
     // The first pass unless skipped, then the shaded one if asked for, for which a tile that is not loaded loads.
     void render(const Lights& lights);
+    // The same; of the shaded one the parts within boxes for which `isWanted` is true.
+    using Choice = std::function<bool(const Bounds&)>;
+    void render(const Lights& lights, const Choice& isWanted);
     // The bare mesh in grey. Draws nothing when the tile is not loaded.
     void renderFirstPass() const;
 
     void print() const;
 
-    // For tests: three floats per post.
-    const float* vertices() const { return content_->vertices.get(); }
-    const float* colours() const { return content_->colours.get(); }
-    const Vertex3* normals() const { return content_->normals.get(); }
-    const std::uint32_t* indices() const { return content_->indices.get(); }
+    // For tests: null without one.
+    const sorvane::TerrainMesh* mesh() const { return content_->mesh.get(); }
 
 private:
     struct Paths {
@@ -150,19 +164,27 @@ private:
         std::string band;
     };
 
-    std::size_t posts() const;
     bool hasRequiredFiles() const;
+    bool hasHeights() const;
     bool hasArrays() const;
     bool hasSize(const std::string& path, const std::optional<sorvane::RasterSize>& size) const;
     bool chooseLighting();
+    bool needsNormals() const { return lighting_.isSunlit || lighting_.isReflective; }
+    sorvane::ReflectanceRoute route() const;
+    sorvane::TileRequest request() const;
     sorvane::ContentKey key() const;
     bool takeShared(const sorvane::ContentKey& key);
-    bool loadAlone();
-    bool loadSteps();
+    bool beginLoading(bool isBeside);
+    enum class Piece { Done, Waiting, Failed, Through };
+    Piece loadPiece(bool mayWait);
+    Piece loadTexturePiece();
+    Piece loadMeshPiece(bool mayWait);
+    void finishLoading(Piece last);
+    bool takeReflectances();
+    bool beginMesh();
+    void endMesh();
     sorvane::TileContent& ownContent();
-    void fillVertices();
-    void fillIndices();
-    void renderSecondPass(const Lights& lights) const;
+    void renderSecondPass(const Lights& lights, const Choice& isWanted) const;
 
     bool loaded_ = false;
     sorvane::TilePlacement placement_;
@@ -173,6 +195,7 @@ private:
     bool boundsDirty_ = true;
     sorvane::TileLighting lighting_;
     std::shared_ptr<sorvane::TileContent> content_ = std::make_shared<sorvane::TileContent>();
+    std::unique_ptr<sorvane::TileLoading> loading_;
     Paths paths_;
     bool skipFirstPass_ = false;
     bool drawSecondPass_ = false;

@@ -163,6 +163,10 @@ bool Terrain::isWhole() const {
     return !tiles_.empty() && std::ranges::all_of(tiles_, [](const auto& tile) { return tile->isWhole(); });
 }
 
+bool Terrain::isLoaded() const {
+    return std::ranges::all_of(tiles_, [](const auto& tile) { return tile->isLoaded(); });
+}
+
 bool Terrain::loadAll() {
     bool areLoaded = true;
     for (const auto& tile : tiles_)
@@ -183,15 +187,19 @@ void Terrain::Render(bool isShaded) {
 }
 
 void Terrain::Render(const Lights& lights) {
-    Render(lights, [](const SubTerrain&) { return true; });
+    Render(
+        lights, {[](const SubTerrain&) { return true; },
+                 [](const SubTerrain::Bounds&) {
+                     return true;
+                 }});
 }
 
-void Terrain::Render(const Lights& lights, const std::function<bool(const SubTerrain&)>& isWanted) {
+void Terrain::Render(const Lights& lights, const Choice& choice) {
     for (const auto& tile : tiles_) {
         tile->setSkipFirstPass(true);
         tile->setDrawSecondPass(true);
-        if ((tile->isLoaded() || tile->load()) && isWanted(*tile))
-            tile->render(lights);
+        if ((tile->isLoaded() || (choice.loads && tile->load())) && choice.isTileWanted(*tile))
+            tile->render(lights, choice.isPartWanted);
     }
 }
 

@@ -54,14 +54,21 @@ public:
 
     // Loads every tile that is not loaded; whether all are then. Without it each loads when it is first drawn.
     bool loadAll();
+    bool isLoaded() const;
     // Whether there are tiles, all loaded with their radiance maps.
     bool isWhole() const;
 
     // Draws the tiles shaded, or as a bare grey mesh.
     void Render(bool isShaded);
     void Render(const Lights& lights);
-    // Draws shaded those for which `isWanted` is true. Asks for each that is loaded, after it tried to load it if not.
-    void Render(const Lights& lights, const std::function<bool(const SubTerrain&)>& isWanted);
+    // Draws shaded the tiles for which `isTileWanted` is true, and of them what lies in boxes for which `isPartWanted`
+    // is. Asks for each that is loaded, after it tried to load it if not, unless `loads` is false.
+    struct Choice {
+        std::function<bool(const SubTerrain&)> isTileWanted;
+        SubTerrain::Choice isPartWanted;
+        bool loads = true;
+    };
+    void Render(const Lights& lights, const Choice& choice);
 
     // Of the first tile that has the point; 0 where none has.
     float GetElevation(float x, float y) const;

@@ -1,65 +1,119 @@
-// A tile's mesh in OpenGL buffers.
+// A tile's mesh in OpenGL buffers, one for each of its blocks.
 #include "terrainmesh.h"
 
+#include <algorithm>
 #include <bit>
 
 #include <GL/glew.h>
 
 namespace sorvane {
 namespace {
-void fill(GLenum target, unsigned buffer, const void* data, std::size_t bytes) {
+template <class Values> unsigned filledBuffer(GLenum target, const Values& values) {
+    unsigned buffer = 0;
+    glGenBuffers(1, &buffer);
     glBindBuffer(target, buffer);
-    glBufferData(target, static_cast<GLsizeiptr>(bytes), data, GL_STATIC_DRAW);
+    glBufferData(target, static_cast<GLsizeiptr>(std::span(values).size_bytes()), values.data(), GL_STATIC_DRAW);
+    glBindBuffer(target, 0);
+    return buffer;
+}
+
+const void* offset(int floats) {
+    return std::bit_cast<const void*>(static_cast<std::size_t>(floats) * sizeof(float));
 }
 } // namespace
 
-TerrainMesh::~TerrainMesh() {
-    if (buffers_[Vertices] != 0)
-        glDeleteBuffers(BufferCount, buffers_);
+TerrainMesh::TerrainMesh(RasterSize posts, const VertexLayout& layout, bool isNorthward)
+    : grid_(posts), layout_(layout), isNorthward_(isNorthward), mostRows_(std::min(posts.rows, BlockGrid::kCells + 1)) {
+    blocks_.reserve(grid_.count());
 }
 
-void TerrainMesh::upload(
-    const float* vertices, const float* normals, const float* colours, const std::uint32_t* indices, int columns,
-    int rows) {
-    if (buffers_[Vertices] == 0)
-        glGenBuffers(BufferCount, buffers_);
-    const std::size_t floatBytes =
-        static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows) * 3 * sizeof(float);
-    const auto strips = static_cast<std::size_t>(rows - 1);
-    const std::size_t stripBytes = static_cast<std::size_t>(columns) * 2 * sizeof(std::uint32_t);
-    fill(GL_ARRAY_BUFFER, buffers_[Vertices], vertices, floatBytes);
-    fill(GL_ARRAY_BUFFER, buffers_[Normals], normals, floatBytes);
-    fill(GL_ARRAY_BUFFER, buffers_[Colours], colours, floatBytes);
-    fill(GL_ELEMENT_ARRAY_BUFFER, buffers_[Indices], indices, strips * stripBytes);
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
-    indexCounts_.assign(strips, 2 * columns);
-    firstIndices_.resize(strips);
-    for (std::size_t strip = 0; strip < strips; ++strip)
-        firstIndices_[strip] = std::bit_cast<const void*>(strip * stripBytes); // an offset
+TerrainMesh::~TerrainMesh() {
+    for (const Block& block : blocks_)
+        glDeleteBuffers(1, &block.buffer);
+    for (const Indices& indices : indices_)
+        glDeleteBuffers(1, &indices.buffer);
+}
+
+void TerrainMesh::add(std::span<const TerrainBlock> blocks) {
+    for (const TerrainBlock& added : blocks) {
+        indicesFor(added.columns);
+        if (blocks_.empty())
+            bounds_ = added.bounds;
+        for (std::size_t axis = 0; axis < bounds_.minimum.size(); ++axis) {
+            bounds_.minimum[axis] = std::min(bounds_.minimum[axis], added.bounds.minimum[axis]);
+            bounds_.maximum[axis] = std::max(bounds_.maximum[axis], added.bounds.maximum[axis]);
+        }
+        blocks_.push_back({filledBuffer(GL_ARRAY_BUFFER, added.vertices), added.columns, added.rows, added.bounds});
+    }
+}
+
+unsigned TerrainMesh::indicesFor(int columns) {
+    const auto found = std::ranges::find(indices_, columns, &Indices::columns);
+    if (found != indices_.end())
+        return found->buffer;
+    const std::vector<std::uint16_t> indices = stripIndices(columns, mostRows_, isNorthward_);
+    return indices_.emplace_back(Indices{filledBuffer(GL_ELEMENT_ARRAY_BUFFER, indices), columns}).buffer;
 }
 
 void TerrainMesh::drawPositions() const {
-    glBindBuffer(GL_ARRAY_BUFFER, buffers_[Vertices]);
-    glVertexPointer(3, GL_FLOAT, 0, nullptr);
     glEnableClientState(GL_VERTEX_ARRAY);
-    drawStrips();
+    for (const Block& block : blocks_)
+        draw(block, false);
 }
 
-void TerrainMesh::drawAll() const {
-    glBindBuffer(GL_ARRAY_BUFFER, buffers_[Normals]);
-    glNormalPointer(GL_FLOAT, 0, nullptr);
-    glEnableClientState(GL_NORMAL_ARRAY);
-    glBindBuffer(GL_ARRAY_BUFFER, buffers_[Colours]);
-    glColorPointer(3, GL_FLOAT, 0, nullptr);
-    glEnableClientState(GL_COLOR_ARRAY);
-    drawPositions();
+void TerrainMesh::drawAll(const Choice& isWanted) const {
+    glEnableClientState(GL_VERTEX_ARRAY);
+    if (layout_.hasNormals)
+        glEnableClientState(GL_NORMAL_ARRAY);
+    else
+        glNormal3f(0.0F, 0.0F, 1.0F);
+    if (layout_.hasColours)
+        glEnableClientState(GL_COLOR_ARRAY);
+    else
+        glColor3f(0.0F, 0.0F, 0.0F);
+    for (const Block& block : blocks_)
+        if (isWanted(block.bounds))
+            draw(block, true);
 }
 
-void TerrainMesh::drawStrips() const {
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, buffers_[Indices]);
-    glMultiDrawElements(
-        GL_TRIANGLE_STRIP, indexCounts_.data(), GL_UNSIGNED_INT, firstIndices_.data(),
-        static_cast<GLsizei>(indexCounts_.size()));
+void TerrainMesh::draw(const Block& block, bool isShaded) const {
+    const auto stride = static_cast<GLsizei>(static_cast<std::size_t>(layout_.floats()) * sizeof(float));
+    glBindBuffer(GL_ARRAY_BUFFER, block.buffer);
+    glVertexPointer(3, GL_FLOAT, stride, nullptr);
+    if (isShaded && layout_.hasNormals)
+        glNormalPointer(GL_FLOAT, stride, offset(3));
+    if (isShaded && layout_.hasColours)
+        glColorPointer(3, GL_FLOAT, stride, offset(layout_.floats() - 3));
+    const auto indices = std::ranges::find(indices_, block.columns, &Indices::columns);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, indices->buffer);
+    glDrawRangeElements(
+        GL_TRIANGLE_STRIP, 0, static_cast<GLuint>(block.columns * block.rows - 1),
+        static_cast<GLsizei>(stripLength(block.columns, block.rows)), GL_UNSIGNED_SHORT, nullptr);
+}
+
+TerrainMesh::Post TerrainMesh::post(int column, int row) const {
+    for (std::size_t number = 0; number < blocks_.size(); ++number) {
+        const TerrainBlock place = grid_.block(number);
+        const int right = column - place.firstColumn;
+        const int down = row - place.firstRow;
+        if (right < 0 || right >= place.columns || down < 0 || down >= place.rows)
+            continue;
+        const auto floats = static_cast<std::size_t>(layout_.floats());
+        const auto at = static_cast<std::size_t>(down * place.columns + right) * floats;
+        std::vector<float> values(floats);
+        glBindBuffer(GL_ARRAY_BUFFER, blocks_[number].buffer);
+        glGetBufferSubData(
+            GL_ARRAY_BUFFER, static_cast<GLintptr>(at * sizeof(float)), static_cast<GLsizeiptr>(floats * sizeof(float)),
+            values.data());
+        glBindBuffer(GL_ARRAY_BUFFER, 0);
+        Post post;
+        std::copy_n(values.begin(), 3, post.position.begin());
+        if (layout_.hasNormals)
+            std::copy_n(values.begin() + 3, 3, post.normal.begin());
+        if (layout_.hasColours)
+            std::copy_n(values.end() - 3, 3, post.colour.begin());
+        return post;
+    }
+    return {};
 }
 } // namespace sorvane

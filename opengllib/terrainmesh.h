@@ -1,35 +1,70 @@
-// A tile's mesh in OpenGL buffers: a grid of posts, drawn as a triangle strip between each two rows.
+// A tile's mesh in OpenGL buffers, one for each of its blocks.
 #pragma once
 
+#include <array>
 #include <cstddef>
-#include <cstdint>
+#include <functional>
+#include <span>
 #include <vector>
+
+#include "terrainblocks.h"
 
 namespace sorvane {
 class TerrainMesh {
 public:
-    TerrainMesh() = default;
-    ~TerrainMesh(); // needs the context that upload needed
+    // Rows run north or south. Needs a context, as all but the questions does.
+    TerrainMesh(RasterSize posts, const VertexLayout& layout, bool isNorthward);
+    ~TerrainMesh();
     TerrainMesh(const TerrainMesh&) = delete;
     TerrainMesh& operator=(const TerrainMesh&) = delete;
 
-    // Copies the arrays into buffers: three floats per post each, and the indices of `rows` - 1 strips, 2 · `columns`
-    // each. The arrays are not needed afterwards.
-    void upload(
-        const float* vertices, const float* normals, const float* colours, const std::uint32_t* indices, int columns,
-        int rows);
+    const VertexLayout& layout() const { return layout_; }
+    // How many blocks there are, and how many of them have been added.
+    std::size_t blockCount() const { return grid_.count(); }
+    std::size_t addedCount() const { return blocks_.size(); }
+    bool isWhole() const { return addedCount() == blockCount(); }
+    // Around what has been added.
+    const TileBounds& bounds() const { return bounds_; }
 
-    // Draws all strips with the positions only, or with normals and colours too. The caller keeps the vertex-array
-    // state.
+    // Copies the next blocks, in the order of the grid, into buffers.
+    void add(std::span<const TerrainBlock> blocks);
+
+    // Draws the blocks that are wanted, with their positions only or with normals and colours too. The caller keeps the
+    // vertex-array state, the current normal and the current colour.
+    using Choice = std::function<bool(const TileBounds&)>;
     void drawPositions() const;
-    void drawAll() const;
+    void drawAll(const Choice& isWanted) const;
+
+    // For tests: what the buffers hold of a post, three floats each.
+    struct Post {
+        std::array<float, 3> position{};
+        std::array<float, 3> normal{0.0F, 0.0F, 1.0F};
+        std::array<float, 3> colour{};
+    };
+    Post post(int column, int row) const;
 
 private:
-    void drawStrips() const;
+    struct Block {
+        unsigned buffer = 0;
+        int columns = 0;
+        int rows = 0;
+        TileBounds bounds{};
+    };
+    // Blocks of as many columns have the same indices.
+    struct Indices {
+        unsigned buffer = 0;
+        int columns = 0;
+    };
 
-    enum Buffer { Vertices, Normals, Indices, Colours, BufferCount };
-    unsigned buffers_[BufferCount]{};
-    std::vector<int> indexCounts_; // of each strip
-    std::vector<const void*> firstIndices_;
+    unsigned indicesFor(int columns);
+    void draw(const Block& block, bool isShaded) const;
+
+    BlockGrid grid_;
+    VertexLayout layout_;
+    bool isNorthward_;
+    int mostRows_; // of a block
+    std::vector<Block> blocks_;
+    std::vector<Indices> indices_;
+    TileBounds bounds_{};
 };
 } // namespace sorvane

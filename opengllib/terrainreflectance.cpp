@@ -1,21 +1,19 @@
 // The reflectance of a tile's posts.
 #include "terrainreflectance.h"
 
-#include <array>
 #include <filesystem>
-#include <memory>
+#include <tuple>
 #include <vector>
 
 #include "bandfile.h"
 #include "cls2asterfile.h"
-#include "loadclsfile.h"
 #include "loadclstomatfile.h"
 #include "loadmaterialtables.h"
 #include "terrainfileexists.h"
 
 namespace sorvane {
 namespace {
-constexpr std::size_t kClasses = 256;
+constexpr std::size_t kClasses = std::tuple_size_v<ClassReflectances>;
 
 bool isDirectory(const std::string& path) {
     std::error_code ignored;
@@ -31,7 +29,7 @@ std::array<bool, kClasses> classesOf(const unsigned char* classes, std::size_t p
 }
 
 bool readAsterReflectances(
-    const ReflectanceFiles& files, const std::array<bool, kClasses>& isUsed, std::array<float, kClasses>& reds) {
+    const ReflectanceFiles& files, const std::array<bool, kClasses>& isUsed, ClassReflectances& reds) {
     if (BandFile::instance_ == nullptr)
         BandFile::Create();
     float lambda1 = 0.0F;
@@ -47,7 +45,7 @@ bool readAsterReflectances(
     return true;
 }
 
-bool readMaterialReflectances(const ReflectanceFiles& files, std::array<float, kClasses>& reds) {
+bool readMaterialReflectances(const ReflectanceFiles& files, ClassReflectances& reds) {
     std::array<unsigned char, std::size_t{2} * kMaximumClassPairs> table{};
     unsigned count = 0;
     if (!loadCLStoMatFile(files.classToMaterial, table.data(), count))
@@ -77,21 +75,11 @@ bool hasReflectanceFile(const ReflectanceFiles& files) {
            FileExists(files.classToMaterial) || FileExists(files.temperature);
 }
 
-bool fillReflectances(const ReflectanceFiles& files, ReflectanceRoute route, std::size_t posts, float* colours) {
-    const std::unique_ptr<unsigned char[]> classes(loadCLSFile(files.classes));
-    if (classes == nullptr)
-        return false;
-    std::array<float, kClasses> reds{};
-    const bool isRead = route == ReflectanceRoute::Aster
-                            ? readAsterReflectances(files, classesOf(classes.get(), posts), reds)
-                            : readMaterialReflectances(files, reds);
-    if (!isRead)
-        return false;
-    for (std::size_t i = 0; i < posts; ++i) {
-        colours[3 * i] = reds[classes[i]];
-        colours[3 * i + 1] = 0.0F;
-        colours[3 * i + 2] = 0.0F;
-    }
-    return true;
+bool readReflectances(
+    const ReflectanceFiles& files, ReflectanceRoute route, const unsigned char* classes, std::size_t posts,
+    ClassReflectances& reflectances) {
+    reflectances.fill(0.0F);
+    return route == ReflectanceRoute::Aster ? readAsterReflectances(files, classesOf(classes, posts), reflectances)
+                                            : readMaterialReflectances(files, reflectances);
 }
 } // namespace sorvane

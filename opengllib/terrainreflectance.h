@@ -1,6 +1,7 @@
 // The reflectance of a tile's posts, from their material classes by either of two routes.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 
@@ -24,8 +25,12 @@ ReflectanceRoute reflectanceRoute(const ReflectanceFiles& files);
 // Whether some file of a route exists, the class raster aside.
 bool hasReflectanceFile(const ReflectanceFiles& files);
 
-// Fills the red of `posts` colours of three floats; green and blue become 0. A class that the spectral table lacks, or
-// gives no material, gets -1; one that the material table lacks, or gives material 0, gets 0. False when a file does
-// not load.
-bool fillReflectances(const ReflectanceFiles& files, ReflectanceRoute route, std::size_t posts, float* colours);
+// By class.
+using ClassReflectances = std::array<float, 256>;
+
+// The reflectances of the classes that `posts` posts have. A class that the spectral table lacks, or gives no material,
+// gets -1; one that the material table lacks, or gives material 0, gets 0. False when a file does not load.
+bool readReflectances(
+    const ReflectanceFiles& files, ReflectanceRoute route, const unsigned char* classes, std::size_t posts,
+    ClassReflectances& reflectances);
 } // namespace sorvane

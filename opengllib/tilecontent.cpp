@@ -1,19 +1,15 @@
 // What tiles of the same files at the same place have in common: their arrays and their OpenGL objects.
 #include "tilecontent.h"
 
-#include <GL/glew.h>
-
 #include "atmfile.h"
 #include "terrainmesh.h"
 #include "terrainshader.h"
+#include "tiletexture.h"
 
 namespace sorvane {
 TileContent::TileContent() = default;
 
-TileContent::~TileContent() {
-    if (texture != 0)
-        glDeleteTextures(1, &texture);
-}
+TileContent::~TileContent() = default;
 
 ContentCache<TileContent>& TileContent::cache() {
     static ContentCache<TileContent> tiles;

@@ -2,19 +2,17 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <memory>
 
 #include "contentcache.h"
-#include "loadnormfile.h"
-#include "rastersize.h"
-#include "tileplacement.h"
+#include "tilerasters.h"
 
 class AtmFile;
 
 namespace sorvane {
 class TerrainMesh;
 class TerrainShader;
+class TileTexture;
 
 // How a tile is lit.
 struct TileLighting {
@@ -34,16 +32,11 @@ struct TileContent : SharedContent {
     // Those that are shared.
     static ContentCache<TileContent>& cache();
 
-    RasterSize arraysSize{}; // posts that the arrays have
-    std::unique_ptr<float[]> heights;
-    std::unique_ptr<float[]> colours;
-    std::unique_ptr<float[]> vertices;
-    std::unique_ptr<Vertex3[]> normals;
-    std::unique_ptr<std::uint32_t[]> indices;
+    // The heights stay; the rest is used up by the mesh.
+    std::shared_ptr<TileRasters> rasters = std::make_shared<TileRasters>();
     std::unique_ptr<TerrainShader> shader;
     std::unique_ptr<TerrainMesh> mesh;
-    unsigned texture = 0;
-    TileBounds bounds{}; // of the mesh, or a little more
+    std::unique_ptr<TileTexture> texture;
     TileLighting lighting;
 };
 } // namespace sorvane

@@ -219,7 +219,33 @@ void AircraftWidget::paintGL() {
     if (isSuspended_ || !isValid() || scene_ == nullptr)
         return clearFrame();
     takeHidden(engagements_);
-    scene_->draw(engagements_, camera_, optionsFromForm());
+    const SceneOptions options = optionsFromForm();
+    scene_->draw(engagements_, camera_, options);
+    const auto isLoaded = [](const Terrain* terrain) {
+        return terrain->isLoaded();
+    };
+    if (!options.loadsTerrain && !std::ranges::all_of(Scene::shownTerrains(engagements_, options), isLoaded))
+        emit terrainWanted();
+}
+
+TerrainProgress AircraftWidget::loadTerrain(std::chrono::milliseconds time) {
+    if (!isGlewInitialised_)
+        return {};
+    const auto until = std::chrono::steady_clock::now() + time;
+    TerrainProgress progress;
+    takeHidden(engagements_);
+    withContext([&] { progress = terrainLoading_.goOn(Scene::shownTerrains(engagements_, optionsFromForm()), until); });
+    return progress;
+}
+
+void AircraftWidget::loadAllTerrain() {
+    if (!isGlewInitialised_)
+        return;
+    takeHidden(engagements_);
+    withContext([&] {
+        for (Terrain* const terrain : Scene::shownTerrains(engagements_, optionsFromForm()))
+            terrain->loadAll();
+    });
 }
 
 void AircraftWidget::startDrawing() {
@@ -328,6 +354,7 @@ SceneOptions AircraftWidget::optionsFromForm() const {
     SceneOptions options;
     options.time = currentTime_;
     options.lineStyles = lineStyles_;
+    options.loadsTerrain = !isTerrainLater_;
     options.samples = samples();
     options.ghosts = ghosts_;
     if (hasSingleReticle_)

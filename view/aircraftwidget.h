@@ -1,6 +1,7 @@
 // The OpenGL view of the main window: joins camera, scene and engagements to Qt's events.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,6 +13,7 @@
 #include "bodylabels.h"
 #include "camera.h"
 #include "scene.h"
+#include "terrainloading.h"
 #include "viewmode.h"
 
 class etxyz;
@@ -70,6 +72,13 @@ public:
     // Calls `use` with the GL context current, for what loads or ends bodies and terrain.
     void withContext(const std::function<void()>& use);
 
+    // Whether the view draws terrain only when loadTerrain has loaded it, and not as soon as it is shown. Off at start.
+    void setTerrainComesLater(bool isLater) { isTerrainLater_ = isLater; }
+    // Goes on for that long with loading what is shown.
+    sorvane::TerrainProgress loadTerrain(std::chrono::milliseconds time);
+    // Loads all that is shown, as for a picture.
+    void loadAllTerrain();
+
     // Whether the paths differ in their line patterns too, and not only in their colours. Off at start.
     void setLineStyles(bool areOn);
     bool lineStyles() const { return lineStyles_; }
@@ -101,6 +110,8 @@ public:
 signals:
     // The user has moved it, not playback.
     void cameraMoved();
+    // A frame has left terrain out that is not loaded.
+    void terrainWanted();
     void reportError(const QString& message);
     void reportFatalError(const QString& message);
 
@@ -134,6 +145,8 @@ private:
     std::vector<sorvane::SceneEngagement> engagements_;
     Ui::new_sorvane* ui_ = nullptr;
     bool lineStyles_ = false;
+    bool isTerrainLater_ = false;
+    sorvane::TerrainLoading terrainLoading_;
     bool hasSingleReticle_ = false;
     std::shared_ptr<const sorvane::GhostSet> ghosts_;
     std::optional<int> askedSamples_;

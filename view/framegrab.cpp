@@ -3,8 +3,12 @@
 
 #include <QOpenGLWidget>
 
+#include "aircraftwidget.h"
+
 namespace sorvane {
 QImage grabFrame(QOpenGLWidget& widget) {
+    if (auto* const view = qobject_cast<AircraftWidget*>(&widget))
+        view->loadAllTerrain();
     QImage picture = widget.grabFramebuffer();
     if (picture.isNull())
         return picture;

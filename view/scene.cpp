@@ -82,7 +82,7 @@ void Scene::drawFrame(const std::vector<SceneEngagement>& engagements, const Fra
         frame.lookAt.loadWorld();
         Slice parts{
             slice, SliceOfBodies(frame.lookAt, frame.sight, slice, frame.options.time),
-            SliceOfTerrains(frame.lookAt, frame.sight, slice)};
+            SliceOfTerrains(frame.lookAt, frame.sight, slice, frame.options.loadsTerrain)};
         for (const SceneEngagement& shown : engagements)
             if (!shown.isHidden && !isGhost(shown, frame.options))
                 drawEngagement(shown, frame, parts);
@@ -102,6 +102,16 @@ void Scene::drawGhosts(const std::vector<SceneEngagement>& engagements, const Fr
         if (!shown.isHidden && isGhost(shown, frame.options))
             ghosts.push_back({shown.id, &shown.engagement->samples});
     ghosts_.draw(ghosts, *frame.options.ghosts, frame.lookAt, slice, {frame.options.time, frame.options.pixelRatio});
+}
+
+std::vector<Terrain*>
+Scene::shownTerrains(const std::vector<SceneEngagement>& engagements, const SceneOptions& options) {
+    std::vector<Terrain*> terrains;
+    for (const SceneEngagement& shown : engagements)
+        if (options.showTerrain && !shown.isHidden && !isGhost(shown, options) &&
+            shown.engagement->areHardbodiesInitialized() && shown.engagement->terrain != nullptr)
+            terrains.push_back(shown.engagement->terrain.get());
+    return terrains;
 }
 
 void Scene::forget(EngagementId id) {

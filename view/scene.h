@@ -27,7 +27,8 @@ struct SceneOptions {
     bool showHistoryLines = true;
     bool showDropLines = true;
     bool showGrid = true;
-    double time = 0.0; // seconds
+    bool loadsTerrain = true; // before it is drawn; without, terrain that is not loaded is left out
+    double time = 0.0;        // seconds
     // Paths differ in their line patterns, not only in their colours.
     bool lineStyles = false;
     // How many pixels of the framebuffer a pixel of the view has to a side: widths of lines and sizes of flares go by
@@ -68,6 +69,10 @@ public:
     // the terrain of an engagement that has no sample at time 0.0 adds an empty one to it, deliberately: the look-up of
     // the threat's first z does that.
     void draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options);
+
+    // The terrains that a frame shows, in the order in which it draws them.
+    static std::vector<Terrain*>
+    shownTerrains(const std::vector<SceneEngagement>& engagements, const SceneOptions& options);
 
     // Lets go of what is kept for an engagement whose samples are others from now on, or that is drawn no more.
     void forget(EngagementId id);

@@ -19,14 +19,20 @@ void SliceOfTerrains::draw(etxyz& engagement) {
     const float firstThreatHeight = engagement.keyframeAtZero().threatPos[2];
     glRotatef(180.0F, 1.0F, 0.0F, 0.0F);
     glTranslatef(0.0F, 0.0F, -firstThreatHeight);
-    if (engagement.terrain != nullptr)
-        engagement.terrain->Render(Lights(), [&](const SubTerrain& tile) { return isWanted(tile, firstThreatHeight); });
+    if (engagement.terrain == nullptr)
+        return;
+    const auto isPartWanted = [&](const TileBounds& part) {
+        return isInSight(part, firstThreatHeight);
+    };
+    const auto isTileWanted = [&](const SubTerrain& tile) {
+        return isPartWanted(tile.meshBounds()) && drawn_.emplace(tile.content(), firstThreatHeight).second;
+    };
+    engagement.terrain->Render(Lights(), {isTileWanted, isPartWanted, loads_});
 }
 
-bool SliceOfTerrains::isWanted(const SubTerrain& tile, float firstThreatHeight) {
+bool SliceOfTerrains::isInSight(const TileBounds& bounds, float firstThreatHeight) const {
     constexpr float kOrigin[3] = {};
-    const Box box = worldBox(tile.meshBounds(), firstThreatHeight);
-    return slice_.reaches(lookAt_.depthsOf(box, kOrigin)) && sight_.reaches(box, kOrigin) &&
-           drawn_.emplace(tile.content(), firstThreatHeight).second;
+    const Box box = worldBox(bounds, firstThreatHeight);
+    return slice_.reaches(lookAt_.depthsOf(box, kOrigin)) && sight_.reaches(box, kOrigin);
 }
 } // namespace sorvane

@@ -20,6 +20,7 @@
 #include "bkgheader.h"
 #include "glshaderprogram.h"
 #include "terrain.h"
+#include "terrainmesh.h"
 
 using namespace sorvane;
 
@@ -214,6 +215,26 @@ void drawSet(benchmark::State& state) {
 }
 BENCHMARK(drawSet)->Name("draw 3 x 3 tiles of 512 x 512/ours")->Unit(benchmark::kMillisecond)->UseRealTime();
 
+// Positions, normals and colours of a tile's posts, and a strip between each two rows.
+struct Arrays {
+    std::array<std::vector<float>, 3> floats;
+    std::vector<std::uint32_t> indices;
+};
+Arrays arraysOf(const SubTerrain& tile) {
+    Arrays arrays;
+    for (int row = 0; row < kSmall; ++row)
+        for (int column = 0; column < kSmall; ++column) {
+            const TerrainMesh::Post post = tile.mesh()->post(column, row);
+            const std::array<float, 3>* const parts[] = {&post.position, &post.normal, &post.colour};
+            for (std::size_t part = 0; part < 3; ++part)
+                arrays.floats[part].insert(arrays.floats[part].end(), parts[part]->begin(), parts[part]->end());
+            if (row + 1 < kSmall)
+                for (const int next : {row + 1, row})
+                    arrays.indices.push_back(static_cast<std::uint32_t>(next * kSmall + column));
+        }
+    return arrays;
+}
+
 // The same arrays and program, bound and drawn without anything around it.
 void drawBare(benchmark::State& state) {
     const GlContext context(824, 480);
@@ -237,13 +258,14 @@ void drawBare(benchmark::State& state) {
         const SubTerrain& tile = terrain.tile(i);
         auto& bare = *tiles.emplace_back(std::make_unique<Bare>());
         glGenBuffers(4, bare.buffers);
-        const void* const arrays[] = {tile.vertices(), tile.normals(), tile.colours()};
+        const Arrays arrays = arraysOf(tile);
         for (int a = 0; a < 3; ++a) {
             glBindBuffer(GL_ARRAY_BUFFER, bare.buffers[a]);
-            glBufferData(GL_ARRAY_BUFFER, bytes, arrays[a], GL_STATIC_DRAW);
+            glBufferData(GL_ARRAY_BUFFER, bytes, arrays.floats[static_cast<std::size_t>(a)].data(), GL_STATIC_DRAW);
         }
         glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, bare.buffers[3]);
-        glBufferData(GL_ELEMENT_ARRAY_BUFFER, GLsizeiptr{kSmall} * (kSmall - 1) * 8, tile.indices(), GL_STATIC_DRAW);
+        glBufferData(
+            GL_ELEMENT_ARRAY_BUFFER, GLsizeiptr{kSmall} * (kSmall - 1) * 8, arrays.indices.data(), GL_STATIC_DRAW);
         const std::vector<float> radiances(std::size_t{kSmall} * kSmall, 0.5F);
         glGenTextures(1, &bare.texture);
         glBindTexture(GL_TEXTURE_2D, bare.texture);

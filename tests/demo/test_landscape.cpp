@@ -22,6 +22,7 @@
 #include "spectrum.h"
 #include "temporarydirectory.h"
 #include "terrain.h"
+#include "terrainmesh.h"
 #include "uncompressed.h"
 
 using namespace sorvane;
@@ -206,13 +207,12 @@ TEST_F(DemonstrationTerrain, HasNoGapBetweenItsTiles) {
     Terrain terrain;
     init(kSpectra, terrain);
     ASSERT_TRUE(terrain.loadAll());
-    constexpr std::size_t kPosts = 97;
-    const auto post = [&terrain](std::size_t tile, std::size_t column, std::size_t row) {
-        return terrain.tile(tile).vertices() + 3 * (row * kPosts + column);
+    const auto post = [&terrain](std::size_t tile, int column, int row) {
+        return terrain.tile(tile).mesh()->post(column, row).position;
     };
-    for (std::size_t i = 0; i < kPosts; ++i) {
-        EXPECT_TRUE(std::equal(post(3, 96, i), post(3, 96, i) + 3, post(4, 0, i))) << "west and east, row " << i;
-        EXPECT_TRUE(std::equal(post(4, i, 96), post(4, i, 96) + 3, post(7, i, 0))) << "south and north, column " << i;
+    for (int i = 0; i < 97; ++i) {
+        EXPECT_EQ(post(3, 96, i), post(4, 0, i)) << "west and east, row " << i;
+        EXPECT_EQ(post(4, i, 96), post(7, i, 0)) << "south and north, column " << i;
     }
     // The wide tile joins the others at the square's edge and lies beneath them within it. Half a cell of the finer
     // tiles beyond a post no rounding leads to the one before.
@@ -221,7 +221,7 @@ TEST_F(DemonstrationTerrain, HasNoGapBetweenItsTiles) {
         for (int column = 44; column < 76; ++column) {
             const float fine = terrain.GetElevation(
                 202.5F * static_cast<float>(column - 44) + 11.0F, 202.5F * static_cast<float>(row - 44) + 11.0F);
-            const float above = wide.vertices()[3 * static_cast<std::size_t>(121 * row + column) + 2] - fine;
+            const float above = wide.mesh()->post(column, row).position[2] - fine;
             ASSERT_TRUE(row == 44 || column == 44 ? above == 0.0F : above < -40.0F) << column << ' ' << row;
         }
 }

@@ -12,6 +12,7 @@
 #include "subterrain.h"
 #include "temporarydirectory.h"
 #include "terrainfiles.h"
+#include "terrainmesh.h"
 
 namespace sorvane {
 inline const std::string kShaders = SORVANE_SHADERS;
@@ -62,11 +63,15 @@ protected:
     std::string outputOfLoad(bool result) {
         return outputOf([&] { EXPECT_EQ(tile.load(), result); });
     }
+    static TerrainMesh::Post postOf(const SubTerrain& of, int post) {
+        return of.mesh()->post(post % TerrainFiles::kColumns, post / TerrainFiles::kColumns);
+    }
     std::vector<float> reds() const {
         std::vector<float> values;
         for (int post = 0; post < TerrainFiles::kColumns * TerrainFiles::kRows; ++post) {
-            values.push_back(tile.colours()[3 * post]);
-            EXPECT_EQ(tile.colours()[3 * post + 1] + tile.colours()[3 * post + 2], 0.0F);
+            const auto [red, green, blue] = postOf(tile, post).colour;
+            values.push_back(red);
+            EXPECT_EQ(green + blue, 0.0F);
         }
         return values;
     }

@@ -15,6 +15,7 @@
 #include "temporarydirectory.h"
 #include "terrain.h"
 #include "terrainfiles.h"
+#include "terrainmesh.h"
 
 using namespace sorvane;
 
@@ -175,12 +176,12 @@ TEST(SharedTiles, AreThoseOfTheSameFilesAtTheSamePlace) {
         first = load();
         EXPECT_FALSE(first->tile(0).loadReflectances()) << "a step by itself changes nobody else's tile";
         EXPECT_NE(first->tile(0).content(), shared);
-        EXPECT_NE(second->tile(0).colours(), nullptr);
+        EXPECT_NE(second->tile(0).mesh(), nullptr);
         first = load();
         EXPECT_EQ(first->tile(0).content(), shared);
 
         directory.write("set.temp", "290 0.5\n300 0.25\n");
-        EXPECT_NE(load()->tile(0).colours()[0], second->tile(0).colours()[0]);
+        EXPECT_NE(load()->tile(0).mesh()->post(0, 0).colour, second->tile(0).mesh()->post(0, 0).colour);
         first = load();
         forgetFile(files.file("set_n0001.norm"));
         EXPECT_NE(load()->tile(0).content(), first->tile(0).content());

@@ -43,7 +43,7 @@ TEST_F(SubTerrainTest, WithoutCompanionsIsFlatUnlitAndWithoutMaterials) {
     EXPECT_THAT(tile.solarDirection(), ElementsAre(0, 0, 1));
     EXPECT_THAT(reds(), testing::Each(0.0F));
     for (int post = 0; post < kPosts; ++post)
-        EXPECT_EQ(tile.normals()[post].x + 2 * tile.normals()[post].y + 4 * tile.normals()[post].z, 4.0F);
+        EXPECT_THAT(postOf(tile, post).normal, ElementsAre(0, 0, 1));
 }
 
 TEST_F(SubTerrainTest, LightingNeedsItsFiles) {
@@ -101,7 +101,7 @@ TEST_F(SubTerrainTest, AReflectanceFileThatDoesNotLoadFailsTheTile) {
     const std::string output = outputOfLoad(false);
     EXPECT_THAT(output, HasSubstr("Malformed line 1: \"words\n\". Expected 2 floats."));
     EXPECT_TRUE(output.ends_with(kNoArrays));
-    EXPECT_EQ(tile.vertices(), nullptr);
+    EXPECT_EQ(tile.mesh(), nullptr);
     EXPECT_FALSE(tile.isLoaded());
 
     files.writeMaterialRoute(); // the next try finds a good one
@@ -202,13 +202,14 @@ TEST_F(SubTerrainTest, ColumnsMustRunEast) {
     }
 }
 
-TEST_F(SubTerrainTest, TrianglesFaceUpWhicheverWayRowsRun) {
-    files.writeRequired();
-    for (const auto& [north, indices] :
-         Rows<float, std::vector<std::uint32_t>>{{7, {3, 0, 4, 1, 5, 2}}, {-7, {0, 3, 1, 4, 2, 5}}}) {
-        tile.setYvec(0, north);
-        outputOfLoad(true);
-        EXPECT_EQ(std::vector<std::uint32_t>(tile.indices(), tile.indices() + 6), indices);
+TEST(StripIndices, GoThroughAllRowsAndFaceUpWhicheverWayTheyRun) {
+    for (const auto& [rows, isNorthward, indices] : Rows<int, bool, std::vector<std::uint16_t>>{
+             {1, true, {}},
+             {2, true, {3, 0, 4, 1, 5, 2}},
+             {2, false, {0, 3, 1, 4, 2, 5}},
+             {3, false, {0, 3, 1, 4, 2, 5, 5, 3, 3, 6, 4, 7, 5, 8}}}) {
+        EXPECT_EQ(stripIndices(3, rows, isNorthward), indices);
+        EXPECT_EQ(stripLength(3, rows), indices.size());
     }
 }
 
@@ -219,11 +220,11 @@ TEST_F(SubTerrainTest, ScalesHeightsTwiceInTheMeshAndOnceInElevations) {
     tile.setXvec(5, 0.25F);
     tile.setYvec(0.5F, 7);
     outputOfLoad(true);
-    const float* const last = tile.vertices() + 3 * 5; // column 2, row 1
+    const std::array<float, 3> last = tile.mesh()->post(2, 1).position;
     EXPECT_EQ(last[0], (5 * 2 + 0.25F * 1) * 10 + 100);
     EXPECT_EQ(last[1], (0.5F * 2 + 7 * 1) * 100 + 200);
     EXPECT_EQ(last[2], 60 * 2 * 2 + 1000);
-    EXPECT_EQ(tile.vertices()[2], 1040.0F);
+    EXPECT_EQ(tile.mesh()->post(0, 0).position[2], 1040.0F);
     float z = 0;
     EXPECT_TRUE(tile.getElevation(100, 200, z));
     EXPECT_EQ(z, 20.0F);

@@ -91,20 +91,20 @@ struct CountedCalls {
     CountedCalls() {
         programs = tiles = 0;
         useProgram = __glewUseProgram;
-        drawElements = __glewMultiDrawElements;
+        drawElements = __glewDrawRangeElements;
         __glewUseProgram = [](GLuint program) {
             programs += program != 0 ? 1 : 0;
             useProgram(program);
         };
-        __glewMultiDrawElements = [](GLenum mode, const GLsizei* counts, GLenum type, const void* const* indices,
-                                     GLsizei count) {
+        __glewDrawRangeElements = [](GLenum mode, GLuint first, GLuint last, GLsizei count, GLenum type,
+                                     const void* indices) {
             ++tiles;
-            drawElements(mode, counts, type, indices, count);
+            drawElements(mode, first, last, count, type, indices);
         };
     }
     ~CountedCalls() {
         __glewUseProgram = useProgram;
-        __glewMultiDrawElements = drawElements;
+        __glewDrawRangeElements = drawElements;
     }
     CountedCalls(const CountedCalls&) = delete;
     CountedCalls& operator=(const CountedCalls&) = delete;
@@ -112,7 +112,7 @@ struct CountedCalls {
     static inline int programs = 0;
     static inline int tiles = 0;
     static inline PFNGLUSEPROGRAMPROC useProgram = nullptr;
-    static inline PFNGLMULTIDRAWELEMENTSPROC drawElements = nullptr;
+    static inline PFNGLDRAWRANGEELEMENTSPROC drawElements = nullptr;
 };
 
 TEST_F(BodiesTest, WhatIsOutOfSightOrTooSmallCostsNothingAndAPixelIsAPoint) {
