@@ -17,6 +17,34 @@ template <class Values> unsigned filledBuffer(GLenum target, const Values& value
     return buffer;
 }
 
+// Keeps the driver from running far ahead of what has been drawn: a software renderer takes hundreds of megabytes for
+// what it has still to draw.
+class DrawingPace {
+public:
+    DrawingPace() = default;
+    ~DrawingPace() {
+        if (fence_ != nullptr)
+            glDeleteSync(fence_);
+    }
+    DrawingPace(const DrawingPace&) = delete;
+    DrawingPace& operator=(const DrawingPace&) = delete;
+
+    void step() {
+        constexpr int kBlocksAhead = 8;
+        if (++steps_ % kBlocksAhead != 0 || glFenceSync == nullptr)
+            return;
+        if (fence_ != nullptr) {
+            glClientWaitSync(fence_, GL_SYNC_FLUSH_COMMANDS_BIT, GL_TIMEOUT_IGNORED);
+            glDeleteSync(fence_);
+        }
+        fence_ = glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0);
+    }
+
+private:
+    GLsync fence_ = nullptr;
+    int steps_ = 0;
+};
+
 const void* offset(int floats) {
     return std::bit_cast<const void*>(static_cast<std::size_t>(floats) * sizeof(float));
 }
@@ -57,8 +85,11 @@ unsigned TerrainMesh::indicesFor(int columns) {
 
 void TerrainMesh::drawPositions() const {
     glEnableClientState(GL_VERTEX_ARRAY);
-    for (const Block& block : blocks_)
+    DrawingPace pace;
+    for (const Block& block : blocks_) {
         draw(block, false);
+        pace.step();
+    }
 }
 
 void TerrainMesh::drawAll(const Choice& isWanted) const {
@@ -71,9 +102,12 @@ void TerrainMesh::drawAll(const Choice& isWanted) const {
         glEnableClientState(GL_COLOR_ARRAY);
     else
         glColor3f(0.0F, 0.0F, 0.0F);
+    DrawingPace pace;
     for (const Block& block : blocks_)
-        if (isWanted(block.bounds))
+        if (isWanted(block.bounds)) {
             draw(block, true);
+            pace.step();
+        }
 }
 
 void TerrainMesh::draw(const Block& block, bool isShaded) const {
