@@ -130,8 +130,11 @@ int main(int argc, char** argv) {
     double untilLoaded = 0.0;
     double heldLoading = 0.0;
     if (!isBlocking) {
-        QTest::qWaitFor([&] { return notice.isVisible(); }, 20000);
-        QTest::qWaitFor([&] { return !notice.isVisible(); }, 120000);
+        if (!QTest::qWaitFor([&] { return notice.isVisible(); }, 20000) ||
+            !QTest::qWaitFor([&] { return !notice.isVisible(); }, 120000)) {
+            std::fprintf(stderr, "the terrain was not loaded in two minutes\n");
+            return 1;
+        }
         untilLoaded = millisecondsSince(start);
         heldLoading = held.longest;
     }

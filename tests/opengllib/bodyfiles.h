@@ -72,4 +72,15 @@ struct Geometry {
                facets;
     }
 };
+
+// A floor of two facets in z = 0 and, over its middle, a wall that faces -x and lights the floor's left half.
+inline Geometry floorAndWall() {
+    Geometry geometry;
+    geometry.addRectangle(-1, 1, -1, 1);
+    geometry.addVertex(0, -1, 0);
+    geometry.addVertex(0, -1, 0.5F);
+    geometry.addVertex(0, 1, 0.25F);
+    geometry.addFacet(5, 6, 7);
+    return geometry;
+}
 } // namespace sorvane

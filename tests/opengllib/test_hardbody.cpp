@@ -137,14 +137,7 @@ TEST_F(HardbodyTest, ReflectsByTheClassOfEachFacetWithFormFactorsOfOneUnlessAFil
 }
 
 TEST_F(HardbodyTest, FacetsReflectEachOther) {
-    // A floor of two facets, and a wall over its middle that faces -x and lights the floor's left half.
-    Geometry geometry;
-    geometry.addRectangle(-1, 1, -1, 1);
-    geometry.addVertex(0, -1, 0);
-    geometry.addVertex(0, -1, 0.5F);
-    geometry.addVertex(0, 1, 0.25F);
-    geometry.addFacet(5, 6, 7);
-    folder.write("body.vnl", geometry.text());
+    folder.write("body.vnl", floorAndWall().text());
     folder.write("body.brdf", "BRDF\n2\n.3 .4 .3 .4 0 x\n.2 .75 0 .3 0 x\n1 2 2 x\n3 3 1 x\n");
     folder.write("body.rad", radBytes({0, 0, 5e5F}, {0, 0, 0}));
     folder.write("body.sff-txt", "3\n1 0 0 0\n2 0 0 1\n3 .125\n3 0 0 0\n");

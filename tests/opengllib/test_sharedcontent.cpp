@@ -22,15 +22,8 @@ using namespace sorvane;
 namespace {
 constexpr int kSize = 32;
 
-// A floor in z = 0 and, at x = 0, a wall that faces -x and lights the floor's left half.
 void writeBody(const TemporaryDirectory& folder, float radianceOfWall = 5e5F) {
-    Geometry geometry;
-    geometry.addRectangle(-1, 1, -1, 1);
-    geometry.addVertex(0, -1, 0);
-    geometry.addVertex(0, -1, 0.5F);
-    geometry.addVertex(0, 1, 0.25F);
-    geometry.addFacet(5, 6, 7);
-    folder.write("body.vnl", geometry.text());
+    folder.write("body.vnl", floorAndWall().text());
     folder.write("body.brdf", "BRDF\n1\n.2 .75 0 .3 0 x\n1 3 1 x\n");
     folder.write("body.rad", radBytes({1e5F, 1e5F, radianceOfWall}, {0, 0, 0}));
     folder.write("body.sff-txt", "3\n1 .5 0 0\n2 1 0 1\n3 .125\n3 0 0 0\n");
