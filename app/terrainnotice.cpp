@@ -32,9 +32,11 @@ void TerrainNotice::goOn() {
             view_.update();
         return;
     }
+    next_->start(kPauseMilliseconds);
+    if (progress.isRetry)
+        return;
     const int percent = static_cast<int>(100.0 * progress.share);
     showText(percent == 0 ? QStringLiteral("Terrain: reading…") : QStringLiteral("Terrain: %1 %").arg(percent));
-    next_->start(kPauseMilliseconds);
 }
 
 void TerrainNotice::layOut() {

@@ -26,15 +26,19 @@ TerrainProgress TerrainLoading::goOn(std::span<Terrain* const> shown, std::chron
         }
         if (!tile->loadUntil(until))
             break;
-        hasLoaded_ = hasLoaded_ || tile->isLoaded();
-        if (!tile->isLoaded())
+        if (tile->isLoaded()) {
+            hasLoaded_ = true;
+            failed_.erase(tile);
+        } else {
             tried_.insert(tile);
+            failed_.insert(tile);
+        }
     } while (std::chrono::steady_clock::now() < until);
     double done = 0.0;
     double all = 0.0;
     for (Terrain* const terrain : shown)
         for (std::size_t i = 0; i < terrain->tileCount(); ++i, all += 1.0)
             done += terrain->tile(i).loadedShare();
-    return {.isThrough = false, .share = all > 0.0 ? done / all : 0.0};
+    return {.isThrough = false, .isRetry = failed_.contains(next(shown)), .share = all > 0.0 ? done / all : 0.0};
 }
 } // namespace sorvane

@@ -12,6 +12,7 @@ namespace sorvane {
 struct TerrainProgress {
     bool isThrough = true;  // with all, loaded or not
     bool hasLoaded = false; // something, since it was through the last time
+    bool isRetry = false;   // of a tile that has failed before: nothing to tell of, and no cause for a new frame
     double share = 0.0;     // of all that is to be loaded; 0 as long as the first files are being read
 };
 
@@ -26,7 +27,9 @@ public:
 private:
     SubTerrain* next(std::span<Terrain* const> shown) const;
 
-    std::set<const SubTerrain*> tried_; // compared, never asked: they may be gone
+    // Compared, never asked: they may be gone.
+    std::set<const SubTerrain*> tried_;  // and failed, since it was through the last time
+    std::set<const SubTerrain*> failed_; // when they were last tried
     bool hasLoaded_ = false;
 };
 } // namespace sorvane

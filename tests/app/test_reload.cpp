@@ -137,6 +137,7 @@ TEST_F(ReloadTest, ReadsEachModelFileAnewOrKeepsWhatThereWas) {
     window.loadEtxyzFile(demo + "/ETXYZ.OUT.turn");
     box->setValue(9.0);
     entry(0, 3)->trigger();
+    view->loadAllTerrain();
     const auto brighter = [](QByteArray bytes) { // radiances are floats: a step of the exponent doubles them
         for (qsizetype i = 84; i + 3 < bytes.size(); i += 4)
             bytes[i + 2] = static_cast<char>(bytes[i + 2] + 0x40);
