@@ -1,4 +1,5 @@
 // Loading tiles of terrain, and drawing a set of them.
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
@@ -7,6 +8,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <utility>
@@ -225,9 +227,9 @@ Arrays arraysOf(const SubTerrain& tile) {
     for (int row = 0; row < kSmall; ++row)
         for (int column = 0; column < kSmall; ++column) {
             const TerrainMesh::Post post = tile.mesh()->post(column, row);
-            const std::array<float, 3>* const parts[] = {&post.position, &post.normal, &post.colour};
-            for (std::size_t part = 0; part < 3; ++part)
-                arrays.floats[part].insert(arrays.floats[part].end(), parts[part]->begin(), parts[part]->end());
+            std::ranges::copy(post.position, std::back_inserter(arrays.floats[0]));
+            std::ranges::copy(post.normal, std::back_inserter(arrays.floats[1]));
+            std::ranges::copy(post.colour, std::back_inserter(arrays.floats[2]));
             if (row + 1 < kSmall)
                 for (const int next : {row + 1, row})
                     arrays.indices.push_back(static_cast<std::uint32_t>(next * kSmall + column));
