@@ -75,6 +75,7 @@ std::uint64_t skipGl(bool isSkipped) {
         Exchanged<__glewActiveTexture>::swap();
         Exchanged<__glewBindBuffer>::swap();
         Exchanged<__glewBufferData>::swap();
+        Exchanged<__glewDrawRangeElements>::swap();
         Exchanged<__glewEnableVertexAttribArray>::swap();
         Exchanged<__glewMultiDrawArrays>::swap();
         Exchanged<__glewMultiDrawElements>::swap();
