@@ -89,15 +89,19 @@ TEST(SetPlots, ADragBrushesWhatItCoversAndAClickEndsThat) {
     Shown<ScatterPlot> shown;
     shown.plot.setColumns({"x", {0.0, 10.0, 5.0}, {}}, {"y", {0.0, 100.0, kNothing}, {}});
     shown.show();
-    shown.drag(shown.at(2.0, 80.0), shown.at(8.0, 20.0));
-    ASSERT_TRUE(shown.brushed);
-    EXPECT_NEAR(shown.brushed->left(), 2.0, 0.1);
-    EXPECT_NEAR(shown.brushed->right(), 8.0, 0.1);
-    EXPECT_NEAR(shown.brushed->top(), 20.0, 1.0) << "the lesser value";
-    EXPECT_NEAR(shown.brushed->bottom(), 80.0, 1.0);
+    for (const auto& [from, to] :
+         Rows<QPoint, QPoint>{{shown.at(2.0, 80.0), shown.at(8.0, 20.0)}, {shown.at(8.0, 20.0), shown.at(2.0, 80.0)}}) {
+        shown.brushed.reset();
+        shown.drag(from, to);
+        ASSERT_TRUE(shown.brushed);
+        EXPECT_NEAR(shown.brushed->left(), 2.0, 0.1);
+        EXPECT_NEAR(shown.brushed->right(), 8.0, 0.1);
+        EXPECT_NEAR(shown.brushed->top(), 20.0, 1.0) << "the lesser value";
+        EXPECT_NEAR(shown.brushed->bottom(), 80.0, 1.0);
+    }
     QTest::mouseClick(&shown.plot, Qt::LeftButton, {}, shown.at(5.0, 50.0));
     EXPECT_FALSE(shown.brushed);
-    EXPECT_EQ(shown.brushings, 2);
+    EXPECT_EQ(shown.brushings, 3);
 }
 
 TEST(SetPlots, MarkedRowsStandOut) {
