@@ -83,11 +83,10 @@ def test_compressed_and_oddly_named_files(flight, tmp_path, monkeypatch):
     assert len(sorvane.load(f"{flight}.Z")) == 21
 
 
-@pytest.mark.parametrize("end", [b"", b"\xff" * 200])
-def test_a_damaged_compressed_file_names_where_it_ends(flight, end):
+def test_a_cut_compressed_file_names_where_it_ends(flight):
     subprocess.run(["compress", "-f", flight], check=True)
     packed = flight.with_name(flight.name + ".Z")
-    packed.write_bytes(packed.read_bytes()[:-200] + end)
+    packed.write_bytes(packed.read_bytes()[:-200])
     with pytest.raises(sorvane.Error, match="the data end within the record") as caught:
         sorvane.load(packed)
     assert caught.value.line == 56
