@@ -1,7 +1,6 @@
 // How long the viewer takes to load 1,000 engagements of the command line, against a bare scan of their text.
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -25,8 +24,6 @@ struct Set {
     Set() {
         if (makeDemonstration(folder.path().toStdString()))
             return;
-        // Without shaders a body can't be used, and each engagement would try again.
-        ::setenv("PELSAR_DATA", folder.filePath("data/").toStdString().c_str(), 1);
         for (int i = 0; i < kFiles; ++i) {
             paths << folder.filePath(QStringLiteral("ETXYZ.OUT.%1").arg(i));
             std::filesystem::create_hard_link(
@@ -43,7 +40,7 @@ const QStringList& paths() {
 }
 
 void load(benchmark::State& state) {
-    benchView(); // makes the application
+    benchView(); // makes the application, and the data that the bodies are made of
     paths();
     std::vector<std::unique_ptr<new_sorvane>> windows; // end outside of what is timed
     for ([[maybe_unused]] auto _ : state) {
