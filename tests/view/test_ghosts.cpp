@@ -1,4 +1,6 @@
 // Engagements that are drawn as ghosts.
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 #include "environmentvariable.h"
@@ -30,11 +32,12 @@ struct GhostTest : testing::Test {
         options.showDropLines = false;
         options.time = 1.0;
     }
-    static void fly(etxyz& engagement, int samples) {
+    // `climb` units a second away from the middle.
+    static void fly(etxyz& engagement, int samples, double climb = 0.0) {
         for (int i = 0; i <= samples; ++i) {
             Sample sample;
             sample.time = 2.0 * i / samples;
-            sample.targetPosition = {0.0, 100.0 * (sample.time - 1.0), -100.0};
+            sample.targetPosition = {0.0, 100.0 * (sample.time - 1.0), -100.0 - climb * std::abs(sample.time - 1.0)};
             sample.threatPosition = {0.0, 100.0 * (sample.time - 1.0), -50.0};
             engagement.samples.add(sample, {});
             engagement.keyframes.insert(sample.time, singlePrecision(sample));
@@ -110,5 +113,18 @@ TEST_F(GhostTest, SlicesOfDepthBlendNothingTwice) {
         for (int x = 0; x < whole.width(); ++x)
             differing += qAbs(qBlue(whole.pixel(x, y)) - qBlue(picture.pixel(x, y))) > 8 ? 1 : 0;
     EXPECT_LE(differing, 4);
+}
+
+TEST_F(GhostTest, SamplesThatAreReadAgainHaveAnotherPath) {
+    makeGhost(kOther);
+    const QImage before = drawOther();
+    etxyz bent;
+    fly(bent, 20, 40.0);
+    const auto draw = [&] {
+        return scene.draw({{kOther, &bent, false}}, camera, options);
+    };
+    EXPECT_EQ(points(draw()), points(before)) << "at the clock's time both are at the same places";
+    scene.forget(kOther);
+    EXPECT_NE(draw(), before);
 }
 } // namespace
