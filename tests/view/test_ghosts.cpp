@@ -88,6 +88,22 @@ TEST_F(GhostTest, ItsBodiesAreWhereTheyAreSoMuchLater) {
     EXPECT_NEAR(points(drawOther()).center().x(), 100 - 56, 2) << "and at the end";
 }
 
+// A second without samples at the end: 50 units, of which its bodies have done half.
+TEST_F(GhostTest, ItsPathEndsWithItsLastSampleAndItsBodiesAreBetweenSamples) {
+    Sample last;
+    last.time = 3.0;
+    last.targetPosition = {0.0, 150.0, -100.0};
+    last.threatPosition = {0.0, 150.0, -50.0};
+    other.samples.add(last, {});
+    other.samples.putInOrder();
+    makeGhost(kOther);
+    options.time = 2.5;
+    const QImage picture = drawOther();
+    EXPECT_NEAR(points(picture).center().x(), 100 - 70, 2);
+    const QImage beyond = picture.copy(0, 0, 100 - 70 - 4, picture.height());
+    EXPECT_NEAR(countPixels(beyond, [](int, int, int b) { return b > 80; }), 2 * 10, 4);
+}
+
 TEST_F(GhostTest, TheFollowedOneIsDrawnAsEver) {
     const std::vector<SceneEngagement> one = {{kFollowed, &followed, false}};
     const QImage alone = scene.draw(one, camera, options);
