@@ -94,6 +94,15 @@ LookAt lookAlong(const LookAt& picture, std::array<double, 3> way) {
     return {picture.eye(), Vector<float>(component(0), component(1), component(2), 0.0F)};
 }
 
+std::array<double, 3> turned(const Matrix<float>& model, const std::array<float, 3>& point) {
+    std::array<double, 3> product{};
+    for (int row = 0; row < 3; ++row)
+        for (int axis = 0; axis < 3; ++axis)
+            product[static_cast<std::size_t>(row)] +=
+                double{model(row, axis)} * double{point[static_cast<std::size_t>(axis)]};
+    return product;
+}
+
 void loadProjection(const TangentBox& box) {
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
@@ -157,45 +166,60 @@ void RadianceFrame::collect(const std::vector<SceneEngagement>& engagements, con
     }
 }
 
+// Points about a subject's position between which all of it lies: a body's corners, for what its files say of its size
+// need not be true, or the corners of a box about a flare.
+std::vector<std::array<double, 3>> RadianceFrame::outlineOf(const Subject& subject, const LookAt& lookAt) {
+    std::vector<std::array<double, 3>> outline;
+    if (subject.body != nullptr) {
+        const float(&attitude)[3] = *subject.attitude;
+        const Matrix<float> model =
+            BuildTransform(1.0F, 1.0F, 1.0F, attitude[0] + 180.0F, attitude[1], attitude[2], 0.0F, 0.0F, 0.0F);
+        const BodyParts& parts = subject.body->model()->parts();
+        const std::span vertices(parts.arrays.vertices_.get(), static_cast<std::size_t>(parts.vertexCount));
+        outline.reserve(vertices.size());
+        for (const auto& [x, y, z] : vertices)
+            outline.push_back(turned(model, {x, y, z}));
+        return outline;
+    }
+    const auto [x, y, z] = fromEye(lookAt, *subject.position);
+    const Matrix<float> model = modelOf(*subject.flare, halfAxesOf(*subject.flare, std::hypot(x, y, z)));
+    for (const float right : {-1.0F, 1.0F})
+        for (const float up : {-1.0F, 1.0F})
+            for (const float back : {-1.0F, 1.0F})
+                outline.push_back(turned(model, {right, up, back}));
+    return outline;
+}
+
 // Nothing for what is as fine as need be in the picture, out of it, or about the eye.
 std::optional<RadianceFrame::FineBox>
 RadianceFrame::fineBoxOf(const Subject& subject, const LookAt& lookAt, const PixelPlane& plane) {
-    // What can be seen of it, as points about its position.
-    std::array<Vector<float>, 8> corners;
-    Matrix<float> model = Matrix<float>::identity();
-    if (subject.body != nullptr) {
-        const float(&attitude)[3] = *subject.attitude;
-        model = BuildTransform(1.0F, 1.0F, 1.0F, attitude[0] + 180.0F, attitude[1], attitude[2], 0.0F, 0.0F, 0.0F);
-        std::ranges::copy(subject.body->BBox(), corners.begin());
-    } else {
-        const auto [x, y, z] = fromEye(lookAt, *subject.position);
-        model = modelOf(*subject.flare, halfAxesOf(*subject.flare, std::hypot(x, y, z)));
-        for (std::size_t i = 0; i < corners.size(); ++i)
-            corners[i] = {
-                (i & 1U) != 0 ? 1.0F : -1.0F, (i & 2U) != 0 ? 1.0F : -1.0F, (i & 4U) != 0 ? 1.0F : -1.0F, 1.0F};
-    }
-    std::array<double, 3> middle{};
-    for (Vector<float>& corner : corners) {
-        corner = model * corner;
-        for (int axis = 0; axis < 3; ++axis)
-            middle[static_cast<std::size_t>(axis)] += double{corner.ElementAt(axis)} / 8.0;
-    }
+    if (!std::isfinite(subject.radius))
+        return std::nullopt;
+    const std::vector<std::array<double, 3>> outline = outlineOf(subject, lookAt);
+    if (outline.empty())
+        return std::nullopt;
     std::array<double, 3> way = fromEye(lookAt, *subject.position);
-    for (std::size_t axis = 0; axis < 3; ++axis)
-        way[axis] += middle[axis];
-    if (!(std::hypot(way[0], way[1], way[2]) > 0.0) || !std::isfinite(way[0] + way[1] + way[2]))
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const auto component = [&](const std::array<double, 3>& point) {
+            return point[axis];
+        };
+        const auto [least, greatest] = std::ranges::minmax(outline, {}, component);
+        way[axis] += (component(least) + component(greatest)) / 2.0;
+    }
+    const double distance = std::hypot(way[0], way[1], way[2]);
+    if (!(distance > 0.0) || !std::isfinite(distance))
         return std::nullopt;
 
     FineBox fine{lookAlong(lookAt, way), {}, 0.0, &subject};
     const std::array<double, 3> centre = fine.lookAt.inEye(*subject.position);
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     TangentBox box{kInfinity, -kInfinity, kInfinity, -kInfinity};
-    for (const Vector<float>& corner : corners) {
+    for (const std::array<double, 3>& point : outline) {
         std::array<double, 3> inEye = centre;
-        for (int row = 0; row < 3; ++row)
-            for (int axis = 0; axis < 3; ++axis)
-                inEye[static_cast<std::size_t>(row)] +=
-                    double{fine.lookAt.rotation()(row, axis)} * double{corner.ElementAt(axis)};
+        for (std::size_t row = 0; row < 3; ++row)
+            for (std::size_t axis = 0; axis < 3; ++axis)
+                inEye[row] +=
+                    double{fine.lookAt.rotation()(static_cast<int>(row), static_cast<int>(axis))} * point[axis];
         const double depth = -inEye[2];
         if (!(depth > kNearDepth))
             return std::nullopt;

@@ -1,6 +1,7 @@
 // A frame of radiances: what reaches the eye in W/cm²/sr, pixel by pixel.
 #pragma once
 
+#include <array>
 #include <deque>
 #include <optional>
 #include <span>
@@ -66,6 +67,7 @@ private:
     };
 
     void collect(const std::vector<SceneEngagement>& engagements, const Camera& camera, double time);
+    static std::vector<std::array<double, 3>> outlineOf(const Subject& subject, const LookAt& lookAt);
     static std::optional<FineBox> fineBoxOf(const Subject& subject, const LookAt& lookAt, const PixelPlane& plane);
     std::vector<FineBox> fineBoxes(const LookAt& lookAt, const PixelPlane& plane);
     bool drawBox(const LookAt& lookAt, const TangentBox& box, int columns, int rows, std::size_t finestBox);
