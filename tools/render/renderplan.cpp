@@ -27,6 +27,8 @@ std::optional<sorvane::Problem> problemOfOutput(const RenderRequest& request) {
     const NumberedName name(output);
     if (name.problem())
         return name.problem();
+    if (request.radiance.isOn)
+        return problemOfRadiance(request);
     if (isMovie(output)) {
         if (name.hasNumber())
             return output + ": a movie's name has no number in it";
@@ -83,8 +85,6 @@ std::string pointText(const float (&xyz)[3]) {
 void spellOut(const TextRequest& texts, std::vector<std::string>& words) {
     if (texts.hasReadout)
         words.emplace_back("--readout");
-    if (texts.hasReadout && texts.unit != LengthUnit::Unstated)
-        words.insert(words.end(), {"--unit", texts.unit == LengthUnit::Feet ? "ft" : "m"});
     if (texts.hasLabels)
         words.emplace_back("--labels");
     if (!texts.title.empty())
@@ -176,6 +176,9 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
     if (plan.scene.samples > 0)
         words.insert(words.end(), {"--antialias", std::to_string(plan.scene.samples)});
     spellOut(request.texts, words);
+    spellOut(request.radiance, words);
+    if ((request.texts.hasReadout || request.radiance.isOn) && request.texts.unit != LengthUnit::Unstated)
+        words.insert(words.end(), {"--unit", request.texts.unit == LengthUnit::Feet ? "ft" : "m"});
     if (request.allowsMissing)
         words.emplace_back("--allow-missing");
     return shellCommand(words);
