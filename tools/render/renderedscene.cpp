@@ -97,13 +97,13 @@ RenderedScene::drawRadiance(const SceneOptions& scene, const CameraChoice& camer
     const double length = Length(eye.look());
     image.facts.time = scene.time;
     for (int i = 0; i < 3; ++i) {
-        image.facts.eye[static_cast<std::size_t>(i)] = double{eye.eye().ElementAt(i)};
+        image.facts.eye[static_cast<std::size_t>(i)] = shortestDouble(eye.eye().ElementAt(i));
         image.facts.axis[static_cast<std::size_t>(i)] = double{eye.look().ElementAt(i)} / length;
     }
     image.facts.fieldOfViewDegrees = view_.fieldOfViewDegrees(camera, followed_);
     image.facts.pixelSolidAngle =
         PixelPlane(image.facts.fieldOfViewDegrees, image.width, image.height).centreSolidAngle();
-    image.facts.background = background;
+    image.facts.background = options.background.value_or(shortestDouble(view_.skyRadiance(followed_)));
     return image;
 }
 
