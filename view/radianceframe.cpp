@@ -36,7 +36,7 @@ std::array<double, 9> rotationBetween(const LookAt& from, const LookAt& to) {
         for (int column = 0; column < 3; ++column)
             for (int axis = 0; axis < 3; ++axis)
                 product[static_cast<std::size_t>(3 * row + column)] +=
-                    double{to.rotation()(row, axis)} * double{from.rotation()(column, axis)};
+                    static_cast<double>(to.rotation()(row, axis)) * static_cast<double>(from.rotation()(column, axis));
     return product;
 }
 
@@ -78,7 +78,8 @@ double projectedArea(const flareKeyframe& flare, const std::array<float, 3>& hal
 std::array<double, 3> fromEye(const LookAt& lookAt, const float (&position)[3]) {
     std::array<double, 3> way{};
     for (int axis = 0; axis < 3; ++axis)
-        way[static_cast<std::size_t>(axis)] = double{position[axis]} - double{lookAt.eye().ElementAt(axis)};
+        way[static_cast<std::size_t>(axis)] =
+            static_cast<double>(position[axis]) - static_cast<double>(lookAt.eye().ElementAt(axis));
     return way;
 }
 
@@ -99,7 +100,7 @@ std::array<double, 3> turned(const Matrix<float>& model, const std::array<float,
     for (int row = 0; row < 3; ++row)
         for (int axis = 0; axis < 3; ++axis)
             product[static_cast<std::size_t>(row)] +=
-                double{model(row, axis)} * double{point[static_cast<std::size_t>(axis)]};
+                static_cast<double>(model(row, axis)) * static_cast<double>(point[static_cast<std::size_t>(axis)]);
     return product;
 }
 
@@ -219,7 +220,8 @@ RadianceFrame::fineBoxOf(const Subject& subject, const LookAt& lookAt, const Pix
         for (std::size_t row = 0; row < 3; ++row)
             for (std::size_t axis = 0; axis < 3; ++axis)
                 inEye[row] +=
-                    double{fine.lookAt.rotation()(static_cast<int>(row), static_cast<int>(axis))} * point[axis];
+                    static_cast<double>(fine.lookAt.rotation()(static_cast<int>(row), static_cast<int>(axis))) *
+                    point[axis];
         const double depth = -inEye[2];
         if (!(depth > kNearDepth))
             return std::nullopt;
