@@ -32,10 +32,10 @@ constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
 std::array<double, 9> rotationBetween(const LookAt& from, const LookAt& to) {
     std::array<double, 9> product{};
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 3; ++column)
+    for (int row = 0, place = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column, ++place)
             for (int axis = 0; axis < 3; ++axis)
-                product[static_cast<std::size_t>(3 * row + column)] +=
+                product[static_cast<std::size_t>(place)] +=
                     static_cast<double>(to.rotation()(row, axis)) * static_cast<double>(from.rotation()(column, axis));
     return product;
 }
@@ -232,7 +232,7 @@ RadianceFrame::fineBoxOf(const Subject& subject, const LookAt& lookAt, const Pix
     // A part in a million more on each side, so that rounding cuts nothing off; never without any extent.
     const double margin = 1e-6 * std::max(box.right - box.left, box.top - box.bottom) + 1e-12;
     box = {box.left - margin, box.right + margin, box.bottom - margin, box.top + margin};
-    if (std::ranges::max({-box.left, box.right, -box.bottom, box.top}) > kLargestTangent)
+    if (std::max({-box.left, box.right, -box.bottom, box.top}) > kLargestTangent)
         return std::nullopt;
 
     const int wanted = subject.body != nullptr ? kSamplesOfBody : kSamplesOfFlare;
@@ -259,7 +259,7 @@ std::vector<RadianceFrame::FineBox> RadianceFrame::fineBoxes(const LookAt& lookA
     for (const Subject& subject : subjects_)
         if (sight.reaches(*subject.position, subject.radius))
             if (auto box = fineBoxOf(subject, lookAt, plane))
-                boxes.push_back(std::move(*box));
+                boxes.push_back(*box);
     std::ranges::stable_sort(boxes, {}, &FineBox::sampleSolidAngle);
     for (std::size_t number = 0; number < boxes.size(); ++number)
         subjects_[static_cast<std::size_t>(boxes[number].subject - subjects_.data())].box = number;
