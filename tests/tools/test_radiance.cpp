@@ -187,6 +187,16 @@ TEST_F(RadianceCommandTest, TheSameCallMakesTheSameBytesAndFramesHaveNoiseOfThei
     EXPECT_EQ(even, std::vector<float>(64, 0.5F));
 }
 
+TEST_F(RadianceCommandTest, PrintsTheCommandThatRepeatsIt) {
+    const CommandRun run = render(
+        "a.npy", {"--sensor", "9x7", "--blur", "0.5", "--noise", "1e-6", "--bits", "8", "--full-scale", "0.25",
+                  "--unit", "ft", "--print-command"});
+    EXPECT_THAT(
+        run.out,
+        HasSubstr(" --size 9x7 --unit ft --radiance --blur 0.5 --noise 1e-06 --seed 0 --bits 8 --full-scale 0.25 "
+                  "--allow-missing"));
+}
+
 TEST_F(RadianceCommandTest, RefusesWhatMakesNoSense) {
     for (const auto& [output, options, message] : Rows<const char*, std::vector<std::string>, const char*>{
              {"a.png", {}, "a radiance picture is one of exr, tif, tiff, npy"},
@@ -201,7 +211,7 @@ TEST_F(RadianceCommandTest, RefusesWhatMakesNoSense) {
              {"a.exr", {"--background", "inf"}, "--background is a radiance"},
              {"a.exr", {"--sensor", "0x0"}, "--sensor: columns and rows of pixels are wanted"},
              {"a.exr", {"--sensor", "100000x100000"}, "at most 4096 pixels a side"},
-             {"a.exr", {"--sensor", "8x8", "--size", "8x8"}, "--sensor excludes --size"},
+             {"a.exr", {"--sensor", "8x8", "--size", "8x8"}, "--size excludes --sensor"},
              {"a.exr", {"--readout"}, "--radiance has no texts"},
              {"a.exr", {"--antialias", "4"}, "leave out --antialias"}}) {
         const CommandRun run = render(output, options);
