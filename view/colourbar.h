@@ -1,0 +1,16 @@
+// The bar at a picture's edge that tells which radiance has which colour.
+#pragma once
+
+#include <vector>
+
+#include "picturescale.h"
+
+class QImage;
+
+namespace sorvane {
+// Round radiances between the ends, at most `most` + 1 of them, one, two or five times a power of ten apart.
+std::vector<double> barTicks(const ScaleEnds& ends, int most);
+
+// Into the picture, of whose size it goes, at its right edge. Needs a QGuiApplication.
+void paintColourBar(QImage& picture, const ScaleEnds& ends, Palette palette);
+} // namespace sorvane

@@ -1,0 +1,155 @@
+// A picture whose colours stand for radiances on a scale that is chosen.
+#include "scaledframe.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "glapi.h"
+
+namespace sorvane {
+namespace {
+constexpr double kLowPart = 0.02;
+constexpr double kHighPart = 0.998;
+constexpr float kNothing = -1.0F; // less than any radiance
+
+// Of sorted values: between neighbours in proportion.
+double quantile(const std::vector<float>& sorted, double part) {
+    const double place = part * static_cast<double>(sorted.size() - 1);
+    const auto below = static_cast<std::size_t>(place);
+    const std::size_t above = std::min(below + 1, sorted.size() - 1);
+    const double share = place - static_cast<double>(below);
+    return (1.0 - share) * double{sorted[below]} + share * double{sorted[above]};
+}
+
+// What the part of the framebuffer under the viewport holds.
+QImage pixels(int width, int height) {
+    QImage picture(width, height, QImage::Format_RGB32);
+    const GLint rowAlignment = 4;
+    glPixelStorei(GL_PACK_ALIGNMENT, rowAlignment);
+    glReadPixels(0, 0, width, height, GL_BGRA, GL_UNSIGNED_BYTE, picture.bits());
+    return picture.mirrored();
+}
+
+// Lines over a black ground and over a white one: what they have in common is theirs, and by what they differ the
+// ground shows through.
+QRgb over(QRgb onBlack, QRgb onWhite, QRgb ground) {
+    const auto channel = [&](int (*of)(QRgb)) {
+        const int shown = std::clamp(of(onWhite) - of(onBlack), 0, 255);
+        return std::min(of(onBlack) + (of(ground) * shown + 127) / 255, 255);
+    };
+    return qRgb(channel(qRed), channel(qGreen), channel(qBlue));
+}
+
+// Ghosts have no radiance.
+std::vector<SceneEngagement> withoutGhosts(std::vector<SceneEngagement> engagements, const SceneOptions& options) {
+    for (SceneEngagement& shown : engagements)
+        shown.isHidden = shown.isHidden || (options.ghosts != nullptr && options.ghosts->contains(shown.id));
+    return engagements;
+}
+} // namespace
+
+ScaleEnds automaticEnds(std::vector<float> radiances) {
+    std::erase_if(radiances, [](float radiance) { return !std::isfinite(radiance) || radiance < 0.0F; });
+    if (radiances.empty())
+        return {};
+    std::ranges::sort(radiances);
+    const ScaleEnds ends{quantile(radiances, kLowPart), quantile(radiances, kHighPart)};
+    if (ends.white > ends.black)
+        return ends;
+    return ends.white > 0.0 ? ScaleEnds{0.0, ends.white} : ScaleEnds{};
+}
+
+QRgb colourOf(double radiance, const ScaleEnds& ends, std::span<const QRgb, 256> colours) {
+    constexpr double kLast = 255.0;
+    const double place = (radiance - ends.black) / (ends.white - ends.black) * kLast;
+    // What is not a number is as dark as can be.
+    return colours[place > 0.0 ? static_cast<std::size_t>(std::lround(std::min(place, kLast))) : 0];
+}
+
+RadianceRequest ScaledFrame::radianceRequest(const SceneOptions& options, const ScaledRequest& request) {
+    constexpr int kSamplesOfSmallBody = 64;
+    constexpr int kSamplesOfSmallFlare = 32;
+    return {
+        .fieldOfViewDegrees = request.fieldOfViewDegrees,
+        .width = request.width,
+        .height = request.height,
+        .time = options.time,
+        .showTerrain = options.showTerrain,
+        .loadsTerrain = options.loadsTerrain,
+        .centimetresPerUnit = request.centimetresPerUnit,
+        .fineness = {options.samples > 0 ? 2 : 1, kSamplesOfSmallBody, kSamplesOfSmallFlare}};
+}
+
+std::optional<ScaledPicture> ScaledFrame::draw(
+    Scene& scene, const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options,
+    const ScaledRequest& request) {
+    const RadianceRequest frame = radianceRequest(options, request);
+    const std::vector<SceneEngagement> solid = withoutGhosts(engagements, options);
+    const std::optional<RadiancePicture> drawn = radiances_.draw(solid, camera, frame);
+    if (!drawn)
+        return std::nullopt;
+    ScaledPicture scaled{
+        QImage(request.width, request.height, QImage::Format_RGB32),
+        endsOf(solid, camera, frame, request, drawn->radiances)};
+
+    SceneOptions lines = options;
+    lines.areLinesAlone = true;
+    const auto linesOver = [&](float ground) {
+        glClearColor(ground, ground, ground, 1.0F);
+        scene.draw(engagements, camera, lines);
+        return pixels(request.width, request.height);
+    };
+    const QImage onWhite = linesOver(1.0F);
+    const QImage onBlack = linesOver(0.0F);
+
+    const auto colours = coloursOf(request.scale.palette);
+    auto radiance = drawn->radiances.begin();
+    for (int y = 0; y < request.height; ++y) {
+        auto* const row = reinterpret_cast<QRgb*>(scaled.picture.scanLine(y));
+        const auto* const white = reinterpret_cast<const QRgb*>(onWhite.constScanLine(y));
+        const auto* const black = reinterpret_cast<const QRgb*>(onBlack.constScanLine(y));
+        for (int x = 0; x < request.width; ++x, ++radiance)
+            row[x] = over(black[x], white[x], colourOf(double{*radiance}, scaled.ends, colours));
+    }
+    return scaled;
+}
+
+ScaleEnds ScaledFrame::endsOf(
+    const std::vector<SceneEngagement>& engagements, const Camera& camera, const RadianceRequest& request,
+    const ScaledRequest& scaled, const std::vector<float>& radiances) {
+    switch (scaled.scale.range) {
+    case PictureScale::Range::Fixed:
+        return {};
+    case PictureScale::Range::Chosen:
+        return {0.0, scaled.scale.white};
+    case PictureScale::Range::Automatic:
+        break;
+    }
+    RadianceRequest followed = request;
+    followed.background = kNothing;
+    followed.showFlares = false;
+    followed.bodiesOf = scaled.followed;
+    followed.fineness = {1, 0, 0};
+    const std::optional<RadiancePicture> drawn = radiances_.draw(engagements, camera, followed);
+    const auto isThere = [](float radiance) {
+        return radiance >= 0.0F;
+    };
+    if (drawn && std::ranges::any_of(drawn->radiances, isThere))
+        return automaticEnds(drawn->radiances);
+    // Where they are too small to be met, by whatever shows.
+    std::vector<float> shown = radiances;
+    std::erase_if(shown, [](float radiance) { return !(radiance > 0.0F); });
+    return automaticEnds(std::move(shown));
+}
+
+void showPicture(const QImage& picture) {
+    const QImage upwards = picture.convertToFormat(QImage::Format_RGB32).mirrored();
+    glPushAttrib(GL_ALL_ATTRIB_BITS);
+    for (const GLenum off : {GLenum{GL_LIGHTING}, GLenum{GL_DEPTH_TEST}, GLenum{GL_BLEND}, GLenum{GL_TEXTURE_2D}})
+        glDisable(off);
+    glWindowPos2i(0, 0);
+    glDrawPixels(upwards.width(), upwards.height(), GL_BGRA, GL_UNSIGNED_BYTE, upwards.constBits());
+    glPopAttrib();
+}
+} // namespace sorvane
