@@ -93,7 +93,7 @@ void addNoise(double deviation, std::uint64_t seed, std::uint64_t frame, SensorP
         const std::uint64_t second = mixed(stream ^ mixed(2 * i + 1));
         const double normal =
             std::sqrt(-2.0 * std::log(fraction(first))) * std::cos(2.0 * std::numbers::pi * fraction(second));
-        picture.values[i] = static_cast<float>(double{picture.values[i]} + deviation * normal);
+        picture.values[i] = static_cast<float>(static_cast<double>(picture.values[i]) + deviation * normal);
     }
 }
 

@@ -32,11 +32,11 @@ constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
 std::array<double, 9> rotationBetween(const LookAt& from, const LookAt& to) {
     std::array<double, 9> product{};
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 3; ++column)
+    for (int row = 0, place = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column, ++place)
             for (int axis = 0; axis < 3; ++axis)
-                product[static_cast<std::size_t>(3 * row + column)] +=
-                    double{to.rotation()(row, axis)} * double{from.rotation()(column, axis)};
+                product[static_cast<std::size_t>(place)] +=
+                    static_cast<double>(to.rotation()(row, axis)) * static_cast<double>(from.rotation()(column, axis));
     return product;
 }
 
@@ -78,7 +78,8 @@ double projectedArea(const flareKeyframe& flare, const std::array<float, 3>& hal
 std::array<double, 3> fromEye(const LookAt& lookAt, const float (&position)[3]) {
     std::array<double, 3> way{};
     for (int axis = 0; axis < 3; ++axis)
-        way[static_cast<std::size_t>(axis)] = double{position[axis]} - double{lookAt.eye().ElementAt(axis)};
+        way[static_cast<std::size_t>(axis)] =
+            static_cast<double>(position[axis]) - static_cast<double>(lookAt.eye().ElementAt(axis));
     return way;
 }
 
@@ -99,7 +100,7 @@ std::array<double, 3> turned(const Matrix<float>& model, const std::array<float,
     for (int row = 0; row < 3; ++row)
         for (int axis = 0; axis < 3; ++axis)
             product[static_cast<std::size_t>(row)] +=
-                double{model(row, axis)} * double{point[static_cast<std::size_t>(axis)]};
+                static_cast<double>(model(row, axis)) * static_cast<double>(point[static_cast<std::size_t>(axis)]);
     return product;
 }
 
@@ -219,7 +220,8 @@ RadianceFrame::fineBoxOf(const Subject& subject, const LookAt& lookAt, const Pix
         for (std::size_t row = 0; row < 3; ++row)
             for (std::size_t axis = 0; axis < 3; ++axis)
                 inEye[row] +=
-                    double{fine.lookAt.rotation()(static_cast<int>(row), static_cast<int>(axis))} * point[axis];
+                    static_cast<double>(fine.lookAt.rotation()(static_cast<int>(row), static_cast<int>(axis))) *
+                    point[axis];
         const double depth = -inEye[2];
         if (!(depth > kNearDepth))
             return std::nullopt;
@@ -230,7 +232,7 @@ RadianceFrame::fineBoxOf(const Subject& subject, const LookAt& lookAt, const Pix
     // A part in a million more on each side, so that rounding cuts nothing off; never without any extent.
     const double margin = 1e-6 * std::max(box.right - box.left, box.top - box.bottom) + 1e-12;
     box = {box.left - margin, box.right + margin, box.bottom - margin, box.top + margin};
-    if (std::ranges::max({-box.left, box.right, -box.bottom, box.top}) > kLargestTangent)
+    if (std::max({-box.left, box.right, -box.bottom, box.top}) > kLargestTangent)
         return std::nullopt;
 
     const int wanted = subject.body != nullptr ? kSamplesOfBody : kSamplesOfFlare;
@@ -257,7 +259,7 @@ std::vector<RadianceFrame::FineBox> RadianceFrame::fineBoxes(const LookAt& lookA
     for (const Subject& subject : subjects_)
         if (sight.reaches(*subject.position, subject.radius))
             if (auto box = fineBoxOf(subject, lookAt, plane))
-                boxes.push_back(std::move(*box));
+                boxes.push_back(*box);
     std::ranges::stable_sort(boxes, {}, &FineBox::sampleSolidAngle);
     for (std::size_t number = 0; number < boxes.size(); ++number)
         subjects_[static_cast<std::size_t>(boxes[number].subject - subjects_.data())].box = number;

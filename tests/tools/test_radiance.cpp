@@ -187,6 +187,16 @@ TEST_F(RadianceCommandTest, TheSameCallMakesTheSameBytesAndFramesHaveNoiseOfThei
     EXPECT_EQ(even, std::vector<float>(64, 0.5F));
 }
 
+TEST_F(RadianceCommandTest, PrintsTheCommandThatRepeatsIt) {
+    const CommandRun run = render(
+        "a.npy", {"--sensor", "9x7", "--blur", "0.5", "--noise", "1e-6", "--bits", "8", "--full-scale", "0.25",
+                  "--unit", "ft", "--print-command"});
+    EXPECT_THAT(
+        run.out,
+        HasSubstr(" --size 9x7 --unit ft --radiance --blur 0.5 --noise 1e-06 --seed 0 --bits 8 --full-scale 0.25 "
+                  "--allow-missing"));
+}
+
 TEST_F(RadianceCommandTest, RefusesWhatMakesNoSense) {
     for (const auto& [output, options, message] : Rows<const char*, std::vector<std::string>, const char*>{
              {"a.png", {}, "a radiance picture is one of exr, tif, tiff, npy"},

@@ -152,6 +152,7 @@ TEST(RenderPlan, SpellsOutTheCommandThatRepeatsIt) {
         "env 'PELSAR_DATA=/it'\\''s/' sorvane render " + here + "ETXYZ.OUT.1 -o " + here +
             "a.png --view threat --at 1.5 --size 640x480 --terrain --no-history --no-drop-lines --line-styles "
             "--antialias 4 "
-            "--readout --labels --title 'It'\\''s' --unit ft");
+            "--readout --unit ft "
+            "--labels --title 'It'\\''s'");
 }
 } // namespace

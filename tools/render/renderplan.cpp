@@ -97,10 +97,12 @@ std::string pointText(const float (&xyz)[3]) {
     return shortestText(xyz[0]) + "," + shortestText(xyz[1]) + "," + shortestText(xyz[2]);
 }
 
-// Appends the options that put texts into pictures.
-void spellOut(const TextRequest& texts, std::vector<std::string>& words) {
+// Appends the options that put texts into pictures, and the unit that radiances need, too.
+void spellOut(const TextRequest& texts, bool hasRadiances, std::vector<std::string>& words) {
     if (texts.hasReadout)
         words.emplace_back("--readout");
+    if ((texts.hasReadout || hasRadiances) && texts.unit != LengthUnit::Unstated)
+        words.insert(words.end(), {"--unit", texts.unit == LengthUnit::Feet ? "ft" : "m"});
     if (texts.hasLabels)
         words.emplace_back("--labels");
     if (!texts.title.empty())
@@ -191,10 +193,8 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
         words.emplace_back("--line-styles");
     if (plan.scene.samples > 0)
         words.insert(words.end(), {"--antialias", std::to_string(plan.scene.samples)});
-    spellOut(request.texts, words);
+    spellOut(request.texts, request.radiance.isOn, words);
     spellOut(request.radiance, words);
-    if ((request.texts.hasReadout || request.radiance.isOn) && request.texts.unit != LengthUnit::Unstated)
-        words.insert(words.end(), {"--unit", request.texts.unit == LengthUnit::Feet ? "ft" : "m"});
     if (request.allowsMissing)
         words.emplace_back("--allow-missing");
     return shellCommand(words);
