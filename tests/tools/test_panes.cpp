@@ -145,7 +145,7 @@ TEST_F(PanesTest, RefusesWhatCannotBeMeant) {
              {{"--panes", "threat,"}, "\"\" " + views},
              {{"--panes", "threat"}, count + "1"},
              {{"--panes", "threat,gyro,target,free,overview"}, count + "5"},
-             {{"--panes", "threat,gyro", "--view", "gyro"}, "--panes excludes --view"},
+             {{"--panes", "threat,gyro", "--view", "gyro"}, "--view excludes --panes"},
              {{"--panes", "threat,gyro", "--eye", "1,2,3"}, "place the free view's camera"},
              {{"--panes", "threat,gyro", "--size", "33x16"},
               "--size 33x16 is too small for 2 panes: 34x16 is the least"},
