@@ -59,6 +59,7 @@ enum class KeyCommand {
     ToggleNames,
     TogglePlots,
     ToggleRuns,
+    OpenView,
     ToggleLineStyles,
     CycleAntialiasing,
     ToggleFullScreen,

@@ -100,6 +100,12 @@ public:
     // The names of the bodies on show, and where they are.
     std::vector<sorvane::BodyLabel> bodyLabels(const sorvane::EngagementName& nameOf) const;
 
+    // What the next frame would show: the engagements as they are hidden now, which of them the camera follows, and how
+    // they are drawn.
+    const std::vector<sorvane::SceneEngagement>& engagements();
+    std::optional<sorvane::EngagementId> followed() const;
+    sorvane::SceneOptions sceneOptions() const;
+
     const sorvane::Camera& camera() const { return camera_; }
     double currentTime() const { return currentTime_; }
 
@@ -108,6 +114,10 @@ public:
     int heightForWidth(int w) const override { return w; }
 
 signals:
+    // A frame has been drawn.
+    void painted();
+    // An engagement is drawn no more, or has other samples.
+    void forgotten(sorvane::EngagementId id);
     // The user has moved it, not playback.
     void cameraMoved();
     // A frame has left terrain out that is not loaded.
@@ -126,15 +136,12 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    // Runs what moves the camera, unless the view is the seeker's.
-    template <class Move> void moveCamera(const Move& move);
+    void updateIf(bool hasMoved);
     void repaintOnChecks();
     bool hasCurrentContext() const;
     void takeSizeFromGeometry();
     void startDrawing();
     void forget(sorvane::EngagementId id);
-    std::optional<sorvane::EngagementId> followed() const;
-    sorvane::SceneOptions optionsFromForm() const;
 
     float initA_ = 0.0F;
     float initB_ = 0.0F;

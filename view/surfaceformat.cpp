@@ -1,6 +1,7 @@
 // The kind of OpenGL that the view needs.
 #include "surfaceformat.h"
 
+#include <QCoreApplication>
 #include <QSurfaceFormat>
 
 namespace sorvane {
@@ -11,5 +12,9 @@ QSurfaceFormat viewSurfaceFormat() {
     format.setProfile(QSurfaceFormat::CompatibilityProfile);
     format.setDepthBufferSize(24);
     return format;
+}
+
+void shareOpenGlObjects() {
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
 }
 } // namespace sorvane

@@ -199,6 +199,7 @@ private:
 
 int main(int argc, char** argv) {
     QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
+    shareOpenGlObjects();
     qputenv("SORVANE_NO_SETTINGS", "1");
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");

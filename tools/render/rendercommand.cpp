@@ -111,6 +111,16 @@ void addCameraOptions(CLI::App& parser, RenderRequest& request) {
             "every sample (overview) (default threat)")
         ->check(CLI::IsMember(modes))
         ->type_name("VIEW");
+    parser
+        .add_option_function<std::string>(
+            "--panes",
+            [&request](const std::string& text) {
+                if (const auto problem = readPanes(text, request.panes))
+                    throw CLI::ValidationError("--panes", problem->text);
+            },
+            "Two to four of these views in one picture of --size, such as threat,gyro,target,overview")
+        ->type_name("VIEW,VIEW...")
+        ->excludes("--view");
     const auto addPoint = [&](const char* name, std::optional<std::array<float, 3>>& point, const char* description) {
         parser
             .add_option_function<std::string>(

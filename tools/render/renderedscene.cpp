@@ -35,7 +35,8 @@ std::optional<QString> firstMissing(std::initializer_list<QString> paths) {
 } // namespace
 
 RenderedScene::RenderedScene(const RenderRequest& request, Say say)
-    : request_(request), say_(std::move(say)), view_(request.size), texts_(request.texts, request.size) {}
+    : request_(request), say_(std::move(say)), layout_(request.size, request.panes.size()), view_(layout_.paneSize()),
+      texts_(request.texts, layout_.paneSize()) {}
 
 std::optional<sorvane::Problem> RenderedScene::problem() const {
     for (const auto& problem : {view_.problem(), texts_.problem()})
@@ -69,14 +70,30 @@ std::optional<sorvane::Problem> RenderedScene::load() {
     return std::nullopt;
 }
 
-QImage RenderedScene::draw(const SceneOptions& scene, const CameraChoice& camera) {
+QImage RenderedScene::draw(const SceneOptions& scene, std::span<const CameraChoice> cameras) {
+    const bool isOne = cameras.size() == 1;
+    QImage picture = isOne ? QImage() : layout_.emptyPicture();
+    for (std::size_t i = 0; i < cameras.size(); ++i) {
+        QImage pane = drawView(scene, cameras[i]);
+        if (pane.isNull() || (!isOne && picture.isNull()))
+            return {};
+        const PictureSubject subject{view_, cameras[i], followed_, scene.time};
+        texts_.paintLabels(pane, subject);
+        if (i == layout_.lowerLeft())
+            texts_.paintReadout(pane, subject, cameras);
+        if (isOne)
+            picture = std::move(pane);
+        else
+            layout_.put(pane, i, picture);
+    }
+    texts_.paintTitle(picture);
+    return picture;
+}
+
+QImage RenderedScene::drawView(const SceneOptions& scene, const CameraChoice& camera) {
     QImage picture;
     const LoaderOutcome drawn = runLoader([&] { picture = view_.draw(scene, camera, followed_); });
-    if (!drawn.hasReturned())
-        return {};
-    if (!picture.isNull())
-        texts_.paint(picture, {view_, camera, followed_, scene.time});
-    return picture;
+    return drawn.hasReturned() ? picture : QImage();
 }
 
 std::optional<RadianceImage>

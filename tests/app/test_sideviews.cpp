@@ -1,0 +1,163 @@
+// Further view windows: what they show, what moves them, when they end.
+#include "windowfixture.h"
+
+#include <QMouseEvent>
+#include <QPointer>
+
+#include "environmentvariable.h"
+#include "framegrab.h"
+#include "makedemonstration.h"
+#include "rows.h"
+#include "sideview.h"
+
+using namespace sorvane;
+
+namespace {
+struct SideViewsTest : WindowTest {
+    QString demo = folder.filePath("demo");
+    EnvironmentVariable dataRoot{"PELSAR_DATA", (demo + "/data/").toStdString()};
+
+    void SetUp() override {
+        ASSERT_EQ(makeDemonstration(demo.toStdString()), std::nullopt);
+        showWindow();
+        window.loadEtxyzFile(demo + "/ETXYZ.OUT.turn");
+        box->setValue(6.0);
+        QTest::qWait(50);
+    }
+    QList<SideView*> sides() { return window.findChildren<SideView*>(); }
+    // Presses W in the main view; the window that opens.
+    SideView* open() {
+        const QList<SideView*> before = sides();
+        press(Qt::Key_W);
+        for (SideView* const side : sides())
+            if (!before.contains(side)) {
+                EXPECT_TRUE(QTest::qWaitForWindowExposed(side));
+                QTest::qWait(50);
+                return side;
+            }
+        return nullptr;
+    }
+    static std::array<float, 6> cameraOf(const Camera& camera) {
+        const Vector<float>& eye = camera.eye();
+        const Vector<float>& centre = camera.centre();
+        return {eye.ElementAt(0),    eye.ElementAt(1),    eye.ElementAt(2),
+                centre.ElementAt(0), centre.ElementAt(1), centre.ElementAt(2)};
+    }
+};
+
+TEST_F(SideViewsTest, EachShowsAViewThatNobodyShowsYet) {
+    for (const char* const title : {"Gyro: ETXYZ.OUT.turn", "Target: ETXYZ.OUT.turn", "Overview: ETXYZ.OUT.turn"}) {
+        const SideView* const side = open();
+        ASSERT_NE(side, nullptr);
+        EXPECT_EQ(side->windowTitle(), title);
+        EXPECT_TRUE(side->isWindow());
+    }
+    EXPECT_EQ(open(), nullptr);
+    EXPECT_EQ(notice->text(), "Three further views are open: close one of them first");
+    // One that is closed makes room, and its view is free again.
+    const QPointer<SideView> closed = sides().at(1);
+    closed->close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return closed == nullptr; }));
+    press(Qt::Key_3); // the target, in the main view
+    const SideView* const fourth = open();
+    ASSERT_NE(fourth, nullptr);
+    EXPECT_EQ(fourth->viewMode(), ViewThreat);
+    window.close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return sides().isEmpty(); }));
+}
+
+// The same picture to the last bit: bodies included, which the main view has loaded.
+TEST_F(SideViewsTest, ShowsWhatTheMainViewWouldInTheSameView) {
+    SideView* const side = open();
+    ASSERT_NE(side, nullptr);
+    side->resize(view->size());
+    action("actionShow_Terrain")->setChecked(true);
+    press(Qt::Key_S);
+    for (const Qt::Key key : {Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_5}) {
+        press(key);
+        QTest::keyClick(side, key);
+        QTest::qWait(100);
+        ASSERT_EQ(side->size(), view->size());
+        const QImage shown = grabFrame(*view);
+        EXPECT_TRUE(grabFrame(*side) == shown) << "key " << key;
+        EXPECT_TRUE(grabFrame(*view) == shown) << "the main view is not disturbed, key " << key;
+    }
+}
+
+TEST_F(SideViewsTest, PlayingMovesIt) {
+    SideView* const side = open();
+    ASSERT_NE(side, nullptr);
+    QTest::keyClick(side, Qt::Key_3);
+    const QImage before = onScreen(*side);
+    const auto start = cameraOf(side->camera());
+    PaintCounter counter;
+    side->installEventFilter(&counter);
+    QTest::keyClick(side, Qt::Key_Space); // the viewer's keys work there
+    EXPECT_TRUE(timer->isActive());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints >= 3; }));
+    QTest::keyClick(side, Qt::Key_Space);
+    EXPECT_FALSE(timer->isActive());
+    EXPECT_FALSE(onScreen(*side) == before);
+    EXPECT_NE(cameraOf(side->camera()), start);
+    // As far as the main view's, which has come the same way.
+    press(Qt::Key_3);
+    QTest::keyClick(side, Qt::Key_3);
+    box->setValue(9.0);
+    QTest::qWait(100);
+    EXPECT_EQ(cameraOf(side->camera()), cameraOf(view->camera()));
+}
+
+TEST_F(SideViewsTest, KeysAndMouseMoveItsCameraAlone) {
+    SideView* const side = open();
+    ASSERT_NE(side, nullptr);
+    const auto main = cameraOf(view->camera());
+    for (const auto& [key, mode, title] : Rows<Qt::Key, ViewMode, const char*>{
+             {Qt::Key_1, ViewThreat, "Threat: ETXYZ.OUT.turn"},
+             {Qt::Key_2, ViewGyro, "Gyro: ETXYZ.OUT.turn"},
+             {Qt::Key_4, ViewFree, "Free: ETXYZ.OUT.turn"},
+             {Qt::Key_5, ViewFree, "Overview: ETXYZ.OUT.turn"},
+             {Qt::Key_3, ViewTarget, "Target: ETXYZ.OUT.turn"}}) {
+        QTest::keyClick(side, key);
+        EXPECT_EQ(side->viewMode(), mode);
+        EXPECT_EQ(side->windowTitle(), title);
+    }
+    EXPECT_EQ(view->viewMode(), ViewThreat);
+    QTest::qWait(50);
+    const auto start = cameraOf(side->camera());
+    QTest::keyClick(side, Qt::Key_Left, Qt::AltModifier);
+    const auto turned = cameraOf(side->camera());
+    EXPECT_NE(turned, start);
+    const QPoint from = side->rect().center();
+    QTest::mouseDClick(side, Qt::LeftButton, {}, from);
+    QTest::qWait(50);
+    EXPECT_EQ(cameraOf(side->camera()), start);
+    QTest::mousePress(side, Qt::LeftButton, {}, from);
+    QMouseEvent move(
+        QEvent::MouseMove, from - QPoint(50, 0), side->mapToGlobal(from - QPoint(50, 0)), Qt::NoButton, Qt::LeftButton,
+        Qt::NoModifier);
+    QCoreApplication::sendEvent(side, &move);
+    EXPECT_EQ(cameraOf(side->camera()), turned);
+    EXPECT_EQ(cameraOf(view->camera()), main);
+}
+
+TEST_F(SideViewsTest, FollowsWhatIsFollowedAndForgetsWhatIsGone) {
+    SideView* const side = open();
+    ASSERT_NE(side, nullptr);
+    QTest::keyClick(side, Qt::Key_3);
+    loadUntil(20.0, "ETXYZ.OUT.other");
+    press(Qt::Key_PageDown);
+    QTest::qWait(100);
+    EXPECT_EQ(side->windowTitle(), "Target: ETXYZ.OUT.other");
+    const auto other = cameraOf(side->camera());
+    press(Qt::Key_3);
+    QTest::qWait(50);
+    EXPECT_EQ(other, cameraOf(view->camera()));
+    press(Qt::Key_F5);
+    press(Qt::Key_Delete);
+    engagements().clear();
+    QTest::qWait(100);
+    EXPECT_EQ(side->windowTitle(), "Target");
+    const QImage empty = grabFrame(*side);
+    EXPECT_GT(empty.width(), 0);
+}
+} // namespace

@@ -1,0 +1,131 @@
+// A further window onto what the main view shows, with a camera of its own.
+#include "sideview.h"
+
+#include <algorithm>
+
+#include <QMouseEvent>
+#include <QOpenGLContext>
+#include <QWheelEvent>
+
+#include "aircraftwidget.h"
+#include "cameramoves.h"
+#include "camerasubject.h"
+#include "glentrypoints.h"
+#include "overview.h"
+#include "projection.h"
+
+namespace sorvane {
+SideView::SideView(AircraftWidget& main, QWidget* parent) : QOpenGLWidget(parent, Qt::Window), main_(&main) {
+    setMinimumSize(50, 50);
+    setFocusPolicy(Qt::StrongFocus);
+    connect(&main, &AircraftWidget::painted, this, qOverload<>(&QWidget::update));
+    connect(&main, &AircraftWidget::forgotten, this, &SideView::forget);
+}
+
+SideView::~SideView() {
+    makeCurrent();
+    scene_.reset();
+    doneCurrent();
+}
+
+void SideView::choose(ViewMode mode) {
+    camera_.setMode(mode);
+    isOverview_ = false;
+    startOver();
+}
+
+void SideView::chooseOverview() {
+    camera_.setMode(ViewFree);
+    isOverview_ = true;
+    startOver();
+}
+
+void SideView::startOver() {
+    isPlaced_ = false;
+    update();
+}
+
+void SideView::turn(double right, double down) {
+    updateIf(turnCamera(camera_, right, down));
+}
+
+void SideView::slide(double right, double down) {
+    updateIf(slideCamera(camera_, right, down));
+}
+
+void SideView::zoom(double notches) {
+    updateIf(zoomCamera(camera_, notches));
+}
+
+void SideView::updateIf(bool hasMoved) {
+    if (hasMoved)
+        update();
+}
+
+void SideView::initializeGL() {
+    if (main_ == nullptr || !QOpenGLContext::areSharing(context(), main_->context()) || !loadGlEntryPoints())
+        return;
+    setUpScene();
+    scene_ = std::make_unique<Scene>();
+}
+
+void SideView::paintGL() {
+    if (main_ == nullptr || scene_ == nullptr)
+        return clearFrame();
+    const std::vector<SceneEngagement>& engagements = main_->engagements();
+    SceneOptions options = main_->sceneOptions();
+    options.pixelRatio = devicePixelRatio();
+    const auto found = std::ranges::find(
+        engagements, main_->followed(), [](const SceneEngagement& shown) { return std::optional(shown.id); });
+    double fieldOfView = kDefaultFieldOfViewDegrees;
+    if (found != engagements.end()) {
+        follow(*found, options.time);
+        if (viewMode() == ViewGyro)
+            fieldOfView = double{found->engagement->fieldOfView};
+    }
+    applyProjection(fieldOfView, std::max(width(), 1), std::max(height(), 1), devicePixelRatio());
+    scene_->draw(engagements, camera_, options);
+}
+
+void SideView::follow(const SceneEngagement& followed, double time) {
+    const CameraSubject now = subjectAt(*followed.engagement, time);
+    if (isPlaced_ && followed_ == followed.id) {
+        camera_.follow(subjectAt(*followed.engagement, time_), now);
+    } else if (isOverview_) {
+        const Viewpoint over = overviewOf(*followed.engagement, kDefaultFieldOfViewDegrees, width(), height());
+        camera_.place(over.eye, over.centre);
+    } else {
+        camera_.reset(now);
+        camera_.follow(now, now); // places the seeker's
+    }
+    isPlaced_ = true;
+    followed_ = followed.id;
+    time_ = time;
+}
+
+void SideView::forget(EngagementId id) {
+    if (scene_ == nullptr)
+        return;
+    makeCurrent();
+    scene_->forget(id);
+    doneCurrent();
+    update();
+}
+
+void SideView::mousePressEvent(QMouseEvent* event) {
+    pressCamera(camera_, *event);
+}
+
+void SideView::mouseMoveEvent(QMouseEvent* event) {
+    updateIf(dragCamera(camera_, *event));
+}
+
+void SideView::mouseDoubleClickEvent(QMouseEvent* event) {
+    startOver();
+    pressCamera(camera_, *event);
+}
+
+void SideView::wheelEvent(QWheelEvent* event) {
+    updateIf(zoomCamera(camera_, *event));
+}
+} // namespace sorvane

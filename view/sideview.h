@@ -1,0 +1,63 @@
+// A further window onto what the main view shows, with a camera of its own.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include <QOpenGLWidget>
+#include <QPointer>
+
+#include "camera.h"
+#include "scene.h"
+
+class AircraftWidget;
+
+namespace sorvane {
+// Shows the main view's engagements at its time with its options, and follows the engagement that it follows. Paints
+// when the main view does. The bodies are the main view's: the contexts of both share their objects
+// (shareOpenGlObjects), without which it stays empty.
+class SideView : public QOpenGLWidget {
+    Q_OBJECT
+
+public:
+    // A window, whatever its parent.
+    SideView(AircraftWidget& main, QWidget* parent);
+    ~SideView() override;
+
+    // Chooses a view and puts the camera where it starts: that of the free one stays where it is.
+    void choose(ViewMode mode);
+    // The free view that has all of the followed engagement in the picture.
+    void chooseOverview();
+    ViewMode viewMode() const { return camera_.mode(); }
+    bool isOverview() const { return isOverview_; }
+    const Camera& camera() const { return camera_; }
+
+    // As AircraftWidget's.
+    void turn(double right, double down);
+    void slide(double right, double down);
+    void zoom(double notches);
+
+protected:
+    void initializeGL() override;
+    void paintGL() override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void updateIf(bool hasMoved);
+    void startOver();
+    // The main view's time or followed engagement may be others than in the last frame.
+    void follow(const SceneEngagement& followed, double time);
+    void forget(EngagementId id);
+
+    QPointer<AircraftWidget> main_;
+    Camera camera_;
+    bool isOverview_ = false;
+    bool isPlaced_ = false; // the camera, since it was last to start over
+    std::optional<EngagementId> followed_;
+    double time_ = 0.0;            // of the frame on show, seconds
+    std::unique_ptr<Scene> scene_; // made with the GL context current and ended so
+};
+} // namespace sorvane
