@@ -11,6 +11,7 @@
 #include "aircraftwidget.h"
 #include "camerakeys.h"
 #include "currentengagement.h"
+#include "scalekeys.h"
 #include "viewnotice.h"
 
 namespace sorvane {
@@ -98,6 +99,8 @@ void SideViews::run(SideView& view, KeyCommand command) {
         view.chooseOverview();
     else if (command == KeyCommand::ToggleFullScreen)
         view.setWindowState(view.windowState() ^ Qt::WindowFullScreen);
+    else if (const std::optional<PictureScale> scale = scaleAfter(command, view.scale(), view.scaleEnds()))
+        view.setScale(*scale);
     else if (!moveByKey(view, command))
         return parts_.runKey(command);
     name(view);

@@ -162,7 +162,8 @@ ReadoutSubject WindowFeatures::readoutSubject() const {
         .viewMode = parts_.form.glWidget->viewMode(),
         .unit = display_.unit(),
         .rate = askedRate(),
-        .isPlaying = parts_.clock.isRunning()};
+        .isPlaying = parts_.clock.isRunning(),
+        .pointed = display_.pointedLines()};
 }
 
 double WindowFeatures::askedRate() const {
@@ -271,6 +272,11 @@ void WindowFeatures::run(KeyCommand command) {
         return sides_.open();
     case KeyCommand::ToggleLineStyles:
         return parts_.form.glWidget->setLineStyles(!parts_.form.glWidget->lineStyles());
+    case KeyCommand::CycleScale:
+    case KeyCommand::CyclePalette:
+    case KeyCommand::ScaleUp:
+    case KeyCommand::ScaleDown:
+        return display_.changeScale(command);
     case KeyCommand::CycleAntialiasing:
         return display_.cycleAntialiasing();
     case KeyCommand::ToggleFullScreen:

@@ -2,6 +2,7 @@
 #include "aircraftwidget.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QMouseEvent>
 #include <QOpenGLContext>
@@ -46,6 +47,7 @@ AircraftWidget::AircraftWidget(QWidget* parent) : QOpenGLWidget(parent) {
 
 AircraftWidget::~AircraftWidget() {
     makeCurrent();
+    scaled_.reset();
     scene_.reset();
     doneCurrent();
 }
@@ -173,6 +175,41 @@ void AircraftWidget::setSamples(int samples) {
     update();
 }
 
+void AircraftWidget::setScale(const PictureScale& scale) {
+    scale_ = scale;
+    update();
+}
+
+void AircraftWidget::setCentimetresPerUnit(double centimetres) {
+    centimetresPerUnit_ = centimetres;
+    update();
+}
+
+ScaledRequest AircraftWidget::scaledRequest() const {
+    const double ratio = devicePixelRatio();
+    return {
+        .scale = scale_,
+        .fieldOfViewDegrees = fieldOfViewDegrees(engagements_),
+        .width = std::max(static_cast<int>(std::lround(width_ * ratio)), 1),
+        .height = std::max(static_cast<int>(std::lround(height_ * ratio)), 1),
+        .followed = followed(),
+        .centimetresPerUnit = centimetresPerUnit_};
+}
+
+std::optional<PointedRadiance> AircraftWidget::radianceAt(const QPointF& place) {
+    if (!isGlewInitialised_ || scene_ == nullptr)
+        return std::nullopt;
+    std::optional<PointedRadiance> pointed;
+    const QPointF pixel = place * devicePixelRatio();
+    takeHidden(engagements_);
+    withContext([&] {
+        pointed = scaled_->at(
+            static_cast<int>(std::floor(pixel.x())), static_cast<int>(std::floor(pixel.y())), engagements_, camera_,
+            sceneOptions(), scaledRequest());
+    });
+    return pointed;
+}
+
 int AircraftWidget::samples() const {
     const int wanted = askedSamples_.value_or(defaultSamples_);
     return sampleChoices_.empty() ? wanted : std::min(wanted, sampleChoices_.back());
@@ -218,7 +255,7 @@ void AircraftWidget::paintGL() {
         return clearFrame();
     takeHidden(engagements_);
     const SceneOptions options = sceneOptions();
-    scene_->draw(engagements_, camera_, options);
+    scaled_->paint(*scene_, engagements_, camera_, options, scaledRequest());
     const auto isLoaded = [](const Terrain* terrain) {
         return terrain->isLoaded();
     };

@@ -12,6 +12,7 @@
 
 #include "bodylabels.h"
 #include "camera.h"
+#include "scaledframe.h"
 #include "scene.h"
 #include "terrainloading.h"
 #include "viewmode.h"
@@ -97,6 +98,17 @@ public:
     // What can be chosen; nothing before the first frame.
     const std::vector<int>& sampleChoices() const { return sampleChoices_; }
 
+    // What the picture's colours mean in radiance: at start what they always have.
+    void setScale(const sorvane::PictureScale& scale);
+    const sorvane::PictureScale& scale() const { return scale_; }
+    // Of the frame on show.
+    const sorvane::ScaleEnds& scaleEnds() const { return scaled_->ends(); }
+    // How long the trajectories' unit of length is, for the radiance of flares. At start a metre.
+    void setCentimetresPerUnit(double centimetres);
+    double centimetresPerUnit() const { return centimetresPerUnit_; }
+    // What shows at a place of the view in logical pixels; nothing before the first frame.
+    std::optional<sorvane::PointedRadiance> radianceAt(const QPointF& place);
+
     // The names of the bodies on show, and where they are.
     std::vector<sorvane::BodyLabel> bodyLabels(const sorvane::EngagementName& nameOf) const;
 
@@ -142,6 +154,7 @@ private:
     void takeSizeFromGeometry();
     void startDrawing();
     void forget(sorvane::EngagementId id);
+    sorvane::ScaledRequest scaledRequest() const;
 
     float initA_ = 0.0F;
     float initB_ = 0.0F;
@@ -161,5 +174,8 @@ private:
     std::vector<int> sampleChoices_;
     bool isSuspended_ = false; // while set, a frame is cleared and nothing drawn; nothing sets it
     bool isGlewInitialised_ = false;
+    sorvane::PictureScale scale_;
+    double centimetresPerUnit_ = sorvane::kCentimetresPerMetre;
+    std::unique_ptr<sorvane::ScaledFrame> scaled_ = std::make_unique<sorvane::ScaledFrame>(); // ended like the scene
     std::unique_ptr<sorvane::Scene> scene_; // made with the GL context current and ended so
 };

@@ -166,7 +166,7 @@ std::vector<std::array<double, 3>> RadianceFrame::outlineOf(const Subject& subje
 
 // Nothing for what is as fine as need be in the picture, out of it, or about the eye.
 std::optional<RadianceFrame::FineBox>
-RadianceFrame::fineBoxOf(const Subject& subject, const LookAt& lookAt, const PixelPlane& plane) {
+RadianceFrame::fineBoxOf(const Subject& subject, const LookAt& lookAt, const PixelPlane& plane) const {
     if (!std::isfinite(subject.radius))
         return std::nullopt;
     const std::vector<std::array<double, 3>> outline = outlineOf(subject, lookAt);

@@ -93,7 +93,7 @@ private:
 
     void collect(const std::vector<SceneEngagement>& engagements, const Camera& camera, double time);
     static std::vector<std::array<double, 3>> outlineOf(const Subject& subject, const LookAt& lookAt);
-    static std::optional<FineBox> fineBoxOf(const Subject& subject, const LookAt& lookAt, const PixelPlane& plane);
+    std::optional<FineBox> fineBoxOf(const Subject& subject, const LookAt& lookAt, const PixelPlane& plane) const;
     std::vector<FineBox> fineBoxes(const LookAt& lookAt, const PixelPlane& plane);
     bool drawBox(const LookAt& lookAt, const TangentBox& box, int columns, int rows, std::size_t finestBox);
     void drawSubjects(const LookAt& lookAt, const Sight& sight, const DepthSlice& slice, std::size_t finestBox);

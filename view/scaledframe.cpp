@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "colourbar.h"
 #include "glapi.h"
 
 namespace sorvane {
@@ -29,6 +30,17 @@ QImage pixels(int width, int height) {
     glPixelStorei(GL_PACK_ALIGNMENT, rowAlignment);
     glReadPixels(0, 0, width, height, GL_BGRA, GL_UNSIGNED_BYTE, picture.bits());
     return picture.mirrored();
+}
+
+// The picture in the current framebuffer becomes this one, of its size.
+void showPicture(const QImage& picture) {
+    const QImage upwards = picture.convertToFormat(QImage::Format_RGB32).mirrored();
+    glPushAttrib(GL_ALL_ATTRIB_BITS);
+    for (const GLenum off : {GLenum{GL_LIGHTING}, GLenum{GL_DEPTH_TEST}, GLenum{GL_BLEND}, GLenum{GL_TEXTURE_2D}})
+        glDisable(off);
+    glWindowPos2i(0, 0);
+    glDrawPixels(upwards.width(), upwards.height(), GL_BGRA, GL_UNSIGNED_BYTE, upwards.constBits());
+    glPopAttrib();
 }
 
 // Lines over a black ground and over a white one: what they have in common is theirs, and by what they differ the
@@ -115,6 +127,54 @@ std::optional<ScaledPicture> ScaledFrame::draw(
     return scaled;
 }
 
+void ScaledFrame::paint(
+    Scene& scene, const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options,
+    const ScaledRequest& request) {
+    ends_ = {};
+    std::optional<ScaledPicture> scaled;
+    if (!request.scale.isOrdinary())
+        scaled = draw(scene, engagements, camera, options, request);
+    if (!scaled) {
+        glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
+        scene.draw(engagements, camera, options);
+        if (!request.scale.hasColourBar)
+            return;
+        scaled = ScaledPicture{pixels(request.width, request.height), {}};
+    }
+    ends_ = scaled->ends;
+    if (request.scale.hasColourBar)
+        paintColourBar(scaled->picture, ends_, request.scale.palette);
+    showPicture(scaled->picture);
+}
+
+std::optional<PointedRadiance> ScaledFrame::at(
+    int column, int row, const std::vector<SceneEngagement>& engagements, const Camera& camera,
+    const SceneOptions& options, const ScaledRequest& request) {
+    const TangentBox box = PixelPlane(request.fieldOfViewDegrees, request.width, request.height).boxOf(column, row);
+    const std::vector<SceneEngagement> solid = withoutGhosts(engagements, options);
+    const auto sample = [&](RadianceLight light) {
+        RadianceRequest asked = radianceRequest(options, request);
+        asked.light = light;
+        return radiances_.sample(solid, camera, asked, box);
+    };
+    const std::optional<float> lit = sample({});
+    if (!lit)
+        return std::nullopt;
+    const Tangents middle{(box.left + box.right) / 2.0, (box.bottom + box.top) / 2.0};
+    PointedRadiance pointed{
+        pick_.along(rayThrough(LookAt(camera), middle), solid, camera.mode(), options), double{*lit}};
+    const bool isFacet = pointed.picked.thing == Picked::Thing::Target || pointed.picked.thing == Picked::Thing::Threat;
+    if (!isFacet)
+        return pointed;
+    const std::optional<float> inShade = sample({.hasSun = false});
+    const std::optional<float> inDark = sample({.hasSun = false, .hasSkyAndEarth = false});
+    if (inShade && inDark)
+        pointed.parts = {
+            double{pointed.picked.ownRadiance}, double{*lit} - double{*inShade}, double{*inShade} - double{*inDark},
+            double{*inDark} - double{pointed.picked.ownRadiance}};
+    return pointed;
+}
+
 ScaleEnds ScaledFrame::endsOf(
     const std::vector<SceneEngagement>& engagements, const Camera& camera, const RadianceRequest& request,
     const ScaledRequest& scaled, const std::vector<float>& radiances) {
@@ -143,13 +203,4 @@ ScaleEnds ScaledFrame::endsOf(
     return automaticEnds(std::move(shown));
 }
 
-void showPicture(const QImage& picture) {
-    const QImage upwards = picture.convertToFormat(QImage::Format_RGB32).mirrored();
-    glPushAttrib(GL_ALL_ATTRIB_BITS);
-    for (const GLenum off : {GLenum{GL_LIGHTING}, GLenum{GL_DEPTH_TEST}, GLenum{GL_BLEND}, GLenum{GL_TEXTURE_2D}})
-        glDisable(off);
-    glWindowPos2i(0, 0);
-    glDrawPixels(upwards.width(), upwards.height(), GL_BGRA, GL_UNSIGNED_BYTE, upwards.constBits());
-    glPopAttrib();
-}
 } // namespace sorvane

@@ -8,6 +8,7 @@
 
 #include "picturescale.h"
 #include "radianceframe.h"
+#include "radiancepick.h"
 #include "scene.h"
 
 namespace sorvane {
@@ -23,6 +24,20 @@ struct ScaledRequest {
 struct ScaledPicture {
     QImage picture; // Format_RGB32
     ScaleEnds ends;
+};
+
+// The radiance of a place in a picture, W/cm²/sr, and where it comes from: the parts add up to it.
+struct PointedRadiance {
+    struct Parts {
+        double own = 0.0;
+        double sun = 0.0;
+        double skyAndEarth = 0.0;
+        double otherFacets = 0.0;
+    };
+
+    Picked picked;
+    double radiance = 0.0;
+    std::optional<Parts> parts{}; // of a facet
 };
 
 // The ends of an automatic scale: the 2nd and the 99.8th percentile of the radiances, between neighbours in
@@ -45,6 +60,19 @@ public:
         Scene& scene, const std::vector<SceneEngagement>& engagements, const Camera& camera,
         const SceneOptions& options, const ScaledRequest& request);
 
+    // Draws the scene as it is, or this in its place where the request's scale asks for it, with the colour bar.
+    void paint(
+        Scene& scene, const std::vector<SceneEngagement>& engagements, const Camera& camera,
+        const SceneOptions& options, const ScaledRequest& request);
+    // Of the frame that was painted last.
+    const ScaleEnds& ends() const { return ends_; }
+
+    // What shows at a pixel of the picture, rows counted from the top, and its radiance. Nothing when the context has
+    // no framebuffers of floats.
+    std::optional<PointedRadiance>
+    at(int column, int row, const std::vector<SceneEngagement>& engagements, const Camera& camera,
+       const SceneOptions& options, const ScaledRequest& request);
+
     // The request for the frame's radiances.
     static RadianceRequest radianceRequest(const SceneOptions& options, const ScaledRequest& request);
 
@@ -54,8 +82,7 @@ private:
         const ScaledRequest& scaled, const std::vector<float>& radiances);
 
     RadianceFrame radiances_;
+    RadiancePick pick_;
+    ScaleEnds ends_;
 };
-
-// The picture in the current framebuffer becomes this one, of its size.
-void showPicture(const QImage& picture);
 } // namespace sorvane

@@ -2,6 +2,7 @@
 #include "sideview.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QMouseEvent>
 #include <QOpenGLContext>
@@ -24,6 +25,7 @@ SideView::SideView(AircraftWidget& main, QWidget* parent) : QOpenGLWidget(parent
 
 SideView::~SideView() {
     makeCurrent();
+    scaled_.reset();
     scene_.reset();
     doneCurrent();
 }
@@ -42,6 +44,11 @@ void SideView::chooseOverview() {
 
 void SideView::startOver() {
     isPlaced_ = false;
+    update();
+}
+
+void SideView::setScale(const PictureScale& scale) {
+    scale_ = scale;
     update();
 }
 
@@ -84,7 +91,14 @@ void SideView::paintGL() {
             fieldOfView = double{found->engagement->fieldOfView};
     }
     applyProjection(fieldOfView, std::max(width(), 1), std::max(height(), 1), devicePixelRatio());
-    scene_->draw(engagements, camera_, options);
+    scaled_->paint(
+        *scene_, engagements, camera_, options,
+        {.scale = scale_,
+         .fieldOfViewDegrees = fieldOfView,
+         .width = std::max(static_cast<int>(std::lround(width() * options.pixelRatio)), 1),
+         .height = std::max(static_cast<int>(std::lround(height() * options.pixelRatio)), 1),
+         .followed = main_->followed(),
+         .centimetresPerUnit = main_->centimetresPerUnit()});
 }
 
 void SideView::follow(const SceneEngagement& followed, double time) {

@@ -8,6 +8,7 @@
 #include <QPointer>
 
 #include "camera.h"
+#include "scaledframe.h"
 #include "scene.h"
 
 class AircraftWidget;
@@ -31,6 +32,11 @@ public:
     ViewMode viewMode() const { return camera_.mode(); }
     bool isOverview() const { return isOverview_; }
     const Camera& camera() const { return camera_; }
+
+    // What its colours mean in radiance, whatever those of the main view mean.
+    void setScale(const PictureScale& scale);
+    const PictureScale& scale() const { return scale_; }
+    const ScaleEnds& scaleEnds() const { return scaled_->ends(); }
 
     // As AircraftWidget's.
     void turn(double right, double down);
@@ -57,7 +63,9 @@ private:
     bool isOverview_ = false;
     bool isPlaced_ = false; // the camera, since it was last to start over
     std::optional<EngagementId> followed_;
-    double time_ = 0.0;            // of the frame on show, seconds
+    double time_ = 0.0; // of the frame on show, seconds
+    PictureScale scale_;
+    std::unique_ptr<ScaledFrame> scaled_ = std::make_unique<ScaledFrame>(); // ended like the scene
     std::unique_ptr<Scene> scene_; // made with the GL context current and ended so
 };
 } // namespace sorvane

@@ -22,7 +22,9 @@ struct TextRequest {
     std::string title; // UTF-8; none when empty
     LengthUnit unit = LengthUnit::Unstated;
 
-    bool isAny() const { return hasReadout || hasLabels || !title.empty(); }
+    bool hasColourBar = false; // which the view paints
+
+    bool isAny() const { return hasReadout || hasLabels || !title.empty() || hasColourBar; }
 };
 
 // What a picture shows: a view at a time (seconds), with a camera that follows the engagement number `followed`.

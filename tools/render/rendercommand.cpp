@@ -13,6 +13,7 @@
 #include "picturesize.h"
 #include "radianceoptions.h"
 #include "rendering.h"
+#include "scaleoptions.h"
 #include "unitoption.h"
 
 namespace sorvane {
@@ -172,6 +173,7 @@ SubCommand addRenderCommand(CLI::App& parent) {
     addCameraOptions(*parser, arguments->request);
     addSceneOptions(*parser, arguments->request.scene);
     addTextOptions(*parser, arguments->request.texts);
+    addScaleOptions(*parser, arguments->request.scale);
     addRadianceOptions(*parser, arguments->request);
     return {parser, [arguments](Streams& streams) {
                 if (const auto problem = problemOf(arguments->request)) {

@@ -32,11 +32,21 @@ std::optional<QString> firstMissing(std::initializer_list<QString> paths) {
             return path;
     return std::nullopt;
 }
+
+double centimetresPerUnit(const RenderRequest& request) {
+    return request.texts.unit == LengthUnit::Feet ? kCentimetresPerFoot : kCentimetresPerMetre;
+}
+
+TextRequest textsOf(const RenderRequest& request) {
+    TextRequest texts = request.texts;
+    texts.hasColourBar = request.scale.hasColourBar;
+    return texts;
+}
 } // namespace
 
 RenderedScene::RenderedScene(const RenderRequest& request, Say say)
     : request_(request), say_(std::move(say)), layout_(request.size, request.panes.size()), view_(layout_.paneSize()),
-      texts_(request.texts, layout_.paneSize()) {}
+      texts_(textsOf(request), layout_.paneSize()) {}
 
 std::optional<sorvane::Problem> RenderedScene::problem() const {
     for (const auto& problem : {view_.problem(), texts_.problem()})
@@ -92,7 +102,8 @@ QImage RenderedScene::draw(const SceneOptions& scene, std::span<const CameraChoi
 
 QImage RenderedScene::drawView(const SceneOptions& scene, const CameraChoice& camera) {
     QImage picture;
-    const LoaderOutcome drawn = runLoader([&] { picture = view_.draw(scene, camera, followed_); });
+    const LoaderOutcome drawn = runLoader(
+        [&] { picture = view_.draw(scene, camera, followed_, request_.scale, centimetresPerUnit(request_)); });
     return drawn.hasReturned() ? picture : QImage();
 }
 
@@ -100,7 +111,7 @@ std::optional<RadianceImage>
 RenderedScene::drawRadiance(const SceneOptions& scene, const CameraChoice& camera, std::int64_t frame) {
     const RadianceOptions& options = request_.radiance;
     const double background = options.background.value_or(view_.skyRadiance(followed_));
-    const double unit = request_.texts.unit == LengthUnit::Feet ? kCentimetresPerFoot : kCentimetresPerMetre;
+    const double unit = centimetresPerUnit(request_);
     std::optional<RadiancePicture> drawn;
     const LoaderOutcome outcome =
         runLoader([&] { drawn = view_.drawRadiance(scene, camera, followed_, static_cast<float>(background), unit); });

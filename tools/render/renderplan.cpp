@@ -11,6 +11,7 @@
 #include "moviesettings.h"
 #include "picturefile.h"
 #include "picturesize.h"
+#include "scaleoptions.h"
 #include "shellquote.h"
 #include "shortestnumber.h"
 
@@ -193,8 +194,9 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
         words.emplace_back("--line-styles");
     if (plan.scene.samples > 0)
         words.insert(words.end(), {"--antialias", std::to_string(plan.scene.samples)});
-    spellOut(request.texts, request.radiance.isOn, words);
+    spellOut(request.texts, request.radiance.isOn || !request.scale.isOrdinary(), words);
     spellOut(request.radiance, words);
+    spellOut(request.scale, words);
     if (request.allowsMissing)
         words.emplace_back("--allow-missing");
     return shellCommand(words);

@@ -38,6 +38,7 @@ struct RenderRequest {
     SceneOptions scene; // its time is not used
     TextRequest texts;
     RadianceOptions radiance;
+    PictureScale scale;
     bool allowsMissing = false;
 };
 
