@@ -6,7 +6,7 @@
 namespace sorvane {
 namespace {
 QString number(double radiance) {
-    return QString::number(radiance, 'e', 2);
+    return QStringLiteral("%1 W/cm²/sr").arg(radiance, 0, 'e', 2);
 }
 
 QString withClass(const QString& thing, const std::optional<int>& surfaceClass, int first) {
@@ -32,11 +32,11 @@ QString thingText(const Picked& picked) {
 
 QStringList pointedLines(const PointedRadiance& pointed) {
     QStringList lines{
-        readoutLine("Radiance (W/cm²/sr)", number(pointed.radiance)), readoutLine("of", thingText(pointed.picked))};
+        readoutLine("Under pointer", thingText(pointed.picked)), readoutLine("Radiance", number(pointed.radiance))};
     if (pointed.parts)
-        lines << readoutLine("own", number(pointed.parts->own)) << readoutLine("sun", number(pointed.parts->sun))
-              << readoutLine("sky and earth", number(pointed.parts->skyAndEarth))
-              << readoutLine("other facets", number(pointed.parts->otherFacets));
+        lines << readoutLine("  own", number(pointed.parts->own)) << readoutLine("  sun", number(pointed.parts->sun))
+              << readoutLine("  sky and earth", number(pointed.parts->skyAndEarth))
+              << readoutLine("  other facets", number(pointed.parts->otherFacets));
     return lines;
 }
 } // namespace sorvane

@@ -53,6 +53,14 @@ QRgb over(QRgb onBlack, QRgb onWhite, QRgb ground) {
     return qRgb(channel(qRed), channel(qGreen), channel(qBlue));
 }
 
+// The diffuse radiance of the followed engagement's sky, W/cm²/sr; 0 without one.
+float skyOf(const std::vector<SceneEngagement>& engagements, const std::optional<EngagementId>& followed) {
+    for (const SceneEngagement& shown : engagements)
+        if (shown.id == followed && shown.engagement->atm != nullptr)
+            return shown.engagement->atm->diffuseSkyRadiance();
+    return 0.0F;
+}
+
 // Ghosts have no radiance.
 std::vector<SceneEngagement> withoutGhosts(std::vector<SceneEngagement> engagements, const SceneOptions& options) {
     for (SceneEngagement& shown : engagements)
@@ -96,8 +104,9 @@ RadianceRequest ScaledFrame::radianceRequest(const SceneOptions& options, const 
 std::optional<ScaledPicture> ScaledFrame::draw(
     Scene& scene, const std::vector<SceneEngagement>& engagements, const Camera& camera, const SceneOptions& options,
     const ScaledRequest& request) {
-    const RadianceRequest frame = radianceRequest(options, request);
     const std::vector<SceneEngagement> solid = withoutGhosts(engagements, options);
+    RadianceRequest frame = radianceRequest(options, request);
+    frame.background = skyOf(engagements, request.followed);
     const std::optional<RadiancePicture> drawn = radiances_.draw(solid, camera, frame);
     if (!drawn)
         return std::nullopt;
@@ -154,6 +163,7 @@ std::optional<PointedRadiance> ScaledFrame::at(
     const std::vector<SceneEngagement> solid = withoutGhosts(engagements, options);
     const auto sample = [&](RadianceLight light) {
         RadianceRequest asked = radianceRequest(options, request);
+        asked.background = skyOf(engagements, request.followed);
         asked.light = light;
         return radiances_.sample(solid, camera, asked, box);
     };
@@ -199,7 +209,7 @@ ScaleEnds ScaledFrame::endsOf(
         return automaticEnds(drawn->radiances);
     // Where they are too small to be met, by whatever shows.
     std::vector<float> shown = radiances;
-    std::erase_if(shown, [](float radiance) { return !(radiance > 0.0F); });
+    std::erase_if(shown, [&](float radiance) { return !(radiance > request.background); });
     return automaticEnds(std::move(shown));
 }
 
