@@ -21,10 +21,15 @@ PictureScale cycled(PictureScale scale) {
     return scale;
 }
 
-PictureScale withWhite(PictureScale scale, double white) {
+PictureScale withWhite(PictureScale scale, const ScaleEnds& shown, double factor) {
+    double white = ScaleEnds().white;
+    if (scale.range == PictureScale::Range::Automatic)
+        white = shown.white;
+    else if (scale.range == PictureScale::Range::Chosen)
+        white = scale.white; // which may not have been shown yet
     scale.range = PictureScale::Range::Chosen;
     scale.hasColourBar = true;
-    scale.white = std::clamp(white, kLeastWhite, kMostWhite);
+    scale.white = std::clamp(white * factor, kLeastWhite, kMostWhite);
     return scale;
 }
 
@@ -43,9 +48,9 @@ std::optional<PictureScale> scaleAfter(KeyCommand command, PictureScale scale, c
     case KeyCommand::CyclePalette:
         return withNextPalette(scale);
     case KeyCommand::ScaleUp:
-        return withWhite(scale, shown.white * kStep);
+        return withWhite(scale, shown, kStep);
     case KeyCommand::ScaleDown:
-        return withWhite(scale, shown.white / kStep);
+        return withWhite(scale, shown, 1.0 / kStep);
     default:
         return std::nullopt;
     }
