@@ -82,7 +82,7 @@ TEST_F(SideViewsTest, ShowsWhatTheMainViewWouldInTheSameView) {
     action("actionShow_Terrain")->setChecked(true);
     view->loadAllTerrain();
     QTest::qWait(200);
-    press(Qt::Key_S);
+    action("actionShow_Grid")->setChecked(false);
     for (const Qt::Key key : {Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_5}) {
         press(key);
         QTest::keyClick(side, key);
