@@ -146,7 +146,7 @@ constexpr KeyRow kRows[] = {
     {KeyCommand::OpenView,
      {Qt::Key_W, kNone},
      kWindow,
-     "another window onto the same moment, up to three; 1 to 5 choose its view there"},
+     "another window onto the same moment, up to four; 1 to 5 choose its view there"},
     {KeyCommand::ToggleLineStyles,
      {Qt::Key_S, kNone},
      kWindow,

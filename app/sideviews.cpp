@@ -16,7 +16,7 @@
 
 namespace sorvane {
 namespace {
-constexpr std::size_t kMost = 3;
+constexpr std::size_t kMost = 4;
 constexpr QSize kSize(480, 360); // of a new window
 
 // The view that a key chooses.
@@ -62,7 +62,7 @@ std::vector<SideView*> SideViews::views() const {
 void SideViews::open() {
     std::erase(views_, nullptr);
     if (views_.size() >= kMost)
-        return parts_.notice.notify(QStringLiteral("Three further views are open: close one of them first"));
+        return parts_.notice.notify(QStringLiteral("Four further views are open: close one of them first"));
     auto* const view = new SideView(parts_.view, &parts_.window);
     view->setAttribute(Qt::WA_DeleteOnClose);
     view->setObjectName(QStringLiteral("sideView"));
@@ -76,10 +76,13 @@ void SideViews::open() {
 
 void SideViews::chooseUnseen(SideView& fresh) const {
     const std::vector<SideView*> others = views();
+    const ViewMode main = parts_.view.viewMode();
     for (const ViewMode mode : {ViewGyro, ViewTarget, ViewThreat})
-        if (parts_.view.viewMode() != mode && std::ranges::find(others, mode, &SideView::viewMode) == others.end())
+        if (mode != main && std::ranges::find(others, mode, &SideView::viewMode) == others.end())
             return fresh.choose(mode);
-    fresh.chooseOverview();
+    if (std::ranges::none_of(others, &SideView::isOverview))
+        return fresh.chooseOverview();
+    fresh.choose(main);
 }
 
 // Beside the viewer, one under the other, as far as the screen goes.

@@ -31,8 +31,8 @@ public:
     explicit SideViews(const Parts& parts);
     ~SideViews() override;
 
-    // Opens another one, with the first of gyro, target and threat view and the overview that nobody shows; says so
-    // when there are as many as can be.
+    // Opens another one, with the first of the seeker's view, target view, threat view and overview that nobody shows,
+    // and else with the main view's; says so when there are as many as can be.
     void open();
     // Another engagement may be the current one.
     void refresh();

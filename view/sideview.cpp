@@ -16,6 +16,13 @@
 #include "projection.h"
 
 namespace sorvane {
+PictureScale ViewState::scale() const {
+    if (chosenScale)
+        return *chosenScale;
+    return camera.mode() == ViewGyro ? PictureScale{.range = PictureScale::Range::Automatic, .hasColourBar = true}
+                                     : PictureScale();
+}
+
 SideView::SideView(AircraftWidget& main, QWidget* parent) : QOpenGLWidget(parent, Qt::Window), main_(&main) {
     setMinimumSize(50, 50);
     setFocusPolicy(Qt::StrongFocus);
@@ -31,14 +38,14 @@ SideView::~SideView() {
 }
 
 void SideView::choose(ViewMode mode) {
-    camera_.setMode(mode);
-    isOverview_ = false;
+    state_.camera.setMode(mode);
+    state_.isOverview = false;
     startOver();
 }
 
 void SideView::chooseOverview() {
-    camera_.setMode(ViewFree);
-    isOverview_ = true;
+    state_.camera.setMode(ViewFree);
+    state_.isOverview = true;
     startOver();
 }
 
@@ -48,20 +55,20 @@ void SideView::startOver() {
 }
 
 void SideView::setScale(const PictureScale& scale) {
-    scale_ = scale;
+    state_.chosenScale = scale;
     update();
 }
 
 void SideView::turn(double right, double down) {
-    updateIf(turnCamera(camera_, right, down));
+    updateIf(turnCamera(state_.camera, right, down));
 }
 
 void SideView::slide(double right, double down) {
-    updateIf(slideCamera(camera_, right, down));
+    updateIf(slideCamera(state_.camera, right, down));
 }
 
 void SideView::zoom(double notches) {
-    updateIf(zoomCamera(camera_, notches));
+    updateIf(zoomCamera(state_.camera, notches));
 }
 
 void SideView::updateIf(bool hasMoved) {
@@ -92,8 +99,8 @@ void SideView::paintGL() {
     }
     applyProjection(fieldOfView, std::max(width(), 1), std::max(height(), 1), devicePixelRatio());
     scaled_->paint(
-        *scene_, engagements, camera_, options,
-        {.scale = scale_,
+        *scene_, engagements, state_.camera, options,
+        {.scale = state_.scale(),
          .fieldOfViewDegrees = fieldOfView,
          .width = std::max(static_cast<int>(std::lround(width() * options.pixelRatio)), 1),
          .height = std::max(static_cast<int>(std::lround(height() * options.pixelRatio)), 1),
@@ -104,13 +111,13 @@ void SideView::paintGL() {
 void SideView::follow(const SceneEngagement& followed, double time) {
     const CameraSubject now = subjectAt(*followed.engagement, time);
     if (isPlaced_ && followed_ == followed.id) {
-        camera_.follow(subjectAt(*followed.engagement, time_), now);
-    } else if (isOverview_) {
+        state_.camera.follow(subjectAt(*followed.engagement, time_), now);
+    } else if (state_.isOverview) {
         const Viewpoint over = overviewOf(*followed.engagement, kDefaultFieldOfViewDegrees, width(), height());
-        camera_.place(over.eye, over.centre);
+        state_.camera.place(over.eye, over.centre);
     } else {
-        camera_.reset(now);
-        camera_.follow(now, now); // places the seeker's
+        state_.camera.reset(now);
+        state_.camera.follow(now, now); // places the seeker's
     }
     isPlaced_ = true;
     followed_ = followed.id;
@@ -127,19 +134,19 @@ void SideView::forget(EngagementId id) {
 }
 
 void SideView::mousePressEvent(QMouseEvent* event) {
-    pressCamera(camera_, *event);
+    pressCamera(state_.camera, *event);
 }
 
 void SideView::mouseMoveEvent(QMouseEvent* event) {
-    updateIf(dragCamera(camera_, *event));
+    updateIf(dragCamera(state_.camera, *event));
 }
 
 void SideView::mouseDoubleClickEvent(QMouseEvent* event) {
     startOver();
-    pressCamera(camera_, *event);
+    pressCamera(state_.camera, *event);
 }
 
 void SideView::wheelEvent(QWheelEvent* event) {
-    updateIf(zoomCamera(camera_, *event));
+    updateIf(zoomCamera(state_.camera, *event));
 }
 } // namespace sorvane

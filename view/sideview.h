@@ -8,12 +8,24 @@
 #include <QPointer>
 
 #include "camera.h"
+#include "picturescale.h"
 #include "scaledframe.h"
 #include "scene.h"
 
 class AircraftWidget;
 
 namespace sorvane {
+// What is a view's own: everything else it shares with the others.
+struct ViewState {
+    Camera camera{};
+    bool isOverview = false; // a free view that starts with all of the followed engagement in the picture
+    // Unless it is chosen the seeker's view has an automatic scale, as a seeker levels what it sees, and the others
+    // have none.
+    std::optional<PictureScale> chosenScale{};
+
+    PictureScale scale() const;
+};
+
 // Shows the main view's engagements at its time with its options, and follows the engagement that it follows. Paints
 // when the main view does. The bodies are the main view's: the contexts of both share their objects
 // (shareOpenGlObjects), without which it stays empty.
@@ -29,13 +41,13 @@ public:
     void choose(ViewMode mode);
     // The free view that has all of the followed engagement in the picture.
     void chooseOverview();
-    ViewMode viewMode() const { return camera_.mode(); }
-    bool isOverview() const { return isOverview_; }
-    const Camera& camera() const { return camera_; }
+    ViewMode viewMode() const { return state_.camera.mode(); }
+    bool isOverview() const { return state_.isOverview; }
+    const Camera& camera() const { return state_.camera; }
 
     // What its colours mean in radiance, whatever those of the main view mean.
     void setScale(const PictureScale& scale);
-    const PictureScale& scale() const { return scale_; }
+    PictureScale scale() const { return state_.scale(); }
     const ScaleEnds& scaleEnds() const { return scaled_->ends(); }
 
     // As AircraftWidget's.
@@ -59,12 +71,10 @@ private:
     void forget(EngagementId id);
 
     QPointer<AircraftWidget> main_;
-    Camera camera_;
-    bool isOverview_ = false;
+    ViewState state_;
     bool isPlaced_ = false; // the camera, since it was last to start over
     std::optional<EngagementId> followed_;
-    double time_ = 0.0; // of the frame on show, seconds
-    PictureScale scale_;
+    double time_ = 0.0;                                                     // of the frame on show, seconds
     std::unique_ptr<ScaledFrame> scaled_ = std::make_unique<ScaledFrame>(); // ended like the scene
     std::unique_ptr<Scene> scene_; // made with the GL context current and ended so
 };

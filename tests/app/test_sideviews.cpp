@@ -46,24 +46,31 @@ struct SideViewsTest : WindowTest {
 };
 
 TEST_F(SideViewsTest, EachShowsAViewThatNobodyShowsYet) {
-    for (const char* const title : {"Gyro: ETXYZ.OUT.turn", "Target: ETXYZ.OUT.turn", "Overview: ETXYZ.OUT.turn"}) {
+    for (const char* const title :
+         {"Gyro: ETXYZ.OUT.turn", "Target: ETXYZ.OUT.turn", "Overview: ETXYZ.OUT.turn", "Threat: ETXYZ.OUT.turn"}) {
         const SideView* const side = open();
         ASSERT_NE(side, nullptr);
         EXPECT_EQ(side->windowTitle(), title);
         EXPECT_TRUE(side->isWindow());
     }
     EXPECT_EQ(open(), nullptr);
-    EXPECT_EQ(notice->text(), "Three further views are open: close one of them first");
+    EXPECT_EQ(notice->text(), "Four further views are open: close one of them first");
     // One that is closed makes room, and its view is free again.
     const QPointer<SideView> closed = sides().at(1);
     closed->close();
     EXPECT_TRUE(QTest::qWaitFor([&] { return closed == nullptr; }));
-    press(Qt::Key_3); // the target, in the main view
-    const SideView* const fourth = open();
-    ASSERT_NE(fourth, nullptr);
-    EXPECT_EQ(fourth->viewMode(), ViewThreat);
+    const SideView* const fresh = open();
+    ASSERT_NE(fresh, nullptr);
+    EXPECT_EQ(fresh->viewMode(), ViewTarget);
     window.close();
     EXPECT_TRUE(QTest::qWaitFor([&] { return sides().isEmpty(); }));
+}
+
+TEST_F(SideViewsTest, TheFirstShowsAViewThatTheMainViewDoesNot) {
+    press(Qt::Key_2);
+    const SideView* const side = open();
+    ASSERT_NE(side, nullptr);
+    EXPECT_EQ(side->viewMode(), ViewTarget);
 }
 
 // The same picture to the last bit: bodies included, which the main view has loaded.
@@ -71,8 +78,11 @@ TEST_F(SideViewsTest, ShowsWhatTheMainViewWouldInTheSameView) {
     SideView* const side = open();
     ASSERT_NE(side, nullptr);
     side->resize(view->size());
+    side->setScale({});
     action("actionShow_Terrain")->setChecked(true);
-    press(Qt::Key_S);
+    view->loadAllTerrain();
+    QTest::qWait(200);
+    action("actionShow_Grid")->setChecked(false);
     for (const Qt::Key key : {Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_5}) {
         press(key);
         QTest::keyClick(side, key);
@@ -82,6 +92,25 @@ TEST_F(SideViewsTest, ShowsWhatTheMainViewWouldInTheSameView) {
         EXPECT_TRUE(grabFrame(*side) == shown) << "key " << key;
         EXPECT_TRUE(grabFrame(*view) == shown) << "the main view is not disturbed, key " << key;
     }
+}
+
+TEST_F(SideViewsTest, TheSeekersViewHasAScaleOfItsOwn) {
+    SideView* const side = open();
+    ASSERT_NE(side, nullptr);
+    EXPECT_EQ(side->scale().range, PictureScale::Range::Automatic);
+    const QImage automatic = onScreen(*side);
+    QTest::keyClick(side, Qt::Key_3);
+    EXPECT_EQ(side->scale(), PictureScale());
+    QTest::keyClick(side, Qt::Key_2);
+    EXPECT_TRUE(onScreen(*side) == automatic);
+    QTest::keyClick(side, Qt::Key_B); // off
+    EXPECT_EQ(side->scale(), PictureScale());
+    EXPECT_FALSE(onScreen(*side) == automatic);
+    EXPECT_EQ(view->scale(), PictureScale());
+    QTest::keyClick(side, Qt::Key_B);
+    QTest::keyClick(side, Qt::Key_B);
+    QTest::keyClick(side, Qt::Key_3);
+    EXPECT_EQ(side->scale().range, PictureScale::Range::Automatic) << "one that is chosen stays";
 }
 
 TEST_F(SideViewsTest, PlayingMovesIt) {
@@ -153,7 +182,6 @@ TEST_F(SideViewsTest, FollowsWhatIsFollowedAndForgetsWhatIsGone) {
     QTest::qWait(50);
     EXPECT_EQ(other, cameraOf(view->camera()));
     press(Qt::Key_F5);
-    press(Qt::Key_Delete);
     engagements().clear();
     QTest::qWait(100);
     EXPECT_EQ(side->windowTitle(), "Target");

@@ -94,6 +94,21 @@ TEST_F(PanesTest, EachPaneIsTheViewAlone) {
     EXPECT_EQ(pixelsOtherThan(kGap, three, {319, 239, 321, 241}), 0) << "the fourth place is empty";
 }
 
+TEST_F(PanesTest, ASeekerIsAGyroViewOnAnAutomaticScale) {
+    const std::vector<std::string> common = {"--at", "6", "--size", "402x202", "--panes"};
+    const auto with = [&](std::vector<std::string> options) {
+        options.insert(options.begin(), common.begin(), common.end());
+        return rendered(options);
+    };
+    const QRect right(202, 0, 200, 202);
+    const QImage seeker = with({"gyro,seeker"}).copy(right);
+    EXPECT_FALSE(seeker == with({"gyro,gyro"}).copy(right));
+    EXPECT_TRUE(seeker == with({"gyro,gyro", "--scale", "auto"}).copy(right));
+    EXPECT_TRUE(with({"gyro,seeker", "--scale", "1e-4"}) == with({"gyro,gyro", "--scale", "1e-4"}));
+    EXPECT_THAT(
+        render("a.png", {"--panes", "seeker,threat", "--print-command"}).out, HasSubstr(" --panes seeker,threat "));
+}
+
 TEST_F(PanesTest, TheTitleIsOverAllAndTheReadOutInTheLowerLeftPane) {
     const TextApplication texts;
     const std::vector<std::string> panes = {"--panes", "gyro,threat,overview", "--at", "6"};
@@ -137,7 +152,7 @@ TEST_F(PanesTest, TheCommandThatRepeatsThemNamesThem) {
 }
 
 TEST_F(PanesTest, RefusesWhatCannotBeMeant) {
-    const std::string views = "is no view; each pane is one of threat, gyro, target, free, or overview";
+    const std::string views = "is no view; each pane is one of threat, gyro, target, free, overview, or seeker";
     const std::string count = "two to four views with commas between them are wanted, such as threat,gyro, and not ";
     for (const auto& [options, message] : Rows<std::vector<std::string>, std::string>{
              {{"--panes", "threat,giro"}, "\"giro\" " + views},

@@ -15,10 +15,12 @@ constexpr QRgb kGapColour = qRgb(0x30, 0x30, 0x30);
 
 std::optional<ViewChoice> viewNamed(std::string_view name) {
     if (name == kOverview)
-        return ViewChoice{ViewFree, true};
+        return ViewChoice{.mode = ViewFree, .isOverview = true};
+    if (name == kSeeker)
+        return ViewChoice{.mode = ViewGyro, .isSeeker = true};
     for (const ViewModeName& view : kViewModes)
         if (name == view.option)
-            return ViewChoice{view.mode, false};
+            return ViewChoice{.mode = view.mode};
     return std::nullopt;
 }
 
@@ -26,7 +28,7 @@ std::string viewNames() {
     std::string names;
     for (const ViewModeName& view : kViewModes)
         names.append(view.option).append(", ");
-    return names + "or " + kOverview;
+    return names + kOverview + ", or " + kSeeker;
 }
 } // namespace
 

@@ -14,15 +14,18 @@
 #include "viewmode.h"
 
 namespace sorvane {
-constexpr const char* kOverview = "overview"; // beside the names of the view modes
+// Beside the names of the view modes.
+constexpr const char* kOverview = "overview";
+constexpr const char* kSeeker = "seeker";
 
 // A view as the options name it.
 struct ViewChoice {
     ViewMode mode = ViewThreat;
     bool isOverview = false; // a free view of all of the followed engagement
+    bool isSeeker = false;   // a gyro view on an automatic scale, unless all views are on one that is chosen
 
     bool isFree() const { return mode == ViewFree && !isOverview; }
-    const char* name() const { return isOverview ? kOverview : nameOf(mode).option; }
+    const char* name() const { return isOverview ? kOverview : isSeeker ? kSeeker : nameOf(mode).option; }
     bool operator==(const ViewChoice&) const = default;
 };
 

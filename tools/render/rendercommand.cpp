@@ -119,7 +119,9 @@ void addCameraOptions(CLI::App& parser, RenderRequest& request) {
                 if (const auto problem = readPanes(text, request.panes))
                     throw CLI::ValidationError("--panes", problem->text);
             },
-            "Two to four of these views in one picture of --size, such as threat,gyro,target,overview")
+            "Two to four of these views in one picture of --size, such as threat,gyro,target,overview; seeker is gyro "
+            "with "
+            "--scale auto")
         ->type_name("VIEW,VIEW...")
         ->excludes("--view");
     const auto addPoint = [&](const char* name, std::optional<std::array<float, 3>>& point, const char* description) {

@@ -84,7 +84,7 @@ QImage RenderedScene::draw(const SceneOptions& scene, std::span<const CameraChoi
     const bool isOne = cameras.size() == 1;
     QImage picture = isOne ? QImage() : layout_.emptyPicture();
     for (std::size_t i = 0; i < cameras.size(); ++i) {
-        QImage pane = drawView(scene, cameras[i]);
+        QImage pane = drawView(scene, cameras[i], scaleOf(i));
         if (pane.isNull() || (!isOne && picture.isNull()))
             return {};
         const PictureSubject subject{view_, cameras[i], followed_, scene.time};
@@ -100,10 +100,17 @@ QImage RenderedScene::draw(const SceneOptions& scene, std::span<const CameraChoi
     return picture;
 }
 
-QImage RenderedScene::drawView(const SceneOptions& scene, const CameraChoice& camera) {
+PictureScale RenderedScene::scaleOf(std::size_t pane) const {
+    PictureScale scale = request_.scale;
+    if (pane < request_.panes.size() && request_.panes[pane].isSeeker && scale.range == PictureScale::Range::Fixed)
+        scale.range = PictureScale::Range::Automatic;
+    return scale;
+}
+
+QImage RenderedScene::drawView(const SceneOptions& scene, const CameraChoice& camera, const PictureScale& scale) {
     QImage picture;
-    const LoaderOutcome drawn = runLoader(
-        [&] { picture = view_.draw(scene, camera, followed_, request_.scale, centimetresPerUnit(request_)); });
+    const LoaderOutcome drawn =
+        runLoader([&] { picture = view_.draw(scene, camera, followed_, scale, centimetresPerUnit(request_)); });
     return drawn.hasReturned() ? picture : QImage();
 }
 

@@ -50,7 +50,8 @@ public:
 
 private:
     std::optional<sorvane::Problem> problem() const;
-    QImage drawView(const SceneOptions& scene, const CameraChoice& camera);
+    QImage drawView(const SceneOptions& scene, const CameraChoice& camera, const PictureScale& scale);
+    PictureScale scaleOf(std::size_t pane) const;
     bool loadFile(const std::string& path);
     std::optional<std::string> addEngagement(const std::string& path);
     void reportStockFiles(const std::string& name, const TrajectoryFileHeader& header);

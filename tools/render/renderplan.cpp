@@ -69,7 +69,9 @@ std::optional<sorvane::Problem> problemOfTimes(const RenderRequest& request) {
 std::vector<ViewChoice> viewsOf(const RenderRequest& request) {
     if (!request.panes.empty())
         return request.panes;
-    return {{request.view.value_or(request.eye || request.lookAt ? ViewFree : ViewThreat), request.isOverview}};
+    return {
+        {.mode = request.view.value_or(request.eye || request.lookAt ? ViewFree : ViewThreat),
+         .isOverview = request.isOverview}};
 }
 
 CameraChoice cameraOf(const ViewChoice& view, const RenderRequest& request) {
