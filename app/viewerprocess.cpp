@@ -49,7 +49,6 @@ int runViewer(int argc, char** argv) {
         return 0;
     }
     QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
-    shareOpenGlObjects();
     std::optional<DisplayCheck> check(std::in_place);
     QApplication application(argc, argv);
     check.reset();

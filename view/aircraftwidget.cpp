@@ -123,6 +123,7 @@ void AircraftWidget::endEtxyz(std::unique_ptr<etxyz> engagement) {
 void AircraftWidget::withContext(const std::function<void()>& use) {
     makeCurrent();
     use();
+    resizeGL(width_, height_);
     doneCurrent();
 }
 

@@ -70,7 +70,10 @@ public:
 
     // Initialises the bodies of an engagement added after the first frame; before it, the first frame does.
     void initHardbodiesIfReady(etxyz& engagement);
-    // Calls `use` with the GL context current, for what loads or ends bodies and terrain.
+    // Whether it can draw and has: bodies are loaded only then.
+    bool hasDrawn() const { return isGlewInitialised_; }
+    // Calls `use` with the GL context current, for what loads or ends bodies and terrain or draws elsewhere. The
+    // projection is the widget's again afterwards.
     void withContext(const std::function<void()>& use);
 
     // Whether the view draws terrain only when loadTerrain has loaded it, and not as soon as it is shown. Off at start.

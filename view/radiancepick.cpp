@@ -9,9 +9,22 @@
 #include "flareshape.h"
 #include "groundray.h"
 #include "loadclsfile.h"
+#include "projection.h"
 #include "vec3.h"
 
 namespace sorvane {
+struct RadiancePick::Nearest {
+    double depth = kFarDepth;
+    Picked picked{};
+
+    void take(double at, const Picked& thing) {
+        if (at > kNearDepth && at < depth) {
+            depth = at;
+            picked = thing;
+        }
+    }
+};
+
 namespace {
 Vec3d vector(const std::array<double, 3>& v) {
     return {v[0], v[1], v[2]};

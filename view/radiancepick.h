@@ -11,7 +11,6 @@
 
 #include "camera.h"
 #include "pixelplane.h"
-#include "projection.h"
 #include "scene.h"
 
 namespace sorvane {
@@ -47,17 +46,7 @@ public:
         const SceneOptions& options);
 
     // The nearest thing so far.
-    struct Nearest {
-        double depth = kFarDepth;
-        Picked picked{};
-
-        void take(double at, const Picked& thing) {
-            if (at > kNearDepth && at < depth) {
-                depth = at;
-                picked = thing;
-            }
-        }
-    };
+    struct Nearest;
 
 private:
     void lookForGround(

@@ -2,16 +2,16 @@
 #include "sideview.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include <QMouseEvent>
-#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QPainter>
 #include <QWheelEvent>
 
 #include "aircraftwidget.h"
 #include "cameramoves.h"
 #include "camerasubject.h"
-#include "glentrypoints.h"
+#include "framegrab.h"
 #include "overview.h"
 #include "projection.h"
 
@@ -23,18 +23,21 @@ PictureScale ViewState::scale() const {
                                      : PictureScale();
 }
 
-SideView::SideView(AircraftWidget& main, QWidget* parent) : QOpenGLWidget(parent, Qt::Window), main_(&main) {
+SideView::SideView(AircraftWidget& main, QWidget* parent) : QWidget(parent, Qt::Window), main_(&main) {
     setMinimumSize(50, 50);
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
     connect(&main, &AircraftWidget::painted, this, qOverload<>(&QWidget::update));
     connect(&main, &AircraftWidget::forgotten, this, &SideView::forget);
 }
 
 SideView::~SideView() {
-    makeCurrent();
-    scaled_.reset();
-    scene_.reset();
-    doneCurrent();
+    if (main_ != nullptr)
+        main_->withContext([this] {
+            framebuffer_.reset();
+            scaled_.reset();
+            scene_.reset();
+        });
 }
 
 void SideView::choose(ViewMode mode) {
@@ -76,16 +79,29 @@ void SideView::updateIf(bool hasMoved) {
         update();
 }
 
-void SideView::initializeGL() {
-    if (main_ == nullptr || !QOpenGLContext::areSharing(context(), main_->context()) || !loadGlEntryPoints())
-        return;
-    setUpScene();
-    scene_ = std::make_unique<Scene>();
+void SideView::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const QImage shown = picture();
+    if (shown.isNull())
+        painter.fillRect(rect(), Qt::black);
+    else
+        painter.drawImage(rect(), shown);
 }
 
-void SideView::paintGL() {
-    if (main_ == nullptr || scene_ == nullptr)
-        return clearFrame();
+QImage SideView::picture() {
+    QImage drawn;
+    const QSize pixels = (QSizeF(size()) * devicePixelRatio()).toSize().expandedTo({1, 1});
+    if (main_ != nullptr && main_->hasDrawn())
+        main_->withContext([&] { drawn = draw(pixels); });
+    return drawn;
+}
+
+QImage SideView::draw(QSize pixels) {
+    if (framebuffer_ == nullptr || framebuffer_->size() != pixels)
+        framebuffer_ =
+            std::make_unique<QOpenGLFramebufferObject>(pixels, QOpenGLFramebufferObject::CombinedDepthStencil);
+    if (!framebuffer_->bind())
+        return {};
     const std::vector<SceneEngagement>& engagements = main_->engagements();
     SceneOptions options = main_->sceneOptions();
     options.pixelRatio = devicePixelRatio();
@@ -97,15 +113,19 @@ void SideView::paintGL() {
         if (viewMode() == ViewGyro)
             fieldOfView = double{found->engagement->fieldOfView};
     }
-    applyProjection(fieldOfView, std::max(width(), 1), std::max(height(), 1), devicePixelRatio());
+    applyProjection(fieldOfView, pixels.width(), pixels.height());
     scaled_->paint(
         *scene_, engagements, state_.camera, options,
         {.scale = state_.scale(),
          .fieldOfViewDegrees = fieldOfView,
-         .width = std::max(static_cast<int>(std::lround(width() * options.pixelRatio)), 1),
-         .height = std::max(static_cast<int>(std::lround(height() * options.pixelRatio)), 1),
+         .width = pixels.width(),
+         .height = pixels.height(),
          .followed = main_->followed(),
          .centimetresPerUnit = main_->centimetresPerUnit()});
+    QImage drawn = framebuffer_->toImage();
+    framebuffer_->release();
+    dropAlpha(drawn);
+    return drawn;
 }
 
 void SideView::follow(const SceneEngagement& followed, double time) {
@@ -125,11 +145,7 @@ void SideView::follow(const SceneEngagement& followed, double time) {
 }
 
 void SideView::forget(EngagementId id) {
-    if (scene_ == nullptr)
-        return;
-    makeCurrent();
-    scene_->forget(id);
-    doneCurrent();
+    main_->withContext([&] { scene_->forget(id); });
     update();
 }
 

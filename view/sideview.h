@@ -4,8 +4,9 @@
 #include <memory>
 #include <optional>
 
-#include <QOpenGLWidget>
+#include <QImage>
 #include <QPointer>
+#include <QWidget>
 
 #include "camera.h"
 #include "picturescale.h"
@@ -13,6 +14,7 @@
 #include "scene.h"
 
 class AircraftWidget;
+class QOpenGLFramebufferObject;
 
 namespace sorvane {
 // What is a view's own: everything else it shares with the others.
@@ -27,9 +29,10 @@ struct ViewState {
 };
 
 // Shows the main view's engagements at its time with its options, and follows the engagement that it follows. Paints
-// when the main view does. The bodies are the main view's: the contexts of both share their objects
-// (shareOpenGlObjects), without which it stays empty.
-class SideView : public QOpenGLWidget {
+// when the main view does, and draws in its context, in which the bodies are; black before the main view's first frame.
+// Contexts of their own that share bodies would have these end while shaders of theirs are in use in another context,
+// after which Mesa 22.3 draws with none and crashes.
+class SideView : public QWidget {
     Q_OBJECT
 
 public:
@@ -50,14 +53,16 @@ public:
     PictureScale scale() const { return state_.scale(); }
     const ScaleEnds& scaleEnds() const { return scaled_->ends(); }
 
+    // As it would be shown now, in Format_RGB32 and pixels of the screen; null before the main view's first frame.
+    QImage picture();
+
     // As AircraftWidget's.
     void turn(double right, double down);
     void slide(double right, double down);
     void zoom(double notches);
 
 protected:
-    void initializeGL() override;
-    void paintGL() override;
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -66,6 +71,7 @@ protected:
 private:
     void updateIf(bool hasMoved);
     void startOver();
+    QImage draw(QSize pixels);
     // The main view's time or followed engagement may be others than in the last frame.
     void follow(const SceneEngagement& followed, double time);
     void forget(EngagementId id);
@@ -74,8 +80,10 @@ private:
     ViewState state_;
     bool isPlaced_ = false; // the camera, since it was last to start over
     std::optional<EngagementId> followed_;
-    double time_ = 0.0;                                                     // of the frame on show, seconds
-    std::unique_ptr<ScaledFrame> scaled_ = std::make_unique<ScaledFrame>(); // ended like the scene
-    std::unique_ptr<Scene> scene_; // made with the GL context current and ended so
+    double time_ = 0.0; // of the frame on show, seconds
+    // Used and ended with the main view's GL context current.
+    std::unique_ptr<ScaledFrame> scaled_ = std::make_unique<ScaledFrame>();
+    std::unique_ptr<Scene> scene_ = std::make_unique<Scene>();
+    std::unique_ptr<QOpenGLFramebufferObject> framebuffer_;
 };
 } // namespace sorvane

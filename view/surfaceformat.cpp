@@ -1,7 +1,6 @@
 // The kind of OpenGL that the view needs.
 #include "surfaceformat.h"
 
-#include <QCoreApplication>
 #include <QSurfaceFormat>
 
 namespace sorvane {
@@ -12,9 +11,5 @@ QSurfaceFormat viewSurfaceFormat() {
     format.setProfile(QSurfaceFormat::CompatibilityProfile);
     format.setDepthBufferSize(24);
     return format;
-}
-
-void shareOpenGlObjects() {
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
 }
 } // namespace sorvane

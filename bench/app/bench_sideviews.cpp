@@ -4,7 +4,7 @@
 #include <set>
 
 #include <QApplication>
-#include <QPointer>
+#include <QEvent>
 #include <QTest>
 
 #include "aircraftwidget.h"
@@ -18,15 +18,29 @@ QList<SideView*> sideViews() {
     return benchView().window()->findChildren<SideView*>();
 }
 
-void awaitAll(const QList<QOpenGLWidget*>& views) {
-    std::set<const QOpenGLWidget*> awaited(views.begin(), views.end());
-    QList<QMetaObject::Connection> connections;
-    for (const QOpenGLWidget* const view : views)
-        connections << QObject::connect(view, &QOpenGLWidget::frameSwapped, [&awaited, view] { awaited.erase(view); });
-    while (!awaited.empty())
+// Takes note of who has painted.
+struct Painted : QObject {
+    std::set<const QObject*> awaited;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const bool isHandled = QObject::eventFilter(watched, event);
+        if (event->type() == QEvent::Paint)
+            awaited.erase(watched);
+        return isHandled;
+    }
+};
+
+// Until the main view's next picture is on show, and all others have been asked to paint and have had their turn.
+void awaitAll(const QList<SideView*>& sides) {
+    Painted painted;
+    painted.awaited.insert(sides.begin(), sides.end());
+    for (SideView* const side : sides)
+        side->installEventFilter(&painted);
+    bool isShown = false;
+    const auto connection =
+        QObject::connect(&benchView(), &QOpenGLWidget::frameSwapped, [&isShown] { isShown = true; });
+    while (!isShown || !painted.awaited.empty())
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    for (const QMetaObject::Connection& connection : connections)
-        QObject::disconnect(connection);
+    QObject::disconnect(connection);
 }
 
 // With so many further views, all on a scale of their own or as they open.
@@ -35,12 +49,11 @@ void stepWith(benchmark::State& state, int count, bool isOrdinary) {
     for (int i = 0; i < count; ++i)
         QTest::keyClick(&main, Qt::Key_W);
     QTest::qWait(200);
-    QList<QOpenGLWidget*> views = {&main};
-    for (SideView* const view : sideViews()) {
-        view->resize(main.size());
+    const QList<SideView*> sides = sideViews();
+    for (SideView* const side : sides) {
+        side->resize(main.size());
         if (isOrdinary)
-            view->setScale({});
-        views << view;
+            side->setScale({});
     }
     QTest::qWait(500);
     bool isForward = false;
@@ -48,13 +61,11 @@ void stepWith(benchmark::State& state, int count, bool isOrdinary) {
         isForward = !isForward;
         QTest::sendKeyEvent(
             QTest::Click, &main, isForward ? Qt::Key_Right : Qt::Key_Left, QString(), Qt::NoModifier, 0);
-        awaitAll(views);
+        awaitAll(sides);
     }
-    for (const QPointer<SideView> view : sideViews()) {
-        view->close();
-        QTest::qWaitFor([&] { return view == nullptr; });
-    }
-    QTest::qWait(200);
+    for (SideView* const side : sides)
+        side->close();
+    QTest::qWait(500);
 }
 void fourViews(benchmark::State& state) {
     stepWith(state, 3, true);

@@ -31,7 +31,6 @@ struct Window {
         qputenv("SORVANE_NO_SETTINGS", "1");
         qputenv("PELSAR_DATA", QFile::encodeName(folder.filePath("data/")));
         QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
-        shareOpenGlObjects();
         application = std::make_unique<QApplication>(argc, argv);
         std::setlocale(LC_NUMERIC, "C");
         window = std::make_unique<new_sorvane>();

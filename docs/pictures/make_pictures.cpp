@@ -233,7 +233,6 @@ private:
 
 int main(int argc, char** argv) {
     QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
-    shareOpenGlObjects();
     qputenv("SORVANE_NO_SETTINGS", "1");
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");

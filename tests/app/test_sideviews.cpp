@@ -89,7 +89,7 @@ TEST_F(SideViewsTest, ShowsWhatTheMainViewWouldInTheSameView) {
         QTest::qWait(100);
         ASSERT_EQ(side->size(), view->size());
         const QImage shown = grabFrame(*view);
-        EXPECT_TRUE(grabFrame(*side) == shown) << "key " << key;
+        EXPECT_TRUE(side->picture() == shown) << "key " << key;
         EXPECT_TRUE(grabFrame(*view) == shown) << "the main view is not disturbed, key " << key;
     }
 }
@@ -183,9 +183,10 @@ TEST_F(SideViewsTest, FollowsWhatIsFollowedAndForgetsWhatIsGone) {
     EXPECT_EQ(other, cameraOf(view->camera()));
     press(Qt::Key_F5);
     engagements().clear();
-    QTest::qWait(100);
     EXPECT_EQ(side->windowTitle(), "Target");
-    const QImage empty = grabFrame(*side);
-    EXPECT_GT(empty.width(), 0);
+    press(Qt::Key_4);
+    QTest::qWait(100);
+    QTest::keyClick(side, Qt::Key_4);
+    EXPECT_TRUE(onScreen(*side) == side->picture()) << "the grid";
 }
 } // namespace

@@ -70,7 +70,6 @@ bool soak(RandomUser& user, qint64 milliseconds) {
 
 int main(int argc, char** argv) {
     QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
-    shareOpenGlObjects();
     qputenv("SORVANE_NO_SETTINGS", "1");
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");

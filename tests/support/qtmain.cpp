@@ -17,7 +17,6 @@ int main(int argc, char** argv) {
     if (testing::GTEST_FLAG(list_tests))
         return RUN_ALL_TESTS(); // needs no display
     QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
-    shareOpenGlObjects();
     qputenv("SORVANE_NO_SETTINGS", "1");
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
