@@ -24,8 +24,8 @@ enum class MeasureUnit {
     DegreesPerSecond,
     RadiantIntensity, // W/sr
     Irradiance,       // W/cm²
-    Truth, // 1 or 0
-    Object // 0 for the target, n for the flare that is the n-th to appear
+    Truth,            // 1 or 0
+    Object            // 0 for the target, n for the flare that is the n-th to appear
 };
 
 // What a measure is worked out from: all of a span at once.
@@ -34,8 +34,8 @@ using FlareFormula = void (*)(const MeasuredEngagement&, std::span<const FlareMo
 using ResultFormula = double (*)(const EngagementResults&);
 using FlareResultFormula = double (*)(const EngagementResults&, std::size_t track);
 
-// What a measure needs besides the trajectory: then it is undefined unless the engagement has its radiometry, and left out
-// where not asked for by name, since that takes long.
+// What a measure needs besides the trajectory: then it is undefined unless the engagement has its radiometry, and left
+// out where not asked for by name, since that takes long.
 enum class MeasureNeed {
     Nothing,
     Signature, // of the target, in the band of the files that the trajectory names

@@ -105,7 +105,8 @@ const Measure kMeasures[] = {
      "length",
      "I - L(sky) A", RadiantIntensity, overMoments<targetContrast>, MeasureNeed::Signature},
     {"jam-to-signal",
-     "Intensity of all flares in the field of view over that of the target towards the threat; needs the unit of length",
+     "Intensity of all flares in the field of view over that of the target towards the threat; needs the unit of "
+     "length",
      "Σ J/I", Number, overMoments<jamToSignal>, MeasureNeed::Signature},
 
     {"flare-age", "Time since the flare appeared, anew when it comes back", "t - t(appeared)", Seconds,
@@ -166,35 +167,21 @@ const Measure kMeasures[] = {
     {"decoyed", "Whether a flare is nearest to the axis on the last sample with anything in the field",
      "geometry, not what the seeker goes by", Truth, decoyed},
     {"target-mean-intensity", "Mean over time of the target's intensity; needs the unit of length", "∫ I dt / Δt",
-     RadiantIntensity,
-     [](const EngagementResults& results) {
-         return results.radiometric.meanIntensity;
-     },
+     RadiantIntensity, [](const EngagementResults& results) { return results.radiometric.meanIntensity; },
      MeasureNeed::Signature},
     {"target-intensity-at-first-flare",
      "Intensity of the target on the first sample with a flare; needs the unit of length", "I(t)", RadiantIntensity,
-     [](const EngagementResults& results) {
-         return results.radiometric.intensityAtFirstFlare;
-     },
+     [](const EngagementResults& results) { return results.radiometric.intensityAtFirstFlare; },
      MeasureNeed::Signature},
     {"greatest-jam-to-signal",
      "Greatest ratio on a sample of the flares in the field of view to the target; needs the unit of length",
-     "max Σ J/I", Number,
-     [](const EngagementResults& results) {
-         return results.radiometric.greatestRatio;
-     },
+     "max Σ J/I", Number, [](const EngagementResults& results) { return results.radiometric.greatestRatio; },
      MeasureNeed::Signature},
     {"greatest-jam-to-signal-time", "Time of the greatest ratio of flares to target, the first of several", "t at max",
-     Seconds,
-     [](const EngagementResults& results) {
-         return results.radiometric.greatestRatioTime;
-     },
+     Seconds, [](const EngagementResults& results) { return results.radiometric.greatestRatioTime; },
      MeasureNeed::Signature},
     {"target-outshone-time", "Time of the first sample on which the flares in the field of view outshine the target",
-     "min t with Σ J/I > 1", Seconds,
-     [](const EngagementResults& results) {
-         return results.radiometric.outshoneTime;
-     },
+     "min t with Σ J/I > 1", Seconds, [](const EngagementResults& results) { return results.radiometric.outshoneTime; },
      MeasureNeed::Signature},
 
     {"flare-time-in-field",

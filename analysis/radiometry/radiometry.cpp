@@ -70,8 +70,7 @@ private:
 
     double emission(const TargetModel::Band& band, const Triple& attitude, const Vec3d& towards) const {
         const FacetShading shading(band.body, lightAt(band.atmosphere, attitude));
-        const Vec3f viewer{
-            static_cast<float>(towards.x), static_cast<float>(towards.y), static_cast<float>(towards.z)};
+        const Vec3f viewer{static_cast<float>(towards.x), static_cast<float>(towards.y), static_cast<float>(towards.z)};
         double sum = 0.0;
         for (std::size_t k = 0; k < shares_.size(); ++k)
             if (const double area = areaOf(band.body.facets()[k], k, towards); area > 0.0)

@@ -23,11 +23,11 @@ struct RadiometryWork {
     std::function<bool(double)> progress{};
 };
 
-// At the samples' first time, each step after it, and their last time: the sum over the model's facets of radiance times
-// projected area that the threat sees, as from far away, at the target's attitude, in its sun and with its rotors as they
-// stand then. Undefined where the two bodies are at one place. Steps widen where there would be more than 100,000 of them.
-// Samples ascend in time. Touches nothing but its arguments: may run beside anything. Null when the work was ended, and
-// without samples.
+// At the samples' first time, each step after it, and their last time: the sum over the model's facets of radiance
+// times projected area that the threat sees, as from far away, at the target's attitude, in its sun and with its rotors
+// as they stand then. Undefined where the two bodies are at one place. Steps widen where there would be more than
+// 100,000 of them. Samples ascend in time. Touches nothing but its arguments: may run beside anything. Null when the
+// work was ended, and without samples.
 std::shared_ptr<const TargetRadiometry>
 radiometryOf(std::span<const Sample> samples, const TargetModel& model, const RadiometryWork& work);
 } // namespace sorvane

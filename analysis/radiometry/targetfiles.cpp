@@ -57,9 +57,7 @@ targetFilesOf(const TrajectoryFileHeader& header, BandChoice choice, const std::
         const bool areThere = std::ranges::all_of(paths, [](const QString& path) { return QFile::exists(path); });
         if (band.digit != own && areThere && paths[1] != named.targetRadiancePath())
             all.push_back(
-                {band.digit.toLatin1(),
-                 {bytesOf(paths[0]), geometry, bytesOf(paths[1]), rotors},
-                 bytesOf(paths[2])});
+                {band.digit.toLatin1(), {bytesOf(paths[0]), geometry, bytesOf(paths[1]), rotors}, bytesOf(paths[2])});
     }
     return all;
 }

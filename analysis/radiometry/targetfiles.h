@@ -18,9 +18,10 @@ struct TargetFiles {
 
 enum class BandChoice { Named, All };
 
-// The files that the header names, first, and with BandChoice::All those of the bands 1, 4 and 6 beside them: reflectance,
-// radiance and atmosphere whose names differ in the band alone (b0001, band1 or the word nir; 4 is midir, 6 vis), where
-// all three exist. Empty when one of those named doesn't exist; the stock target that is drawn then isn't measured.
+// The files that the header names, first, and with BandChoice::All those of the bands 1, 4 and 6 beside them:
+// reflectance, radiance and atmosphere whose names differ in the band alone (b0001, band1 or the word nir; 4 is midir,
+// 6 vis), where all three exist. Empty when one of those named doesn't exist; the stock target that is drawn then isn't
+// measured.
 std::vector<TargetFiles>
 targetFilesOf(const TrajectoryFileHeader& header, BandChoice choice, const std::string& rotors = {});
 } // namespace sorvane

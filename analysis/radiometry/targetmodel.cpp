@@ -13,17 +13,4 @@ std::shared_ptr<const TargetModel> loadTargetModel(const std::vector<TargetFiles
     }
     return model->bands.empty() ? nullptr : model;
 }
-
-std::shared_ptr<const TargetModel> TargetModels::of(const std::vector<TargetFiles>& files) {
-    if (files.empty())
-        return nullptr;
-    std::vector<std::string> paths;
-    for (const TargetFiles& band : files)
-        paths.insert(
-            paths.end(),
-            {band.body.reflectance, band.body.geometry, band.body.radiance, band.body.rotors, band.atmosphere});
-    const std::lock_guard alone(mutex_);
-    const auto known = models_.find(paths);
-    return known != models_.end() ? known->second : models_[paths] = load_(files);
-}
 } // namespace sorvane

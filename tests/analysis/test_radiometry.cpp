@@ -53,8 +53,20 @@ TEST(TargetRadiometryTest, IsEvenInTheLogarithm) {
     const TargetRadiometry radiometry(
         {.times = {0, 1, 2, 3, 4, 5}, .areas = {1, 1, 1, 1, 1, 1}, .bands = {{'1', {1, 100, 100, 0, none, 3}}}});
     for (const auto& [time, expected] : Rows<double, double>{
-             {-0.1, none}, {0, 1}, {0.5, 10}, {0.75, 31.622776601683793}, {1, 100}, {1.5, 100}, {2.25, 75}, {3, 0},
-             {3.5, none}, {4, none}, {4.5, none}, {5, 3}, {5.1, none}, {none, none}})
+             {-0.1, none},
+             {0, 1},
+             {0.5, 10},
+             {0.75, 31.622776601683793},
+             {1, 100},
+             {1.5, 100},
+             {2.25, 75},
+             {3, 0},
+             {3.5, none},
+             {4, none},
+             {4.5, none},
+             {5, 3},
+             {5.1, none},
+             {none, none}})
         if (std::isnan(expected))
             EXPECT_TRUE(std::isnan(radiometry.emissionAt(time))) << time;
         else
@@ -79,7 +91,8 @@ TEST_F(RadiometryTest, TakesTheSidesThatFaceTheThreat) {
              {{30, 0, 0}, {0, 250, -433.0127018922}, 60, 12}}) {
         MeasuredFlight flight({posed(0, attitude, threat)}, 20.0F, LengthUnit::Metres);
         radiate(flight, model);
-        SCOPED_TRACE(testing::Message() << attitude[0] << ' ' << attitude[1] << ' ' << attitude[2] << ", " << threat[0]);
+        SCOPED_TRACE(
+            testing::Message() << attitude[0] << ' ' << attitude[1] << ' ' << attitude[2] << ", " << threat[0]);
         EXPECT_NEAR(flight.on("target-intensity", 0), intensity, 1e-4 * intensity);
         EXPECT_NEAR(flight.on("target-contrast", 0), intensity - kSky * 1e4 * area, 1e-4 * intensity);
         EXPECT_NEAR(flight.on("target-irradiance", 0) * 5e4 * 5e4, intensity, 1e-4 * intensity);
@@ -99,7 +112,9 @@ TEST_F(RadiometryTest, UnitsCountSquaredAndIrradiancesNeedNone) {
         radiate(flight, model, {.background = 2e-5});
         EXPECT_NEAR(flight.on("target-irradiance", 0), 6.0 / (5e4 * 5e4), 1e-13);
         for (const auto& [measure, expected] : Rows<const char*, double>{
-                 {"target-intensity", intensity}, {"target-contrast", 0.8 * intensity}, {"jam-to-signal", 3 / intensity}})
+                 {"target-intensity", intensity},
+                 {"target-contrast", 0.8 * intensity},
+                 {"jam-to-signal", 3 / intensity}})
             if (std::isnan(expected))
                 EXPECT_TRUE(std::isnan(flight.on(measure, 0))) << measure;
             else
@@ -133,7 +148,9 @@ TEST_F(RadiometryTest, IsWorkedOutAtStepsAndEvenInTheLogarithmBetween) {
         return 6 * std::cos(angle) + 16 * std::sin(angle);
     };
     double done = -1.0;
-    radiate(flight, box(), {.step = 0.5, .progress = [&](double share) { return std::exchange(done, share) < share; }});
+    radiate(flight, box(), {.step = 0.5, .progress = [&](double share) {
+                                return std::exchange(done, share) < share;
+                            }});
     EXPECT_GT(done, 0.7);
     EXPECT_EQ(flight.engagement.radiometry()->series().times, (std::vector<double>{0, 0.5, 1, 1.5, 2, 2.03}));
     for (const double time : {0.0, 0.5, 1.5, 2.0, 2.03})
@@ -144,7 +161,13 @@ TEST_F(RadiometryTest, IsWorkedOutAtStepsAndEvenInTheLogarithmBetween) {
     EXPECT_EQ(flight.engagement.radiometry()->series().times.size(), 22U);
     EXPECT_NEAR(flight.at("target-intensity", 0.25), std::sqrt(exact(0.2) * exact(0.3)), 1e-3);
     EXPECT_EQ(
-        radiometryOf(flight.engagement.samples(), box(), {.progress = [](double) { return false; }}), nullptr);
+        radiometryOf(
+            flight.engagement.samples(), box(),
+            {.progress =
+                 [](double) {
+                     return false;
+                 }}),
+        nullptr);
     EXPECT_EQ(radiometryOf({}, box(), {}), nullptr);
 }
 
@@ -221,7 +244,8 @@ TEST_F(RadiometryTest, FlaresAgainstTheTarget) {
 TEST_F(RadiometryTest, OtherBandsLieBesideTheNamedOne) {
     const auto copy = [&](const char* from, const char* to) {
         for (const char* const extension : {".brdf", ".rad", ".atm"})
-            std::filesystem::copy(folder_.file(std::string(from) + extension), folder_.file(std::string(to) + extension));
+            std::filesystem::copy(
+                folder_.file(std::string(from) + extension), folder_.file(std::string(to) + extension));
     };
     band('1', kBlackSurface);
     band('4', kBlackSurface, {2e-4F, 2e-4F, 3e-4F, 4e-4F, 5e-4F, 6e-4F});
@@ -242,15 +266,12 @@ TEST_F(RadiometryTest, OtherBandsLieBesideTheNamedOne) {
         const std::vector<TargetFiles> files = filesOf(signature, BandChoice::All);
         ASSERT_EQ(files.size(), 2U) << signature;
         MeasuredFlight flight({posed(0, {}, {500, 0, 0})}, 20.0F, LengthUnit::Metres);
-        TargetModels models(loadTargetModel);
-        const auto model = models.of(files);
-        EXPECT_EQ(models.of(files), model);
-        radiate(flight, *model);
+        radiate(flight, *loadTargetModel(files));
         EXPECT_NEAR(flight.on("target-intensity", 0), 6.0, 1e-4) << signature;
         EXPECT_NEAR(flight.on("target-intensity-band-1", 0), 6.0, 1e-4);
         EXPECT_NEAR(flight.on("target-intensity-band-4", 0), 12.0, 1e-4);
         EXPECT_TRUE(std::isnan(flight.on("target-intensity-band-6", 0)));
     }
-    EXPECT_EQ(TargetModels(loadTargetModel).of({}), nullptr);
+    EXPECT_EQ(loadTargetModel({}), nullptr);
 }
 } // namespace

@@ -22,7 +22,7 @@ protected:
     RadiometryCommand() {
         const SignatureFiles body =
             writeBody(folder, "tgt_b0001", boxFacets({4.0, 3.0, 2.0}, {1e-4F, 2e-4F, 3e-4F, 4e-4F, 5e-4F, 6e-4F}));
-        folder.write("tgt_b0001.atm", "0 0 0\n0 0 0 0 0 0 0 0 90 90\n0 0.25 0\n");
+        folder.write("tgt_b0001.atm", "0 0 0\n0 0 0 0 0 0 0 0 90 90\n0 0.25 0 0\n");
         for (const char* const name : {"t.top", "t.rad"})
             folder.write(name, "");
         file = folder.file("ETXYZ.OUT.a");
@@ -34,8 +34,9 @@ protected:
         last.flares = {TestFlare{.id = 4, .x = -50, .z = -1000, .scalar = 120.0}};
         QByteArray header = trajectoryHeader();
         for (const char* const name : {"tgt_b0001.rad", "tgt.brdf", "tgt.vnl"})
-            header.replace(QByteArray("/nowhere/") + name, QByteArray::fromStdString(bodies) + "/tgt_b0001." +
-                               QByteArray(name).split('.').last());
+            header.replace(
+                QByteArray("/nowhere/") + name,
+                QByteArray::fromStdString(bodies) + "/tgt_b0001." + QByteArray(name).split('.').last());
         writeFile(QString::fromStdString(path), header + trajectoryRecord(first) + trajectoryRecord(last));
     }
     // What each line of `all` has beside that of `begins`.
@@ -56,9 +57,9 @@ protected:
             const double number = std::strtod(word.c_str(), &end);
             char shown[32];
             std::snprintf(shown, sizeof shown, "%.4g", number);
-            result += (result.empty() ? "" : ",") + (end == word.c_str() ? word : shown + std::string(end));
+            result += ',' + (end == word.c_str() ? word : shown + std::string(end));
         }
-        return result;
+        return result.substr(1);
     }
 
     TemporaryDirectory folder;
@@ -79,7 +80,8 @@ TEST_F(RadiometryCommand, ExportHasThemByName) {
         ",target_intensity_W_per_sr,target_irradiance_W_per_cm2,target_contrast_W_per_sr,jam_to_signal,"
         "target_intensity_band_4_W_per_sr|,6,6e-10,4.5,0,|,6,2.4e-09,4.5,20,|");
     EXPECT_EQ(
-        columns({"target-contrast,jam-to-signal", "--background", "5e-5", "--flare-scale", "0.1", "--signature-step", "2"}),
+        columns(
+            {"target-contrast,jam-to-signal", "--background", "5e-5", "--flare-scale", "0.1", "--signature-step", "2"}),
         ",target_contrast_W_per_sr,jam_to_signal|,3,0|,3,2|");
     const std::string rotors = folder.write("rotors", "1 12  0 0 0  0 0 1  0.25\n"); // the right side faces ahead
     EXPECT_EQ(columns({"target-intensity", "--rotors", rotors}), ",target_intensity_W_per_sr|,6|,16|");
@@ -95,11 +97,13 @@ TEST_F(RadiometryCommand, ExportHasThemByName) {
 
 TEST_F(RadiometryCommand, PlotDrawsThem) {
     const std::string table = folder.file("a.csv");
-    const CommandRun run =
-        runCommand({"plot", file, file, "--unit", "m", "-o", table, "--measure", "target-intensity,flare-jam-to-signal"});
+    const CommandRun run = runCommand(
+        {"plot", file, file, "--unit", "m", "-o", table, "--measure", "target-intensity,flare-jam-to-signal"});
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.status, ExitStatus::Success);
-    EXPECT_THAT(rounded(readWholeFile(table)), HasSubstr("6"));
+    const std::string rows = rounded(readWholeFile(table));
+    EXPECT_THAT(rows, HasSubstr(",\"ETXYZ.OUT.a: target-intensity\",0,6\n"));
+    EXPECT_THAT(rows, HasSubstr("\"flare-jam-to-signal\",\"\",\"ETXYZ.OUT.a: flare 4\",1,20"));
 }
 
 TEST_F(RadiometryCommand, SaysWhatItLacks) {
@@ -111,21 +115,21 @@ TEST_F(RadiometryCommand, SaysWhatItLacks) {
         folder.write(std::string("broken/tgt_b0001.") + extension, "none");
     write(bad, broken);
     for (const auto& [path, text] : Rows<std::string, std::string>{
-             {none, none + ": a file of the target that the trajectory names does not exist"},
-             {bad, bad + ": " + broken + "/tgt_b0001.vnl: the files of the target can't be used"}})
+             {none, "a file of it that the trajectory names does not exist\n"}, {bad, "Missing BRDF file signature"}})
         for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
                  {"export", path, "--measures", "target-irradiance"},
                  {"plot", path, "-o", folder.file("a.svg"), "--measure", "target-irradiance"}}) {
             const CommandRun run = runCommand(words);
             EXPECT_EQ(run.status, ExitStatus::ProblemsFound);
-            EXPECT_EQ(run.err, text + ": what is measured of its radiation stays empty\n");
+            EXPECT_THAT(
+                run.err,
+                testing::StartsWith(path + ": what is measured of the target's radiation stays empty: " + text));
         }
     EXPECT_THAT(
         runCommand({"export", none, "--measures", "target-irradiance"}).out, HasSubstr("irradiance_W_per_cm2\n0,"));
     for (const std::vector<std::string>& option : std::vector<std::vector<std::string>>{
              {"--signature-step", "0"}, {"--flare-scale", "0"}, {"--background", "-1"}, {"--rotors", "/nowhere"}})
-        EXPECT_EQ(
-            runCommand({"export", file, "--measures", "range", option[0], option[1]}).status, ExitStatus::Failed)
+        EXPECT_EQ(runCommand({"export", file, "--measures", "range", option[0], option[1]}).status, ExitStatus::Failed)
             << option[0];
 }
 } // namespace

@@ -102,7 +102,8 @@ public:
             return inputName(options_.file) + ": its times lie outside the years 1 to 9999";
         MeasuredEngagement engagement(trajectory->series, trajectory->header.fieldOfView, options_.unit);
         if (const std::optional<BandChoice> bands = neededBands(measures_))
-            if (const Complaint missing = Radiometer(options_.radiometry, *bands).measure(trajectory->header, engagement))
+            if (const Complaint missing =
+                    Radiometer(options_.radiometry, *bands).measure(trajectory->header, engagement))
                 tell(missing->text);
         if (format_ == "glb")
             return writeScene(engagement, trajectory->header);
