@@ -33,6 +33,7 @@ QCPRange rangeOf(const PolarDocument& document) {
 
 PolarPlot::PolarPlot(PolarDocument document, const PlotTheme& theme) : document_(std::move(document)) {
     plotLayout()->clear();
+    setAutoAddPlottableToLegend(false);
     setBackground(theme.background);
     int row = 0;
     if (!document_.title.isEmpty()) {

@@ -2,6 +2,8 @@
 #include "signaturetables.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <iomanip>
 #include <numbers>
@@ -52,9 +54,12 @@ constexpr Column kColumns[] = {
      }},
 };
 
-// The digits of single precision, in which the radiances are.
+// Six digits: the radiances are in single precision, and sums of them have no more.
 double written(double value) {
-    return shortestDouble(static_cast<float>(value));
+    std::array<char, 32> text{};
+    const auto end = std::to_chars(text.begin(), text.end(), value, std::chars_format::general, 6).ptr;
+    std::from_chars(text.begin(), end, value);
+    return value;
 }
 
 // Like written, with four digits.
