@@ -83,6 +83,10 @@ TEST_F(RadiometryCommand, ExportHasThemByName) {
         columns(
             {"target-contrast,jam-to-signal", "--background", "5e-5", "--flare-scale", "0.1", "--signature-step", "2"}),
         ",target_contrast_W_per_sr,jam_to_signal|,3,0|,3,2|");
+    for (const char* const extension : {"brdf", "rad", "atm"})
+        folder.write(
+            std::string("tgt_b0004.") + extension, readWholeFile(folder.file(std::string("tgt_b0001.") + extension)));
+    EXPECT_EQ(columns({"target-intensity-band-4"}), ",target_intensity_band_4_W_per_sr|,6|,6|");
     const std::string rotors = folder.write("rotors", "1 12  0 0 0  0 0 1  0.25\n"); // the right side faces ahead
     EXPECT_EQ(columns({"target-intensity", "--rotors", rotors}), ",target_intensity_W_per_sr|,6|,16|");
     EXPECT_THAT(
@@ -104,6 +108,42 @@ TEST_F(RadiometryCommand, PlotDrawsThem) {
     const std::string rows = rounded(readWholeFile(table));
     EXPECT_THAT(rows, HasSubstr(",\"ETXYZ.OUT.a: target-intensity\",0,6\n"));
     EXPECT_THAT(rows, HasSubstr("\"flare-jam-to-signal\",\"\",\"ETXYZ.OUT.a: flare 4\",1,20"));
+}
+
+TEST_F(RadiometryCommand, RunsHaveThemWhereAskedFor) {
+    write(folder.file("ETXYZ.OUT.b"), "/nowhere");
+    const std::string files = folder.path().string();
+    const std::string table = folder.file("a.csv");
+    const auto lastColumns = [&] { // of radiation
+        std::string rows;
+        std::istringstream lines(readWholeFile(table));
+        for (std::string line; std::getline(lines, line); rows += '|') {
+            std::size_t begin = line.size();
+            for (int column = 0; column < 5; ++column)
+                begin = line.rfind(',', begin - 1);
+            rows += line.substr(begin);
+        }
+        return rows;
+    };
+    const CommandRun run =
+        runCommand({"runs", files, "-o", table, "--unit", "m", "--radiometry", "--flare-scale", "0.1"});
+    EXPECT_EQ(
+        run.err,
+        "sorvane runs: the files of the target of 1 engagement can't be used: what is measured of its radiation "
+        "is empty\n");
+    EXPECT_EQ(run.status, ExitStatus::ProblemsFound);
+    EXPECT_EQ(
+        rounded(lastColumns()),
+        ",target_mean_intensity_W_per_sr,target_intensity_at_first_flare_W_per_sr,greatest_jam_to_signal,"
+        "greatest_jam_to_signal_time_s,target_outshone_time_s|,6,6,2,1,1|,,,,,|");
+    const std::string database = folder.file("a.sqlite");
+    runCommand({"runs", file, "-o", database, "--unit", "m", "--radiometry", "--signature-step", "0.5"});
+    EXPECT_THAT(
+        runCommand({"report", database, "-o", "-", "--allow-missing"}).out,
+        HasSubstr("--unit m --radiometry --signature-step 0.5"));
+    runCommand({"runs", files, "-o", table, "--unit", "m"});
+    EXPECT_THAT(readWholeFile(table), Not(HasSubstr("intensity")));
+    EXPECT_THAT(runCommand({"runs", files, "-o", table, "--radiometry"}).err, HasSubstr("--radiometry needs --unit"));
 }
 
 TEST_F(RadiometryCommand, SaysWhatItLacks) {
