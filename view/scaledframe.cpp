@@ -21,7 +21,8 @@ double quantile(std::vector<float>& values, double part) {
     std::ranges::nth_element(values, below);
     const auto above = std::min_element(below + 1, values.end());
     const double share = place - std::floor(place);
-    return (1.0 - share) * double{*below} + share * double{above == values.end() ? *below : *above};
+    // Of two values that are alike it is exactly that value.
+    return above == values.end() ? double{*below} : double{*below} + share * (double{*above} - double{*below});
 }
 
 // What the part of the framebuffer under the viewport holds.
