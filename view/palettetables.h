@@ -1,5 +1,5 @@
-// The colours of viridis and inferno, 0xRRGGBB: the tables of Smith and van der Walt, published in 2015 without any rights
-// reserved (CC0), in 8 bits a channel. Their lightness rises evenly, also for those who see fewer colours.
+// The colours of viridis and inferno, 0xRRGGBB: the tables of Smith and van der Walt, published in 2015 without any
+// rights reserved (CC0), in 8 bits a channel. Their lightness rises evenly, also for those who see fewer colours.
 #pragma once
 
 #include <array>
