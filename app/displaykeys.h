@@ -27,6 +27,8 @@ class DisplayKeys {
 public:
     // Takes up the choices of the last session: unit, corner and anti-aliasing.
     explicit DisplayKeys(const DisplayKeysParts& parts);
+    DisplayKeys(const DisplayKeys&) = delete;
+    DisplayKeys& operator=(const DisplayKeys&) = delete;
 
     LengthUnit unit() const { return unit_; }
 

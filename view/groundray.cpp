@@ -41,7 +41,8 @@ struct Span {
 // A ray over the cells of a tile, in columns, rows and heights.
 class Walk {
 public:
-    Walk(const TileGround& ground, const GroundRay& ray) : ground_(ground), tile_(ground.placement), ray_(ray) {
+    Walk(const TileGround& ground, const GroundRay& ray)
+        : ground_(ground), tile_(ground.placement), ray_(ray), height_{ray.eye.z, ray.way.z} {
         const double columnX = double{tile_.xvec[0]} * double{tile_.scale[0]};
         const double rowX = double{tile_.xvec[1]} * double{tile_.scale[0]};
         const double columnY = double{tile_.yvec[0]} * double{tile_.scale[1]};
@@ -52,9 +53,9 @@ public:
             const double y = ray.eye.y - double{tile_.origin[1]};
             return {(ofX * x + ofY * y) / determinant, (ofX * ray.way.x + ofY * ray.way.y) / determinant};
         };
-        column_ = lineOf(rowY, -rowX);
+        // cppcheck-suppress useInitializationList
+        column_ = lineOf(rowY, -rowX); // shares what is worked out above with the rows'
         row_ = lineOf(-columnY, columnX);
-        height_ = {ray.eye.z, ray.way.z};
         isSound_ = determinant != 0.0 && std::isfinite(determinant);
     }
 

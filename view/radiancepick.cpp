@@ -127,9 +127,11 @@ ViewRay rayThrough(const LookAt& lookAt, const Tangents& at) {
     ViewRay ray;
     for (int axis = 0; axis < 3; ++axis) {
         const auto number = static_cast<std::size_t>(axis);
-        ray.eye[number] = double{lookAt.eye().ElementAt(axis)};
-        ray.direction[number] = at.right * double{lookAt.rotation()(0, axis)} +
-                                at.up * double{lookAt.rotation()(1, axis)} - double{lookAt.rotation()(2, axis)};
+        const auto turned = [&](int row) {
+            return static_cast<double>(lookAt.rotation()(row, axis));
+        };
+        ray.eye[number] = static_cast<double>(lookAt.eye().ElementAt(axis));
+        ray.direction[number] = at.right * turned(0) + at.up * turned(1) - turned(2);
     }
     return ray;
 }
