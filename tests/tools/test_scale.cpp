@@ -39,10 +39,12 @@ struct ScaleCommandTest : testing::Test {
         writeTrajectory(QString::fromStdString(trajectory), samples);
     }
 
+    std::string size = "81x61";
+
     CommandRun render(std::vector<std::string> options) const {
         options.insert(
             options.begin(), {"render", trajectory, "-o", output, "--allow-missing", "--eye", "0,0,0", "--look-at",
-                              "20,0,0", "--size", "81x61", "--no-grid", "--no-history", "--no-drop-lines"});
+                              "20,0,0", "--size", size, "--no-grid", "--no-history", "--no-drop-lines"});
         return runCommand(options);
     }
     QImage rendered(const std::vector<std::string>& options) const {
@@ -75,9 +77,10 @@ TEST_F(ScaleCommandTest, TheUsualScaleChangesNoByteAndItsBarOnlyTheRight) {
     EXPECT_TRUE(rendered({"--scale", "fixed", "--palette", "grey"}) == usual);
     const QRect left(0, 0, 20, 61);
     EXPECT_TRUE(rendered({"--colour-bar"}).copy(left) == usual.copy(left));
+    size = "800x600";
     for (const auto& [palette, option] : Rows<Palette, const char*>{
              {Palette::Grey, "grey"}, {Palette::Inverted, "inverted"}, {Palette::Inferno, "inferno"}}) {
-        const QImage barred = rendered({"--palette", option, "--colour-bar", "--size", "800x600"});
+        const QImage barred = rendered({"--palette", option, "--colour-bar"});
         // Down the middle of the bar, the greatest radiance first.
         const int x = barred.width() - textPixelSize(barred.size()) * 3 / 2;
         QList<QRgb> colours;
