@@ -26,8 +26,8 @@ run_and_close() {
 }
 
 # Options that print and end, and a machine without a display.
-"$program" --version | grep -qx 'new_sorvane [0-9.]*'
-"$program" "$folder/missing" --help | grep -q '^Usage: new_sorvane '
+grep -qx 'new_sorvane [0-9.]*' <<<"$("$program" --version)"
+grep -q '^Usage: new_sorvane ' <<<"$("$program" "$folder/missing" --help)"
 for place in "" ":99999"; do
     status=0
     env -u WAYLAND_DISPLAY DISPLAY="$place" "$program" 2>"$folder/messages" || status=$?
