@@ -13,6 +13,7 @@
 #include "arrays.h"
 #include "fileerror.h"
 #include "renderedscene.h"
+#include "scaleoptions.h"
 #include "textapplication.h"
 
 namespace py = pybind11;
@@ -66,7 +67,7 @@ void keepTextApplication() {
 }
 
 Pictures draw(const RenderRequest& request, const std::vector<double>& times) {
-    if (request.texts.isAny())
+    if (request.texts.isAny() || request.scale.hasColourBar)
         keepTextApplication();
     Pictures pictures;
     RenderedScene scene(request, [&](const std::string& remark) { pictures.remarks.push_back(remark); });
@@ -111,6 +112,11 @@ requestOf(const py::list& paths, const std::vector<double>& times, std::pair<int
     request.scene.showDropLines = options["drop_lines"].cast<bool>();
     request.scene.lineStyles = options["line_styles"].cast<bool>();
     request.scene.samples = options["antialias"].cast<int>();
+    if (const auto problem = takeScale(options["scale"].cast<std::string>(), request.scale))
+        throw py::value_error(withArguments(problem->text));
+    if (const auto problem = takePalette(options["palette"].cast<std::string>(), request.scale))
+        throw py::value_error(withArguments(problem->text));
+    request.scale.hasColourBar = options["colour_bar"].cast<bool>();
     request.texts.title = options["title"].cast<std::string>();
     request.texts.hasLabels = options["labels"].cast<bool>();
     request.texts.hasReadout = options["readout"].cast<bool>();

@@ -31,6 +31,9 @@ OPTIONS = [
                                                                      "--no-drop-lines"]),
     ({"at": 5, "view": "gyro", "title": "Käse", "labels": True, "readout": True, "unit": "m"},
      ["--at", 5, "--view", "gyro", "--title", "Käse", "--labels", "--readout", "--unit", "m"]),
+    ({"at": 9, "view": "target", "scale": "auto", "palette": "viridis", "colour_bar": True},
+     ["--at", 9, "--view", "target", "--scale", "auto", "--palette", "viridis", "--colour-bar"]),
+    ({"at": 9, "view": "target", "scale": 5e-5}, ["--at", 9, "--view", "target", "--scale", "5e-5"]),
 ]
 
 
@@ -71,7 +74,8 @@ def test_times_at_once_and_files_together(demonstration, flight):
 def test_what_can_not_be_drawn(flight, tmp_path):
     for arguments, text in [({"view": "side"}, "view is"), ({"view": "gyro", "eye": (1, 2, 3)}, "eye and look_at place"),
                             ({"follow": 2}, "follow counts"), ({"size": (0, 5)}, "size"), ({"antialias": 3}, "antialias"),
-                            ({"at": float("nan")}, "finite"), ({"unit": "km"}, "unit")]:
+                            ({"at": float("nan")}, "finite"), ({"unit": "km"}, "unit"),
+                            ({"scale": 0}, "scale: fixed, auto"), ({"palette": "jet"}, "palette is grey")]:
         with pytest.raises(ValueError, match=text):
             sorvane.render(flight, **arguments)
     with pytest.raises(sorvane.Error, match="there is nothing to draw; .*there is no such file") as caught:
