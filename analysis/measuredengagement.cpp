@@ -1,15 +1,25 @@
 // An engagement as measures see it: its samples, its flares by identifier, and where the seeker looks.
 #include "measuredengagement.h"
 
+#include <utility>
+
 #include "shortestnumber.h"
 
 namespace sorvane {
-MeasuredEngagement::MeasuredEngagement(const SampleSeries& series, float fieldOfViewDegrees, LengthUnit unit)
-    : series_(&series), tracks_(series), halfFieldDegrees_(shortestDouble(fieldOfViewDegrees) / 2.0), unit_(unit) {
+MeasuredEngagement::MeasuredEngagement(
+    std::shared_ptr<const SampleSeries> series, float fieldOfViewDegrees, LengthUnit unit)
+    : series_(std::move(series)), tracks_(*series_), halfFieldDegrees_(shortestDouble(fieldOfViewDegrees) / 2.0),
+      unit_(unit) {
     gyroAxes_.reserve(samples().size());
     for (const Sample& sample : samples())
         gyroAxes_.push_back(xAxis(sample.gyro));
 }
+
+// A pointer that owns nothing.
+MeasuredEngagement::MeasuredEngagement(const SampleSeries& series, float fieldOfViewDegrees, LengthUnit unit)
+    : MeasuredEngagement(
+          std::shared_ptr<const SampleSeries>(std::shared_ptr<const SampleSeries>(), &series), fieldOfViewDegrees,
+          unit) {}
 
 std::optional<FlareMoment> MeasuredEngagement::flareAt(std::size_t track, const Moment& moment) const {
     const std::size_t row = tracks_.rowAt(track, moment.sample);

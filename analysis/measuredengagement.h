@@ -1,6 +1,7 @@
 // An engagement as measures see it: its samples, its flares by identifier, and where the seeker looks.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -18,10 +19,13 @@ struct FlareMoment {
     std::size_t next = FlareTracks::kNone;
 };
 
-// Refers to the series, which must outlive it and stay as it is. May be asked from several threads at once.
+// May be asked from several threads at once.
 class MeasuredEngagement {
 public:
     // `fieldOfViewDegrees` is the full cone angle of the seeker; its double is the one with the same digits.
+    MeasuredEngagement(
+        std::shared_ptr<const SampleSeries> series, float fieldOfViewDegrees, LengthUnit unit = LengthUnit::Unstated);
+    // Of a series that outlives it and stays as it is.
     MeasuredEngagement(const SampleSeries& series, float fieldOfViewDegrees, LengthUnit unit = LengthUnit::Unstated);
 
     std::span<const Sample> samples() const { return series_->samples(); }
@@ -47,7 +51,7 @@ public:
     double bandOf(const FlareMoment& flare, std::size_t band) const;
 
 private:
-    const SampleSeries* series_;
+    std::shared_ptr<const SampleSeries> series_;
     FlareTracks tracks_;
     std::vector<Triple> gyroAxes_; // on the samples
     double halfFieldDegrees_ = 0.0;

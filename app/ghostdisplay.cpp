@@ -96,10 +96,10 @@ double GhostDisplay::Facts::timeOf(Alignment alignment) const {
 
 GhostDisplay::Facts GhostDisplay::factsOf(const LoadedEngagement& engagement) {
     const etxyz& data = engagement.data();
-    const EngagementResults results =
-        resultsOf(MeasuredEngagement(data.samples, data.fieldOfView, LengthUnit::Unstated));
+    const MeasuredEngagement measured(data.samples.series(), data.fieldOfView);
+    const EngagementResults results = resultsOf(measured);
     return {
-        data.samples.samples().front().time, results.firstFlareTime, results.closest.time, results.closest.range,
+        measured.samples().front().time, results.firstFlareTime, results.closest.time, results.closest.range,
         valueOf(results, *findMeasure("decoyed"))};
 }
 

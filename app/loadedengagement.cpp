@@ -80,14 +80,18 @@ QString LoadedEngagement::name() const {
 
 const EngagementFacts& LoadedEngagement::facts() const {
     if (!facts_)
-        facts_ = factsOf(reading_.data->samples);
+        facts_ = factsOf(*reading_.data->samples.series());
     return *facts_;
 }
 
-const MeasuredEngagement& LoadedEngagement::measured(LengthUnit unit) const {
-    if (!measured_ || measured_->unit() != unit)
-        measured_.emplace(reading_.data->samples, reading_.data->fieldOfView, unit);
-    return *measured_;
+std::shared_ptr<const MeasuredEngagement> LoadedEngagement::measured(LengthUnit unit) const {
+    std::shared_ptr<const MeasuredEngagement> measured = measured_.lock();
+    if (measured == nullptr || measured->unit() != unit) {
+        const etxyz& data = *reading_.data;
+        measured = std::make_shared<MeasuredEngagement>(data.samples.series(), data.fieldOfView, unit);
+        measured_ = measured;
+    }
+    return measured;
 }
 
 std::unique_ptr<etxyz> LoadedEngagement::take(EngagementReading reading) {

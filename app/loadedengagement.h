@@ -59,8 +59,8 @@ public:
 
     // Worked out when they are first asked for.
     const EngagementFacts& facts() const;
-    // Stays until the file is read again or another unit is asked for.
-    const MeasuredEngagement& measured(LengthUnit unit) const;
+    // The same for all who hold it; worked out again when nobody does, so hold it for as long as you go by it.
+    std::shared_ptr<const MeasuredEngagement> measured(LengthUnit unit) const;
 
 private:
     friend class EngagementList;
@@ -72,6 +72,6 @@ private:
     QString path_;
     EngagementReading reading_;
     mutable std::optional<EngagementFacts> facts_;
-    mutable std::optional<MeasuredEngagement> measured_;
+    mutable std::weak_ptr<const MeasuredEngagement> measured_;
 };
 } // namespace sorvane

@@ -2,6 +2,7 @@
 #include "plotting.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QDoubleSpinBox>
 #include <QScreen>
@@ -63,27 +64,29 @@ void Plotting::showLoop() {
 
 void Plotting::open() {
     plots_ = new PlotWindow(
-        &parts_.window, {.candidates =
-                             [this] {
-                                 std::vector<PlotCandidate> candidates;
-                                 for (const LoadedEngagement& engagement : parts_.engagements)
-                                     candidates.push_back({engagement.id(), engagement.name()});
-                                 return candidates;
-                             },
-                         .followed = [this]() -> std::optional<EngagementId> {
-                             const LoadedEngagement* const current = parts_.current.get();
-                             return current == nullptr ? std::nullopt : std::optional(current->id());
-                         },
-                         .engagement =
-                             [this](EngagementId id) {
-                                 const LoadedEngagement& engagement = *parts_.engagements.find(id);
-                                 return PlottedEngagement{
-                                     engagement.name(), &engagement.measured(parts_.unit()), engagement.facts().events};
-                             },
-                         .goTo =
-                             [this](double time) {
-                                 parts_.steps.to(std::clamp(time, parts_.box.minimum(), parts_.box.maximum()));
-                             }});
+        &parts_.window,
+        {.candidates =
+             [this] {
+                 std::vector<PlotCandidate> candidates;
+                 for (const LoadedEngagement& engagement : parts_.engagements)
+                     candidates.push_back({engagement.id(), engagement.name()});
+                 return candidates;
+             },
+         .followed = [this]() -> std::optional<EngagementId> {
+             const LoadedEngagement* const current = parts_.current.get();
+             return current == nullptr ? std::nullopt : std::optional(current->id());
+         },
+         .engagement =
+             [this](EngagementId id) {
+                 const LoadedEngagement& engagement = *parts_.engagements.find(id);
+                 auto measured = engagement.measured(parts_.unit());
+                 const MeasuredEngagement* const plotted = measured.get();
+                 return PlottedEngagement{engagement.name(), plotted, engagement.facts().events, std::move(measured)};
+             },
+         .goTo =
+             [this](double time) {
+                 parts_.steps.to(std::clamp(time, parts_.box.minimum(), parts_.box.maximum()));
+             }});
     const QRect viewer = parts_.window.frameGeometry();
     const QRect screen = parts_.window.screen()->availableGeometry();
     QRect place(viewer.left(), viewer.bottom() + 1, viewer.width(), kHeight);

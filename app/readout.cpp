@@ -25,10 +25,12 @@ QString achievedText(double rate) {
 } // namespace
 
 QString readoutText(const ReadoutSubject& subject, const std::optional<PlaybackMeasures>& measures) {
+    std::shared_ptr<const MeasuredEngagement> measured;
     ReadoutFacts facts{.time = subject.time, .view = QString::fromLatin1(nameOf(subject.viewMode).shown)};
     if (subject.engagement != nullptr) {
         facts.engagement = subject.engagement->name();
-        facts.measured = &subject.engagement->measured(subject.unit);
+        measured = subject.engagement->measured(subject.unit);
+        facts.measured = measured.get();
         facts.closest = subject.engagement->facts().closest;
     }
     QStringList lines = readoutLines(facts);
@@ -55,6 +57,7 @@ void ViewReadout::toggle() {
     if (isVisibleTo(&view_)) {
         measuring_->stop();
         hide();
+        measured_.reset();
         return;
     }
     startMeasuring(false);
@@ -72,6 +75,7 @@ void ViewReadout::refresh() {
     if (!isVisibleTo(&view_))
         return;
     const ReadoutSubject subject = subject_();
+    measured_ = subject.engagement == nullptr ? nullptr : subject.engagement->measured(subject.unit);
     // In a right corner, numbers that get shorter and longer would move all.
     setMinimumWidth(subject.isPlaying ? width() : 0);
     setText(readoutText(subject, measures_));

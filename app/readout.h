@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include <QElapsedTimer>
@@ -14,6 +15,7 @@ class QTimer;
 
 namespace sorvane {
 class LoadedEngagement;
+class MeasuredEngagement;
 
 // What the read-out describes.
 struct ReadoutSubject {
@@ -63,6 +65,7 @@ private:
 
     QWidget& view_;
     Subject subject_;
+    std::shared_ptr<const MeasuredEngagement> measured_; // is told of from tick to tick
     ReadoutCorner corner_ = ReadoutCorner::LowerLeft;
     QTimer* measuring_;
     QElapsedTimer sinceMeasured_;

@@ -132,7 +132,7 @@ RunRow RunTables::rowOf(const LoadedEngagement& engagement) const {
     const std::string path = QFile::encodeName(engagement.path()).toStdString();
     RunRow row{path, runStamp(path), std::vector<RunValue>(RunLayout::make(rowsUnit_, {})->columns().size())};
     putFaults(engagement.data().isWhollyRead ? RunFaults() : lineFaults(path), row.values);
-    const MeasuredEngagement measured(engagement.data().samples, engagement.data().fieldOfView, rowsUnit_);
+    const MeasuredEngagement measured(engagement.data().samples.series(), engagement.data().fieldOfView, rowsUnit_);
     putEngagement(engagement.header(), measured, row.values);
     return row;
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include <QFile>
 
@@ -32,7 +33,10 @@ TrajectoryFileHeader etxyz::load(const TrajectoryInput& input) {
 TrajectoryFileHeader etxyz::parse(const TrajectoryInput& input) {
     TrajectoryFileHeader header = readTrajectoryHeader(input.device.get(), input.isProcess);
     takeHeader(header);
-    keyframes = readRecords(input.device.get(), input.isProcess, samples, isWhollyRead);
+    SampleSeries series;
+    keyframes = readRecords(input.device.get(), input.isProcess, series, isWhollyRead);
+    samples = KeptSeries(std::move(series));
+    samples.pack();
     isWhollyRead = isWhollyRead && header.isWhole;
     takeFiles(chooseFiles(header));
     return header;

@@ -8,9 +8,9 @@
 
 #include "atmfile.h"
 #include "hardbody.h"
+#include "keptseries.h"
 #include "keyframe.h"
 #include "sampleindex.h"
-#include "sampleseries.h"
 #include "terrain.h"
 
 class QMenu;
@@ -69,8 +69,9 @@ public:
     // Keyed by time. Read it through const access (cbegin, std::as_const): while an index shares the map, the first
     // access that could change it copies it whole.
     QMap<double, keyframe> keyframes;
-    // The same samples with all digits of the file, for measures. Those that are added later are not among them.
-    sorvane::SampleSeries samples;
+    // The same samples with all digits of the file, for measures; packed once they are read. Those that are added later
+    // are not among them.
+    sorvane::KeptSeries samples;
     QString terrainTopoPath;
     QString terrainRadPath;
     QString targetSignatureBase; // path without its extension

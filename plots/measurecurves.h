@@ -1,6 +1,7 @@
 // Makes curves of the measures of engagements.
 #pragma once
 
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -15,6 +16,7 @@ struct PlottedEngagement {
     QString name;
     const MeasuredEngagement* measured = nullptr;
     std::vector<EngagementEvent> events;
+    std::shared_ptr<const MeasuredEngagement> holder{}; // of what `measured` points to, unless others hold it
 };
 
 // What is plotted unless something else is asked for: range, closing speed, off-boresight angles, intensity of flares.

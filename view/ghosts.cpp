@@ -14,39 +14,18 @@ constexpr float kPathAlpha = 0.4F;
 constexpr float kThreatPixels = 5.0F; // of the view
 constexpr float kTargetPixels = 3.0F;
 
-using Position = Triple Sample::*;
-
-// Every n-th one and the last.
-std::vector<Triple> thinned(std::span<const Sample> samples, Position position) {
-    std::vector<Triple> points;
-    const std::size_t step = samples.size() / kMostPoints + 1;
-    for (std::size_t i = 0; i < samples.size(); i += step)
-        points.push_back(samples[i].*position);
-    if (!samples.empty() && (samples.size() - 1) % step != 0)
-        points.push_back(samples.back().*position);
-    return points;
-}
-
-// Between samples; before the first one and after the last one theirs. Needs at least one.
-Triple positionAt(std::span<const Sample> samples, double time, Position position) {
-    const auto after = std::ranges::upper_bound(samples, time, {}, &Sample::time);
-    if (after == samples.begin())
-        return samples.front().*position;
-    if (after == samples.end())
-        return samples.back().*position;
-    const Sample& before = *std::prev(after);
-    const double part = (time - before.time) / (after->time - before.time);
-    Triple place{};
-    for (std::size_t axis = 0; axis < 3; ++axis)
-        place[axis] = (1.0 - part) * (before.*position)[axis] + part * ((*after).*position)[axis];
-    return place;
-}
-
 Vertex relativeTo(const Vertex& origin, const Triple& place) {
     Vertex vertex{};
     for (std::size_t axis = 0; axis < 3; ++axis)
         vertex[axis] = static_cast<float>(place[axis] - static_cast<double>(origin[axis]));
     return vertex;
+}
+
+Triple between(const Triple& earlier, const Triple& later, double part) {
+    Triple place{};
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        place[axis] = (1.0 - part) * earlier[axis] + part * later[axis];
+    return place;
 }
 
 Vertex rounded(const Triple& place) {
@@ -59,8 +38,44 @@ void useColour(const GhostSet& set, std::size_t number, float alpha) {
 }
 } // namespace
 
+Ghosts::Track::Track(const SampleSeries& series) {
+    const std::span<const Sample> samples = series.samples();
+    if (!samples.empty())
+        origin = samples.front().targetPosition;
+    const auto offset = [this](const Triple& place) {
+        Vertex vertex{};
+        for (std::size_t axis = 0; axis < 3; ++axis)
+            vertex[axis] = static_cast<float>(place[axis] - origin[axis]);
+        return vertex;
+    };
+    times.reserve(samples.size());
+    target.reserve(samples.size());
+    threat.reserve(samples.size());
+    for (const Sample& sample : samples) {
+        times.push_back(sample.time);
+        target.push_back(offset(sample.targetPosition));
+        threat.push_back(offset(sample.threatPosition));
+    }
+}
+
+Triple Ghosts::Track::place(std::size_t sample, bool isThreat) const {
+    const Vertex& offset = (isThreat ? threat : target)[sample];
+    Triple place = origin;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        place[axis] += static_cast<double>(offset[axis]);
+    return place;
+}
+
+Triple Ghosts::Track::placeAt(double time, bool isThreat) const {
+    const auto after = static_cast<std::size_t>(std::ranges::upper_bound(times, time) - times.begin());
+    if (after == 0 || after == times.size())
+        return place(after == 0 ? 0 : after - 1, isThreat);
+    const double part = (time - times[after - 1]) / (times[after] - times[after - 1]);
+    return between(place(after - 1, isThreat), place(after, isThreat), part);
+}
+
 void Ghosts::forget(EngagementId id) {
-    if (paths_.erase(id) > 0)
+    if (tracks_.erase(id) > 0)
         built_.clear();
 }
 
@@ -90,23 +105,28 @@ void Ghosts::build(const std::vector<Shown>& shown) {
     firsts_.clear();
     counts_.clear();
     std::vector<Vertex> vertices;
-    const auto append = [&](const std::vector<Point>& path) {
-        firsts_.push_back(static_cast<int>(vertices.size()));
-        counts_.push_back(static_cast<int>(path.size()));
-        for (const Point& point : path)
-            vertices.push_back(relativeTo(origin_, point));
+    // Every n-th sample and the last.
+    const auto append = [&](const Track& track, bool isThreat) {
+        const std::size_t first = vertices.size();
+        const std::size_t count = track.times.size();
+        const std::size_t step = count / kMostPoints + 1;
+        for (std::size_t i = 0; i < count; i += step)
+            vertices.push_back(relativeTo(origin_, track.place(i, isThreat)));
+        if (count > 0 && (count - 1) % step != 0)
+            vertices.push_back(relativeTo(origin_, track.place(count - 1, isThreat)));
+        firsts_.push_back(static_cast<int>(first));
+        counts_.push_back(static_cast<int>(vertices.size() - first));
     };
     for (const Shown& ghost : shown) {
-        const auto [paths, isNew] = paths_.try_emplace(ghost.id);
-        if (isNew)
-            paths->second = {
-                thinned(ghost.samples->samples(), &Sample::targetPosition),
-                thinned(ghost.samples->samples(), &Sample::threatPosition)};
-        if (vertices.empty() && !paths->second.target.empty())
-            origin_ = rounded(paths->second.target.front());
+        auto known = tracks_.find(ghost.id);
+        if (known == tracks_.end())
+            known = tracks_.emplace(ghost.id, *ghost.samples->series()).first;
+        const Track& track = known->second;
+        if (vertices.empty())
+            origin_ = rounded(track.origin);
         built_.push_back(ghost.id);
-        append(paths->second.target);
-        append(paths->second.threat);
+        append(track, false);
+        append(track, true);
     }
     buffer_.assign(std::move(vertices));
 }
@@ -132,21 +152,16 @@ void Ghosts::drawPaths(const GhostSet& set, const Options& options) {
 void Ghosts::drawBodies(
     const std::vector<Shown>& shown, const GhostSet& set, const LookAt& lookAt, const DepthSlice& slice,
     const Options& options) const {
-    struct Body {
-        Position position;
-        float pixels;
-    };
     glEnable(GL_POINT_SMOOTH);
-    for (const Body& body :
-         {Body{&Sample::targetPosition, kTargetPixels}, Body{&Sample::threatPosition, kThreatPixels}}) {
-        glPointSize(body.pixels * static_cast<float>(options.pixelRatio));
+    for (const bool isThreat : {false, true}) {
+        glPointSize((isThreat ? kThreatPixels : kTargetPixels) * static_cast<float>(options.pixelRatio));
         glBegin(GL_POINTS);
         for (const Shown& ghost : shown) {
-            const std::span<const Sample> samples = ghost.samples->samples();
-            if (samples.empty())
+            const Track& track = tracks_.at(ghost.id);
+            if (track.times.empty())
                 continue;
             const Ghost& look = set.ghosts.at(ghost.id);
-            const Triple place = positionAt(samples, options.time + look.later, body.position);
+            const Triple place = track.placeAt(options.time + look.later, isThreat);
             if (!slice.owns(lookAt.depthOf(rounded(place))))
                 continue;
             useColour(set, look.colour, 1.0F);

@@ -8,7 +8,7 @@
 
 #include "engagementid.h"
 #include "framedepth.h"
-#include "sampleseries.h"
+#include "keptseries.h"
 #include "vertexbuffer.h"
 
 namespace sorvane {
@@ -28,14 +28,15 @@ struct GhostSet {
     bool contains(EngagementId id) const { return ghosts.contains(id); }
 };
 
-// The paths of all lie in one vertex buffer, each with its points from the first sample to the last. Drawing needs a
-// current GL context, and so does the destructor once something has been drawn.
+// The paths of all lie in one vertex buffer, each with its points from the first sample to the last. What is seen of an
+// engagement is kept from its first frame on, so that its samples stay packed. Drawing needs a current GL context, and
+// so does the destructor once something has been drawn.
 class Ghosts {
 public:
     // An engagement to draw, which is in the set; not owned.
     struct Shown {
         EngagementId id{};
-        const SampleSeries* samples = nullptr;
+        const KeptSeries* samples = nullptr;
     };
     struct Options {
         double time = 0.0; // seconds, the clock's
@@ -50,11 +51,18 @@ public:
     void forget(EngagementId id);
 
 private:
-    using Point = Triple;
-    // Of one engagement, in world coordinates.
-    struct Paths {
-        std::vector<Point> target;
-        std::vector<Point> threat;
+    // The bodies of one engagement at its samples.
+    struct Track {
+        explicit Track(const SampleSeries& series);
+
+        Triple place(std::size_t sample, bool isThreat) const; // world
+        // Between samples; before the first one and after the last one theirs. Needs at least one.
+        Triple placeAt(double time, bool isThreat) const;
+
+        Triple origin{}; // world, from which the vertices count
+        std::vector<double> times;
+        std::vector<Vertex> target;
+        std::vector<Vertex> threat;
     };
 
     void build(const std::vector<Shown>& shown);
@@ -63,7 +71,7 @@ private:
         const std::vector<Shown>& shown, const GhostSet& set, const LookAt& lookAt, const DepthSlice& slice,
         const Options& options) const;
 
-    std::map<EngagementId, Paths> paths_;
+    std::map<EngagementId, Track> tracks_;
     std::vector<EngagementId> built_; // in the order of their paths in the buffer: target and threat of each
     std::vector<int> firsts_;
     std::vector<int> counts_;

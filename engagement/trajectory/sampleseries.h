@@ -41,6 +41,12 @@ struct FlareColumns {
 // The samples that the viewer has, with their flares.
 class SampleSeries {
 public:
+    SampleSeries() = default;
+    // Of what flares(), samples() and flareRows() of another one give, in order already; `flareEnds` are the second
+    // numbers of flareRows().
+    SampleSeries(std::vector<Sample> samples, std::vector<std::size_t> flareEnds, FlareColumns flares)
+        : samples_(std::move(samples)), flareEnds_(std::move(flareEnds)), flares_(std::move(flares)) {}
+
     // Takes the samples in the order of the file.
     void add(const Sample& sample, std::span<const Flare> flares);
     // To be called after the last one. Takes no more memory then than it needs.

@@ -1,6 +1,7 @@
 // Fuzzes the trajectory reader: the header, then the records through two readers that must agree bit for bit however
 // the bytes arrive: the line by line one and the fast one in single precision, or the fast one and the watched one in
-// double precision. The first byte says which of them, and how many bytes a read gives.
+// double precision, which then are packed and unpacked. The first byte says which of them, and how many bytes a read
+// gives.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +12,7 @@
 #include "devices.h"
 #include "identical.h"
 #include "linebylinereader.h"
-#include "sampleseries.h"
+#include "packedseries.h"
 #include "trajectoryreader.h"
 #include "watchedreader.h"
 
@@ -36,15 +37,6 @@ public:
     QMap<double, keyframe> samples;
     SampleSeries series;
 };
-
-bool identicalSeries(const SampleSeries& a, const SampleSeries& b) {
-    if (!std::ranges::equal(a.samples(), b.samples()))
-        return false;
-    for (std::size_t i = 0; i < a.samples().size(); ++i)
-        if (!std::ranges::equal(a.flareIds(i), b.flareIds(i)))
-            return false;
-    return true;
-}
 
 bool identicalHeaders(const TrajectoryFileHeader& a, const TrajectoryFileHeader& b) {
     return a.terrainTopoPath == b.terrainTopoPath && a.terrainRadPath == b.terrainRadPath &&
@@ -74,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         readWatched(&trickle, false, keeper);
         keeper.series.putInOrder();
         if (!identicalHeaders(keeper.read, header) || !identical(keeper.samples, samples) ||
-            !identicalSeries(keeper.series, series))
+            !identical(keeper.series, series) || !identical(PackedSeries(series).unpacked(), series))
             std::abort();
         return 0;
     }

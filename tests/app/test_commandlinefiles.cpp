@@ -65,7 +65,7 @@ TEST_F(CommandLineFilesTest, ALargeFileCanBeStopped) {
         const EngagementReading whole = readEngagement(path, [&] { return ++turns > 0; });
         EXPECT_GE(turns, path == plain ? 10 : 2) << "each piece; of the decompressor's some are taken in together";
         ASSERT_NE(whole.data, nullptr);
-        EXPECT_EQ(whole.data->samples.samples().size(), 40000U);
+        EXPECT_EQ(whole.data->samples.series()->samples().size(), 40000U);
     }
 }
 

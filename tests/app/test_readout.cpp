@@ -111,6 +111,21 @@ TEST_F(ReadoutTest, FollowsWhatIsLoadedReadAgainAndTakenOut) {
     EXPECT_EQ(text(), alone);
 }
 
+TEST_F(ReadoutTest, HoldsWhatIsMeasuredForAsLongAsItTellsOfIt) {
+    load();
+    const auto measured = [this] {
+        return std::weak_ptr(engagements().begin()->measured(LengthUnit::Unstated));
+    };
+    EXPECT_TRUE(measured().expired()) << "nobody tells of it";
+    toggle();
+    const auto first = measured();
+    EXPECT_FALSE(first.expired());
+    box->setValue(2.0);
+    EXPECT_FALSE(first.expired()) << "the next frame goes by the same";
+    toggle();
+    EXPECT_TRUE(first.expired());
+}
+
 TEST_F(ReadoutTest, IsOffAtStartAndNeverInGrabbedFrames) {
     load();
     showWindow();

@@ -31,15 +31,18 @@ struct GhostTest : testing::Test {
         options.time = 1.0;
     }
     static void fly(etxyz& engagement, int samples) {
+        SampleSeries series;
         for (int i = 0; i <= samples; ++i) {
             Sample sample;
             sample.time = 2.0 * i / samples;
             sample.targetPosition = {0.0, 100.0 * (sample.time - 1.0), -100.0};
             sample.threatPosition = {0.0, 100.0 * (sample.time - 1.0), -50.0};
-            engagement.samples.add(sample, {});
+            series.add(sample, {});
             engagement.keyframes.insert(sample.time, singlePrecision(sample));
         }
-        engagement.samples.putInOrder();
+        series.putInOrder();
+        engagement.samples = KeptSeries(std::move(series));
+        engagement.samples.pack();
     }
     void makeGhost(EngagementId id, double later = 0.0) {
         const auto set = std::make_shared<GhostSet>();
@@ -92,8 +95,9 @@ TEST_F(GhostTest, TheFollowedOneIsDrawnAsEver) {
     EXPECT_EQ(scene.draw(one, camera, options), alone);
     // Samples that are read again are drawn.
     drawOther();
-    other.samples = {};
-    other.samples.add(Sample{}, {});
+    SampleSeries one;
+    one.add(Sample{}, {});
+    other.samples = KeptSeries(std::move(one));
     scene.forget(kOther);
     EXPECT_LE(points(drawOther()).width(), 6);
 }

@@ -1,6 +1,8 @@
 // The texts in rendered pictures.
 #include "picturetexts.h"
 
+#include <utility>
+
 #include <QFileInfo>
 #include <QPainter>
 
@@ -35,12 +37,9 @@ QString PictureTexts::readout(const PictureSubject& subject) {
     auto told = told_.find(followed.id);
     if (told == told_.end()) {
         const etxyz& engagement = *followed.engagement;
-        told = told_
-                   .insert(
-                       {followed.id,
-                        {{engagement.samples, engagement.fieldOfView, request_.unit},
-                         closestApproach(engagement.samples.samples())}})
-                   .first;
+        MeasuredEngagement measured(engagement.samples.series(), engagement.fieldOfView, request_.unit);
+        const std::optional<ClosestApproach> closest = closestApproach(measured.samples());
+        told = told_.insert({followed.id, {std::move(measured), closest}}).first;
     }
     return readoutLines({.time = subject.time,
                          .engagement = QFileInfo(paths_[followed.id]).fileName(),

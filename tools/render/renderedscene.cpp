@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -99,8 +100,9 @@ std::optional<std::string> RenderedScene::addEngagement(const std::string& path)
         return broken;
     if (const auto problem = problemOfReading(*input, !engagement->samples.isEmpty(), path))
         return problem->text;
-    const double first = engagement->samples.samples().front().time;
-    const double last = engagement->samples.samples().back().time;
+    const std::shared_ptr<const SampleSeries> series = engagement->samples.series();
+    const double first = series->samples().front().time;
+    const double last = series->samples().back().time;
     reportStockFiles(name, header);
     for (const Message& message : read.messages)
         miss(name + ": atmosphere: " + message.text);
