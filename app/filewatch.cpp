@@ -1,10 +1,10 @@
 // Notices when a loaded file changes on disk.
 #include "filewatch.h"
 
-#include <algorithm>
 #include <iterator>
 
 #include <QFileInfo>
+#include <QSet>
 #include <QTimer>
 
 #include "engagementlist.h"
@@ -39,9 +39,11 @@ void FileWatch::watch(const QString& path, const FileStamp& stamp) {
 }
 
 void FileWatch::dropUnlisted() {
+    QSet<QString> listed;
+    for (const LoadedEngagement& engagement : engagements_)
+        listed.insert(engagement.path());
     for (auto file = files_.begin(); file != files_.end();) {
-        const bool isListed =
-            std::ranges::find(engagements_, file.key(), &LoadedEngagement::path) != engagements_.end();
+        const bool isListed = listed.contains(file.key());
         if (!isListed)
             watcher_.removePath(file.key());
         file = isListed ? std::next(file) : files_.erase(file);

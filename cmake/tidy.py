@@ -50,7 +50,9 @@ class Keys:
     def __init__(self):
         self.commands = compile_commands()
         self.dependencies = dependencies()
-        self.common = output_of("clang-tidy", "--version") + (ROOT / ".clang-tidy").read_text(encoding="utf-8")
+        # Not the processor that it runs on, which it tells, too.
+        version = [line for line in output_of("clang-tidy", "--version").splitlines() if "Host CPU" not in line]
+        self.common = "\n".join([*version, (ROOT / ".clang-tidy").read_text(encoding="utf-8")])
         self.marks = {}
 
     def mark(self, path):

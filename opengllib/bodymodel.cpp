@@ -112,6 +112,7 @@ void BodyModel::draw(const std::optional<Vector<float>>& eye, const Dynamic_Data
     parts.buffers.bind(shader != nullptr ? shader->attributes() : FacetBuffers::Attributes());
     if (shader != nullptr) {
         shader->Activate();
+        shader->setLight(data.light.value_or(parts.light));
         shader->setSolarDirection(data.solarDirEyeCoords);
     }
     drawBlocks();

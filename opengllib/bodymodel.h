@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "bodylight.h"
 #include "bodyshader.h"
 #include "brdffile.h"
 #include "contentcache.h"
@@ -30,7 +31,8 @@ struct BodyParts {
     std::unique_ptr<Rotor> rotor;
     bool isUploadedEachFrame = false;   // vertices, with the rotors turned
     std::unique_ptr<BodyShader> shader; // null when they are
-    float grey = 0.0F;                  // of the whole body from afar
+    BodyLight light;
+    float grey = 0.0F; // of the whole body from afar
     FacetBuffers buffers;
 };
 

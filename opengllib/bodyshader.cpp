@@ -14,17 +14,13 @@ std::string BodyShader::fragmentPath(const std::string& shaderDir) {
     return shaderDir + "SandfordRobertson_simple.frag";
 }
 
-bool BodyShader::Init(
-    const std::string& shaderDir, float earthRadiance, float skyRadiance, float solarBeam, float brightness) {
+bool BodyShader::Init(const std::string& shaderDir) {
     if (!program_.Init(vertexPath(shaderDir), fragmentPath(shaderDir)))
         return false;
-    program_.Activate();
-    glUniform1f(program_.GetUniformVariable("DiffuseEarthRadiance"), earthRadiance);
-    glUniform1f(program_.GetUniformVariable("DiffuseSkyRadiance"), skyRadiance);
-    glUniform1f(program_.GetUniformVariable("SolarBeam"), solarBeam);
-    glUniform1f(program_.GetUniformVariable("Brightness"), brightness);
-    GLShaderProgram::Deactivate();
-
+    earthRadiance_ = program_.GetUniformVariable("DiffuseEarthRadiance");
+    skyRadiance_ = program_.GetUniformVariable("DiffuseSkyRadiance");
+    solarBeam_ = program_.GetUniformVariable("SolarBeam");
+    brightness_ = program_.GetUniformVariable("Brightness");
     solarDirEyeCoords_ = program_.GetUniformVariable("SolarDirEyeCoords");
     eps_ = program_.GetUniformVariable("eps");
     rho_ = program_.GetUniformVariable("rho");
@@ -36,6 +32,13 @@ bool BodyShader::Init(
     attributes_.earthFormFactor = program_.GetAttribLocation("earthFormFactor");
     attributes_.skyFormFactor = program_.GetAttribLocation("skyFormFactor");
     return true;
+}
+
+void BodyShader::setLight(const BodyLight& light) const {
+    glUniform1f(earthRadiance_, light.earthRadiance);
+    glUniform1f(skyRadiance_, light.skyRadiance);
+    glUniform1f(solarBeam_, light.solarBeam);
+    glUniform1f(brightness_, light.brightness);
 }
 
 void BodyShader::setSolarDirection(const Vector<float>& eyeCoordinates) const {

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "bodylight.h"
 #include "facetbuffers.h"
 #include "glshaderprogram.h"
 #include "vector.h"
@@ -18,14 +19,14 @@ public:
     static std::string fragmentPath(const std::string& shaderDir);
 
     // Builds the program from "SandfordRobertson_simple.vert" and ".frag" in `shaderDir`, a path with its closing
-    // slash, and sets what stays: the radiances that reach the body (W/cm²/sr) and the factor that makes greys of
-    // radiances. Looks up every input once; one that the program doesn't have is reported then, and is ignored.
-    bool Init(const std::string& shaderDir, float earthRadiance, float skyRadiance, float solarBeam, float brightness);
+    // slash. Looks up every input once; one that the program doesn't have is reported then, and is ignored.
+    bool Init(const std::string& shaderDir);
 
     void Activate() const { program_.Activate(); }
     static void Deactivate() { GLShaderProgram::Deactivate(); }
 
-    // While active: the direction to the sun in eye coordinates, and the reflectance of what is drawn next.
+    // While active: the light, the direction to the sun in eye coordinates, and the reflectance of what is drawn next.
+    void setLight(const BodyLight& light) const;
     void setSolarDirection(const Vector<float>& eyeCoordinates) const;
     void setClass(const BrdfClass& brdfClass) const;
 
@@ -34,6 +35,10 @@ public:
 private:
     GLShaderProgram program_;
     FacetBuffers::Attributes attributes_;
+    int earthRadiance_ = -1;
+    int skyRadiance_ = -1;
+    int solarBeam_ = -1;
+    int brightness_ = -1;
     int solarDirEyeCoords_ = -1;
     int eps_ = -1;
     int rho_ = -1;

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
+#include "bodylight.h"
 #include "vector.h"
 
 struct Dynamic_Data {
@@ -10,4 +12,6 @@ struct Dynamic_Data {
     float time = 0.0F;               // playback time in seconds, which turns the rotors
     // The world position from which the coordinates of the current model-view matrix count.
     std::array<float, 3> origin{};
+    // In place of the light for which the body was made.
+    std::optional<sorvane::BodyLight> light{};
 };

@@ -66,9 +66,10 @@ std::unique_ptr<BodyParts> Hardbody::load(const Origin& origin) const {
     if (!loadFiles(origin, *parts, rad) || !loadSubfacets(origin.vnlPath, rad, *parts))
         return nullptr;
     parts->grey = range_ * meanRadiance(*parts, origin.earthRadiance, origin.skyRadiance);
+    parts->light = {origin.earthRadiance, origin.skyRadiance, origin.solarBeam, range_};
     if (!flags_.perFrameUpload) {
         parts->shader = std::make_unique<BodyShader>();
-        if (!parts->shader->Init(origin.shaderDir, origin.earthRadiance, origin.skyRadiance, origin.solarBeam, range_))
+        if (!parts->shader->Init(origin.shaderDir))
             return nullptr;
     }
     if (!parts->buffers.create(parts->arrays, parts->facets, flags_.perFrameUpload)) {

@@ -43,6 +43,8 @@ public:
     // What a picture shows of it from so far away that it is a point: its facets' mean, with what they reflect of sky
     // and earth.
     float grey() const { return isUsable() ? model_->parts().grey : 0.0F; }
+    // What it is drawn with where nothing else is asked for.
+    sorvane::BodyLight light() const { return isUsable() ? model_->parts().light : sorvane::BodyLight(); }
     // What it shares; null for an unusable body.
     const sorvane::BodyModel* model() const { return model_.get(); }
 

@@ -137,9 +137,10 @@ public:
     void setDrawSecondPass(bool draw) { drawSecondPass_ = draw; }
     // The first pass unless skipped, then the shaded one if asked for, for which a tile that is not loaded loads.
     void render(const Lights& lights);
-    // The same; of the shaded one the parts within boxes for which `isWanted` is true.
+    // The same; of the shaded one the parts within boxes for which `isWanted` is true, their radiances multiplied by
+    // `brightness` in place of the tile's own factor.
     using Choice = std::function<bool(const Bounds&)>;
-    void render(const Lights& lights, const Choice& isWanted);
+    void render(const Lights& lights, const Choice& isWanted, const std::optional<float>& brightness = {});
     // The bare mesh in grey. Draws nothing when the tile is not loaded.
     void renderFirstPass() const;
 
@@ -184,7 +185,7 @@ private:
     bool beginMesh();
     void endMesh();
     sorvane::TileContent& ownContent();
-    void renderSecondPass(const Lights& lights, const Choice& isWanted) const;
+    void renderSecondPass(const Lights& lights, const Choice& isWanted, const std::optional<float>& brightness) const;
 
     bool loaded_ = false;
     sorvane::TilePlacement placement_;

@@ -59,12 +59,12 @@ void SubTerrain::render(const Lights& lights) {
     render(lights, [](const Bounds&) { return true; });
 }
 
-void SubTerrain::render(const Lights& lights, const Choice& isWanted) {
+void SubTerrain::render(const Lights& lights, const Choice& isWanted, const std::optional<float>& brightness) {
     if (!skipFirstPass_)
         renderFirstPass();
     skipFirstPass_ = false;
     if (drawSecondPass_ && (loaded_ || load()))
-        renderSecondPass(lights, isWanted);
+        renderSecondPass(lights, isWanted, brightness);
 }
 
 void SubTerrain::renderFirstPass() const {
@@ -78,9 +78,10 @@ void SubTerrain::renderFirstPass() const {
     content_->mesh->drawPositions();
 }
 
-void SubTerrain::renderSecondPass(const Lights& lights, const Choice& isWanted) const {
+void SubTerrain::renderSecondPass(
+    const Lights& lights, const Choice& isWanted, const std::optional<float>& brightness) const {
     const SavedState saved;
-    content_->shader->activate(lights);
+    content_->shader->activate(lights, brightness);
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, content_->texture == nullptr ? 0 : content_->texture->name());
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);

@@ -207,11 +207,12 @@ SubTerrain::Piece SubTerrain::loadPiece(bool mayWait) {
 SubTerrain::Piece SubTerrain::loadTexturePiece() {
     std::unique_ptr<TileTexture>& texture = content_->texture;
     if (texture == nullptr && loading_->reading.texture.tell())
-        texture = std::make_unique<TileTexture>(placement_.columns, placement_.rows);
+        texture = std::make_unique<TileTexture>(loading_->reading.radiances);
     else if (texture != nullptr)
-        texture->addPiece(loading_->reading.radiances.get());
+        texture->addPiece(loading_->reading.radiances);
     if (texture == nullptr || texture->isWhole()) {
-        loading_->reading.radiances.reset();
+        loading_->reading.radiances.clear();
+        loading_->reading.radiances.shrink_to_fit();
         loading_->stage = TileLoading::Stage::Mesh;
     }
     return Piece::Done;
@@ -301,13 +302,13 @@ bool SubTerrain::takeReflectances() {
 }
 
 bool SubTerrain::loadTextures() {
-    const std::unique_ptr<float[]> radiances = readRadiances(request());
-    if (radiances == nullptr)
+    const std::vector<RadianceLevel> radiances = readRadiances(request());
+    if (radiances.empty())
         return false;
     TileContent& content = ownContent();
-    content.texture = std::make_unique<TileTexture>(placement_.columns, placement_.rows);
+    content.texture = std::make_unique<TileTexture>(radiances);
     while (!content.texture->isWhole())
-        content.texture->addPiece(radiances.get());
+        content.texture->addPiece(radiances);
     return true;
 }
 

@@ -199,7 +199,7 @@ void Terrain::Render(const Lights& lights, const Choice& choice) {
         tile->setSkipFirstPass(true);
         tile->setDrawSecondPass(true);
         if ((tile->isLoaded() || (choice.loads && tile->load())) && choice.isTileWanted(*tile))
-            tile->render(lights, choice.isPartWanted);
+            tile->render(lights, choice.isPartWanted, choice.brightness);
     }
 }
 

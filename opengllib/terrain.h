@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -67,6 +68,7 @@ public:
         std::function<bool(const SubTerrain&)> isTileWanted;
         SubTerrain::Choice isPartWanted;
         bool loads = true;
+        std::optional<float> brightness{}; // what radiances are multiplied by, in place of the tiles' own factors
     };
     void Render(const Lights& lights, const Choice& choice);
 

@@ -30,7 +30,7 @@ public:
     DrawingPace& operator=(const DrawingPace&) = delete;
 
     void step() {
-        constexpr int kBlocksAhead = 8;
+        constexpr int kBlocksAhead = 4;
         if (++steps_ % kBlocksAhead != 0 || glFenceSync == nullptr)
             return;
         if (fence_ != nullptr) {

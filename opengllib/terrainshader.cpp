@@ -44,6 +44,8 @@ bool TerrainShader::init(
     glUniform1i(sampler_, 0);
     for (const auto& [name, value] : values)
         glUniform1f(program_.GetUniformVariable(name), value);
+    ownBrightness_ = uniforms.brightness;
+    brightness_ = glGetUniformLocation(program_.program(), "Brightness"); // a missing one has been told of
     intensity_ = program_.GetUniformVariable("intensity");
     lightPosObj_ = program_.GetUniformVariable("light_pos_obj");
     // Lets the shader skip its loop; one that does without is no fault.
@@ -52,9 +54,10 @@ bool TerrainShader::init(
     return true;
 }
 
-void TerrainShader::activate(const Lights& lights) const {
+void TerrainShader::activate(const Lights& lights, const std::optional<float>& brightness) const {
     program_.Activate();
     glUniform1i(sampler_, 0);
+    glUniform1f(brightness_, brightness.value_or(ownBrightness_));
     glUniform1fv(intensity_, static_cast<GLsizei>(lights.intensity.size()), lights.intensity.data());
     glUniform4fv(lightPosObj_, static_cast<GLsizei>(lights.intensity.size()), lights.lightPosObj.data());
     glUniform1i(lightCount_, lightCount(lights));

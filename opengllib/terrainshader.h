@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "glshaderprogram.h"
@@ -28,13 +29,16 @@ public:
     // False after a message when the program can't be built.
     bool init(const std::string& vertexPath, const std::string& fragmentPath, const TerrainUniforms& uniforms);
 
-    // Makes the program current with these lights, reading texture unit 0.
-    void activate(const Lights& lights) const;
+    // Makes the program current with these lights, reading texture unit 0. What radiances are multiplied by is
+    // `brightness`, or the value that was given once.
+    void activate(const Lights& lights, const std::optional<float>& brightness = {}) const;
     static void deactivate() { GLShaderProgram::Deactivate(); }
 
 private:
     GLShaderProgram program_;
+    float ownBrightness_ = 1.0F;
     int sampler_ = -1;
+    int brightness_ = -1;
     int intensity_ = -1;
     int lightPosObj_ = -1;
     int lightCount_ = -1;

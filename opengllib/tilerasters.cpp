@@ -7,6 +7,7 @@
 #include <limits>
 #include <numeric>
 #include <span>
+#include <utility>
 
 #include "cnumericlocale.h"
 #include "loadclsfile.h"
@@ -102,24 +103,25 @@ bool readClasses(const TileRequest& request, TileRasters& rasters) {
     return rasters.classes != nullptr;
 }
 
-std::unique_ptr<float[]> readRadiances(const TileRequest& request) {
+std::vector<RadianceLevel> readRadiances(const TileRequest& request) {
     const auto& [topography, normals, classes, path, tile, hasNormals, hasClasses, largest] = request;
     if (tile.columns > largest || tile.rows > largest) {
         printMessage(
             "SubTerrain::loadTextures: %s has %d x %d samples, a texture has at most %d x %d here", path.c_str(),
             tile.columns, tile.rows, largest, largest);
-        return nullptr;
+        return {};
     }
     if (postsOf(tile) == 0 || !hasTileSize(path, readRasterSize(path), tile))
-        return nullptr;
-    std::unique_ptr<float[]> radiances(loadRadFile(path));
-    if (radiances == nullptr) {
+        return {};
+    RadianceLevel finest{tile.columns, tile.rows, std::unique_ptr<float[]>(loadRadFile(path))};
+    if (finest.radiances == nullptr) {
         printMessage("SubTerrain::loadTextures: error reading rad file");
-        return nullptr;
+        return {};
     }
-    printRange({radiances.get(), postsOf(tile)});
-    makeFilterable({radiances.get(), postsOf(tile)});
-    return radiances;
+    const std::span<float> radiances(finest.radiances.get(), finest.count());
+    printRange(radiances);
+    makeFilterable(radiances);
+    return radianceLevels(std::move(finest));
 }
 
 bool StepAhead::tell() const {
@@ -138,7 +140,7 @@ TileReading readTile(const TileRequest& request, const std::atomic<bool>& isUnwa
     if (reading.classes.hasSucceeded && !isUnwanted)
         reading.texture = ahead([&] {
             reading.radiances = readRadiances(request);
-            return reading.radiances != nullptr;
+            return !reading.radiances.empty();
         });
     return reading;
 }

@@ -10,6 +10,7 @@
 
 #include "loadnormfile.h"
 #include "messages.h"
+#include "radiancelevels.h"
 #include "rastersize.h"
 #include "terrainreflectance.h"
 #include "tileplacement.h"
@@ -38,12 +39,13 @@ struct TileRequest {
 // Whether a file has the tile's size; false after a line. One without a header is its loader's to report.
 bool hasTileSize(const std::string& path, const std::optional<RasterSize>& size, const TilePlacement& tile);
 
-// Each is false, or null, where the file does not load, has another size than the tile or takes too much memory.
+// Each is false, or empty, where the file does not load, has another size than the tile or takes too much memory.
 bool readHeights(const TileRequest& request, TileRasters& rasters);
 bool readNormals(const TileRequest& request, TileRasters& rasters);
 bool readClasses(const TileRequest& request, TileRasters& rasters);
-// Radiances that a texture can filter: infinite ones are as bright as can be, and what is not a number is dark.
-std::unique_ptr<float[]> readRadiances(const TileRequest& request);
+// Radiances that a texture can filter, and coarser levels of many: infinite ones are as bright as can be, and what is
+// not a number is dark.
+std::vector<RadianceLevel> readRadiances(const TileRequest& request);
 
 // How a step went that was done ahead, and what it said, to be said where the step belongs.
 struct StepAhead {
@@ -58,7 +60,7 @@ struct StepAhead {
 // which a tile is drawn.
 struct TileReading {
     std::shared_ptr<TileRasters> rasters = std::make_shared<TileRasters>();
-    std::unique_ptr<float[]> radiances;
+    std::vector<RadianceLevel> radiances;
     StepAhead arrays; // heights and normals
     StepAhead classes;
     StepAhead texture;

@@ -8,17 +8,17 @@
 
 namespace sorvane {
 namespace {
-constexpr int kSamplesOfBand = 1 << 20;
 constexpr int kAllLevels = 1000; // OpenGL's own last level
 } // namespace
 
-TileTexture::TileTexture(int columns, int rows)
-    : columns_(columns), rows_(rows), rowsOfBand_(std::clamp(kSamplesOfBand / columns, 1, rows)),
-      bands_(static_cast<std::size_t>((rows - 1) / rowsOfBand_ + 1)),
-      levels_(
-          glGenerateMipmap == nullptr
-              ? 0
-              : static_cast<std::size_t>(std::bit_width(static_cast<unsigned>(std::max(columns, rows))) - 1)) {
+TileTexture::TileTexture(std::span<const RadianceLevel> given) {
+    const bool canMakeLevels = glGenerateMipmap != nullptr;
+    const RadianceLevel& finest = given.front();
+    if (canMakeLevels) {
+        const auto side = static_cast<unsigned>(std::max(finest.columns, finest.rows));
+        givenLevels_ = given.size();
+        levels_ = static_cast<std::size_t>(std::bit_width(side)) - givenLevels_;
+    }
     glGenTextures(1, &name_);
     glBindTexture(GL_TEXTURE_2D, name_);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
@@ -26,7 +26,15 @@ TileTexture::TileTexture(int columns, int rows)
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_BASE_LEVEL, 0);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_LUMINANCE32F_ARB, columns, rows, 0, GL_LUMINANCE, GL_FLOAT, nullptr);
+    for (std::size_t number = 0; number < givenLevels_; ++number) {
+        const RadianceLevel& level = given[number];
+        glTexImage2D(
+            GL_TEXTURE_2D, static_cast<GLint>(number), GL_LUMINANCE32F_ARB, level.columns, level.rows, 0, GL_LUMINANCE,
+            GL_FLOAT, nullptr);
+        const int rows = std::clamp(kRadiancesOfPiece / level.columns, 1, level.rows);
+        for (int first = 0; first < level.rows; first += rows)
+            bands_.push_back({number, first, std::min(rows, level.rows - first)});
+    }
     glBindTexture(GL_TEXTURE_2D, 0);
 }
 
@@ -34,27 +42,26 @@ TileTexture::~TileTexture() {
     glDeleteTextures(1, &name_);
 }
 
-void TileTexture::addPiece(const float* radiances) {
+void TileTexture::addPiece(std::span<const RadianceLevel> given) {
     glBindTexture(GL_TEXTURE_2D, name_);
-    if (added_ < bands_)
-        addBand(radiances);
+    if (added_ < bands_.size())
+        addBand(bands_[added_], given[bands_[added_].level]);
     else
-        makeLevel(static_cast<int>(added_ - bands_ + 1));
+        makeLevel(static_cast<int>(givenLevels_ + added_ - bands_.size()));
     ++added_;
     glBindTexture(GL_TEXTURE_2D, 0);
 }
 
-void TileTexture::addBand(const float* radiances) {
-    if (levels_ == 0 && added_ + 1 == bands_)
+void TileTexture::addBand(const Band& band, const RadianceLevel& level) const {
+    if (givenLevels_ == 1 && levels_ == 0 && added_ + 1 == bands_.size())
         glTexParameteri(GL_TEXTURE_2D, GL_GENERATE_MIPMAP, GL_TRUE);
-    const int first = static_cast<int>(added_) * rowsOfBand_;
     glTexSubImage2D(
-        GL_TEXTURE_2D, 0, 0, first, columns_, std::min(rowsOfBand_, rows_ - first), GL_LUMINANCE, GL_FLOAT,
-        radiances + static_cast<std::size_t>(first) * static_cast<std::size_t>(columns_));
+        GL_TEXTURE_2D, static_cast<GLint>(band.level), 0, band.first, level.columns, band.rows, GL_LUMINANCE, GL_FLOAT,
+        level.radiances.get() + static_cast<std::size_t>(band.first) * static_cast<std::size_t>(level.columns));
 }
 
 // From the level before it alone.
-void TileTexture::makeLevel(int level) const {
+void TileTexture::makeLevel(int level) {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_BASE_LEVEL, level - 1);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, level);
     glGenerateMipmap(GL_TEXTURE_2D);

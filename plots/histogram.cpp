@@ -38,8 +38,9 @@ bool areCloseWholeNumbers(std::span<const double> finite, double least, double g
 }
 
 double widthOf(std::vector<double>& finite, double least, double greatest) {
+    const auto count = static_cast<double>(finite.size());
     const double spread = quantile(finite, 0.75) - quantile(finite, 0.25);
-    const double wanted = 2.0 * spread / std::cbrt(static_cast<double>(finite.size()));
+    const double wanted = std::min(2.0 * spread / std::cbrt(count), (greatest - least) / (std::log2(count) + 1.0));
     // The spread of the least of doubles is no reason for steps that their sums can't tell apart.
     const double narrowest =
         std::max((greatest - least) / kMostSteps, std::max(std::abs(least), std::abs(greatest)) * kNoise);

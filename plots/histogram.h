@@ -18,7 +18,8 @@ struct Histogram {
 };
 
 // The steps are round numbers, as wide as Freedman and Diaconis have it (twice the interquartile range through the cube
-// root of the number of values), but no more than 500 of them; of whole numbers that lie close, one for each. Values
+// root of the number n of values), or Sturges (the range through log2 n + 1) where that is less: two heaps that lie far
+// apart are no single bar. There are no more than 500 of them; of whole numbers that lie close, one for each. Values
 // that are no finite numbers aren't counted; without any other there are no steps.
 Histogram histogramOf(std::span<const double> values);
 // Between which of the values all but a hundredth lie, half of it at each end, where that makes the range less than

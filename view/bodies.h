@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -25,8 +26,11 @@ DepthInterval depthsOf(const Hardbody& body, const BodyPose& pose, const LookAt&
 
 // Poses the body (180° is added to the first angle: models have z up, the world has it down), works out what its facets
 // reflect of each other towards the eye, and draws it, lit from `sunInEye`, a unit direction in eye coordinates. `time`
-// in seconds. Needs a current GL context; leaves another model-view matrix.
-void drawBody(Hardbody& body, const BodyPose& pose, const LookAt& lookAt, const Vector<float>& sunInEye, double time);
+// in seconds, and `light` takes the place of the body's own. Needs a current GL context; leaves another model-view
+// matrix.
+void drawBody(
+    Hardbody& body, const BodyPose& pose, const LookAt& lookAt, const Vector<float>& sunInEye, double time,
+    const std::optional<BodyLight>& light = {});
 
 // The bodies of a slice of a frame. What can't be seen of them costs next to nothing.
 class SliceOfBodies {

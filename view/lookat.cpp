@@ -21,7 +21,9 @@ Direction cross(const Direction& a, const Direction& b) {
 }
 } // namespace
 
-LookAt::LookAt(const Camera& camera) : eye_(camera.eye()), look_(camera.look()) {
+LookAt::LookAt(const Camera& camera) : LookAt(camera.eye(), camera.look()) {}
+
+LookAt::LookAt(const Vector<float>& eye, const Vector<float>& look) : eye_(eye), look_(look) {
     const Direction forward = normalised({look_.ElementAt(0), look_.ElementAt(1), look_.ElementAt(2)});
     const Direction right = normalised(cross(forward, {0.0, 0.0, -1.0}));
     const Direction up = cross(right, forward);

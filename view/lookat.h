@@ -17,6 +17,8 @@ class Camera;
 class LookAt {
 public:
     explicit LookAt(const Camera& camera);
+    // From `eye` along `look`, of any length.
+    LookAt(const Vector<float>& eye, const Vector<float>& look);
 
     const Vector<float>& eye() const { return eye_; } // world
 

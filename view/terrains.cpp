@@ -27,7 +27,7 @@ void SliceOfTerrains::draw(etxyz& engagement) {
     const auto isTileWanted = [&](const SubTerrain& tile) {
         return isPartWanted(tile.meshBounds()) && drawn_.emplace(tile.content(), firstThreatHeight).second;
     };
-    engagement.terrain->Render(Lights(), {isTileWanted, isPartWanted, loads_});
+    engagement.terrain->Render(Lights(), {isTileWanted, isPartWanted, loads_, brightness_});
 }
 
 bool SliceOfTerrains::isInSight(const TileBounds& bounds, float firstThreatHeight) const {

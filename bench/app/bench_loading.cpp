@@ -40,7 +40,7 @@ const QStringList& paths() {
 }
 
 void load(benchmark::State& state) {
-    benchView(); // makes the application
+    benchView(); // makes the application, and the data that the bodies are made of
     paths();
     std::vector<std::unique_ptr<new_sorvane>> windows; // end outside of what is timed
     for ([[maybe_unused]] auto _ : state) {

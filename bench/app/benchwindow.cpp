@@ -5,6 +5,7 @@
 #include <memory>
 
 #include <QApplication>
+#include <QFile>
 #include <QSurfaceFormat>
 #include <QTemporaryDir>
 #include <QTest>
@@ -28,6 +29,7 @@ struct Window {
 
     Window() {
         qputenv("SORVANE_NO_SETTINGS", "1");
+        qputenv("PELSAR_DATA", QFile::encodeName(folder.filePath("data/")));
         QSurfaceFormat::setDefaultFormat(viewSurfaceFormat());
         application = std::make_unique<QApplication>(argc, argv);
         std::setlocale(LC_NUMERIC, "C");

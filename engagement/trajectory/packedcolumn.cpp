@@ -12,7 +12,6 @@ namespace sorvane {
 namespace {
 // Numbers that share a width: few, so that a jump widens few.
 constexpr std::size_t kBlock = 16;
-constexpr std::size_t kLookedAt = 4; // one block in so many tells which differences take least
 constexpr unsigned kWidthBits = 6;
 constexpr unsigned kMostDifferences = 2;
 constexpr unsigned kOrderBits = 2;
@@ -58,10 +57,8 @@ unsigned widthOf(std::uint64_t all) {
 
 std::size_t cheapestOrder(std::span<const std::int64_t> values) {
     std::array<std::size_t, kMostDifferences + 1> bits{};
-    for (std::size_t begin = 0; begin < values.size(); begin += kLookedAt * kBlock) {
-        Differences differences;
-        for (std::size_t i = begin - std::min<std::size_t>(begin, kMostDifferences); i < begin; ++i)
-            differences.next(values[i]);
+    Differences differences;
+    for (std::size_t begin = 0; begin < values.size(); begin += kBlock) {
         std::array<std::uint64_t, kMostDifferences + 1> all{};
         const auto block = values.subspan(begin, std::min(kBlock, values.size() - begin));
         for (const std::int64_t value : block) {

@@ -145,6 +145,7 @@ TEST(TwoSamples, ChancesOfSmallSamplesAreExact) {
         {{1, 1, 2}, {2, 3, 3}, 2.0 / 3.0, 0.6, 0.5 / 9.0, 0.2},
         {{4, 4}, {4, 4, 4}, 0.0, 1.0, 0.5, 1.0},
         {{9}, {2}, 1.0, 1.0, 1.0, 1.0},
+        {{1, 1, 5, 5}, {5, 5, 5, 5}, 0.5, 3.0 / 7.0, 0.25, 3.0 / 7.0}, // both ones in one sample: 2 · 15/70
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.a) + testing::PrintToString(row.b));

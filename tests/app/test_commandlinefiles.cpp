@@ -69,13 +69,13 @@ TEST_F(CommandLineFilesTest, ALargeFileCanBeStopped) {
     }
 }
 
-// A decompressor that takes until the test says so, for the first of three files.
+// A decompressor that takes until the test says so, or else half a minute, for the first of three files.
 struct SlowFileTest : CommandLineFilesTest {
     SlowFileTest() {
         const QString program = folder.filePath("uncompress");
         writeFile(
-            program,
-            "#!/bin/sh\nwhile [ ! -e '" + go.toUtf8() + "' ]; do sleep 0.02; done\ncat '" + paths[1].toUtf8() + "'\n");
+            program, "#!/bin/sh\nfor turn in $(seq 1500); do\n[ -e '" + go.toUtf8() + "' ] && exec cat '" +
+                         paths[1].toUtf8() + "'\nsleep 0.02\ndone\n: > '" + late.toUtf8() + "'\n");
         QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
         writeFile(slow, "x");
         paths.prepend(slow);
@@ -83,6 +83,7 @@ struct SlowFileTest : CommandLineFilesTest {
     }
 
     QString go = folder.filePath("go");
+    QString late = folder.filePath("late");
     QString slow = folder.filePath("ETXYZ.OUT.slow.Z");
     QStringList paths = files(2);
     EnvironmentVariable path{"PATH", folder.path().toStdString() + ":" + qgetenv("PATH").toStdString()};
@@ -95,11 +96,13 @@ TEST_F(SlowFileTest, TheWindowLivesMeanwhileAndKeepsTheOrder) {
     for (const LoadedEngagement& engagement : engagements())
         loaded << engagement.path();
     EXPECT_EQ(loaded, paths);
+    EXPECT_FALSE(QFile::exists(late)) << "the window did not live";
 }
 
 TEST_F(SlowFileTest, EscapeEndsItsReading) {
     QTimer::singleShot(300, &window, [this] { QTest::keyClick(view, Qt::Key_Escape); });
     loadFiles(window, paths);
+    EXPECT_FALSE(QFile::exists(late)) << "it was waited for";
     EXPECT_EQ(engagements().size(), 0U);
     EXPECT_TRUE(loads->text().startsWith("Stopped: 0 of 3 files are loaded")) << loads->text().toStdString();
 }

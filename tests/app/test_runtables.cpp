@@ -152,6 +152,19 @@ TEST_F(RunTableTest, SortsByTitleAndChoosesByCondition) {
     EXPECT_EQ(status(), "4 runs");
 }
 
+// Rows are read in pages.
+TEST_F(RunTableTest, ALongTableHasItsOwnValuesInEachRow) {
+    showWindow();
+    std::vector<std::pair<QString, RunValue>> misses;
+    QStringList texts;
+    for (int number = 100; number < 300; ++number) {
+        misses.emplace_back(QString::number(number), double(number));
+        texts << QString::number(number) + ".00";
+    }
+    openDatabase(misses);
+    EXPECT_EQ(shown("closest_approach_m"), texts);
+}
+
 TEST_F(RunTableTest, BrushingMarksRowsAndBecomesACondition) {
     showWindow();
     std::vector<std::pair<QString, RunValue>> misses;

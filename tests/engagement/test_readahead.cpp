@@ -30,4 +30,18 @@ TEST(ReadAheadTest, OthersAreReadWhileOneTakesLongAndComeAfterIt) {
     for (std::size_t number = 0; number < kCount; ++number)
         EXPECT_EQ(ahead.take(), number);
 }
+
+TEST(ReadAheadTest, NoOtherIsBegunOnceNobodyWantsThem) {
+    constexpr std::size_t kCount = 2000;
+    std::atomic<std::size_t> read = 0;
+    {
+        ReadAhead<std::size_t> ahead(kCount, 2, kCount, [&](std::size_t number) {
+            std::this_thread::sleep_for(1ms);
+            ++read;
+            return number;
+        });
+        ahead.take();
+    }
+    EXPECT_LT(read, kCount / 2);
+}
 } // namespace

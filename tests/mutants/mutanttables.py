@@ -154,9 +154,9 @@ def is_whole_expression(text):
     depth = 0
     for character in re.sub(r"\"(?:\\\\.|[^\"\\\\])*\"|'(?:\\\\.|[^'\\\\])'", "0", text):
         depth += (character in "([{") - (character in ")]}")
-        if depth < 0:
+        if depth < 0 or (depth == 0 and character == ";"):
             return False
-    begins = not re.match(r"(&&|\|\||[?:<>=/%|^.,;)]|[*&+-] )", text)
+    begins = not re.match(r"(return\b|&&|\|\||[?:<>=/%|^.,;)]|[*&+-] )", text)
     return depth == 0 and begins and not re.search(
         r"([-+*/%&|^?:<>=!~.,(\[{;])(?<!\+\+)(?<!--)$", text)
 
@@ -192,10 +192,17 @@ def constant_edits(row, text, start):
     return [Edit(word, word + len("constexpr"), "text", [(0, "const")])]
 
 
+def is_within_literal(text, start):
+    before = text[text.rfind("\n", 0, start) + 1: start]
+    return re.sub(r"\\.|'\"'", "", before).count('"') % 2 == 1
+
+
 def edits_of(row, text):
     """What to replace in its file's text so that the row's switch shows its change."""
     start = place_of(row, text)
     old, new = row.old, row.new
+    if is_within_literal(text, start):
+        raise TableError(f"{row.place}: old begins within a literal; take all of that")
     if "\n" in old:
         raise TableError(f"{row.place}: the old text must lie within one line")
     if not old.endswith(";"):

@@ -71,10 +71,7 @@ struct Illumination {
 std::vector<float>
 draw(const GlContext& context, const BrdfClass& brdfClass, const Illumination& light, const Vector<float>& sun) {
     BodyShader shader;
-    EXPECT_EQ(
-        reportOf(
-            [&] { EXPECT_TRUE(shader.Init(kShaders, light.earth, light.sky, light.solarBeam, light.brightness)); }),
-        "");
+    EXPECT_EQ(reportOf([&] { EXPECT_TRUE(shader.Init(kShaders)); }), "");
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     glFrustum(-1.0, 1.0, -1.0, 1.0, 1.0, 10.0);
@@ -82,6 +79,7 @@ draw(const GlContext& context, const BrdfClass& brdfClass, const Illumination& l
     glLoadIdentity();
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     shader.Activate();
+    shader.setLight({light.earth, light.sky, light.solarBeam, light.brightness});
     shader.setSolarDirection(sun);
     shader.setClass(brdfClass);
     const auto attribute = [](int location, float value) {

@@ -128,6 +128,14 @@ TEST_F(SharedBodies, ContextsShareBodiesOnlyWhenTheyShareObjects) {
         {
             const GlContext other(kSize, kSize, areSharing ? &context : nullptr);
             ASSERT_TRUE(other.isUsable());
+            // Buffers of the same names and sizes don't make it the same context.
+            std::array<GLuint, 64> buffers{};
+            glGenBuffers(static_cast<GLsizei>(buffers.size()), buffers.data());
+            for (const GLuint buffer : buffers) {
+                glBindBuffer(GL_ARRAY_BUFFER, buffer);
+                glBufferData(GL_ARRAY_BUFFER, sizeof(std::uint64_t), nullptr, GL_STATIC_DRAW);
+            }
+            glBindBuffer(GL_ARRAY_BUFFER, 0);
             const auto second = load(folder);
             EXPECT_EQ(second->model() == first->model(), areSharing);
             if (areSharing)

@@ -127,9 +127,30 @@ TEST_F(TileLoadingTest, HasEveryPostWithItsNormalAndReflectanceInEachBlockThatHa
     EXPECT_EQ(mesh.bounds().maximum[2], 96.0F);
     EXPECT_FLOAT_EQ(mesh.bounds().maximum[0], 110.0F);
     const BlockGrid grid({kColumns, kRows});
-    const TerrainBlock last = grid.block(5);
-    EXPECT_EQ(last.firstColumn + last.columns, kColumns);
-    EXPECT_EQ(last.firstRow + last.rows, kRows);
+    for (std::size_t number = 0; number < grid.count(); ++number) {
+        const TerrainBlock block = grid.block(number);
+        const bool isLast = number % 3 == 2;
+        EXPECT_EQ(block.firstColumn + block.columns, isLast ? kColumns : grid.block(number + 1).firstColumn + 1);
+        EXPECT_EQ(block.firstRow + block.rows, number >= 3 ? kRows : grid.block(number + 3).firstRow + 1);
+    }
+}
+
+// Normals go as blocks are made, but for the row that the blocks beyond have in common with them.
+TEST(TerrainBlocks, HaveAllTheirNormals) {
+    constexpr int kSide = 600; // five bands, each of many pages
+    TilePlacement placement;
+    placement.columns = placement.rows = kSide;
+    TileRasters rasters{{kSide, kSide}, nullptr, nullptr, nullptr, {}};
+    rasters.heights = std::make_unique<float[]>(kSide * kSide);
+    rasters.normals = std::make_unique<Vertex3[]>(kSide * kSide);
+    std::fill_n(rasters.normals.get(), kSide * kSide, Vertex3{0.0F, 0.0F, 1.0F});
+    const VertexLayout layout{true, false};
+    std::size_t posts = 0;
+    for (std::size_t first = 0; first < BlockGrid(rasters.size).count(); first += 4)
+        for (const TerrainBlock& block : makeBlocks(placement, rasters, layout, first, 4))
+            for (std::size_t post = 0; post < block.vertices.size(); post += 6, ++posts)
+                ASSERT_EQ(block.vertices[post + 5], 1.0F) << first << ' ' << post;
+    EXPECT_EQ(posts, 604U * 604U) << "edges of blocks twice";
 }
 
 TEST_F(TileLoadingTest, LeavesOutTheBlocksThatNobodyWants) {

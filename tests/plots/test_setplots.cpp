@@ -31,10 +31,13 @@ TEST(Histogram, CountsByRoundSteps) {
     for (const auto& [values, low, width, counts] : Rows<Values, double, double, Counts>{
              {{}, 0.0, 1.0, {}},
              {{kNothing, 3.0, std::numeric_limits<double>::infinity()}, 2.5, 1.0, {1}},
-             {{1.0, 0.0, 1.0, 1.0}, -0.5, 1.0, {1, 3}}, // whole numbers: their own steps
-             {{0.25, 0.25}, 0.25, 5.0e-10, {2}},        // no spread at all
-             {evenly(8, 0.05, 0.1), 0.0, 0.5, {5, 3}},  // 2 · 0.3 / 8^⅓ = 0.3, rounded up
-             {{0.0, 0.5, 1.0}, 0.0, 1.0, {3}}}) {       // the last step has its upper end
+             {{1.0, 0.0, 1.0, 1.0}, -0.5, 1.0, {1, 3}},                        // whole numbers: their own steps
+             {{0.25, 0.25}, 0.25, 5.0e-10, {2}},                               // no spread at all
+             {evenly(8, 0.05, 0.1), 0.0, 0.2, {2, 2, 2, 2}},                   // 0.7 / 4 is less than 2 · 0.3 / 8^⅓
+             {evenly(64, 0.005, 0.01), 0.0, 0.1, {10, 10, 10, 10, 10, 10, 4}}, // 0.63 / 7 than 2 · 0.31 / 4
+             {{0.0, 5.1, 5.1, 5.1, 5.2, 5.9, 6.0, 9.9}, 0.0, 1.0, {1, 0, 0, 0, 0, 5, 1, 0, 0, 1}}, // 2 · 0.8 / 2
+             {{1.5, 1.5, 9.5, 9.5}, 0.0, 5.0, {2, 2}},                                             // far apart
+             {{0.0, 0.5, 1.0}, 0.0, 0.5, {1, 2}}}) { // the last step has its upper end
         const Histogram histogram = histogramOf(values);
         EXPECT_EQ(histogram.counts, counts) << testing::PrintToString(values);
         EXPECT_NEAR(histogram.low, low, 1e-9) << testing::PrintToString(values);
@@ -89,15 +92,19 @@ TEST(SetPlots, ADragBrushesWhatItCoversAndAClickEndsThat) {
     Shown<ScatterPlot> shown;
     shown.plot.setColumns({"x", {0.0, 10.0, 5.0}, {}}, {"y", {0.0, 100.0, kNothing}, {}});
     shown.show();
-    shown.drag(shown.at(2.0, 80.0), shown.at(8.0, 20.0));
-    ASSERT_TRUE(shown.brushed);
-    EXPECT_NEAR(shown.brushed->left(), 2.0, 0.1);
-    EXPECT_NEAR(shown.brushed->right(), 8.0, 0.1);
-    EXPECT_NEAR(shown.brushed->top(), 20.0, 1.0) << "the lesser value";
-    EXPECT_NEAR(shown.brushed->bottom(), 80.0, 1.0);
+    for (const auto& [from, to] :
+         Rows<QPoint, QPoint>{{shown.at(2.0, 80.0), shown.at(8.0, 20.0)}, {shown.at(8.0, 20.0), shown.at(2.0, 80.0)}}) {
+        shown.brushed.reset();
+        shown.drag(from, to);
+        ASSERT_TRUE(shown.brushed);
+        EXPECT_NEAR(shown.brushed->left(), 2.0, 0.1);
+        EXPECT_NEAR(shown.brushed->right(), 8.0, 0.1);
+        EXPECT_NEAR(shown.brushed->top(), 20.0, 1.0) << "the lesser value";
+        EXPECT_NEAR(shown.brushed->bottom(), 80.0, 1.0);
+    }
     QTest::mouseClick(&shown.plot, Qt::LeftButton, {}, shown.at(5.0, 50.0));
     EXPECT_FALSE(shown.brushed);
-    EXPECT_EQ(shown.brushings, 2);
+    EXPECT_EQ(shown.brushings, 3);
 }
 
 TEST(SetPlots, MarkedRowsStandOut) {

@@ -189,11 +189,22 @@ TEST_F(BodiesTest, WhatIsTheSameAtTheSamePlaceIsDrawnOnce) {
     const auto ofTwo = count(moved);
     camera.place({0.0F, 0.0F, -500.0F, 1.0F}, {1.0F, 0.0F, -2000.0F, 1.0F});
     const auto ofTheSky = count(same);
+    // Along the ground's northern side: all of it lies ahead, and to the right by more than the picture shows.
+    float west = 0.0F;
+    float side = 0.0F;
+    for (std::size_t i = 0; i < engagement.terrain->tileCount(); ++i) {
+        const TileBounds& bounds = engagement.terrain->tile(i).meshBounds();
+        west = std::min(west, bounds.minimum[0]);
+        side = std::max({side, std::abs(bounds.minimum[1]), std::abs(bounds.maximum[1])});
+    }
+    camera.place({west - 1000.0F, 3.0F * side, -500.0F, 1.0F}, {west, 3.0F * side, -500.0F, 1.0F});
+    const auto ofTheHorizon = count(same);
     testing::internal::GetCapturedStdout();
     EXPECT_TRUE(isLikeOne);
     EXPECT_GT(tilesOfOne, 0);
     EXPECT_EQ(programsOfOne, 1 + tilesOfOne);
     EXPECT_EQ(ofTwo, std::pair(2 * programsOfOne, 2 * tilesOfOne));
     EXPECT_EQ(ofTheSky, std::pair(0, 0));
+    EXPECT_EQ(ofTheHorizon, std::pair(0, 0));
 }
 } // namespace

@@ -85,4 +85,23 @@ QImage OffscreenView::draw(const SceneOptions& options, const CameraChoice& choi
     scene_.draw(shown_, cameraAt(options.time, choice, followed), options);
     return context_.picture();
 }
+
+std::optional<RadiancePicture> OffscreenView::drawRadiance(
+    const SceneOptions& options, const CameraChoice& choice, std::size_t followed, float background,
+    double centimetresPerUnit) {
+    return radianceFrame_.draw(
+        shown_, cameraAt(options.time, choice, followed),
+        {.fieldOfViewDegrees = fieldOfViewDegrees(choice, followed),
+         .width = size_.width(),
+         .height = size_.height(),
+         .time = options.time,
+         .showTerrain = options.showTerrain,
+         .background = background,
+         .centimetresPerUnit = centimetresPerUnit});
+}
+
+float OffscreenView::skyRadiance(std::size_t followed) const {
+    const auto& atmosphere = engagements_.at(followed)->atm;
+    return atmosphere == nullptr ? 0.0F : atmosphere->diffuseSkyRadiance();
+}
 } // namespace sorvane

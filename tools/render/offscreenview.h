@@ -14,6 +14,7 @@
 #include "loaderguard.h"
 #include "offscreencontext.h"
 #include "problem.h"
+#include "radianceframe.h"
 #include "scene.h"
 
 namespace sorvane {
@@ -63,11 +64,20 @@ public:
     // Draws all engagements in the order in which they were added.
     QImage draw(const SceneOptions& options, const CameraChoice& choice, std::size_t followed);
 
+    // The same in radiances. Of the options time and terrain count; W/cm²/sr where nothing is. Nothing when OpenGL has
+    // no such framebuffers.
+    std::optional<RadiancePicture> drawRadiance(
+        const SceneOptions& options, const CameraChoice& choice, std::size_t followed, float background,
+        double centimetresPerUnit);
+    // The sky's of the engagement number `followed`; 0 without an atmosphere.
+    float skyRadiance(std::size_t followed) const;
+
 private:
     QSize size_;
     OffscreenContext context_; // outlives what was made in it
     std::vector<std::unique_ptr<etxyz>> engagements_;
     std::vector<SceneEngagement> shown_; // in the same order
     Scene scene_;
+    RadianceFrame radianceFrame_;
 };
 } // namespace sorvane

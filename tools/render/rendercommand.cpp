@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 
 #include "picturesize.h"
+#include "radianceoptions.h"
 #include "rendering.h"
 #include "unitoption.h"
 
@@ -142,7 +143,9 @@ void addSceneOptions(CLI::App& parser, SceneOptions& scene) {
 
 void addTextOptions(CLI::App& parser, TextRequest& texts) {
     parser.add_flag("--readout", texts.hasReadout, "Write the encounter's numbers into the lower left corner");
-    addUnitOption(parser, texts.unit, "What the read-out calls the trajectory's unit of length");
+    addUnitOption(
+        parser, texts.unit,
+        "What the trajectory's unit of length is: for the read-out, and for flares in radiance pictures");
     parser.add_flag(
         "--labels", texts.hasLabels, "Write beside each body what it is, and of several engagements which one's");
     parser.add_option("--title", texts.title, "Write a line over the picture's top")->type_name("TEXT");
@@ -159,6 +162,7 @@ SubCommand addRenderCommand(CLI::App& parent) {
     addCameraOptions(*parser, arguments->request);
     addSceneOptions(*parser, arguments->request.scene);
     addTextOptions(*parser, arguments->request.texts);
+    addRadianceOptions(*parser, arguments->request);
     return {parser, [arguments](Streams& streams) {
                 if (const auto problem = problemOf(arguments->request)) {
                     streams.err << "sorvane render: " << problem->text << std::endl;

@@ -79,6 +79,34 @@ QImage RenderedScene::draw(const SceneOptions& scene, const CameraChoice& camera
     return picture;
 }
 
+std::optional<RadianceImage>
+RenderedScene::drawRadiance(const SceneOptions& scene, const CameraChoice& camera, std::int64_t frame) {
+    const RadianceOptions& options = request_.radiance;
+    const double background = options.background.value_or(view_.skyRadiance(followed_));
+    const double unit = request_.texts.unit == LengthUnit::Feet ? kCentimetresPerFoot : kCentimetresPerMetre;
+    std::optional<RadiancePicture> drawn;
+    const LoaderOutcome outcome =
+        runLoader([&] { drawn = view_.drawRadiance(scene, camera, followed_, static_cast<float>(background), unit); });
+    if (!outcome.hasReturned() || !drawn)
+        return std::nullopt;
+    SensorPicture sensed{drawn->width, drawn->height, std::move(drawn->radiances)};
+    applySensor(options.sensor, static_cast<std::uint64_t>(frame), sensed);
+
+    RadianceImage image{sensed.width, sensed.height, std::move(sensed.values), {}};
+    const Camera eye = view_.cameraAt(scene.time, camera, followed_);
+    const double length = Length(eye.look());
+    image.facts.time = scene.time;
+    for (int i = 0; i < 3; ++i) {
+        image.facts.eye[static_cast<std::size_t>(i)] = shortestDouble(eye.eye().ElementAt(i));
+        image.facts.axis[static_cast<std::size_t>(i)] = double{eye.look().ElementAt(i)} / length;
+    }
+    image.facts.fieldOfViewDegrees = view_.fieldOfViewDegrees(camera, followed_);
+    image.facts.pixelSolidAngle =
+        PixelPlane(image.facts.fieldOfViewDegrees, image.width, image.height).centreSolidAngle();
+    image.facts.background = options.background.value_or(shortestDouble(view_.skyRadiance(followed_)));
+    return image;
+}
+
 // Says what is wrong with a file that can't be used, and what one that can lacks.
 bool RenderedScene::loadFile(const std::string& path) {
     const std::optional<std::string> fault = addEngagement(path);

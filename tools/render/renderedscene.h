@@ -11,6 +11,7 @@
 
 #include "offscreenview.h"
 #include "picturetexts.h"
+#include "radiancefile.h"
 #include "renderplan.h"
 
 namespace sorvane {
@@ -38,6 +39,11 @@ public:
 
     // A picture at the options' time, with the texts that are asked for. Null when the scene could not be drawn.
     QImage draw(const SceneOptions& scene, const CameraChoice& camera);
+
+    // The same in radiances, as frame number `frame` of the request's sensor has them. Nothing when the scene could not
+    // be drawn.
+    std::optional<RadianceImage>
+    drawRadiance(const SceneOptions& scene, const CameraChoice& camera, std::int64_t frame);
 
 private:
     std::optional<sorvane::Problem> problem() const;

@@ -1,6 +1,7 @@
 // Renders engagements into pictures and movies.
 #include "rendering.h"
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -8,6 +9,7 @@
 #include "movieoutput.h"
 #include "pictureoutput.h"
 #include "progressbar.h"
+#include "radiancefile.h"
 #include "renderedscene.h"
 #include "videolog.h"
 
@@ -21,8 +23,12 @@ public:
     ExitStatus run(bool printsCommand);
 
 private:
-    bool writeFrames(const RenderPlan& plan, FrameOutput& output);
-    std::optional<sorvane::Problem> drawFrames(const RenderPlan& plan, FrameOutput& output);
+    // Makes frame number `i` of what the options say; what went wrong.
+    using MakeFrame = std::function<std::optional<sorvane::Problem>(std::int64_t i, const SceneOptions& scene)>;
+
+    bool writeFrames(const RenderPlan& plan);
+    bool writeRadiances(const RenderPlan& plan);
+    std::optional<sorvane::Problem> makeFrames(const RenderPlan& plan, const MakeFrame& makeFrame);
     bool fail(const std::string& text);
     void say(const std::string& text) { streams_.err << "sorvane render: " << text << std::endl; }
 
@@ -62,21 +68,38 @@ ExitStatus Rendering::run(bool printsCommand) {
         plan.camera = scene_.overview();
     if (printsCommand)
         streams_.out << reproducingCommand(request_, plan) << std::endl;
-    const std::unique_ptr<FrameOutput> output = outputOf(plan);
-    if (!writeFrames(plan, *output))
+    if (!(request_.radiance.isOn ? writeRadiances(plan) : writeFrames(plan)))
         return ExitStatus::Failed;
     const bool isMissed = !scene_.isComplete() && !request_.allowsMissing;
     return scene_.hasUnusableFile() || isMissed ? ExitStatus::ProblemsFound : ExitStatus::Success;
 }
 
-bool Rendering::writeFrames(const RenderPlan& plan, FrameOutput& output) {
-    if (const auto problem = drawFrames(plan, output))
+bool Rendering::writeFrames(const RenderPlan& plan) {
+    const std::unique_ptr<FrameOutput> output = outputOf(plan);
+    const auto drawFrame = [&](std::int64_t i, const SceneOptions& scene) -> std::optional<sorvane::Problem> {
+        QImage picture = scene_.draw(scene, plan.camera);
+        if (picture.isNull())
+            return "the scene could not be drawn";
+        return output->add(i, std::move(picture)) ? std::nullopt : std::optional(problemOf(*output));
+    };
+    if (const auto problem = makeFrames(plan, drawFrame))
         return fail(problem->text);
-    return output.finish() || fail(problemOf(output).text);
+    return output->finish() || fail(problemOf(*output).text);
 }
 
-// Draws the frames and hands them over; says what ended that early.
-std::optional<sorvane::Problem> Rendering::drawFrames(const RenderPlan& plan, FrameOutput& output) {
+bool Rendering::writeRadiances(const RenderPlan& plan) {
+    const auto drawFrame = [&](std::int64_t i, const SceneOptions& scene) -> std::optional<sorvane::Problem> {
+        const std::optional<RadianceImage> image = scene_.drawRadiance(scene, plan.camera, i);
+        if (!image)
+            return "the scene could not be drawn in radiances: OpenGL has no framebuffers of floats here";
+        return writeRadiance(*image, plan.name.path(i));
+    };
+    const auto problem = makeFrames(plan, drawFrame);
+    return !problem || fail(problem->text);
+}
+
+// Makes the frames in order; says what ended that early.
+std::optional<sorvane::Problem> Rendering::makeFrames(const RenderPlan& plan, const MakeFrame& makeFrame) {
     ProgressBar progress(streams_, plan.frameCount, "frames");
     SceneOptions scene = plan.scene;
     for (std::int64_t i = 0; i < plan.frameCount; ++i) {
@@ -84,11 +107,8 @@ std::optional<sorvane::Problem> Rendering::drawFrames(const RenderPlan& plan, Fr
             return "stopped after " + std::to_string(i) + " of " + std::to_string(plan.frameCount) + " frames; " +
                    (plan.kind == OutputKind::PictureSequence ? "finished pictures stay" : "nothing was written");
         scene.time = plan.timeOf(i);
-        QImage picture = scene_.draw(scene, plan.camera);
-        if (picture.isNull())
-            return "the scene could not be drawn";
-        if (!output.add(i, std::move(picture)))
-            return problemOf(output);
+        if (auto problem = makeFrame(i, scene))
+            return problem;
         progress.show(i + 1);
     }
     return {};

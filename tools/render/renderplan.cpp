@@ -27,6 +27,8 @@ std::optional<sorvane::Problem> problemOfOutput(const RenderRequest& request) {
     const NumberedName name(output);
     if (name.problem())
         return name.problem();
+    if (request.radiance.isOn)
+        return problemOfRadiance(request);
     if (isMovie(output)) {
         if (name.hasNumber())
             return output + ": a movie's name has no number in it";
@@ -79,11 +81,11 @@ std::string pointText(const float (&xyz)[3]) {
     return shortestText(xyz[0]) + "," + shortestText(xyz[1]) + "," + shortestText(xyz[2]);
 }
 
-// Appends the options that put texts into pictures.
-void spellOut(const TextRequest& texts, std::vector<std::string>& words) {
+// Appends the options that put texts into pictures, and the unit that radiances need, too.
+void spellOut(const TextRequest& texts, bool hasRadiances, std::vector<std::string>& words) {
     if (texts.hasReadout)
         words.emplace_back("--readout");
-    if (texts.hasReadout && texts.unit != LengthUnit::Unstated)
+    if ((texts.hasReadout || hasRadiances) && texts.unit != LengthUnit::Unstated)
         words.insert(words.end(), {"--unit", texts.unit == LengthUnit::Feet ? "ft" : "m"});
     if (texts.hasLabels)
         words.emplace_back("--labels");
@@ -175,7 +177,8 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
         words.emplace_back("--line-styles");
     if (plan.scene.samples > 0)
         words.insert(words.end(), {"--antialias", std::to_string(plan.scene.samples)});
-    spellOut(request.texts, words);
+    spellOut(request.texts, request.radiance.isOn, words);
+    spellOut(request.radiance, words);
     if (request.allowsMissing)
         words.emplace_back("--allow-missing");
     return shellCommand(words);

@@ -14,6 +14,7 @@
 #include "offscreenview.h"
 #include "picturetexts.h"
 #include "problem.h"
+#include "radianceoptions.h"
 #include "scene.h"
 
 namespace sorvane {
@@ -34,6 +35,7 @@ struct RenderRequest {
     QSize size{640, 480};
     SceneOptions scene; // its time is not used
     TextRequest texts;
+    RadianceOptions radiance;
     bool allowsMissing = false;
 };
 
