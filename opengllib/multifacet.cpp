@@ -76,30 +76,35 @@ void MultiFacet::init(
     }
 }
 
-void MultiFacet::update(const Vector<float>& eye, std::span<float> reflected) const {
+void MultiFacet::update(const Vector<float>& eye, std::span<float> radiances) const {
     for (std::size_t k = 0; k < facets_.size(); ++k) {
         const Facet& facet = facets_[k];
         const Vector<float> toEye = eye - facet.centroid;
         const float distance = std::sqrt(dot(toEye, toEye));
-        const float cosViewer = dot(facet.normal, toEye) / distance;
-        reflected[k] = 0.0F;
-        // A facet without area has no finite cosine.
-        if (!(cosViewer > kSrHorizon))
-            continue;
-        const ViewerTerms viewer = sr_viewer_terms(facet.b, cosViewer);
-        const double limit = 1.0 - static_cast<double>(facet.emission * viewer.diffuse);
-        if (!(limit > 0.0))
-            continue;
-        const Sum lobes = facet.first < facet.last ? specular(facet, toEye / distance, cosViewer) : Sum();
-        // In double precision, in which lobes at their largest don't overflow.
-        const auto total = [&viewer](float constant, float diffuse, float specular) {
-            return double{constant} + double{diffuse} * double{viewer.diffuse} +
-                   double{specular} * double{viewer.specular};
-        };
-        const double weight = total(facet.constant.weight, facet.diffuse.weight, lobes.weight);
-        const double radiance = total(facet.constant.radiance, facet.diffuse.radiance, lobes.radiance);
-        reflected[k] = static_cast<float>(weight > limit ? radiance * (limit / weight) : radiance);
+        radiances[k] = reflected(facet, toEye / distance, dot(facet.normal, toEye) / distance);
     }
+}
+
+float MultiFacet::reflectedTowards(std::size_t facet, const Vector<float>& toViewer) const {
+    return reflected(facets_[facet], toViewer, dot(facets_[facet].normal, toViewer));
+}
+
+float MultiFacet::reflected(const Facet& facet, const Vector<float>& toViewer, float cosViewer) const {
+    // A facet without area has no finite cosine.
+    if (!(cosViewer > kSrHorizon))
+        return 0.0F;
+    const ViewerTerms viewer = sr_viewer_terms(facet.b, cosViewer);
+    const double limit = 1.0 - static_cast<double>(facet.emission * viewer.diffuse);
+    if (!(limit > 0.0))
+        return 0.0F;
+    const Sum lobes = facet.first < facet.last ? specular(facet, toViewer, cosViewer) : Sum();
+    // In double precision, in which lobes at their largest don't overflow.
+    const auto total = [&viewer](float constant, float diffuse, float specular) {
+        return double{constant} + double{diffuse} * double{viewer.diffuse} + double{specular} * double{viewer.specular};
+    };
+    const double weight = total(facet.constant.weight, facet.diffuse.weight, lobes.weight);
+    const double radiance = total(facet.constant.radiance, facet.diffuse.radiance, lobes.radiance);
+    return static_cast<float>(weight > limit ? radiance * (limit / weight) : radiance);
 }
 
 // The sums of weight · small_hcal and of strength · small_hcal over the sources. With B the sum of the directions to

@@ -25,7 +25,10 @@ public:
         std::span<const Vector<float>> centroids, std::span<const float> radiances);
 
     // Fills the reflected radiance of every facet, in the unit of the radiances, for an eye in model coordinates.
-    void update(const Vector<float>& eye, std::span<float> reflected) const;
+    void update(const Vector<float>& eye, std::span<float> radiances) const;
+
+    // The same of one facet towards a unit direction of model coordinates, in which the eye is far away.
+    float reflectedTowards(std::size_t facet, const Vector<float>& toViewer) const;
 
 private:
     // A sum over sources: of the weights alone, and of the weights times the radiances.
@@ -60,6 +63,7 @@ private:
         void add(const Vector<float>& direction, float cosineToNormal, const Sum& factors);
     };
 
+    float reflected(const Facet& facet, const Vector<float>& toViewer, float cosViewer) const;
     Sum specular(const Facet& facet, const Vector<float>& toViewer, float cosViewer) const;
 
     std::vector<Facet> facets_;

@@ -8,6 +8,7 @@
 #include <QSvgGenerator>
 
 #include "measure.h"
+#include "polarplot.h"
 #include "shortestnumber.h"
 #include "stripplot.h"
 
@@ -16,7 +17,7 @@ namespace {
 constexpr int kPixelsPerInch = 96;
 
 // Returns whether the device could be painted on.
-bool paint(StripPlot& plot, QPaintDevice& device, const QSize& size) {
+template <class Plot> bool paint(Plot& plot, QPaintDevice& device, const QSize& size) {
     QCPPainter painter(&device);
     if (!painter.isActive())
         return false;
@@ -30,7 +31,7 @@ bool paint(StripPlot& plot, QPaintDevice& device, const QSize& size) {
     return painter.end();
 }
 
-QByteArray png(StripPlot& plot, const QSize& size) {
+template <class Plot> QByteArray png(Plot& plot, const QSize& size) {
     QImage image(size, QImage::Format_RGB32);
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -38,7 +39,7 @@ QByteArray png(StripPlot& plot, const QSize& size) {
     return paint(plot, image, size) && image.save(&buffer, "PNG") ? bytes : QByteArray();
 }
 
-QByteArray svg(StripPlot& plot, const QSize& size) {
+template <class Plot> QByteArray svg(Plot& plot, const QSize& size) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     QSvgGenerator generator;
@@ -62,7 +63,7 @@ void dropDate(QByteArray& bytes) {
     bytes.replace(begin + key.size(), end - begin - key.size(), date);
 }
 
-QByteArray pdf(StripPlot& plot, const QSize& size) {
+template <class Plot> QByteArray pdf(Plot& plot, const QSize& size) {
     constexpr double kPointsPerPixel = 72.0 / kPixelsPerInch;
     QByteArray bytes;
     {
@@ -79,6 +80,20 @@ QByteArray pdf(StripPlot& plot, const QSize& size) {
     }
     dropDate(bytes);
     return bytes;
+}
+
+template <class Plot> QByteArray pictureOf(Plot& plot, PlotFormat format, const QSize& size) {
+    switch (format) {
+    case PlotFormat::Png:
+        return png(plot, size);
+    case PlotFormat::Svg:
+        return svg(plot, size);
+    case PlotFormat::Pdf:
+        return pdf(plot, size);
+    case PlotFormat::Csv:
+        break;
+    }
+    return {};
 }
 
 QString quoted(QString text) {
@@ -114,16 +129,10 @@ std::optional<PlotFormat> plotFormatOf(const QString& path) {
 }
 
 QByteArray plotPicture(StripPlot& plot, PlotFormat format, const QSize& size) {
-    switch (format) {
-    case PlotFormat::Png:
-        return png(plot, size);
-    case PlotFormat::Svg:
-        return svg(plot, size);
-    case PlotFormat::Pdf:
-        return pdf(plot, size);
-    case PlotFormat::Csv:
-        break;
-    }
-    return {};
+    return pictureOf(plot, format, size);
+}
+
+QByteArray plotPicture(PolarPlot& plot, PlotFormat format, const QSize& size) {
+    return pictureOf(plot, format, size);
 }
 } // namespace sorvane

@@ -19,6 +19,7 @@
 #include "rendercommand.h"
 #include "reportcommand.h"
 #include "runscommand.h"
+#include "signaturecommand.h"
 #include "statscommand.h"
 
 namespace sorvane {
@@ -54,10 +55,11 @@ CommandLine::CommandLine()
     parser->require_subcommand(1);
     parser->formatter(std::make_shared<HelpFormatter>()); // the sub-commands take it over
     subCommands = {
-        addInfoCommand(*parser),   addCheckCommand(*parser),    addRenderCommand(*parser),  addExportCommand(*parser),
-        addPlotCommand(*parser),   addMeasuresCommand(*parser), addCompareCommand(*parser), addConvertCommand(*parser),
-        addRunsCommand(*parser),   addStatsCommand(*parser),    addReportCommand(*parser),  addDemoCommand(*parser),
-        addManualCommand(*parser),
+        addInfoCommand(*parser),    addCheckCommand(*parser),   addRenderCommand(*parser),
+        addExportCommand(*parser),  addPlotCommand(*parser),    addMeasuresCommand(*parser),
+        addCompareCommand(*parser), addConvertCommand(*parser), addSignatureCommand(*parser),
+        addRunsCommand(*parser),    addStatsCommand(*parser),   addReportCommand(*parser),
+        addDemoCommand(*parser),    addManualCommand(*parser),
     };
     for (const SubCommand& command : subCommands) {
         command.parser->set_version_flag("--version", parser->version());

@@ -6,6 +6,12 @@
 #include "glapi.h"
 
 namespace sorvane {
+namespace {
+constexpr GLenum kMatrices[] = {GL_PROJECTION, GL_MODELVIEW};
+constexpr GLenum kOff[] = {GL_BLEND,      GL_LIGHTING, GL_DITHER,     GL_POLYGON_SMOOTH, GL_LINE_SMOOTH,
+                           GL_ALPHA_TEST, GL_FOG,      GL_TEXTURE_2D, GL_SCISSOR_TEST,   GL_STENCIL_TEST};
+} // namespace
+
 RadianceBuffer::~RadianceBuffer() {
     if (framebuffer_ == 0)
         return;
@@ -58,7 +64,7 @@ std::vector<float> RadianceBuffer::read() const {
 RadianceDrawing::RadianceDrawing(float background) {
     glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &framebuffer_);
     glPushAttrib(GL_ALL_ATTRIB_BITS);
-    for (const GLenum matrix : {GL_PROJECTION, GL_MODELVIEW}) {
+    for (const GLenum matrix : kMatrices) {
         glMatrixMode(matrix);
         glPushMatrix();
     }
@@ -66,9 +72,7 @@ RadianceDrawing::RadianceDrawing(float background) {
     glClampColor(GL_CLAMP_FRAGMENT_COLOR, GL_FALSE);
     glClampColor(GL_CLAMP_READ_COLOR, GL_FALSE);
     glClearColor(background, background, background, 1.0F);
-    for (const GLenum off :
-         {GL_BLEND, GL_LIGHTING, GL_DITHER, GL_POLYGON_SMOOTH, GL_LINE_SMOOTH, GL_ALPHA_TEST, GL_FOG, GL_TEXTURE_2D,
-          GL_SCISSOR_TEST, GL_STENCIL_TEST})
+    for (const GLenum off : kOff)
         glDisable(off);
     glEnable(GL_CULL_FACE);
     glCullFace(GL_BACK);
@@ -78,7 +82,7 @@ RadianceDrawing::RadianceDrawing(float background) {
 
 RadianceDrawing::~RadianceDrawing() {
     glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(framebuffer_));
-    for (const GLenum matrix : {GL_PROJECTION, GL_MODELVIEW}) {
+    for (const GLenum matrix : kMatrices) {
         glMatrixMode(matrix);
         glPopMatrix();
     }

@@ -152,6 +152,7 @@ TEST_F(DemonstrationTerrain, LoadsWholeLitAndWithoutAComplaint) {
             kind.printedFirst + repeated(kind.printedPerTile, kind.tiles));
 
         ASSERT_EQ(terrain.tileCount(), kind.tiles);
+        const SubTerrain::Bounds box = terrain.BBox();
         for (std::size_t i = 0; i < kind.tiles; ++i) {
             const SubTerrain& tile = terrain.tile(i);
             const RasterSize size{tile.getWidth(), tile.getHeight()};
@@ -161,8 +162,9 @@ TEST_F(DemonstrationTerrain, LoadsWholeLitAndWithoutAComplaint) {
                 EXPECT_EQ(readRasterSize(path), size) << path;
             EXPECT_TRUE(tile.isSunlit() && tile.isReflective());
             EXPECT_GT(tile.solarDirection()[2], 0.5F) << "the sun is up";
+            const float middle = tile.mesh()->post(size.columns / 2, size.rows / 2).position[2];
+            EXPECT_TRUE(middle >= box.minimum[2] && middle <= box.maximum[2]) << middle;
         }
-        const SubTerrain::Bounds box = terrain.BBox();
         for (const std::size_t axis : {0U, 1U}) {
             EXPECT_NEAR(box.minimum[axis], kind.start, 0.01F);
             EXPECT_NEAR(box.maximum[axis], kind.end, 0.01F);

@@ -170,6 +170,8 @@ TEST(PackedColumn, SmoothOnesTakeFewBits) {
     };
     Column withZero = columnOf(1600, turn);
     withZero[800] = -0.0;
+    Column withDigits = columnOf(1600, turn);
+    withDigits[3] = 1e-13;
     Column withJump = columnOf(1600, turn);
     for (std::size_t i = 800; i < 1600; ++i)
         withJump[i] += 1e6;
@@ -180,6 +182,7 @@ TEST(PackedColumn, SmoothOnesTakeFewBits) {
          columnOf(1600, [](double i) { return std::fmod(i * 7.0, 17.0) - 8.0; }), 6.0},
         {"a turn", columnOf(1600, turn), 6.0},
         {"with a negative zero", withZero, 6.5},
+        {"with one of many digits", withDigits, 6.5},
         {"with a jump", withJump, 7.0},
     };
     for (const Row& row : rows) {

@@ -46,7 +46,7 @@ class Edit:
 
     start: int
     end: int
-    kind: str  # expression, statement, or text: replaced once, whichever row is chosen
+    kind: str  # expression, condition, statement, or text: replaced once, whichever row is chosen
     choices: list  # of (switch, text)
 
 
@@ -214,7 +214,8 @@ def edits_of(row, text):
             new = new[len(condition[1]): len(new) - len(condition[3] or "")]
             old = condition[2]
             # The brackets are the statement's own.
-            start, old, new = start + 1, old[1:-1], new[1:-1]
+            edits = expression_edits(row, start + 1, old[1:-1], new[1:-1])
+            return [dataclasses.replace(edit, kind="condition") for edit in edits]
         return constant_edits(row, text, start) + expression_edits(row, start, old, new)
     assignment = re.fullmatch(r"((?:[^\"'=]|\[=\])*? = )(.*);", old)
     if assignment and new.startswith(assignment[1]) and new.endswith(";"):
@@ -236,6 +237,9 @@ def with_switches(piece, old):
     for switch, new in piece.choices:
         if piece.kind == "expression":
             old = f"(::mutantIs<{switch}u>() ? ({new}) : ({old}))"
+        elif piece.kind == "condition":
+            # Each by itself, since one may turn into the other's type: a bool into an optional that has a value.
+            old = f"(::mutantIs<{switch}u>() ? static_cast<bool>({new}) : static_cast<bool>({old}))"
         elif piece.kind == "statement":
             old = f"{{ if (::mutantIs<{switch}u>()) {{ {new} }} else {{ {old} }} }}"
         else:

@@ -1,4 +1,4 @@
-// `sorvane compare`: tells how two pictures or two trajectories differ.
+// `sorvane compare`: tells how two pictures, trajectories or bodies differ.
 #include "comparecommand.h"
 
 #include <algorithm>
@@ -12,7 +12,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include "bodycomparison.h"
 #include "comparisonreport.h"
+#include "filekind.h"
 #include "inputfile.h"
 #include "inputtexts.h"
 #include "interrupt.h"
@@ -28,6 +30,7 @@ struct CompareOptions {
     double allowed = 0.0;
     std::string difference; // empty: no difference picture
     std::size_t listed = 100;
+    BodyComparisonChoice bodies; // but its tolerance
     bool isJson = false;
 };
 
@@ -104,6 +107,22 @@ bool compareTrajectoryFiles(const CompareOptions& options, Streams& streams) {
     return report.comparison.agrees();
 }
 
+bool isGeometry(const std::string& path) {
+    return path != "-" && fileKindOf(path) == FileKind::Geometry;
+}
+
+bool compareBodyFiles(const CompareOptions& options, Streams& streams) {
+    if (!options.difference.empty() || options.allowed > 0.0)
+        throw CannotCompare("--difference and --allowed are for pictures");
+    BodyComparisonChoice choice = options.bodies;
+    choice.toleranceDecibels = options.tolerance;
+    const Outcome<BodyComparison> comparison = compareBodies(options.a, options.b, choice, streams);
+    if (!comparison)
+        throw CannotCompare(comparison.problem().text);
+    options.isJson ? writeJson(streams.out, *comparison) : writeText(streams.out, *comparison);
+    return comparison->differences.agrees(options.tolerance);
+}
+
 bool compareFiles(const CompareOptions& options, Streams& streams) {
     for (const std::string& path : {options.a, options.b})
         if (path != "-" && openInputFile(path) == nullptr)
@@ -116,21 +135,51 @@ bool compareFiles(const CompareOptions& options, Streams& streams) {
         throw CannotCompare(
             inputName(isPictureA ? options.a : options.b) + " is a picture, " +
             inputName(isPictureA ? options.b : options.a) + " is not");
+    const bool isBodyA = isGeometry(options.a);
+    const bool isBodyB = isGeometry(options.b);
+    if (isBodyA && isBodyB)
+        return compareBodyFiles(options, streams);
+    if (isBodyA || isBodyB)
+        throw CannotCompare(
+            inputName(isBodyA ? options.a : options.b) + " is a body's geometry, " +
+            inputName(isBodyA ? options.b : options.a) + " is not");
+    if (!options.bodies.plot.empty() || !options.bodies.band.empty() || !options.bodies.atmosphere.empty())
+        throw CannotCompare("--plot, --band and --atm are for bodies");
     return compareTrajectoryFiles(options, streams);
+}
+
+void addBodyOptions(CLI::App& parser, BodyComparisonChoice& bodies) {
+    parser
+        .add_option(
+            "--plot", bodies.plot,
+            "Of bodies, where their signatures differ: a polar plot (.svg, .pdf, .png) or a table of all directions "
+            "(.csv)")
+        ->type_name("OUT");
+    parser.add_option("--step", bodies.step, "Of bodies, between directions, in degrees: a part of 90")
+        ->type_name("DEGREES")
+        ->capture_default_str();
+    parser
+        .add_option(
+            "--band", bodies.band,
+            "Of several files beside a body's geometry those that have _b000 and this digit in their name")
+        ->type_name("DIGIT");
+    parser.add_option("--atm", bodies.atmosphere, "Atmosphere file for bodies; without it they stand in the dark")
+        ->type_name("FILE");
 }
 } // namespace
 
 SubCommand addCompareCommand(CLI::App& parent) {
     const auto options = std::make_shared<CompareOptions>();
     CLI::App* const parser = parent.add_subcommand(
-        "compare", "Compare two pictures or two trajectories; the exit status is 1 when they differ.");
-    parser->add_option("A", options->a, "Picture or trajectory; - is a trajectory on standard input")->required();
+        "compare", "Compare two pictures, two trajectories or two bodies; the exit status is 1 when they differ.");
+    parser->add_option("A", options->a, "Picture, trajectory or body's geometry; - is a trajectory on standard input")
+        ->required();
     parser->add_option("B", options->b, "What to compare A with, of the same kind")->required();
     parser
         ->add_option(
             "--tolerance", options->tolerance,
             "Largest difference that counts as none: of a colour channel (0 to 255) in pictures, of any number in "
-            "trajectories")
+            "trajectories, of the radiant intensity of bodies in dB")
         ->type_name("NUMBER")
         ->check(numberBetween(0.0, std::numeric_limits<double>::max(), "0 or more"))
         ->capture_default_str();
@@ -150,6 +199,7 @@ SubCommand addCompareCommand(CLI::App& parent) {
             "--list", options->listed, "How many differences between trajectories to list; the summary counts all")
         ->type_name("COUNT")
         ->capture_default_str();
+    addBodyOptions(*parser, options->bodies);
     parser->add_flag("--json", options->isJson, "Write the result as JSON");
     return {parser, [options](Streams& streams) {
                 try {
