@@ -33,9 +33,9 @@ double coarseTolerance(const Box& box);
 // A line strip of vertices, in pieces of which each has a box around it.
 class LineChunks {
 public:
-    // Of the `count` vertices from `first`. Adds the vertices of the coarse strip behind all others. That one leaves out
-    // the vertices of `asides`, numbers in ascending order of vertices behind and before which the strip is at the same
-    // place; the first one isn't among them.
+    // Of the `count` vertices from `first`. Adds the vertices of the coarse strip behind all others. That one does
+    // without the vertices whose numbers are the `asides`, ascending: from each, which isn't the first one, the strip
+    // comes back to the vertex before it.
     LineChunks(
         std::vector<Vertex>& vertices, std::size_t first, std::size_t count, double tolerance,
         std::span<const std::size_t> asides = {});
