@@ -14,8 +14,8 @@ std::pair<SampleIndex::Place, SampleIndex::Place> SampleIndex::around(const Samp
     if (t >= last.key())
         return {last, last};
     update(samples);
-    const Entry* const upper = firstAfter(t);
-    return {std::prev(upper)->place, upper->place};
+    const Place lower = lastNotAfter(t).place;
+    return {lower, std::next(lower)};
 }
 
 std::size_t SampleIndex::countNotAfter(const Samples& samples, double t) {
@@ -24,7 +24,7 @@ std::size_t SampleIndex::countNotAfter(const Samples& samples, double t) {
     if (t >= samples.lastKey())
         return static_cast<std::size_t>(samples.size());
     update(samples);
-    return static_cast<std::size_t>(firstAfter(t) - entries_.data());
+    return lastNotAfter(t).number + 1;
 }
 
 void SampleIndex::clear() {
@@ -37,13 +37,27 @@ void SampleIndex::update(const Samples& samples) {
         return;
     indexed_ = samples;
     entries_.clear();
-    entries_.reserve(static_cast<std::size_t>(samples.size()));
-    for (Place place = indexed_.cbegin(); place != indexed_.cend(); ++place)
-        entries_.push_back({place.key(), place});
+    const auto count = static_cast<std::size_t>(samples.size());
+    entries_.reserve(count / kStep + 2);
+    std::size_t number = 0;
+    for (Place place = indexed_.cbegin(); place != indexed_.cend(); ++place, ++number)
+        if (number % kStep == 0 || number + 1 == count)
+            entries_.push_back({place.key(), place});
 }
 
-// For a t from the first time up to, not including, the last one. Samples mostly come in even steps, so the search
-// starts where t would then be and widens in doubling strides: few steps then, and never more than a logarithm of them.
+// For a t from the first time up to, not including, the last one.
+SampleIndex::Found SampleIndex::lastNotAfter(double t) const {
+    const Entry* const entry = std::prev(firstAfter(t));
+    Found found{entry->place, kStep * static_cast<std::size_t>(entry - entries_.data())};
+    for (Place next = std::next(found.place); next.key() <= t; ++next) {
+        found.place = next;
+        ++found.number;
+    }
+    return found;
+}
+
+// For such a t, too. Samples mostly come in even steps, so the search starts where t would then be and widens in doubling
+// strides: few steps then, and never more than a logarithm of them.
 const SampleIndex::Entry* SampleIndex::firstAfter(double t) const {
     const Entry* const first = entries_.data();
     const std::ptrdiff_t count = std::ssize(entries_);

@@ -9,8 +9,8 @@
 #include "keyframe.h"
 
 namespace sorvane {
-// Searching a map of many samples misses the processor's caches at almost every step, and a map doesn't count. So the
-// times are kept side by side, each with its place in the map.
+// Searching a map of many samples misses the processor's caches at almost every step, and a map doesn't count. So times
+// are kept side by side, of one sample in a few, each with its place in the map.
 class SampleIndex {
 public:
     using Samples = QMap<double, keyframe>;
@@ -28,17 +28,25 @@ public:
     void clear();
 
 private:
+    static constexpr std::size_t kStep = 4;
     struct Entry {
         double time = 0.0;
         Place place;
     };
 
+    // The last sample not after t, and its number from 0.
+    struct Found {
+        Place place;
+        std::size_t number = 0;
+    };
+
     void update(const Samples& samples);
+    Found lastNotAfter(double t) const;
     const Entry* firstAfter(double t) const;
 
     // Shares the data of the map that is indexed: its places stay valid, and a map that was changed or replaced since
     // can be told by no longer sharing them.
     Samples indexed_;
-    std::vector<Entry> entries_;
+    std::vector<Entry> entries_; // of every kStep-th sample and of the last one
 };
 } // namespace sorvane

@@ -22,6 +22,11 @@ constexpr float kLargestLobeRoot = kSrLargestLobeRoot * 1e-4F;
 float dot(const Vector<float>& u, const Vector<float>& v) {
     return u.ElementAt(0) * v.ElementAt(0) + u.ElementAt(1) * v.ElementAt(1) + u.ElementAt(2) * v.ElementAt(2);
 }
+
+// A facet without area has no finite cosine.
+bool isSeen(float cosViewer) {
+    return cosViewer > kSrHorizon;
+}
 } // namespace
 
 // What has no weight adds nothing, of an infinite radiance either.
@@ -81,18 +86,17 @@ void MultiFacet::update(const Vector<float>& eye, std::span<float> radiances) co
         const Facet& facet = facets_[k];
         const Vector<float> toEye = eye - facet.centroid;
         const float distance = std::sqrt(dot(toEye, toEye));
-        radiances[k] = reflected(facet, toEye / distance, dot(facet.normal, toEye) / distance);
+        const float cosViewer = dot(facet.normal, toEye) / distance;
+        radiances[k] = isSeen(cosViewer) ? reflected(facet, toEye / distance, cosViewer) : 0.0F;
     }
 }
 
 float MultiFacet::reflectedTowards(std::size_t facet, const Vector<float>& toViewer) const {
-    return reflected(facets_[facet], toViewer, dot(facets_[facet].normal, toViewer));
+    const float cosViewer = dot(facets_[facet].normal, toViewer);
+    return isSeen(cosViewer) ? reflected(facets_[facet], toViewer, cosViewer) : 0.0F;
 }
 
 float MultiFacet::reflected(const Facet& facet, const Vector<float>& toViewer, float cosViewer) const {
-    // A facet without area has no finite cosine.
-    if (!(cosViewer > kSrHorizon))
-        return 0.0F;
     const ViewerTerms viewer = sr_viewer_terms(facet.b, cosViewer);
     const double limit = 1.0 - static_cast<double>(facet.emission * viewer.diffuse);
     if (!(limit > 0.0))

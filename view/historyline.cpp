@@ -39,14 +39,39 @@ HistoryLine::HistoryLine(
     const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines, const Vertex& origin) {
     HistoryPath path = historyPath(keyframes, body, withDropLines, origin);
     dropLines_ = std::move(path.dropLines);
-    chunks_.emplace(path.vertices, 0, path.vertices.size(), coarseTolerance(boxOf(path.vertices)));
+    feet_.reserve(dropLines_.size());
+    for (const std::size_t sample : dropLines_)
+        feet_.push_back(sample + 2 * feet_.size() + 1);
+    chunks_.emplace(path.vertices, 0, path.vertices.size(), coarseTolerance(boxOf(path.vertices)), feet_);
+    firstDrop_ = path.vertices.size();
+    for (const std::size_t foot : feet_)
+        for (const std::size_t end : {foot - 1, foot})
+            path.vertices.push_back(Vertex(path.vertices[end]));
     buffer_.assign(std::move(path.vertices));
 }
 
 void HistoryLine::draw(std::size_t sampleCount, const LineSight* lineSight) {
     const auto drops = std::lower_bound(dropLines_.begin(), dropLines_.end(), sampleCount) - dropLines_.begin();
     runs_.clear();
-    chunks_->addRuns(sampleCount + 2 * static_cast<std::size_t>(drops), lineSight, runs_);
+    coarse_.clear();
+    chunks_->addRuns(sampleCount + 2 * static_cast<std::size_t>(drops), lineSight, runs_, &coarse_);
     buffer_.drawRuns(GL_LINE_STRIP, runs_.firsts, runs_.counts);
+    findDrops();
+    buffer_.drawRuns(GL_LINES, drops_.firsts, drops_.counts);
+}
+
+void HistoryLine::findDrops() {
+    drops_.clear();
+    for (std::size_t run = 0; run < coarse_.firsts.size(); ++run) {
+        const auto first = static_cast<std::size_t>(coarse_.firsts[run]);
+        const std::size_t last = first + static_cast<std::size_t>(coarse_.counts[run]) - 1;
+        // One with its foot at either end has a half in the run.
+        const auto from = std::ranges::lower_bound(feet_, first) - feet_.begin();
+        const auto to = std::ranges::upper_bound(feet_, last) - feet_.begin();
+        if (from == to)
+            continue;
+        drops_.firsts.push_back(static_cast<int>(firstDrop_) + 2 * static_cast<int>(from));
+        drops_.counts.push_back(2 * static_cast<int>(to - from));
+    }
 }
 } // namespace sorvane

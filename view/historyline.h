@@ -34,9 +34,16 @@ public:
     void draw(std::size_t sampleCount, const LineSight* lineSight = nullptr);
 
 private:
-    std::vector<std::size_t> dropLines_;
+    void findDrops();
+
+    std::vector<std::size_t> dropLines_; // by sample, as in the path
+    std::vector<std::size_t> feet_;      // by vertex of the strip
+    std::size_t firstDrop_ = 0;          // of the vertices of the drop lines alone, two to each
     std::optional<LineChunks> chunks_;
     VertexBuffer buffer_;
-    VertexRuns runs_; // of the current frame; a member so that drawing allocates nothing
+    // Of the current frame; members so that drawing allocates nothing.
+    VertexRuns runs_;
+    VertexRuns coarse_; // what of the strip is drawn without its drop lines
+    VertexRuns drops_;  // which are drawn each on its own then, and once instead of down and up
 };
 } // namespace sorvane

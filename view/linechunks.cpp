@@ -76,25 +76,32 @@ void VertexRuns::add(std::size_t first, std::size_t count) {
     counts.push_back(added);
 }
 
-LineChunks::LineChunks(std::vector<Vertex>& vertices, std::size_t first, std::size_t count, double tolerance)
+LineChunks::LineChunks(
+    std::vector<Vertex>& vertices, std::size_t first, std::size_t count, double tolerance,
+    std::span<const std::size_t> asides)
     : first_(first), count_(count), tolerance_(tolerance) {
     if (count < 2)
         return;
     chunks_.reserve(count / kChunk + 1);
     std::vector<Vertex> coarse;
+    std::vector<Vertex> straight; // what a piece has without its asides
     for (std::size_t begin = 0; begin + 1 < count; begin += kChunk) {
         const auto chunk =
             std::span<const Vertex>(vertices).subspan(first + begin, std::min(kChunk + 1, count - begin));
         chunks_.push_back({boxOf(chunk), vertices.size() + coarse.size()});
-        coarse.push_back(chunk.front());
-        keepBetween(chunk, tolerance, coarse);
+        straight.assign(chunk.begin(), chunk.end());
+        for (auto aside = std::ranges::lower_bound(asides, begin);
+             aside != asides.end() && *aside < begin + chunk.size(); ++aside)
+            straight[*aside - begin] = vertices[first + *aside - 1];
+        coarse.push_back(straight.front());
+        keepBetween(straight, tolerance, coarse);
     }
     coarse.push_back(vertices[first + count - 1]);
     coarseLast_ = vertices.size() + coarse.size() - 1;
     vertices.insert(vertices.end(), coarse.begin(), coarse.end());
 }
 
-void LineChunks::addRuns(std::size_t count, const LineSight* lineSight, VertexRuns& runs) const {
+void LineChunks::addRuns(std::size_t count, const LineSight* lineSight, VertexRuns& runs, VertexRuns* coarse) const {
     if (count < 2)
         return;
     if (lineSight == nullptr)
@@ -109,6 +116,8 @@ void LineChunks::addRuns(std::size_t count, const LineSight* lineSight, VertexRu
         if (mayBeCoarse && isWhole && sight.pixelsOf(tolerance_, box, origin) < kSeenPixels) {
             const std::size_t next = number + 1 < chunks_.size() ? chunks_[number + 1].coarseFirst : coarseLast_;
             runs.add(coarseFirst, next - coarseFirst + 1);
+            if (coarse != nullptr)
+                coarse->add(begin, std::min(kChunk + 1, count - begin));
         } else {
             runs.add(first_ + begin, std::min(kChunk + 1, count - begin));
         }

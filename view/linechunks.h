@@ -33,11 +33,16 @@ double coarseTolerance(const Box& box);
 // A line strip of vertices, in pieces of which each has a box around it.
 class LineChunks {
 public:
-    // Of the `count` vertices from `first`. Adds the vertices of the coarse strip behind all others.
-    LineChunks(std::vector<Vertex>& vertices, std::size_t first, std::size_t count, double tolerance);
+    // Of the `count` vertices from `first`. Adds the vertices of the coarse strip behind all others. That one does
+    // without the vertices whose numbers are the `asides`, ascending: from each, which isn't the first one, the strip
+    // comes back to the vertex before it.
+    LineChunks(
+        std::vector<Vertex>& vertices, std::size_t first, std::size_t count, double tolerance,
+        std::span<const std::size_t> asides = {});
 
-    // Adds the runs that draw the strip through its first `count` vertices; all of them without a sight.
-    void addRuns(std::size_t count, const LineSight* lineSight, VertexRuns& runs) const;
+    // Adds the runs that draw the strip through its first `count` vertices; all of them without a sight. What of these
+    // the coarse strip stands for is added to `coarse`.
+    void addRuns(std::size_t count, const LineSight* lineSight, VertexRuns& runs, VertexRuns* coarse = nullptr) const;
 
 private:
     struct Chunk {

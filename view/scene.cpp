@@ -22,6 +22,9 @@ constexpr GLushort kFlarePattern = 0x3333;  // dots
 
 // So many engagements that what is left out of their lines counts.
 constexpr std::size_t kMany = 20;
+// A renderer without a graphics card keeps all lines that it is behind with, some hundred bytes for each. So it catches
+// up after so many engagements.
+constexpr std::size_t kAhead = 250;
 
 void setPattern(GLushort pattern, const SceneOptions& options) {
     if (!options.lineStyles)
@@ -100,9 +103,14 @@ void Scene::drawFrame(const std::vector<SceneEngagement>& engagements, const Fra
         Slice parts{
             slice, SliceOfBodies(frame.lookAt, frame.sight, slice, frame.options.time),
             SliceOfTerrains(frame.lookAt, frame.sight, slice, frame.options.loadsTerrain)};
-        for (const SceneEngagement& shown : engagements)
-            if (!shown.isHidden && !isGhost(shown, frame.options))
-                drawEngagement(shown, frame, parts);
+        std::size_t drawn = 0;
+        for (const SceneEngagement& shown : engagements) {
+            if (shown.isHidden || isGhost(shown, frame.options))
+                continue;
+            drawEngagement(shown, frame, parts);
+            if (++drawn % kAhead == 0)
+                glFinish();
+        }
         if (frame.options.showGrid) {
             const LinesAcrossSlices lines(slice);
             grid_.draw(wideLine(frame.options));

@@ -35,6 +35,7 @@ PASSED_ON(glDrawArrays, (GLenum mode, GLint first, GLsizei count), mode, first, 
 PASSED_ON(glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices), mode, count, type, indices)
 PASSED_ON(glEnable, (GLenum what), what)
 PASSED_ON(glEnableClientState, (GLenum what), what)
+PASSED_ON(glFinish, ())
 PASSED_ON(glLineWidth, (GLfloat width), width)
 PASSED_ON(glLoadIdentity, ())
 PASSED_ON(glLoadMatrixf, (const GLfloat* matrix), matrix)
