@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "radiometricmeasures.h"
 #include "withoutnoise.h"
 
 namespace sorvane {
@@ -29,7 +30,8 @@ EngagementResults resultsOf(const MeasuredEngagement& engagement) {
         .atClosest = {kUndefined, kUndefined, kUndefined},
         .relativeSpeedAtClosest = kUndefined,
         .firstFlareTime = firstFlareTime(engagement),
-        .field = fieldTimes(engagement)};
+        .field = fieldTimes(engagement),
+        .radiometric = radiometricResults(engagement)};
     if (const std::optional<ClosestApproach> closest = closestApproach(engagement.samples())) {
         results.closest = writtenClosestApproach(engagement.samples(), *closest);
         if (const std::optional<Moment> moment = engagement.at(closest->time)) {

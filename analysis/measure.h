@@ -22,8 +22,10 @@ enum class MeasureUnit {
     Gravities, // of standard gravity
     Degrees,
     DegreesPerSecond,
-    Truth, // 1 or 0
-    Object // 0 for the target, n for the flare that is the n-th to appear
+    RadiantIntensity, // W/sr
+    Irradiance,       // W/cm²
+    Truth,            // 1 or 0
+    Object            // 0 for the target, n for the flare that is the n-th to appear
 };
 
 // What a measure is worked out from: all of a span at once.
@@ -32,6 +34,14 @@ using FlareFormula = void (*)(const MeasuredEngagement&, std::span<const FlareMo
 using ResultFormula = double (*)(const EngagementResults&);
 using FlareResultFormula = double (*)(const EngagementResults&, std::size_t track);
 
+// What a measure needs besides the trajectory: then it is undefined unless the engagement has its radiometry, and left
+// out where not asked for by name, since that takes long.
+enum class MeasureNeed {
+    Nothing,
+    Signature, // of the target, in the band of the files that the trajectory names
+    Bands      // in others
+};
+
 // NaN is what is undefined.
 struct Measure {
     const char* name;       // "off-boresight"
@@ -39,11 +49,13 @@ struct Measure {
     const char* formula;    // r is from target to threat, v its rate, u the threat's velocity, a the gyro's axis
     MeasureUnit unit;
     std::variant<MomentFormula, FlareFormula, ResultFormula, FlareResultFormula> evaluate;
+    MeasureNeed need = MeasureNeed::Nothing;
 
     bool isOfMoments() const { return std::holds_alternative<MomentFormula>(evaluate); }
     bool isOfFlareMoments() const { return std::holds_alternative<FlareFormula>(evaluate); }
     bool isOfEngagement() const { return std::holds_alternative<ResultFormula>(evaluate); }
     bool isOfFlares() const { return std::holds_alternative<FlareResultFormula>(evaluate); }
+    bool needsRadiometry() const { return need != MeasureNeed::Nothing; }
 };
 
 // By kind, in the order of the alternatives above.
@@ -53,6 +65,8 @@ const Measure* findMeasure(std::string_view name);
 
 // "moment", "flare moment", "engagement" or "flare", as records and listings tell of what the measure is.
 const char* kindOf(const Measure& measure);
+// "signature" where the measure needs the target's; empty otherwise.
+const char* needOf(const Measure& measure);
 // The measure's name with _ for - and the ending that tells its unit: "off_boresight_deg". See namedMeasure.
 QString columnName(const Measure& measure, LengthUnit unit);
 // "m/s", "°"; empty without one.

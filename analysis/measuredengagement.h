@@ -4,11 +4,13 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "encounter.h"
 #include "flaretracks.h"
 #include "measuretext.h"
+#include "targetradiometry.h"
 
 namespace sorvane {
 // A flare at one time.
@@ -34,6 +36,9 @@ public:
     const SampleSeries& series() const { return *series_; }
     LengthUnit unit() const { return unit_; }
     double halfFieldDegrees() const { return halfFieldDegrees_; }
+    // What the target radiates; null until it is given, and measures that need it are undefined so long.
+    const TargetRadiometry* radiometry() const { return radiometry_.get(); }
+    void setRadiometry(std::shared_ptr<const TargetRadiometry> radiometry) { radiometry_ = std::move(radiometry); }
 
     Moment on(std::size_t sample) const { return momentOn(samples(), sample); }
     std::optional<Moment> at(double time) const { return momentAt(samples(), time); }
@@ -56,5 +61,6 @@ private:
     std::vector<Triple> gyroAxes_; // on the samples
     double halfFieldDegrees_ = 0.0;
     LengthUnit unit_ = LengthUnit::Unstated;
+    std::shared_ptr<const TargetRadiometry> radiometry_;
 };
 } // namespace sorvane

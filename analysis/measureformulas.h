@@ -3,6 +3,7 @@
 
 #include "bodymotion.h"
 #include "measure.h"
+#include "radiometricmeasures.h"
 
 namespace sorvane::formulas {
 // The formula of one moment over a whole span; it becomes part of the loop.
@@ -114,6 +115,14 @@ inline double flareOffBoresight(const MeasuredEngagement& e, const FlareMoment& 
 
 inline double flareBrightness(const MeasuredEngagement& e, const FlareMoment& f) {
     return e.flares().brightnesses[f.row];
+}
+
+// Of the target's radiation, in the band of the run's files or in another one.
+inline double ownIntensity(const MeasuredEngagement& e, const Moment& m) {
+    return targetIntensity(e, m);
+}
+template <char digit> double intensityInBand(const MeasuredEngagement& e, const Moment& m) {
+    return targetIntensity(e, m, digit);
 }
 
 template <std::size_t band> double flareBand(const MeasuredEngagement& e, const FlareMoment& f) {

@@ -8,34 +8,18 @@
 namespace sorvane {
 namespace formulas {
 namespace {
-// The direction to the threat in the target's body axes: x ahead, y to the right, z down.
-Triple inBodyAxes(const Moment& m) {
-    const Triple angles = blended(m, &Sample::targetAttitude);
-    const double roll = angles[0] / kDegreesPerRadian;
-    const double pitch = angles[1] / kDegreesPerRadian;
-    const double yaw = angles[2] / kDegreesPerRadian;
-    const Triple d = fromTargetToThreat(m);
-    // Back by yaw about z, by pitch about y, by roll about x.
-    const double ahead = d[0] * std::cos(yaw) + d[1] * std::sin(yaw);
-    const double right = d[1] * std::cos(yaw) - d[0] * std::sin(yaw);
-    const double down = ahead * std::sin(pitch) + d[2] * std::cos(pitch);
-    return {
-        ahead * std::cos(pitch) - d[2] * std::sin(pitch), right * std::cos(roll) + down * std::sin(roll),
-        down * std::cos(roll) - right * std::sin(roll)};
-}
-
 double orUndefined(bool isDefined, double value) {
     return isDefined ? value : std::nan("");
 }
 } // namespace
 
 double azimuth(const MeasuredEngagement&, const Moment& m) {
-    const Triple d = inBodyAxes(m);
+    const Triple d = inTargetAxes(m, fromTargetToThreat(m));
     return orUndefined(d[0] != 0.0 || d[1] != 0.0, std::atan2(d[1], d[0]) * kDegreesPerRadian);
 }
 
 double elevation(const MeasuredEngagement&, const Moment& m) {
-    const Triple d = inBodyAxes(m);
+    const Triple d = inTargetAxes(m, fromTargetToThreat(m));
     const double level = std::hypot(d[0], d[1]);
     return orUndefined(level != 0.0 || d[2] != 0.0, std::atan2(-d[2], level) * kDegreesPerRadian);
 }
@@ -105,6 +89,25 @@ const Measure kMeasures[] = {
      "least off-boresight angle of those up to the half field", Object, overMoments<nearest>},
     {"nearest-off-boresight", "Off-boresight angle of what lies nearest to the axis within the field of view",
      "the least of those up to the half field", Degrees, overMoments<nearestOffBoresight>},
+    {"target-intensity",
+     "Radiant intensity of the target towards the threat, from its signature; needs the unit of length",
+     "I = Σ L A cos θ over what can be seen", RadiantIntensity, overMoments<ownIntensity>, MeasureNeed::Signature},
+    {"target-intensity-band-1", "The same in the near infrared, where files of band 1 lie beside the run's",
+     "Σ L A cos θ", RadiantIntensity, overMoments<intensityInBand<'1'>>, MeasureNeed::Bands},
+    {"target-intensity-band-4", "The same in the mid infrared, where files of band 4 lie beside the run's",
+     "Σ L A cos θ", RadiantIntensity, overMoments<intensityInBand<'4'>>, MeasureNeed::Bands},
+    {"target-intensity-band-6", "The same in the visible, where files of band 6 lie beside the run's", "Σ L A cos θ",
+     RadiantIntensity, overMoments<intensityInBand<'6'>>, MeasureNeed::Bands},
+    {"target-irradiance", "Irradiance by the target at the seeker, the air on the way left out", "I/|r|²", Irradiance,
+     overMoments<targetIrradiance>, MeasureNeed::Signature},
+    {"target-contrast",
+     "Radiant intensity by which the target is brighter than the background that it hides, the sky; needs the unit of "
+     "length",
+     "I - L(sky) A", RadiantIntensity, overMoments<targetContrast>, MeasureNeed::Signature},
+    {"jam-to-signal",
+     "Intensity of all flares in the field of view over that of the target towards the threat; needs the unit of "
+     "length",
+     "Σ J/I", Number, overMoments<jamToSignal>, MeasureNeed::Signature},
 
     {"flare-age", "Time since the flare appeared, anew when it comes back", "t - t(appeared)", Seconds,
      overFlares<flareAge>},
@@ -120,6 +123,10 @@ const Measure kMeasures[] = {
      Number, overFlares<flareBand<1>>},
     {"flare-band-3", "Intensity of the flare in band 3; that of band 1 where there are fewer than three", "word 12",
      Number, overFlares<flareBand<2>>},
+    {"flare-jam-to-signal",
+     "Intensity of the flare, its brightness in W/sr, over that of the target towards the threat; needs the unit of "
+     "length",
+     "J/I", Number, overFlares<flareJamToSignal>, MeasureNeed::Signature},
 
     {"closest-approach", "Least distance of target and threat, solved between the samples", "min |r|", Length,
      [](const EngagementResults& results) {
@@ -159,6 +166,23 @@ const Measure kMeasures[] = {
      }},
     {"decoyed", "Whether a flare is nearest to the axis on the last sample with anything in the field",
      "geometry, not what the seeker goes by", Truth, decoyed},
+    {"target-mean-intensity", "Mean over time of the target's intensity; needs the unit of length", "∫ I dt / Δt",
+     RadiantIntensity, [](const EngagementResults& results) { return results.radiometric.meanIntensity; },
+     MeasureNeed::Signature},
+    {"target-intensity-at-first-flare",
+     "Intensity of the target on the first sample with a flare; needs the unit of length", "I(t)", RadiantIntensity,
+     [](const EngagementResults& results) { return results.radiometric.intensityAtFirstFlare; },
+     MeasureNeed::Signature},
+    {"greatest-jam-to-signal",
+     "Greatest ratio on a sample of the flares in the field of view to the target; needs the unit of length",
+     "max Σ J/I", Number, [](const EngagementResults& results) { return results.radiometric.greatestRatio; },
+     MeasureNeed::Signature},
+    {"greatest-jam-to-signal-time", "Time of the greatest ratio of flares to target, the first of several", "t at max",
+     Seconds, [](const EngagementResults& results) { return results.radiometric.greatestRatioTime; },
+     MeasureNeed::Signature},
+    {"target-outshone-time", "Time of the first sample on which the flares in the field of view outshine the target",
+     "min t with Σ J/I > 1", Seconds, [](const EngagementResults& results) { return results.radiometric.outshoneTime; },
+     MeasureNeed::Signature},
 
     {"flare-time-in-field",
      "For how long the flare lies in the field of view, its angle changing evenly between samples", "Σ Δt", Seconds,
@@ -183,6 +207,10 @@ QString nameEnding(MeasureUnit measureUnit, LengthUnit unit) {
         return QStringLiteral("_deg");
     case DegreesPerSecond:
         return QStringLiteral("_deg_per_s");
+    case RadiantIntensity:
+        return QStringLiteral("_W_per_sr");
+    case Irradiance:
+        return QStringLiteral("_W_per_cm2");
     case Number:
     case Truth:
     case Object:
@@ -204,6 +232,10 @@ const Measure* findMeasure(std::string_view name) {
 const char* kindOf(const Measure& measure) {
     constexpr const char* kKinds[] = {"moment", "flare moment", "engagement", "flare"}; // by the alternatives
     return kKinds[measure.evaluate.index()];
+}
+
+const char* needOf(const Measure& measure) {
+    return measure.needsRadiometry() ? "signature" : "";
 }
 
 QString columnName(const Measure& measure, LengthUnit unit) {

@@ -42,6 +42,12 @@ template <LengthUnit unit> QString speedIn(double value) {
 QString radianceText(double value) {
     return QString::number(value, 'g', 4) + QStringLiteral(" W/cm²/sr");
 }
+QString intensityText(double value) {
+    return QString::number(value, 'g', 4) + QStringLiteral(" W/sr");
+}
+QString irradianceText(double value) {
+    return QString::number(value, 'g', 4) + QStringLiteral(" W/cm²");
+}
 
 template <LengthUnit unit> QString accelerationIn(double value) {
     return fixed(value, 1, u' ' + unitSymbol(unit) + QStringLiteral("/s²"));
@@ -68,6 +74,8 @@ const QList<Ending>& knownEndings() {
                                              {QStringLiteral("_deg"), angleText},
                                              {QStringLiteral("_deg_per_s"), angularRateText},
                                              {QStringLiteral("_g"), loadText},
+                                             {QStringLiteral("_W_per_sr"), intensityText},
+                                             {QStringLiteral("_W_per_cm2"), irradianceText},
                                              {QStringLiteral("_W_per_cm2_sr"), radianceText}};
     return endings;
 }

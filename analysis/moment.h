@@ -56,6 +56,21 @@ inline Triple directionToThreat(const Moment& moment) {
     return scaled(relativeMotion(moment), moment.part > 0.0 ? -1.0 : 1.0);
 }
 
+// A direction d of the world in the target's body axes: x ahead, y to the right, z down.
+inline Triple inTargetAxes(const Moment& moment, const Triple& d) {
+    const Triple angles = blended(moment, &Sample::targetAttitude);
+    const double roll = angles[0] / kDegreesPerRadian;
+    const double pitch = angles[1] / kDegreesPerRadian;
+    const double yaw = angles[2] / kDegreesPerRadian;
+    // Back by yaw about z, by pitch about y, by roll about x.
+    const double ahead = d[0] * std::cos(yaw) + d[1] * std::sin(yaw);
+    const double right = d[1] * std::cos(yaw) - d[0] * std::sin(yaw);
+    const double down = ahead * std::sin(pitch) + d[2] * std::cos(pitch);
+    return {
+        ahead * std::cos(pitch) - d[2] * std::sin(pitch), right * std::cos(roll) + down * std::sin(roll),
+        down * std::cos(roll) - right * std::sin(roll)};
+}
+
 // Units per second by which the range shrinks; NaN of a single sample and of two that stay together.
 inline double closingSpeed(const Moment& moment) {
     const Triple toThreat = directionToThreat(moment);

@@ -139,6 +139,19 @@ std::optional<FieldObject> nearestToAxis(const MeasuredEngagement& engagement, c
     return found;
 }
 
+double flareBrightnessInField(const MeasuredEngagement& engagement, const Moment& moment) {
+    const Triple axis = engagement.gyroAxis(moment);
+    const double edge = chordSquareOf(engagement.halfFieldDegrees());
+    double sum = 0.0;
+    const auto [begin, end] = engagement.series().flareRows(moment.sample);
+    for (std::size_t row = begin; row < end; ++row) {
+        const std::optional<FlareMoment> flare = engagement.flareOfRow(row, moment);
+        if (flare && chordSquare(axis, fromThreat(moment, engagement.flarePosition(*flare))) <= edge)
+            sum += engagement.flares().brightnesses[row];
+    }
+    return sum;
+}
+
 FieldTimes fieldTimes(const MeasuredEngagement& engagement) {
     return FieldScan(engagement).run();
 }

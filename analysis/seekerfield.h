@@ -16,6 +16,9 @@ struct FieldObject {
 // first; nothing when the field is empty.
 std::optional<FieldObject> nearestToAxis(const MeasuredEngagement& engagement, const Moment& moment);
 
+// The brightnesses of all flares in the field, added up.
+double flareBrightnessInField(const MeasuredEngagement& engagement, const Moment& moment);
+
 struct FieldTimes {
     double target = 0.0;        // seconds in the field
     std::vector<double> flares; // by track

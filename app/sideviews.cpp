@@ -6,6 +6,7 @@
 
 #include <QDoubleSpinBox>
 #include <QEvent>
+#include <QRect>
 #include <QScreen>
 
 #include "aircraftwidget.h"
@@ -18,6 +19,28 @@ namespace sorvane {
 namespace {
 constexpr std::size_t kMost = 4;
 constexpr QSize kSize(480, 360); // of a new window
+
+// The upper left corner of the place on the screen, among columns on both sides of the viewer and in front of it, that
+// hides least of the windows; of equal ones the first.
+QPoint roomFor(const QSize& size, const QRect& screen, const QRect& viewer, const std::vector<QRect>& windows) {
+    std::optional<qint64> least;
+    QPoint best = screen.topLeft();
+    const int rightmost = std::max(screen.right() - size.width() + 1, screen.left());
+    for (const int left : {viewer.right() + 1, viewer.left() - size.width(), viewer.left(), rightmost})
+        for (int top = screen.top(); top + size.height() <= screen.bottom() + 1; top += size.height()) {
+            const QPoint corner(std::clamp(left, screen.left(), rightmost), top);
+            qint64 hidden = 0;
+            for (const QRect& window : windows) {
+                const QRect part = window & QRect(corner, size);
+                hidden += part.isEmpty() ? 0 : qint64{part.width()} * part.height();
+            }
+            if (!least || hidden < *least) {
+                least = hidden;
+                best = corner;
+            }
+        }
+    return best;
+}
 
 // The view that a key chooses.
 std::optional<ViewMode> modeOf(KeyCommand command) {
@@ -85,14 +108,17 @@ void SideViews::chooseUnseen(SideView& fresh) const {
     fresh.choose(main);
 }
 
-// Beside the viewer, one under the other, as far as the screen goes.
+// Beside the viewer, to its right first, wherever it hides least of the other windows.
 void SideViews::place(SideView& fresh) const {
     const QRect viewer = parts_.window.frameGeometry();
-    const QRect screen = parts_.window.screen()->availableGeometry();
-    QRect place({viewer.right() + 1, viewer.top() + static_cast<int>(views_.size()) * kSize.height()}, kSize);
-    place.moveRight(std::min(place.right(), screen.right()));
-    place.moveBottom(std::min(place.bottom(), screen.bottom()));
-    fresh.setGeometry(place);
+    std::vector<QRect> others = {viewer};
+    for (const SideView* const view : views())
+        others.push_back(view->frameGeometry());
+    // Its frame will be as wide as the viewer's.
+    const QPoint corner = parts_.window.geometry().topLeft() - viewer.topLeft();
+    const QSize size = kSize + viewer.size() - parts_.window.size();
+    const QPoint place = roomFor(size, parts_.window.screen()->availableGeometry(), viewer, others);
+    fresh.setGeometry({place + corner, kSize});
 }
 
 void SideViews::run(SideView& view, KeyCommand command) {

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <chrono>
-#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -121,8 +120,8 @@ public:
     // The height of the post at or before a point, scaled once and without originZ; false, and 0, outside or not
     // loaded.
     bool getElevation(float x, float y, float& z) const;
-    // The number of that post, row by row; nothing outside.
-    std::optional<std::size_t> postAt(float x, float y) const { return placement_.postAt(x, y); }
+
+    const sorvane::TilePlacement& placement() const { return placement_; }
 
     // World box between minZ and maxZ.
     using Bounds = sorvane::TileBounds;

@@ -16,10 +16,6 @@ constexpr double kBarHeight = 0.5; // of the picture's
 constexpr double kLinesPerTick = 2.5;
 constexpr QRgb kBehind = 0xA0000000;
 constexpr QRgb kText = 0xFFE0E0E0;
-
-QString textOf(double radiance) {
-    return radiance == 0.0 ? QStringLiteral("0") : QString::number(radiance, 'e', 1);
-}
 } // namespace
 
 std::vector<double> barTicks(const ScaleEnds& ends, int most) {
@@ -34,9 +30,26 @@ std::vector<double> barTicks(const ScaleEnds& ends, int most) {
     std::vector<double> ticks;
     // Counted, so that no rounding adds up and 0 is 0.
     const double slack = 1e-9 * extent;
-    for (double number = std::ceil((ends.black - slack) / step); number * step <= ends.white + slack; number += 1.0)
+    const double first = std::ceil((ends.black - slack) / step);
+    for (int i = 0; i <= most && (first + i) * step <= ends.white + slack; ++i) {
+        const double number = first + i;
         ticks.push_back(number == 0.0 ? 0.0 : number * step);
+    }
     return ticks;
+}
+
+QStringList barTexts(const std::vector<double>& ticks) {
+    int decimals = 1;
+    for (std::size_t i = 1; i < ticks.size(); ++i) {
+        const double greatest = std::max(std::abs(ticks[i]), std::abs(ticks[i - 1]));
+        const double step = ticks[i] - ticks[i - 1];
+        decimals = std::max(
+            decimals, static_cast<int>(std::floor(std::log10(greatest)) - std::floor(std::log10(step * 1.0000001))));
+    }
+    QStringList texts;
+    for (const double tick : ticks)
+        texts << (tick == 0.0 ? QStringLiteral("0") : QString::number(tick, 'e', decimals));
+    return texts;
 }
 
 void paintColourBar(QImage& picture, const ScaleEnds& ends, Palette palette) {
@@ -45,12 +58,16 @@ void paintColourBar(QImage& picture, const ScaleEnds& ends, Palette palette) {
     font.setPixelSize(letters);
     const QFontMetricsF metrics(font);
     const QString unit = QStringLiteral("W/cm²/sr");
-    const double textWidth =
-        std::max(metrics.horizontalAdvance(QStringLiteral("-0.0e-00")), metrics.horizontalAdvance(unit));
     const double line = metrics.height();
     const double margin = letters * 0.5;
     const double barWidth = letters;
     const double barHeight = std::max(kBarHeight * picture.height(), 2.0 * line);
+    const std::vector<double> ticks = barTicks(ends, std::max(static_cast<int>(barHeight / (kLinesPerTick * line)), 1));
+    const QStringList texts = barTexts(ticks);
+    // No narrower than usual texts, so that it doesn't jump while an automatic scale changes.
+    double textWidth = std::max(metrics.horizontalAdvance(QStringLiteral("0.00e-00")), metrics.horizontalAdvance(unit));
+    for (const QString& text : texts)
+        textWidth = std::max(textWidth, metrics.horizontalAdvance(text));
     const double width = textWidth + barWidth + 3.0 * margin;
     const QRectF behind(
         picture.width() - width - margin, (picture.height() - barHeight) / 2.0 - line - 2.0 * margin, width,
@@ -70,12 +87,12 @@ void paintColourBar(QImage& picture, const ScaleEnds& ends, Palette palette) {
     painter.drawText(
         QRectF(behind.left(), behind.top() + margin * 0.5, width - margin, line), Qt::AlignRight | Qt::AlignVCenter,
         unit);
-    for (const double tick : barTicks(ends, std::max(static_cast<int>(barHeight / (kLinesPerTick * line)), 1))) {
-        const double y = bar.bottom() - (tick - ends.black) / (ends.white - ends.black) * bar.height();
+    for (std::size_t i = 0; i < ticks.size(); ++i) {
+        const double y = bar.bottom() - (ticks[i] - ends.black) / (ends.white - ends.black) * bar.height();
         painter.drawLine(QPointF(bar.left() - margin * 0.5, y), QPointF(bar.left(), y));
         painter.drawText(
             QRectF(behind.left(), y - line / 2.0, textWidth + margin * 0.5, line), Qt::AlignRight | Qt::AlignVCenter,
-            textOf(tick));
+            texts[static_cast<qsizetype>(i)]);
     }
 }
 } // namespace sorvane

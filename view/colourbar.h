@@ -3,6 +3,8 @@
 
 #include <vector>
 
+#include <QStringList>
+
 #include "picturescale.h"
 
 class QImage;
@@ -10,6 +12,9 @@ class QImage;
 namespace sorvane {
 // Round radiances between the ends, at most `most` + 1 of them, one, two or five times a power of ten apart.
 std::vector<double> barTicks(const ScaleEnds& ends, int most);
+
+// What they are called: with as many digits as tell neighbours apart.
+QStringList barTexts(const std::vector<double>& ticks);
 
 // Into the picture, of whose size it goes, at its right edge. Needs a QGuiApplication.
 void paintColourBar(QImage& picture, const ScaleEnds& ends, Palette palette);

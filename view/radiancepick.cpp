@@ -4,16 +4,27 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 #include <optional>
 
-#include "filechecks.h"
 #include "flareshape.h"
+#include "groundray.h"
 #include "loadclsfile.h"
 #include "projection.h"
 #include "vec3.h"
 
 namespace sorvane {
+struct RadiancePick::Nearest {
+    double depth = kFarDepth;
+    Picked picked{};
+
+    void take(double at, const Picked& thing) {
+        if (at > kNearDepth && at < depth) {
+            depth = at;
+            picked = thing;
+        }
+    }
+};
+
 namespace {
 Vec3d vector(const std::array<double, 3>& v) {
     return {v[0], v[1], v[2]};
@@ -48,22 +59,9 @@ std::optional<double> depthOfTriangle(const Vec3d& eye, const Vec3d& way, const 
     return dot(second, normal) / determinant;
 }
 
-// The nearest thing so far.
-struct Nearest {
-    double depth = kFarDepth;
-    Picked picked{};
-
-    void take(double at, const Picked& thing) {
-        if (at > kNearDepth && at < depth) {
-            depth = at;
-            picked = thing;
-        }
-    }
-};
-
 void lookForFacet(
     const ViewRay& ray, const Hardbody& body, const float (&position)[3], const float (&attitude)[3], Picked thing,
-    Nearest& nearest) {
+    RadiancePick::Nearest& nearest) {
     const Vec3d eye = vector(ray.eye) - vector(position);
     const Vec3d way = vector(ray.direction);
     // None of it is nearer to the ray than it reaches.
@@ -94,7 +92,8 @@ void lookForFacet(
     }
 }
 
-void lookForFlare(const ViewRay& ray, const flareKeyframe& flare, EngagementId engagement, Nearest& nearest) {
+void lookForFlare(
+    const ViewRay& ray, const flareKeyframe& flare, EngagementId engagement, RadiancePick::Nearest& nearest) {
     const Vec3d eye = vector(ray.eye) - vector(flare.pos);
     if (flare.scalar == 0.0F || !std::isfinite(flare.scalar) || !std::isfinite(length(eye)))
         return;
@@ -116,70 +115,11 @@ void lookForFlare(const ViewRay& ray, const flareKeyframe& flare, EngagementId e
             {Picked::Thing::Flare, engagement, flare.id, std::nullopt, 0.0F});
 }
 
-// The tile of the highest ground there, and how high that is.
-struct Ground {
-    const SubTerrain* tile = nullptr;
-    float height = 0.0F;
-};
-Ground groundAt(Terrain& terrain, float x, float y) {
-    Ground highest;
-    for (std::size_t i = 0; i < terrain.tileCount(); ++i) {
-        const SubTerrain& tile = terrain.tile(i);
-        float height = 0.0F;
-        if (tile.isLoaded() && tile.getElevation(x, y, height) && (highest.tile == nullptr || height > highest.height))
-            highest = {&tile, height};
-    }
-    return highest;
-}
-
-// Walks along the ray in steps of less than a cell until it is below ground. World coordinates are the terrain's turned
-// half about x and moved to the threat's first height.
-struct GroundHit {
-    double depth = 0.0;
-    const SubTerrain* tile = nullptr;
-    float x = 0.0F; // of the terrain
-    float y = 0.0F;
-};
-std::optional<GroundHit> findGround(const ViewRay& ray, Terrain& terrain, float firstThreatHeight, double farthest) {
-    constexpr double kPartOfCell = 0.5;
-    constexpr double kMostSteps = 200000.0;
-    const double level = std::hypot(ray.direction[0], ray.direction[1]);
-    const double cell = std::max({double{terrain.xCellSize()}, double{terrain.yCellSize()}, 1e-3});
-    const double step =
-        std::max(kPartOfCell * cell / std::max(level, 0.1 * std::abs(ray.direction[2])), farthest / kMostSteps);
-    const auto below = [&](double depth) -> std::optional<GroundHit> {
-        const auto [x, y, z] = ray.at(depth);
-        const GroundHit place{depth, nullptr, static_cast<float>(x), static_cast<float>(-y)};
-        const Ground ground = groundAt(terrain, place.x, place.y);
-        if (ground.tile == nullptr || double{firstThreatHeight} - z > double{ground.height})
-            return std::nullopt;
-        return GroundHit{depth, ground.tile, place.x, place.y};
-    };
-    // No farther than the box of the ground.
-    const SubTerrain::Bounds box = terrain.BBox();
-    const auto isPast = [&](double depth) {
-        const auto [x, y, z] = ray.at(depth);
-        const double height = double{firstThreatHeight} - z;
-        return (ray.direction[2] <= 0.0 && height > double{box.maximum[2]}) ||
-               (ray.direction[0] >= 0.0 && x > double{box.maximum[0]}) ||
-               (ray.direction[0] <= 0.0 && x < double{box.minimum[0]}) ||
-               (ray.direction[1] <= 0.0 && -y > double{box.maximum[1]}) ||
-               (ray.direction[1] >= 0.0 && -y < double{box.minimum[1]});
-    };
-    for (double depth = step; depth < farthest && !isPast(depth); depth += step)
-        if (std::optional<GroundHit> hit = below(depth)) {
-            constexpr int kHalvings = 20;
-            double above = depth - step;
-            for (int i = 0; i < kHalvings; ++i) {
-                const double middle = (above + hit->depth) / 2.0;
-                if (const std::optional<GroundHit> nearer = below(middle))
-                    hit = nearer;
-                else
-                    above = middle;
-            }
-            return hit;
-        }
-    return std::nullopt;
+// World coordinates are the terrain's turned half about x and moved to the threat's first height.
+GroundRay inTerrain(const ViewRay& ray, float firstThreatHeight, double farthest) {
+    const auto& [x, y, z] = ray.eye;
+    const auto& [right, forward, down] = ray.direction;
+    return {{x, -y, double{firstThreatHeight} - z}, {right, -forward, -down}, farthest};
 }
 } // namespace
 
@@ -215,30 +155,48 @@ Picked RadiancePick::along(
     }
     for (const SceneEngagement& shown : engagements) {
         etxyz& engagement = *shown.engagement;
-        if (shown.isHidden || !options.showTerrain || engagement.terrain == nullptr || engagement.keyframes.isEmpty() ||
-            engagement.terrain->tileCount() == 0)
+        if (shown.isHidden || !options.showTerrain || !engagement.areHardbodiesInitialized() ||
+            engagement.terrain == nullptr || engagement.keyframes.isEmpty())
             continue;
-        const std::optional<GroundHit> hit =
-            findGround(ray, *engagement.terrain, engagement.keyframeAtZero().threatPos[2], nearest.depth);
-        if (!hit)
-            continue;
-        Picked ground{Picked::Thing::Ground, shown.id, 0, std::nullopt, 0.0F};
-        const std::optional<std::size_t> post = hit->tile->postAt(hit->x, hit->y);
-        if (const unsigned char* const classes = classesOf(*hit->tile); classes != nullptr && post)
-            ground.surfaceClass = classes[*post];
-        nearest.take(hit->depth, ground);
+        for (std::size_t i = 0; i < engagement.terrain->tileCount(); ++i)
+            lookForGround(
+                ray, engagement.terrain->tile(i), engagement.keyframeAtZero().threatPos[2], shown.id, nearest);
     }
     return nearest.picked;
 }
 
+void RadiancePick::lookForGround(
+    const ViewRay& ray, const SubTerrain& tile, float firstThreatHeight, EngagementId engagement, Nearest& nearest) {
+    const TileContent* const content = tile.content();
+    if (!tile.isLoaded() || content == nullptr || content->rasters->heights == nullptr)
+        return;
+    const TilePlacement& placement = tile.placement();
+    const std::size_t posts = static_cast<std::size_t>(placement.columns) * static_cast<std::size_t>(placement.rows);
+    const std::optional<GroundHit> hit = meetGround(
+        {placement, {content->rasters->heights.get(), posts}, tile.meshBounds()},
+        inTerrain(ray, firstThreatHeight, nearest.depth));
+    if (!hit)
+        return;
+    Picked ground{Picked::Thing::Ground, engagement, 0, std::nullopt, 0.0F};
+    if (const unsigned char* const classes = classesOf(tile))
+        ground.surfaceClass = classes[hit->post];
+    nearest.take(hit->depth, ground);
+}
+
 const unsigned char* RadiancePick::classesOf(const SubTerrain& tile) {
     const std::string& path = tile.getClassFilePath();
+    std::error_code problem;
+    const auto written = std::filesystem::last_write_time(path, problem);
+    if (problem)
+        return nullptr;
     const auto [entry, isNew] = classes_.try_emplace(path);
-    if (isNew && FileExists(path)) {
+    auto& [raster, stamp] = entry->second;
+    if (isNew || stamp != written) {
+        stamp = written;
         const std::optional<RasterSize> size = readRasterSize(path);
-        if (size && size->columns == tile.getWidth() && size->rows == tile.getHeight())
-            entry->second.reset(loadCLSFile(path));
+        const bool isWhole = size && size->columns == tile.getWidth() && size->rows == tile.getHeight();
+        raster.reset(isWhole ? loadCLSFile(path) : nullptr);
     }
-    return entry->second.get();
+    return raster.get();
 }
 } // namespace sorvane

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -35,8 +36,8 @@ struct ViewRay {
 };
 ViewRay rayThrough(const LookAt& lookAt, const Tangents& at);
 
-// Looks along rays for what a frame draws there. Rotors count as they stand at rest; ground is as high as the post at
-// or before a place.
+// Looks along rays for what a frame draws there. Rotors count as they stand at rest, in which
+// engagements' bodies are drawn.
 class RadiancePick {
 public:
     // Hidden engagements don't count.
@@ -44,10 +45,19 @@ public:
         const ViewRay& ray, const std::vector<SceneEngagement>& engagements, ViewMode mode,
         const SceneOptions& options);
 
+    // The nearest thing so far.
+    struct Nearest;
+
 private:
-    // A class raster that has been read; empty where there is none.
+    void lookForGround(
+        const ViewRay& ray, const SubTerrain& tile, float firstThreatHeight, EngagementId engagement, Nearest& nearest);
+    // The classes of a tile's posts; null where there are none.
     const unsigned char* classesOf(const SubTerrain& tile);
 
-    std::map<std::string, std::unique_ptr<unsigned char[]>> classes_; // by path
+    struct ClassRaster {
+        std::unique_ptr<unsigned char[]> classes; // null where the file has none for the tile
+        std::filesystem::file_time_type written;
+    };
+    std::map<std::string, ClassRaster> classes_; // by path
 };
 } // namespace sorvane

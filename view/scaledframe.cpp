@@ -14,13 +14,15 @@ constexpr double kLowPart = 0.02;
 constexpr double kHighPart = 0.998;
 constexpr float kNothing = -1.0F; // less than any radiance
 
-// Of sorted values: between neighbours in proportion.
-double quantile(const std::vector<float>& sorted, double part) {
-    const double place = part * static_cast<double>(sorted.size() - 1);
-    const auto below = static_cast<std::size_t>(place);
-    const std::size_t above = std::min(below + 1, sorted.size() - 1);
-    const double share = place - static_cast<double>(below);
-    return (1.0 - share) * double{sorted[below]} + share * double{sorted[above]};
+// Between neighbours in proportion. Changes the order of the values.
+double quantile(std::vector<float>& values, double part) {
+    const double place = part * static_cast<double>(values.size() - 1);
+    const auto below = values.begin() + static_cast<std::ptrdiff_t>(place);
+    std::ranges::nth_element(values, below);
+    const auto above = std::min_element(below + 1, values.end());
+    const double share = place - std::floor(place);
+    // Of two values that are alike it is exactly that value.
+    return above == values.end() ? double{*below} : double{*below} + share * (double{*above} - double{*below});
 }
 
 // What the part of the framebuffer under the viewport holds.
@@ -46,6 +48,9 @@ void showPicture(const QImage& picture) {
 // Lines over a black ground and over a white one: what they have in common is theirs, and by what they differ the
 // ground shows through.
 QRgb over(QRgb onBlack, QRgb onWhite, QRgb ground) {
+    constexpr QRgb kColour = 0xFFFFFF;
+    if ((onBlack & kColour) == 0 && (onWhite & kColour) == kColour)
+        return ground; // no line, as nearly everywhere
     const auto channel = [&](int (*of)(QRgb)) {
         const int shown = std::clamp(of(onWhite) - of(onBlack), 0, 255);
         return std::min(of(onBlack) + (of(ground) * shown + 127) / 255, 255);
@@ -73,7 +78,6 @@ ScaleEnds automaticEnds(std::vector<float> radiances) {
     std::erase_if(radiances, [](float radiance) { return !std::isfinite(radiance) || radiance < 0.0F; });
     if (radiances.empty())
         return {};
-    std::ranges::sort(radiances);
     const ScaleEnds ends{quantile(radiances, kLowPart), quantile(radiances, kHighPart)};
     if (ends.white > ends.black)
         return ends;
@@ -84,7 +88,7 @@ QRgb colourOf(double radiance, const ScaleEnds& ends, std::span<const QRgb, 256>
     constexpr double kLast = 255.0;
     const double place = (radiance - ends.black) / (ends.white - ends.black) * kLast;
     // What is not a number is as dark as can be.
-    return colours[place > 0.0 ? static_cast<std::size_t>(std::lround(std::min(place, kLast))) : 0];
+    return colours[place > 0.0 ? static_cast<std::size_t>(std::min(place, kLast) + 0.5) : 0];
 }
 
 RadianceRequest ScaledFrame::radianceRequest(const SceneOptions& options, const ScaledRequest& request) {

@@ -28,14 +28,19 @@ RunValue valueOf(const QString& text) {
 }
 } // namespace
 
-Outcome<RunLayout> RunLayout::make(LengthUnit unit, const std::string& pathExpression) {
+bool isRunMeasure(const Measure& measure, RunRadiation radiation) {
+    return measure.isOfEngagement() && (radiation == RunRadiation::With || !measure.needsRadiometry());
+}
+
+Outcome<RunLayout> RunLayout::make(LengthUnit unit, const std::string& pathExpression, RunRadiation radiation) {
     RunLayout layout;
     layout.unit_ = unit;
+    layout.radiation_ = radiation;
     layout.columns_.assign(std::begin(kFirstColumns), std::end(kFirstColumns));
     for (const TrajectoryHeaderField& field : kTrajectoryHeaderFields)
         layout.columns_.emplace_back(field.name);
     for (const Measure& measure : allMeasures())
-        if (measure.isOfEngagement())
+        if (isRunMeasure(measure, radiation))
             layout.columns_.push_back(columnName(measure, unit).toStdString());
     if (pathExpression.empty())
         return layout;

@@ -48,7 +48,9 @@ void putFaults(RunFaults faults, std::span<RunValue> values) {
         values[1] = std::move(faults.first);
 }
 
-void putEngagement(const TrajectoryFileHeader& header, const MeasuredEngagement& measured, std::span<RunValue> values) {
+void putEngagement(
+    const TrajectoryFileHeader& header, const MeasuredEngagement& measured, std::span<RunValue> values,
+    RunRadiation radiation) {
     const EngagementResults results = resultsOf(measured);
     auto value = values.begin() + 2; // after the faults
     *value++ = static_cast<std::int64_t>(measured.samples().size());
@@ -58,7 +60,7 @@ void putEngagement(const TrajectoryFileHeader& header, const MeasuredEngagement&
     for (const TrajectoryHeaderField& field : kTrajectoryHeaderFields)
         *value++ = std::visit(HeaderValue{header}, field.member);
     for (const Measure& measure : allMeasures())
-        if (measure.isOfEngagement())
+        if (isRunMeasure(measure, radiation))
             *value++ = numberValue(writtenOf(results, measure));
 }
 } // namespace sorvane

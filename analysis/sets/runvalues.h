@@ -6,7 +6,7 @@
 #include <string>
 
 #include "measuredengagement.h"
-#include "runrow.h"
+#include "runlayout.h"
 #include "trajectoryreader.h"
 
 namespace sorvane {
@@ -20,5 +20,8 @@ RunFaults lineFaults(const std::string& path);
 
 // Both put theirs among the values of a layout's columns: the faults, and all the rest but the path's fields.
 void putFaults(RunFaults faults, std::span<RunValue> values);
-void putEngagement(const TrajectoryFileHeader& header, const MeasuredEngagement& measured, std::span<RunValue> values);
+// `radiation` is that of the layout.
+void putEngagement(
+    const TrajectoryFileHeader& header, const MeasuredEngagement& measured, std::span<RunValue> values,
+    RunRadiation radiation = RunRadiation::Without);
 } // namespace sorvane

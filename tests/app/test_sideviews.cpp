@@ -14,13 +14,20 @@ using namespace sorvane;
 
 namespace {
 struct SideViewsTest : WindowTest {
-    QString demo = folder.filePath("demo");
-    EnvironmentVariable dataRoot{"PELSAR_DATA", (demo + "/data/").toStdString()};
+    static inline QTemporaryDir* demo = nullptr;
+    EnvironmentVariable dataRoot{"PELSAR_DATA", demo->filePath("data/").toStdString()};
 
+    static void SetUpTestSuite() {
+        demo = new QTemporaryDir;
+        ASSERT_EQ(makeDemonstration(demo->path().toStdString()), std::nullopt);
+    }
+    static void TearDownTestSuite() {
+        delete demo;
+        demo = nullptr;
+    }
     void SetUp() override {
-        ASSERT_EQ(makeDemonstration(demo.toStdString()), std::nullopt);
         showWindow();
-        window.loadEtxyzFile(demo + "/ETXYZ.OUT.turn");
+        window.loadEtxyzFile(demo->filePath("ETXYZ.OUT.turn"));
         box->setValue(6.0);
         QTest::qWait(50);
     }
@@ -52,6 +59,10 @@ TEST_F(SideViewsTest, EachShowsAViewThatNobodyShowsYet) {
         ASSERT_NE(side, nullptr);
         EXPECT_EQ(side->windowTitle(), title);
         EXPECT_TRUE(side->isWindow());
+        EXPECT_TRUE(side->screen()->availableGeometry().contains(side->geometry())) << title;
+        EXPECT_FALSE(side->geometry().intersects(window.geometry())) << title;
+        for (const SideView* const other : sides())
+            EXPECT_TRUE(other == side || !side->geometry().intersects(other->geometry())) << title;
     }
     EXPECT_EQ(open(), nullptr);
     EXPECT_EQ(notice->text(), "Four further views are open: close one of them first");

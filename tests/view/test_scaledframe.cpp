@@ -20,6 +20,7 @@ TEST(ScaleEnds, AutomaticOnesArePercentiles) {
              {{0.0F, 0.0F}, {}},
              {{nan, -1.0F}, {}},
              {{nan, 0.25F, 0.25F}, {0.0, 0.25}}, // all alike: from black
+             {std::vector<float>(7, 0.1F), {0.0, double{0.1F}}},
          })
         EXPECT_EQ(automaticEnds(radiances), expected);
 }
@@ -28,8 +29,8 @@ TEST(Palette, GoesFromTheLeastToTheGreatest) {
     for (const auto& [palette, first, middle, last] : Rows<Palette, QRgb, QRgb, QRgb>{
              {Palette::Grey, 0xFF000000, 0xFF808080, 0xFFFFFFFF},
              {Palette::Inverted, 0xFFFFFFFF, 0xFF7F7F7F, 0xFF000000},
-             {Palette::Viridis, 0xFF440154, 0xFF26828E, 0xFFFDE725},
-             {Palette::Inferno, 0xFF000004, 0xFFBA3655, 0xFFFCFFA4}}) {
+             {Palette::Viridis, 0xFF440154, 0xFF21918C, 0xFFFDE725},
+             {Palette::Inferno, 0xFF000004, 0xFFBC3754, 0xFFFCFFA4}}) {
         const auto colours = coloursOf(palette);
         const ScaleEnds ends{1e-4, 3e-4};
         EXPECT_EQ(colourOf(1e-4, ends, colours), first);
@@ -42,15 +43,22 @@ TEST(Palette, GoesFromTheLeastToTheGreatest) {
         EXPECT_NEAR(qGreen(found), qGreen(middle), 2) << nameOf(palette).option;
         EXPECT_NEAR(qBlue(found), qBlue(middle), 2) << nameOf(palette).option;
     }
-    // Lightness rises all the way.
-    for (const Palette palette : {Palette::Viridis, Palette::Inferno}) {
+    // The lightness L* rises evenly, inferno's by another formula of it.
+    for (const auto& [palette, tolerance] : Rows<Palette, double>{{Palette::Viridis, 2.0}, {Palette::Inferno, 5.5}}) {
         const auto colours = coloursOf(palette);
-        const auto lightness = [](QRgb colour) {
-            return 0.2126 * std::pow(qRed(colour) / 255.0, 2.2) + 0.7152 * std::pow(qGreen(colour) / 255.0, 2.2) +
-                   0.0722 * std::pow(qBlue(colour) / 255.0, 2.2);
+        const auto linear = [](int channel) {
+            const double value = channel / 255.0;
+            return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
         };
-        for (std::size_t i = 8; i < colours.size(); i += 8)
-            EXPECT_GT(lightness(colours[i]), lightness(colours[i - 8])) << i;
+        const auto lightness = [&](QRgb colour) {
+            const double luminance =
+                0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
+            return luminance > 0.008856 ? 116.0 * std::cbrt(luminance) - 16.0 : 903.3 * luminance;
+        };
+        const double first = lightness(colours.front());
+        const double last = lightness(colours.back());
+        for (std::size_t i = 0; i < colours.size(); ++i)
+            EXPECT_NEAR(lightness(colours[i]), first + (last - first) * static_cast<double>(i) / 255.0, tolerance) << i;
     }
 }
 
@@ -66,6 +74,13 @@ TEST(ColourBar, HasRoundNumbersBetweenItsEnds) {
         for (std::size_t i = 0; i < ticks.size(); ++i)
             EXPECT_NEAR(ticks[i], expected[i], 1e-9 * ends.white);
     }
+    for (const auto& [ticks, texts] : Rows<std::vector<double>, QStringList>{
+             {{0.0, 1e-4, 2e-4}, {"0", "1.0e-04", "2.0e-04"}},
+             {{9.5e-5, 1e-4, 1.05e-4}, {"9.50e-05", "1.00e-04", "1.05e-04"}},
+             {{1.2340e-3, 1.2342e-3}, {"1.2340e-03", "1.2342e-03"}},
+             {{2.0}, {"2.0e+00"}},
+             {{}, {}}})
+        EXPECT_EQ(barTexts(ticks), texts);
 }
 
 namespace {

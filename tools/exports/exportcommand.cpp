@@ -22,6 +22,7 @@
 #include "kmlwriter.h"
 #include "measurecolumns.h"
 #include "measurelist.h"
+#include "radiometryoptions.h"
 #include "resultfile.h"
 #include "samplecsv.h"
 #include "trajectoryfile.h"
@@ -41,6 +42,7 @@ struct ExportOptions {
     double xBearingDegrees = 90.0;
     std::string measures;
     bool isOfFlares = false;
+    RadiometryOptions radiometry;
 };
 
 // What is wrong, for people; nothing when all is well.
@@ -50,7 +52,7 @@ using Complaint = std::optional<sorvane::Problem>;
 std::vector<const Measure*> flareMeasures() {
     std::vector<const Measure*> measures;
     for (const Measure& measure : allMeasures())
-        if (measure.isOfFlareMoments())
+        if (measure.isOfFlareMoments() && !measure.needsRadiometry())
             measures.push_back(&measure);
     return measures;
 }
@@ -98,7 +100,11 @@ public:
         const std::span<const Sample> samples = trajectory->series.samples();
         if (isMap() && !(worldTimeAfter(epoch_, samples.front().time) && worldTimeAfter(epoch_, samples.back().time)))
             return inputName(options_.file) + ": its times lie outside the years 1 to 9999";
-        const MeasuredEngagement engagement(trajectory->series, trajectory->header.fieldOfView, options_.unit);
+        MeasuredEngagement engagement(trajectory->series, trajectory->header.fieldOfView, options_.unit);
+        if (const std::optional<BandChoice> bands = neededBands(measures_))
+            if (const Complaint missing =
+                    Radiometer(options_.radiometry, *bands).measure(trajectory->header, engagement))
+                tell(missing->text);
         if (format_ == "glb")
             return writeScene(engagement, trajectory->header);
         return writeResult(options_.output, streams_, [&](std::ostream& out) {
@@ -177,8 +183,10 @@ private:
         return std::nullopt;
     }
 
-    void miss(const char* body, const std::string& what) {
-        streams_.err << inputName(options_.file) << ": " << body << ": " << what << std::endl;
+    void miss(const char* body, const std::string& what) { tell(std::string(body) + ": " + what); }
+
+    void tell(const std::string& what) {
+        streams_.err << inputName(options_.file) << ": " << what << std::endl;
         isComplete_ = false;
     }
 
@@ -226,12 +234,13 @@ SubCommand addExportCommand(CLI::App& parent) {
     parser
         ->add_option(
             "--measures", options->measures,
-            "Columns of measures beside those that every table has: their names with commas between them, or all; "
-            "sorvane measures lists them")
+            "Columns of measures beside those that every table has: their names with commas between them, or all "
+            "but those of radiation, which take longer; sorvane measures lists them")
         ->type_name("LIST");
     parser->add_flag(
         "--flares", options->isOfFlares,
         "Write a row for each flare of each sample, with the measures of flares unless --measures says otherwise");
+    addRadiometryOptions(*parser, options->radiometry);
     return {parser, [options](Streams& streams) {
                 Export run(*options, streams);
                 if (const Complaint complaint = run.run()) {

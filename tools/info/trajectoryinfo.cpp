@@ -118,6 +118,8 @@ InfoRecord measuresRecord(const MeasuredEngagement& engagement, const Engagement
     for (std::size_t track = 0; track < engagement.tracks().size(); ++track)
         flares.push_back({{"flare", engagement.tracks().id(track)}});
     for (const Measure& measure : allMeasures()) {
+        if (measure.needsRadiometry())
+            continue;
         const std::string name = columnName(measure, engagement.unit()).toStdString();
         if (measure.isOfEngagement())
             record[name] = valueRecord(measure, valueOf(results, measure));

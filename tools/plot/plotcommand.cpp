@@ -19,6 +19,7 @@
 #include "measurelist.h"
 #include "picturesize.h"
 #include "plotfile.h"
+#include "radiometryoptions.h"
 #include "resultfile.h"
 #include "stripplot.h"
 #include "textapplication.h"
@@ -38,6 +39,7 @@ struct PlotOptions {
     std::string size = "1200x800";
     std::string title;
     bool isDark = false;
+    RadiometryOptions radiometry;
 };
 
 // What is wrong, for people; nothing when all is well.
@@ -54,26 +56,37 @@ const std::map<std::string, PlotAlignment>& alignments() {
 // The trajectories that a plot shows; they stay where they are.
 class PlottedFiles {
 public:
-    Complaint add(const std::string& path, LengthUnit unit) {
+    // With a radiometer the engagements have their radiometry.
+    PlottedFiles(LengthUnit unit, Radiometer* radiometer) : unit_(unit), radiometer_(radiometer) {}
+
+    Complaint add(const std::string& path) {
         Outcome<TrajectorySamples> trajectory = readTrajectorySamples(path);
         if (!trajectory)
             return trajectory.problem();
         const TrajectorySamples& kept = trajectories_.emplace_back(std::move(*trajectory));
-        const MeasuredEngagement& measured = measured_.emplace_back(kept.series, kept.header.fieldOfView, unit);
+        MeasuredEngagement& measured = measured_.emplace_back(kept.series, kept.header.fieldOfView, unit_);
+        if (radiometer_ != nullptr)
+            if (const Complaint missing = radiometer_->measure(kept.header, measured))
+                missing_.push_back(inputName(path) + ": " + missing->text);
         plotted_.push_back(
             {QString::fromStdString(std::filesystem::path(inputName(path)).filename().string()), &measured,
              factsOf(kept.series).events});
         return std::nullopt;
     }
     std::span<const PlottedEngagement> plotted() const { return plotted_; }
+    // What stays empty, and why.
+    const std::vector<std::string>& missing() const { return missing_; }
 
 private:
+    LengthUnit unit_;
+    Radiometer* radiometer_;
+    std::vector<std::string> missing_;
     std::deque<TrajectorySamples> trajectories_;
     std::deque<MeasuredEngagement> measured_;
     std::vector<PlottedEngagement> plotted_;
 };
 
-Complaint plot(const PlotOptions& options, Streams& streams) {
+Complaint plot(const PlotOptions& options, Streams& streams, bool& isComplete) {
     const std::optional<PlotFormat> format = plotFormatOf(QString::fromStdString(options.output));
     if (!format)
         return options.output + ": its name ends in none of .png, .svg, .pdf and .csv";
@@ -84,10 +97,17 @@ Complaint plot(const PlotOptions& options, Streams& streams) {
         options.measures.empty() ? usualPlotMeasures() : chooseMeasures(options.measures, true);
     if (!measures)
         return measures.problem();
-    PlottedFiles files;
+    const std::optional<BandChoice> bands = neededBands(*measures);
+    std::optional<Radiometer> radiometer;
+    if (bands)
+        radiometer.emplace(options.radiometry, *bands);
+    PlottedFiles files(options.unit, radiometer ? &*radiometer : nullptr);
     for (const std::string& file : options.files)
-        if (Complaint complaint = files.add(file, options.unit))
+        if (Complaint complaint = files.add(file))
             return complaint;
+    for (const std::string& what : files.missing())
+        streams.err << what << std::endl;
+    isComplete = files.missing().empty();
     const CurveDigits digits = *format == PlotFormat::Csv ? CurveDigits::Written : CurveDigits::All;
     PlotDocument document = plotOf(files.plotted(), *measures, options.alignment, digits);
     if (!options.title.empty())
@@ -147,12 +167,14 @@ SubCommand addPlotCommand(CLI::App& parent) {
         ->type_name("THEME")
         ->default_str("light")
         ->check(CLI::IsMember({"light", "dark"}));
+    addRadiometryOptions(*parser, options->radiometry);
     return {parser, [options](Streams& streams) {
-                if (const Complaint complaint = plot(*options, streams)) {
+                bool isComplete = true;
+                if (const Complaint complaint = plot(*options, streams, isComplete)) {
                     streams.err << "sorvane plot: " << complaint->text << std::endl;
                     return ExitStatus::Failed;
                 }
-                return ExitStatus::Success;
+                return isComplete ? ExitStatus::Success : ExitStatus::ProblemsFound;
             }};
 }
 } // namespace sorvane

@@ -21,21 +21,24 @@ std::string withoutName(const std::string& problem, const std::string& path) {
 }
 
 // Puts all but the path's fields into `values`.
-RunFaults read(const std::string& path, LengthUnit unit, std::vector<RunValue>& values) {
+RunFaults
+read(const std::string& path, const RunLayout& layout, RunRadiometry* radiometry, std::vector<RunValue>& values) {
     const Outcome<TrajectorySamples> trajectory = readTrajectorySamples(path);
     if (!trajectory)
         return wholeFileFault(withoutName(trajectory.problem().text, path));
-    putEngagement(
-        trajectory->header, MeasuredEngagement(trajectory->series, trajectory->header.fieldOfView, unit), values);
+    MeasuredEngagement measured(trajectory->series, trajectory->header.fieldOfView, layout.unit());
+    if (radiometry != nullptr && radiometry->radiometer.measure(trajectory->header, measured))
+        ++radiometry->lacking;
+    putEngagement(trajectory->header, measured, values, layout.radiation());
     return trajectory->isWhollyRead ? RunFaults() : lineFaults(path);
 }
 } // namespace
 
-RunRow readRun(const std::string& path, const RunLayout& layout) {
+RunRow readRun(const std::string& path, const RunLayout& layout, RunRadiometry* radiometry) {
     RunRow row{path, runStamp(path), std::vector<RunValue>(layout.columns().size())};
     RunFaults faults;
     try {
-        faults = read(path, layout.unit(), row.values);
+        faults = read(path, layout, radiometry, row.values);
     } catch (const std::bad_alloc&) {
         faults = wholeFileFault("there is not enough memory to read it");
     }

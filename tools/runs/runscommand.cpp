@@ -15,6 +15,7 @@
 #include "filesearch.h"
 #include "interrupt.h"
 #include "progressbar.h"
+#include "radiometryoptions.h"
 #include "readahead.h"
 #include "runreading.h"
 #include "runsink.h"
@@ -32,6 +33,8 @@ struct RunsOptions {
     LengthUnit unit = LengthUnit::Unstated;
     std::string shard; // by the environment when empty
     bool isMerge = false;
+    bool hasRadiation = false;
+    RadiometryOptions radiometry;
 };
 
 constexpr const char* kCommand = "sorvane runs";
@@ -102,17 +105,21 @@ void keepFreedMemory() {
 }
 
 ExitStatus surveyInto(
-    RunSink& sink, const std::vector<std::string>& files, const RunLayout& layout, const std::string& output,
+    RunSink& sink, const std::vector<std::string>& files, const RunLayout& layout, const RunsOptions& options,
     Streams& streams) {
     keepFreedMemory();
     const Interrupt interrupt;
     ProgressBar bar(streams, static_cast<std::int64_t>(files.size()), "files");
     FaultLines faults(streams.err);
     Batches batches(sink);
+    std::optional<RunRadiometry> radiometry;
+    if (options.hasRadiation)
+        radiometry.emplace(options.radiometry);
     std::optional<Problem> problem;
     std::int64_t done = 0;
     survey(
-        files.size(), usableProcessors(), [&](std::size_t number) { return readRun(files[number], layout); },
+        files.size(), usableProcessors(),
+        [&](std::size_t number) { return readRun(files[number], layout, radiometry ? &*radiometry : nullptr); },
         [&](RunRow row) {
             faults.add(row);
             problem = batches.add(std::move(row));
@@ -124,13 +131,19 @@ ExitStatus surveyInto(
         problem = batches.flush();
     if (!problem && Interrupt::requested() != 0)
         problem = Problem(
-            output + ": interrupted after " + std::to_string(done) + " of " + std::to_string(files.size()) + " files");
+            options.output + ": interrupted after " + std::to_string(done) + " of " + std::to_string(files.size()) +
+            " files");
     if (!problem)
         problem = sink.finish();
     faults.finish();
     if (problem)
         return failed(streams, *problem);
-    return faults.areAny() ? ExitStatus::ProblemsFound : ExitStatus::Success;
+    const std::int64_t lacking = radiometry ? radiometry->lacking.load() : 0;
+    if (lacking > 0)
+        streams.err << kCommand << ": the files of the target of " << lacking
+                    << (lacking == 1 ? " engagement" : " engagements")
+                    << " can't be used: what is measured of its radiation is empty\n";
+    return faults.areAny() || lacking > 0 ? ExitStatus::ProblemsFound : ExitStatus::Success;
 }
 
 std::string callOf(const RunsOptions& options) {
@@ -143,6 +156,9 @@ std::string callOf(const RunsOptions& options) {
         words.insert(words.end(), {"--name", options.pathExpression});
     if (options.unit != LengthUnit::Unstated)
         words.insert(words.end(), {"--unit", options.unit == LengthUnit::Feet ? "ft" : "m"});
+    if (options.hasRadiation)
+        words.emplace_back("--radiometry");
+    spellOut(options.radiometry, words);
     if (!options.shard.empty())
         words.insert(words.end(), {"--shard", options.shard});
     return shellCommand(words);
@@ -156,7 +172,10 @@ ExitStatus runs(const RunsOptions& options, Streams& streams) {
     const Outcome<Shard> shard = options.shard.empty() ? Outcome(shardOfArrayTask()) : shardOf(options.shard);
     if (!shard)
         return failed(streams, shard.problem());
-    const Outcome<RunLayout> layout = RunLayout::make(options.unit, options.pathExpression);
+    if (options.hasRadiation && options.unit == LengthUnit::Unstated)
+        return failed(streams, "--radiometry needs --unit");
+    const Outcome<RunLayout> layout = RunLayout::make(
+        options.unit, options.pathExpression, options.hasRadiation ? RunRadiation::With : RunRadiation::Without);
     if (!layout)
         return failed(streams, layout.problem());
     const FoundFiles found = findFiles(options.paths, kCommand, streams.err);
@@ -169,7 +188,7 @@ ExitStatus runs(const RunsOptions& options, Streams& streams) {
         return failed(streams, sink.problem());
     files = shardFiles(std::move(files), *shard);
     std::erase_if(files, [&](const std::string& path) { return (*sink)->has(path); });
-    const ExitStatus status = surveyInto(**sink, files, *layout, options.output, streams);
+    const ExitStatus status = surveyInto(**sink, files, *layout, options, streams);
     return status == ExitStatus::Success && !found.isComplete ? ExitStatus::ProblemsFound : status;
 }
 } // namespace
@@ -195,6 +214,12 @@ SubCommand addRunsCommand(CLI::App& parent) {
             "Regular expression for the path whose named groups become columns: 'case(?<case>\\d+)_(?<pattern>\\w+)'")
         ->type_name("EXPRESSION");
     addUnitOption(*parser, options->unit, "What one of the trajectories' units of length is");
+    parser->add_flag(
+        "--radiometry", options->hasRadiation,
+        "Columns of what is measured of the target's radiation and the flares', which takes about a second a file; "
+        "needs "
+        "--unit");
+    addRadiometryOptions(*parser, options->radiometry);
     parser
         ->add_option(
             "--shard", options->shard,

@@ -6,43 +6,23 @@
 #include <QFile>
 
 #include "atmfile.h"
+#include "attitudelight.h"
 #include "engagementfiles.h"
 #include "inputtexts.h"
 #include "loaderguard.h"
-#include "matrix.h"
 #include "measuredengagement.h"
 #include "shortestnumber.h"
 #include "trajectoryfile.h"
 
 namespace sorvane {
 namespace {
-// The sun of the world in the axes of a body at the attitude, both as the viewer takes them: models have z up, the
-// world has it down, and the sun's direction is used as it stands.
-Vec3d sunInModel(const AtmFile& atmosphere, const std::array<double, 3>& attitudeDegrees) {
-    const auto angle = [&](std::size_t i) {
-        return static_cast<float>(attitudeDegrees[i]);
-    };
-    const Matrix<float> turn =
-        BuildTransform(1.0F, 1.0F, 1.0F, angle(0) + 180.0F, angle(1), angle(2), 0.0F, 0.0F, 0.0F);
-    const Vector<float> sun = atmosphere.SolarDirWorld();
-    const auto along = [&](int axis) { // the inverse of a turn is its transpose
-        double sum = 0.0;
-        for (int row = 0; row < 3; ++row)
-            sum += double{turn(row, axis)} * double{sun.ElementAt(row)};
-        return sum;
-    };
-    return unit(Vec3d{along(0), along(1), along(2)});
-}
-
 Outcome<SignatureLight> lightOf(const std::string& path, const std::array<double, 3>& attitudeDegrees) {
     AtmFile atmosphere;
     bool isRead = false;
     const LoaderOutcome outcome = runLoader([&] { isRead = atmosphere.Load(path); });
     if (!isRead)
         return Problem(path + ": " + (outcome.messages.empty() ? "can't be read" : outcome.messages.back().text));
-    return SignatureLight{
-        atmosphere.diffuseEarthRadiance(), atmosphere.diffuseSkyRadiance(), atmosphere.directSolarRadiance(),
-        sunInModel(atmosphere, attitudeDegrees)};
+    return lightAt(atmosphere, attitudeDegrees);
 }
 
 std::string nameOfFile(const std::string& path) {

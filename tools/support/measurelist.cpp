@@ -19,7 +19,7 @@ Outcome<std::vector<const Measure*>> chooseMeasures(const std::string& list, boo
     std::vector<const Measure*> chosen;
     if (list == "all") {
         for (const Measure& measure : allMeasures())
-            if (fits(measure, withFlares))
+            if (fits(measure, withFlares) && !measure.needsRadiometry())
                 chosen.push_back(&measure);
         return chosen;
     }
