@@ -8,7 +8,8 @@
 namespace sorvane {
 namespace {
 constexpr std::uint32_t kNobody = std::numeric_limits<std::uint32_t>::max();
-constexpr double kBorder = 0.5; // pixels around what is drawn
+constexpr double kBorder = 0.5;     // pixels around what is drawn
+constexpr double kSameDepth = 0.01; // of a pixel's side
 
 // The upright directions across the view; seen from straight above or below, the nose lies upwards.
 void chooseAxes(const Vec3d& towards, Vec3d& right, Vec3d& up) {
@@ -159,15 +160,39 @@ void FacetVisibility::drawRow(std::uint32_t number, int y, double left, double r
     drawn_[number].covered += static_cast<std::uint32_t>(end - first);
 }
 
-// Of a facet between the pixels' middles: whether what the nearest pixel shows lies about as deep.
+// Of a facet between the pixels' middles: whether one that the pixels around its own middle show lies in front of that.
 bool FacetVisibility::isMiddleVisible(const Drawn& drawn) const {
     const auto mean = [&](double Corner::*member) {
         return (drawn.corners[0].*member + drawn.corners[1].*member + drawn.corners[2].*member) / 3.0;
     };
-    const auto pixel = [this](double at) {
-        return static_cast<std::size_t>(std::clamp(static_cast<int>(at), 0, pixels_ - 1));
+    const Corner middle{mean(&Corner::x), mean(&Corner::y), mean(&Corner::depth)};
+    const auto row = static_cast<int>(middle.y);
+    const auto column = static_cast<int>(middle.x);
+    std::uint32_t last = kNobody;
+    for (int y = std::max(row - 1, 0); y <= std::min(row + 1, pixels_ - 1); ++y)
+        for (int x = std::max(column - 1, 0); x <= std::min(column + 1, pixels_ - 1); ++x) {
+            const std::uint32_t owner =
+                owners_[static_cast<std::size_t>(y) * static_cast<std::size_t>(pixels_) + static_cast<std::size_t>(x)];
+            if (owner == kNobody || owner == last)
+                continue;
+            last = owner;
+            if (hides(drawn_[owner], middle))
+                return false;
+        }
+    return true;
+}
+
+bool FacetVisibility::hides(const Drawn& front, const Corner& at) const {
+    const auto side = [&at](const Corner& a, const Corner& b) {
+        return (b.x - a.x) * (at.y - a.y) - (b.y - a.y) * (at.x - a.x);
     };
-    const std::size_t at = pixel(mean(&Corner::y)) * static_cast<std::size_t>(pixels_) + pixel(mean(&Corner::x));
-    return mean(&Corner::depth) >= double{depths_[at]} - 2.0 * pixelSize_;
+    const auto& [a, b, c] = front.corners;
+    const double ofA = side(b, c);
+    const double ofB = side(c, a);
+    const double ofC = side(a, b);
+    if (ofA < 0.0 || ofB < 0.0 || ofC < 0.0)
+        return false;
+    const double depth = (ofA * a.depth + ofB * b.depth + ofC * c.depth) / (ofA + ofB + ofC);
+    return depth > at.depth + kSameDepth * pixelSize_;
 }
 } // namespace sorvane

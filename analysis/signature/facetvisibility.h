@@ -37,6 +37,7 @@ private:
     void draw(std::uint32_t number);
     void drawRow(std::uint32_t number, int y, double left, double right, const DepthPlane& plane);
     bool isMiddleVisible(const Drawn& drawn) const;
+    bool hides(const Drawn& front, const Corner& at) const;
 
     int pixels_;
     std::vector<float> depths_;         // of the pixels
