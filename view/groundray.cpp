@@ -32,7 +32,7 @@ struct Span {
                 end = begin - 1.0;
             return;
         }
-        const auto [first, last] = std::minmax(line.depthOf(lowest), line.depthOf(highest));
+        const auto [first, last] = std::minmax({line.depthOf(lowest), line.depthOf(highest)});
         begin = std::max(begin, first);
         end = std::min(end, last);
     }

@@ -62,12 +62,26 @@ def add_extremes(table, camera, points, sides, name):
         table.add(out, "black", f"beyond the {side} end of the {name}")
 
 
-def plate_grey(camera, sample, body, name):
+def plate_value(camera, sample, body, name):
     """What a plate shows to the camera: its grey, or half of it from behind, where its corners run clockwise."""
     value, corners = plates(body)[name]
     first, second, third = (in_world(corner, sample[body], sample[body + " attitude"]) for corner in corners[:3])
     normal = cross(sub(second, first), sub(third, first))
-    return grey(value if dot(normal, sub(camera.eye, first)) > 0.0 else value / 2.0)
+    return value if dot(normal, sub(camera.eye, first)) > 0.0 else value / 2.0
+
+
+def plate_grey(camera, sample, body, name):
+    return grey(plate_value(camera, sample, body, name))
+
+
+def add_scaled_plates(table, camera, sample, names, white):
+    """The middles of the target's plates on an inverted scale, whose other end is a radiance of `white`, in W/cm²/sr."""
+    for name in names.split():
+        corners = plates("target")[name][1]
+        middle = tuple(sum(corner[axis] for corner in corners) / 4.0 for axis in range(3))
+        value = plate_value(camera, sample, "target", name) / 3000.0 / white
+        table.add(camera.pixel(in_world(middle, sample["target"], sample["target attitude"])), grey(255.0 - value),
+                  f"middle of the target's {name}")
 
 
 def add_plates(table, camera, sample, body, names):
@@ -274,6 +288,8 @@ def work_out(demonstration):
             add_corner(table, camera, sample, "nose", (9.0, 1.0, 0.0), (-0.9, -0.6, 0.0))
             add_corner(table, camera, sample, "left", (2.0, 8.0, 0.0), (-0.8, -0.8, 0.0))
             add_corner(table, camera, sample, "right", (2.0, -8.0, 0.0), (-0.8, 0.8, 0.0))
+        elif name == "scaled_bodies":
+            add_scaled_plates(table, camera, sample, "nose left right fin", float(options["--scale"]))
         elif name == "threat_beneath":
             table.add(camera.pixel(sample["threat"]), plate_grey(camera, sample, "target", "left"),
                       "threat's middle, hidden by the target's left wing")
