@@ -258,7 +258,7 @@ int main(int argc, char** argv) {
          .seconds = 4.2,
          .right = -900,
          .down = 200,
-         .notches = -20,
+         .notches = 2,
          .hasTerrain = true,
          .hasSideViews = true},
         {.file = "terrain.png",
