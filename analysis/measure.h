@@ -65,6 +65,8 @@ const Measure* findMeasure(std::string_view name);
 
 // "moment", "flare moment", "engagement" or "flare", as records and listings tell of what the measure is.
 const char* kindOf(const Measure& measure);
+// "signature" where the measure needs the target's; empty otherwise.
+const char* needOf(const Measure& measure);
 // The measure's name with _ for - and the ending that tells its unit: "off_boresight_deg". See namedMeasure.
 QString columnName(const Measure& measure, LengthUnit unit);
 // "m/s", "°"; empty without one.

@@ -234,6 +234,10 @@ const char* kindOf(const Measure& measure) {
     return kKinds[measure.evaluate.index()];
 }
 
+const char* needOf(const Measure& measure) {
+    return measure.needsRadiometry() ? "signature" : "";
+}
+
 QString columnName(const Measure& measure, LengthUnit unit) {
     return QString::fromLatin1(measure.name).replace(u'-', u'_') + nameEnding(measure.unit, unit);
 }

@@ -1,12 +1,12 @@
 // The parts of the compiled module, and what they share.
 #pragma once
 
-#include <mutex>
 #include <optional>
 #include <string>
 
 #include <pybind11/pybind11.h>
 
+#include "loadersmutex.h"
 #include "measuretext.h"
 
 namespace sorvane {
@@ -28,8 +28,4 @@ pybind11::str shownText(const std::string& bytes);
 
 // A class of the package's own Python code.
 pybind11::object recordClass(const char* name);
-
-// To be held while loaders of bodies and terrain run: what they keep is the process's. Never wait for it with Python's
-// lock in hand.
-std::mutex& loadersMutex();
 } // namespace sorvane

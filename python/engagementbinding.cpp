@@ -93,6 +93,11 @@ const EngagementResults& resultsUnlocked(const LoadedTrajectory& trajectory) {
     return trajectory.results();
 }
 
+const EngagementResults& resultsUnlocked(const LoadedTrajectory& trajectory, const Measure& measure) {
+    const py::gil_scoped_release unlocked;
+    return trajectory.resultsFor(measure);
+}
+
 const MeasuredEngagement& measuredUnlocked(const LoadedTrajectory& trajectory) {
     const py::gil_scoped_release unlocked;
     return trajectory.measured();
@@ -122,13 +127,13 @@ const Measure& measureNamed(const std::string& name) {
 
 py::object ownMeasure(const LoadedTrajectory& trajectory, const Measure& measure) {
     if (measure.isOfEngagement())
-        return py::float_(writtenOf(resultsUnlocked(trajectory), measure));
+        return py::float_(writtenOf(resultsUnlocked(trajectory, measure), measure));
     if (measure.isOfFlares())
-        return arrayOf(writtenOfFlares(resultsUnlocked(trajectory), measure));
+        return arrayOf(writtenOfFlares(resultsUnlocked(trajectory, measure), measure));
     std::vector<double> values;
     {
         const py::gil_scoped_release unlocked;
-        const MeasuredEngagement& engagement = trajectory.measured();
+        const MeasuredEngagement& engagement = trajectory.measuredFor(measure);
         values = measure.isOfMoments() ? writtenOnSamples(engagement, measure) : writtenOnAllRows(engagement, measure);
     }
     return arrayOf(std::move(values));
@@ -143,7 +148,7 @@ py::object measureAt(const LoadedTrajectory& trajectory, const Measure& measure,
     std::vector<double> values;
     {
         const py::gil_scoped_release unlocked;
-        const MeasuredEngagement& engagement = trajectory.measured();
+        const MeasuredEngagement& engagement = trajectory.measuredFor(measure);
         if (measure.isOfFlareMoments())
             shape.insert(shape.begin(), sizeOf(engagement.tracks().size()));
         values =
@@ -156,11 +161,13 @@ py::object measureAt(const LoadedTrajectory& trajectory, const Measure& measure,
 
 py::object measureOf(const LoadedTrajectory& trajectory, const std::string& name, const py::object& times) {
     const Measure& measure = measureNamed(name);
-    if (times.is_none())
-        return ownMeasure(trajectory, measure);
-    if (!measure.isOfMoments() && !measure.isOfFlareMoments())
+    if (!times.is_none() && !measure.isOfMoments() && !measure.isOfFlareMoments())
         throw py::value_error(name + " takes no times: the whole engagement has one");
-    return measureAt(trajectory, measure, times);
+    py::object values = times.is_none() ? ownMeasure(trajectory, measure) : measureAt(trajectory, measure, times);
+    if (measure.needsRadiometry() && trajectory.lackOfRadiation() &&
+        PyErr_WarnEx(PyExc_UserWarning, trajectory.lackOfRadiation()->text.c_str(), 1) != 0)
+        throw py::error_already_set();
+    return values;
 }
 
 py::object objectNamed(const LoadedTrajectory& trajectory, double number) {
@@ -178,12 +185,17 @@ std::string shown(const py::object& self) {
            shortestText(samples.back().time) + " s>";
 }
 
-std::shared_ptr<LoadedTrajectory>
-load(const py::object& path, const std::optional<std::string>& unitSymbol, bool isStrict) {
+std::shared_ptr<LoadedTrajectory> load(
+    const py::object& path, const std::optional<std::string>& unitSymbol, bool isStrict, double signatureStep,
+    std::optional<double> background, double flareScale, const py::object& rotors) {
+    if (!(signatureStep > 0.0) || !(flareScale > 0.0) || (background && !(*background >= 0.0)))
+        throw py::value_error("signature_step and flare_scale are above 0, background is 0 or more");
     const std::string name = pathOf(path);
     const LengthUnit unit = lengthUnitOf(unitSymbol);
+    const RadiometryOptions radiometry{
+        signatureStep, background, flareScale, rotors.is_none() ? std::string() : pathOf(rotors)};
     const py::gil_scoped_release unlocked;
-    return loadTrajectory(name, unit, isStrict);
+    return loadTrajectory(name, unit, isStrict, radiometry);
 }
 
 void bindFlares(py::module_& module) {
@@ -269,10 +281,16 @@ void bindEngagement(py::module_& module) {
         "\"target\" or \"flare ID\" for a value of a measure of objects such as \"nearest\"; None for NaN.");
     module.def(
         "load", load, py::arg("path"), py::kw_only(), py::arg("unit") = py::none(), py::arg("strict") = true,
+        py::arg("signature_step") = RadiometryWork::kUsualStep, py::arg("background") = py::none(),
+        py::arg("flare_scale") = 1.0, py::arg("rotors") = py::none(),
         "Reads a trajectory, plain or \".Z\", into an Engagement.\n\n"
         "unit says what one of its units of length is, \"m\" or \"ft\": load factors need it, nothing is converted.\n"
         "Raises Error, with file, line and column, when the file can't be read, holds no samples, or a word of it is "
         "missing or no finite number. With strict=False such a word counts as the viewer has it: 0, as a field of view "
-        "1.5.");
+        "1.5.\n\n"
+        "The rest is for measures that need the target's signature: seconds between the times at which its radiation "
+        "is "
+        "worked out, the radiance behind it in W/cm2/sr (that of the sky without it), the intensity in W/sr of a flare "
+        "of brightness 1, and the file of its rotors.");
 }
 } // namespace sorvane

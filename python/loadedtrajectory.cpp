@@ -2,6 +2,7 @@
 #include "loadedtrajectory.h"
 
 #include "fileerror.h"
+#include "loadersmutex.h"
 #include "trajectorycheck.h"
 
 namespace sorvane {
@@ -28,12 +29,33 @@ const EngagementResults& LoadedTrajectory::results() const {
     return results_;
 }
 
-std::shared_ptr<LoadedTrajectory> loadTrajectory(const std::string& path, LengthUnit unit, bool isStrict) {
+const MeasuredEngagement& LoadedTrajectory::measuredFor(const Measure& measure) const {
+    const MeasuredEngagement& plain = measured();
+    if (!measure.needsRadiometry())
+        return plain;
+    std::call_once(isRadiating_, [&] {
+        radiating_.emplace(plain);
+        const std::lock_guard alone(loadersMutex());
+        lack_ = Radiometer(radiometry_, BandChoice::All).measure(header(), *radiating_);
+    });
+    return *radiating_;
+}
+
+const EngagementResults& LoadedTrajectory::resultsFor(const Measure& measure) const {
+    if (!measure.needsRadiometry())
+        return results();
+    const MeasuredEngagement& engagement = measuredFor(measure);
+    std::call_once(hasRadiatingResults_, [&] { radiatingResults_ = resultsOf(engagement); });
+    return radiatingResults_;
+}
+
+std::shared_ptr<LoadedTrajectory>
+loadTrajectory(const std::string& path, LengthUnit unit, bool isStrict, const RadiometryOptions& radiometry) {
     Outcome<TrajectorySamples> read = readTrajectorySamples(path);
     if (!read)
         throw FileError(read.problem().text, path);
     if (isStrict && !read->isWhollyRead)
         throw firstLoss(path);
-    return std::make_shared<LoadedTrajectory>(path, *std::move(read), unit);
+    return std::make_shared<LoadedTrajectory>(path, *std::move(read), unit, radiometry);
 }
 } // namespace sorvane

@@ -15,7 +15,7 @@ py::list measures(const std::optional<std::string>& unit) {
     for (const Measure& measure : allMeasures())
         all.append(record(
             measure.name, kindOf(measure), unitSymbol(measure.unit, length).toStdString(),
-            columnName(measure, length).toStdString(), measure.definition, measure.formula));
+            columnName(measure, length).toStdString(), measure.definition, measure.formula, needOf(measure)));
     return all;
 }
 } // namespace

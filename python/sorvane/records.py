@@ -49,3 +49,4 @@ class Measure(NamedTuple):
     column: str  # its name in tables, with the unit
     definition: str
     formula: str
+    needs: str  # "signature" where it is worked out from the target's files, which takes about a second; else ""

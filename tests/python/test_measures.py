@@ -30,6 +30,11 @@ def columns_of(text):
     return dict(zip(names, zip(*rows)))
 
 
+def plain_measures(unit=None):
+    """Those of the trajectory alone."""
+    return [measure for measure in sorvane.measures(unit) if not measure.needs]
+
+
 def test_the_table_is_the_commands():
     for unit in (None, "ft"):
         listed = json.loads(command("measures", "--json", *(["--unit", unit] if unit else [])))["measures"]
@@ -42,7 +47,7 @@ def test_the_digits_are_those_of_the_tables(demonstration, flight, name):
     engagement = sorvane.load(path, unit="m")
     of_samples = columns_of(command("export", path, "--measures", "all", "--unit", "m"))
     of_flares = columns_of(command("export", path, "--flares", "--unit", "m"))
-    for measure in sorvane.measures("m"):
+    for measure in plain_measures("m"):
         if measure.of in ("moment", "flare moment"):
             column = (of_samples if measure.of == "moment" else of_flares)[measure.column]
             np.testing.assert_array_equal(engagement.measure(measure.name), numbers(engagement, column), measure.name)
@@ -54,7 +59,7 @@ def test_the_results_are_those_of_info(demonstration, flight, name):
     engagement = sorvane.load(path, unit="ft")
     described = json.loads(command("info", "--json", "--unit", "ft", path))
     described = described.get("files", [described])[0]
-    for measure in sorvane.measures("ft"):
+    for measure in plain_measures("ft"):
         if measure.of == "engagement":
             told = described["measures"][measure.column]
             np.testing.assert_equal(engagement.measure(measure.name), math.nan if told is None else told, measure.name)
@@ -62,6 +67,33 @@ def test_the_results_are_those_of_info(demonstration, flight, name):
             told = [flare[measure.column] for flare in described["measures"]["flares"]]
             np.testing.assert_equal(engagement.measure(measure.name), np.array(told, float), measure.name)
     assert engagement.closest_approach == tuple(described["closest_approach"].values())
+
+
+def test_radiation_is_that_of_the_tables(demonstration):
+    path = demonstration / "ETXYZ.OUT.veer"
+    engagement = sorvane.load(path, unit="m", signature_step=0.5, background=1e-5, flare_scale=2e-7)
+    options = ("--unit", "m", "--signature-step", "0.5", "--background", "1e-5", "--flare-scale", "2e-7")
+    measures = [measure for measure in sorvane.measures("m") if measure.needs and measure.of.endswith("moment")]
+    names = ",".join(measure.name for measure in measures if measure.of == "moment")
+    of_samples = columns_of(command("export", path, *options, "--measures", names))
+    of_flares = columns_of(command("export", path, *options, "--flares", "--measures", "flare-jam-to-signal"))
+    for measure in measures:
+        column = (of_samples if measure.of == "moment" else of_flares)[measure.column]
+        values = engagement.measure(measure.name)
+        np.testing.assert_array_equal(values, numbers(engagement, column), measure.name)
+        assert np.isfinite(values).all() == (measure.name not in ("target-intensity-band-4", "target-intensity-band-6"))
+    ratio = engagement.measure("jam-to-signal")
+    assert engagement.measure("greatest-jam-to-signal") == ratio.max() > 1
+    assert engagement.measure("target-outshone-time") == engagement.time[ratio > 1][0]
+    assert engagement.measure("target-intensity", 3.0) == engagement.measure("target-intensity")[300]
+    assert engagement.measure("range").shape == ratio.shape
+
+
+def test_radiation_that_nobody_can_work_out_is_nan(flight):
+    with pytest.warns(UserWarning, match="a file of it that the trajectory names does not exist"):
+        assert np.isnan(sorvane.load(flight).measure("target-irradiance")).all()
+    with pytest.raises(ValueError, match="above 0"):
+        sorvane.load(flight, signature_step=0)
 
 
 def test_times_are_of_any_shape_and_between_samples_all_is_linear(flight):
@@ -74,7 +106,7 @@ def test_times_are_of_any_shape_and_between_samples_all_is_linear(flight):
     assert values[0, 0] == pytest.approx(np.linalg.norm(middle[0] - middle[1]), rel=1e-14)
     assert engagement.measure("range", 0.25) == values[0, 0] and isinstance(engagement.measure("range", 1), float)
     assert engagement.measure("range", [3, 10][::-1]).tolist() == values[0, :0:-1].tolist()
-    for measure in sorvane.measures():
+    for measure in plain_measures():
         if measure.of == "moment":
             np.testing.assert_array_equal(engagement.measure(measure.name, engagement.time),
                                           engagement.measure(measure.name), measure.name)

@@ -46,7 +46,8 @@ void writeJson(const MeasuresOptions& options, std::ostream& out) {
              {"unit", unitSymbol(measure.unit, options.unit).toStdString()},
              {"column", columnName(measure, options.unit).toStdString()},
              {"definition", measure.definition},
-             {"formula", measure.formula}});
+             {"formula", measure.formula},
+             {"needs", needOf(measure)}});
     out << all.dump(kIndentation) << '\n';
 }
 } // namespace
