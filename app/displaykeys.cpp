@@ -5,7 +5,9 @@
 
 #include "aircraftwidget.h"
 #include "bodynames.h"
+#include "pointerwatch.h"
 #include "readout.h"
+#include "scalekeys.h"
 #include "viewnotice.h"
 
 namespace sorvane {
@@ -21,12 +23,18 @@ template <class Choice> Choice next(Choice choice, Choice last) {
 } // namespace
 
 DisplayKeys::DisplayKeys(const DisplayKeysParts& parts)
-    : parts_(parts),
+    : parts_(parts), pointer_(new PointerWatch(
+                         parts.view,
+                         [this] {
+                             if (hasScale())
+                                 parts_.readout.refresh();
+                         })),
       unit_(static_cast<LengthUnit>(preferences_.number(kUnit, static_cast<int>(LengthUnit::Metres)).value_or(0))) {
     if (const std::optional<int> corner = preferences_.number(kCorner, static_cast<int>(ReadoutCorner::UpperLeft)))
         parts_.readout.setCorner(static_cast<ReadoutCorner>(*corner));
     if (const std::optional<int> samples = preferences_.number(kSamples, kMostSamples))
         parts_.view.setSamples(*samples);
+    tellUnit();
 }
 
 void DisplayKeys::toggleNames() {
@@ -44,10 +52,31 @@ void DisplayKeys::toggleReticles() {
 void DisplayKeys::cycleUnit() {
     unit_ = next(unit_, LengthUnit::Metres);
     preferences_.setNumber(kUnit, static_cast<int>(unit_));
+    tellUnit();
     parts_.readout.refresh();
     parts_.notice.notify(
         unit_ == LengthUnit::Unstated ? QStringLiteral("Lengths are in the trajectory's own units")
                                       : QStringLiteral("Lengths are in %1").arg(unitSymbol(unit_)));
+}
+
+void DisplayKeys::tellUnit() {
+    parts_.view.setCentimetresPerUnit(unit_ == LengthUnit::Feet ? kCentimetresPerFoot : kCentimetresPerMetre);
+}
+
+void DisplayKeys::changeScale(KeyCommand command) {
+    AircraftWidget& view = parts_.view;
+    if (const std::optional<PictureScale> scale = scaleAfter(command, view.scale(), view.scaleEnds())) {
+        view.setScale(*scale);
+        parts_.notice.notify(scaleText(*scale));
+    }
+}
+
+bool DisplayKeys::hasScale() const {
+    return parts_.view.scale() != PictureScale();
+}
+
+QStringList DisplayKeys::pointedLines() const {
+    return hasScale() ? pointer_->lines() : QStringList();
 }
 
 void DisplayKeys::cycleCorner() {

@@ -1,6 +1,9 @@
 // Keys that choose how the view shows what it shows.
 #pragma once
 
+#include <QStringList>
+
+#include "keytable.h"
 #include "measuretext.h"
 #include "preferences.h"
 
@@ -8,6 +11,7 @@ class AircraftWidget;
 
 namespace sorvane {
 class BodyNames;
+class PointerWatch;
 class ViewNotice;
 class ViewReadout;
 
@@ -23,6 +27,8 @@ class DisplayKeys {
 public:
     // Takes up the choices of the last session: unit, corner and anti-aliasing.
     explicit DisplayKeys(const DisplayKeysParts& parts);
+    DisplayKeys(const DisplayKeys&) = delete;
+    DisplayKeys& operator=(const DisplayKeys&) = delete;
 
     LengthUnit unit() const { return unit_; }
 
@@ -32,9 +38,18 @@ public:
     // Of the read-out, which shows then.
     void cycleCorner();
     void cycleAntialiasing();
+    // What the colours mean in radiance, by one of the keys for it.
+    void changeScale(KeyCommand command);
+
+    // What shows under the pointer, while the view has a scale.
+    QStringList pointedLines() const;
 
 private:
+    void tellUnit();
+    bool hasScale() const;
+
     DisplayKeysParts parts_;
+    PointerWatch* pointer_; // of the view's children
     Preferences preferences_;
     LengthUnit unit_ = LengthUnit::Unstated;
 };

@@ -41,7 +41,7 @@ QString readoutText(const ReadoutSubject& subject, const std::optional<PlaybackM
     lines << readoutLine("Playback speed", speed)
           << readoutLine(
                  "Frames per second", isMeasured ? QString::number(measures->framesPerSecond, 'f', 1) : noNumber());
-    return lines.join(u'\n');
+    return (lines + subject.pointed).join(u'\n');
 }
 
 ViewReadout::ViewReadout(QWidget& view, Subject subject)

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include <QElapsedTimer>
+#include <QStringList>
 
 #include "measuretext.h"
 #include "viewlabel.h"
@@ -25,6 +26,7 @@ struct ReadoutSubject {
     LengthUnit unit = LengthUnit::Unstated;
     double rate = 1.0; // what is asked of the clock, in engagement seconds per second; below 0 backward
     bool isPlaying = false;
+    QStringList pointed{}; // what shows under the pointer
 };
 
 // What comes of it.

@@ -8,6 +8,7 @@
 #include "accessiblenames.h"
 #include "aircraftwidget.h"
 #include "bodynames.h"
+#include "camerakeys.h"
 #include "clockreach.h"
 #include "emptyhint.h"
 #include "engagementmenu.h"
@@ -31,8 +32,6 @@
 
 namespace sorvane {
 namespace {
-constexpr double kDrag = 50.0; // pixels that a key moves the camera as a drag of the mouse would
-
 StepDirection direction(bool isForward) {
     return isForward ? StepDirection::Forward : StepDirection::Back;
 }
@@ -79,6 +78,11 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
                    run(command);
                }},
           &parts.window)),
+      sides_(
+          {parts.window, *parts.form.glWidget, current_, *parts.form.doubleSpinBox, parts.notice,
+           [this](KeyCommand command) {
+               run(command);
+           }}),
       readout_(new ViewReadout(*parts.form.glWidget, [this] { return readoutSubject(); })),
       names_(new BodyNames(*parts.form.glWidget, parts.engagements)),
       display_({*parts.form.glWidget, *readout_, *names_, parts.notice}), ghosts_(new GhostDisplay(
@@ -146,6 +150,7 @@ void WindowFeatures::showCurrent() {
     marks_->refresh();
     plots_->refresh();
     runs_->refresh();
+    sides_.refresh();
     ghosts_->refresh();
     markFollowed(parts_.engagements);
 }
@@ -157,7 +162,8 @@ ReadoutSubject WindowFeatures::readoutSubject() const {
         .viewMode = parts_.form.glWidget->viewMode(),
         .unit = display_.unit(),
         .rate = askedRate(),
-        .isPlaying = parts_.clock.isRunning()};
+        .isPlaying = parts_.clock.isRunning(),
+        .pointed = display_.pointedLines()};
 }
 
 double WindowFeatures::askedRate() const {
@@ -222,25 +228,17 @@ void WindowFeatures::run(KeyCommand command) {
     case KeyCommand::ToggleReticles:
         return display_.toggleReticles();
     case KeyCommand::TurnLeft:
-        return parts_.form.glWidget->turn(-kDrag, 0.0);
     case KeyCommand::TurnRight:
-        return parts_.form.glWidget->turn(kDrag, 0.0);
     case KeyCommand::TurnUp:
-        return parts_.form.glWidget->turn(0.0, -kDrag);
     case KeyCommand::TurnDown:
-        return parts_.form.glWidget->turn(0.0, kDrag);
     case KeyCommand::SlideLeft:
-        return parts_.form.glWidget->slide(-kDrag, 0.0);
     case KeyCommand::SlideRight:
-        return parts_.form.glWidget->slide(kDrag, 0.0);
     case KeyCommand::SlideUp:
-        return parts_.form.glWidget->slide(0.0, -kDrag);
     case KeyCommand::SlideDown:
-        return parts_.form.glWidget->slide(0.0, kDrag);
     case KeyCommand::ZoomIn:
-        return parts_.form.glWidget->zoom(1.0);
     case KeyCommand::ZoomOut:
-        return parts_.form.glWidget->zoom(-1.0);
+        moveByKey(*parts_.form.glWidget, command);
+        return;
     case KeyCommand::FollowPrevious:
         return engagementKeys_.follow(StepDirection::Back);
     case KeyCommand::FollowNext:
@@ -270,8 +268,15 @@ void WindowFeatures::run(KeyCommand command) {
         return plots_->toggle();
     case KeyCommand::ToggleRuns:
         return runs_->toggle();
+    case KeyCommand::OpenView:
+        return sides_.open();
     case KeyCommand::ToggleLineStyles:
         return parts_.form.glWidget->setLineStyles(!parts_.form.glWidget->lineStyles());
+    case KeyCommand::CycleScale:
+    case KeyCommand::CyclePalette:
+    case KeyCommand::ScaleUp:
+    case KeyCommand::ScaleDown:
+        return display_.changeScale(command);
     case KeyCommand::CycleAntialiasing:
         return display_.cycleAntialiasing();
     case KeyCommand::ToggleFullScreen:

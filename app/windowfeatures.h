@@ -11,6 +11,7 @@
 #include "loadreport.h"
 #include "playbacknotes.h"
 #include "readout.h"
+#include "sideviews.h"
 
 class QMainWindow;
 namespace Ui {
@@ -86,10 +87,11 @@ private:
     CurrentEngagement current_;
     EngagementKeys engagementKeys_;
     FileWatch watch_;
-    TimeSteps* steps_;     // of the window's children
-    TimeMarks* marks_;     // of the slider's children
-    Plotting* plots_;      // of the window's children
-    RunTables* runs_;      // of the window's children
+    TimeSteps* steps_; // of the window's children
+    TimeMarks* marks_; // of the slider's children
+    Plotting* plots_;  // of the window's children
+    RunTables* runs_;  // of the window's children
+    SideViews sides_;
     ViewReadout* readout_; // of the view's children
     BodyNames* names_;     // of the view's children
     DisplayKeys display_;

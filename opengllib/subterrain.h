@@ -121,6 +121,8 @@ public:
     // loaded.
     bool getElevation(float x, float y, float& z) const;
 
+    const sorvane::TilePlacement& placement() const { return placement_; }
+
     // World box between minZ and maxZ.
     using Bounds = sorvane::TileBounds;
     const Bounds& bounds();

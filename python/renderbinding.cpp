@@ -80,10 +80,10 @@ Pictures draw(const RenderRequest& request, const std::vector<double>& times) {
     }
     RenderPlan plan = planRendering(request, scene.endSeconds()).plan;
     if (request.isOverview)
-        plan.camera = scene.overview();
+        plan.cameras = {scene.overview()};
     for (const double time : times) {
         plan.scene.time = time;
-        const QImage picture = scene.draw(plan.scene, plan.camera);
+        const QImage picture = scene.draw(plan.scene, plan.cameras);
         if (picture.isNull())
             throw FileError("the scene could not be drawn", file);
         append(picture, pictures.pixels);

@@ -66,17 +66,25 @@ Outcome<RunAnswer> RunAsking::answer(const Asked& asked) {
 
 void RunAsking::work(const std::stop_token& stop) {
     while (const std::optional<Asked> asked = next(stop)) {
-        // Shared, since what is queued has to be copied.
-        const auto answered = std::make_shared<Outcome<RunAnswer>>(answer(*asked));
+        Outcome<RunAnswer> found = answer(*asked);
+        {
+            const std::scoped_lock lock(mutex_);
+            given_.emplace(std::move(found), asked->number);
+        }
         QMetaObject::invokeMethod(
-            this,
-            [this, answered, number = asked->number] {
-                if (number != number_)
-                    return;
-                isAsking_ = false;
-                answered_(std::move(*answered));
-            },
-            Qt::QueuedConnection);
+            this, [this] { take(); }, Qt::QueuedConnection);
     }
+}
+
+void RunAsking::take() {
+    std::optional<Given> given;
+    {
+        const std::scoped_lock lock(mutex_);
+        given = std::exchange(given_, std::nullopt);
+    }
+    if (!given || given->second != number_)
+        return;
+    isAsking_ = false;
+    answered_(std::move(given->first));
 }
 } // namespace sorvane

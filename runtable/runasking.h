@@ -8,6 +8,7 @@
 #include <stop_token>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include <QObject>
 
@@ -36,7 +37,10 @@ private:
         int number = 0;
     };
 
+    using Given = std::pair<Outcome<RunAnswer>, int>; // an answer and the number of its question
+
     void work(const std::stop_token& stop);
+    void take();
     std::optional<Asked> next(const std::stop_token& stop);
     Outcome<RunAnswer> answer(const Asked& asked);
     void interrupt();
@@ -44,11 +48,12 @@ private:
     Answered answered_;
     bool isAsking_ = false;
     int number_ = 0;   // of the last question
-    std::mutex mutex_; // over the four below
+    std::mutex mutex_; // over the five below
     std::condition_variable_any isAsked_;
     std::optional<Asked> waiting_;
     const RunQuery* running_ = nullptr; // null between two questions
     bool isForgotten_ = false;
+    std::optional<Given> given_;
     std::optional<RunQuery> query_; // of the thread, as its name
     std::string opened_;
     std::jthread thread_; // ends before what it uses

@@ -2,11 +2,13 @@
 #include "aircraftwidget.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QMouseEvent>
 #include <QOpenGLContext>
 #include <QWheelEvent>
 
+#include "cameramoves.h"
 #include "camerasubject.h"
 #include "etxyz.h"
 #include "glentrypoints.h"
@@ -21,10 +23,6 @@ namespace {
 void takeHidden(std::vector<SceneEngagement>& engagements) {
     for (SceneEngagement& shown : engagements)
         shown.isHidden = isEngagementHidden(*shown.engagement);
-}
-
-ViewPoint viewPoint(const QPointF& position) {
-    return {position.x(), position.y()};
 }
 
 // Runs an event handler's work. Nothing that it throws leaves the handler: the text is formed and discarded, on
@@ -49,6 +47,7 @@ AircraftWidget::AircraftWidget(QWidget* parent) : QOpenGLWidget(parent) {
 
 AircraftWidget::~AircraftWidget() {
     makeCurrent();
+    scaled_.reset();
     scene_.reset();
     doneCurrent();
 }
@@ -108,6 +107,7 @@ void AircraftWidget::removeEtxyz(EngagementId id) {
 }
 
 void AircraftWidget::forget(EngagementId id) {
+    emit forgotten(id);
     makeCurrent();
     if (scene_ != nullptr)
         scene_->forget(id);
@@ -123,6 +123,7 @@ void AircraftWidget::endEtxyz(std::unique_ptr<etxyz> engagement) {
 void AircraftWidget::withContext(const std::function<void()>& use) {
     makeCurrent();
     use();
+    resizeGL(width_, height_);
     doneCurrent();
 }
 
@@ -175,6 +176,41 @@ void AircraftWidget::setSamples(int samples) {
     update();
 }
 
+void AircraftWidget::setScale(const PictureScale& scale) {
+    scale_ = scale;
+    update();
+}
+
+void AircraftWidget::setCentimetresPerUnit(double centimetres) {
+    centimetresPerUnit_ = centimetres;
+    update();
+}
+
+ScaledRequest AircraftWidget::scaledRequest() const {
+    const double ratio = devicePixelRatio();
+    return {
+        .scale = scale_,
+        .fieldOfViewDegrees = fieldOfViewDegrees(engagements_),
+        .width = std::max(static_cast<int>(std::lround(width_ * ratio)), 1),
+        .height = std::max(static_cast<int>(std::lround(height_ * ratio)), 1),
+        .followed = followed(),
+        .centimetresPerUnit = centimetresPerUnit_};
+}
+
+std::optional<PointedRadiance> AircraftWidget::radianceAt(const QPointF& place) {
+    if (!isGlewInitialised_ || scene_ == nullptr)
+        return std::nullopt;
+    std::optional<PointedRadiance> pointed;
+    const QPointF pixel = place * devicePixelRatio();
+    takeHidden(engagements_);
+    withContext([&] {
+        pointed = scaled_->at(
+            static_cast<int>(std::floor(pixel.x())), static_cast<int>(std::floor(pixel.y())), engagements_, camera_,
+            sceneOptions(), scaledRequest());
+    });
+    return pointed;
+}
+
 int AircraftWidget::samples() const {
     const int wanted = askedSamples_.value_or(defaultSamples_);
     return sampleChoices_.empty() ? wanted : std::min(wanted, sampleChoices_.back());
@@ -219,13 +255,14 @@ void AircraftWidget::paintGL() {
     if (isSuspended_ || !isValid() || scene_ == nullptr)
         return clearFrame();
     takeHidden(engagements_);
-    const SceneOptions options = optionsFromForm();
-    scene_->draw(engagements_, camera_, options);
+    const SceneOptions options = sceneOptions();
+    scaled_->paint(*scene_, engagements_, camera_, options, scaledRequest());
     const auto isLoaded = [](const Terrain* terrain) {
         return terrain->isLoaded();
     };
     if (!options.loadsTerrain && !std::ranges::all_of(Scene::shownTerrains(engagements_, options), isLoaded))
         emit terrainWanted();
+    emit painted();
 }
 
 TerrainProgress AircraftWidget::loadTerrain(std::chrono::milliseconds time) {
@@ -234,7 +271,7 @@ TerrainProgress AircraftWidget::loadTerrain(std::chrono::milliseconds time) {
     const auto until = std::chrono::steady_clock::now() + time;
     TerrainProgress progress;
     takeHidden(engagements_);
-    withContext([&] { progress = terrainLoading_.goOn(Scene::shownTerrains(engagements_, optionsFromForm()), until); });
+    withContext([&] { progress = terrainLoading_.goOn(Scene::shownTerrains(engagements_, sceneOptions()), until); });
     return progress;
 }
 
@@ -243,7 +280,7 @@ void AircraftWidget::loadAllTerrain() {
         return;
     takeHidden(engagements_);
     withContext([&] {
-        for (Terrain* const terrain : Scene::shownTerrains(engagements_, optionsFromForm()))
+        for (Terrain* const terrain : Scene::shownTerrains(engagements_, sceneOptions()))
             terrain->loadAll();
     });
 }
@@ -270,65 +307,51 @@ void AircraftWidget::resizeEvent(QResizeEvent* event) {
 }
 
 void AircraftWidget::mousePressEvent(QMouseEvent* event) {
-    guarded([&] { camera_.press(viewPoint(event->position())); });
+    guarded([&] { pressCamera(camera_, *event); });
 }
 
 void AircraftWidget::mouseMoveEvent(QMouseEvent* event) {
-    guarded([&] {
-        if (event->buttons().testFlag(Qt::RightButton))
-            moveCamera([&] { camera_.dragPan(viewPoint(event->position())); });
-        else if (event->buttons().testFlag(Qt::LeftButton))
-            moveCamera([&] { camera_.dragRotate(viewPoint(event->position())); });
-    });
+    guarded([&] { updateIf(dragCamera(camera_, *event)); });
 }
 
 void AircraftWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     guarded([&] {
         // A drag may go on from here.
         reset();
-        camera_.press(viewPoint(event->position()));
+        pressCamera(camera_, *event);
     });
 }
 
 void AircraftWidget::wheelEvent(QWheelEvent* event) {
-    guarded([&] { moveCamera([&] { camera_.zoom(event->angleDelta().y()); }); });
+    guarded([&] { updateIf(zoomCamera(camera_, *event)); });
 }
 
-template <class Move> void AircraftWidget::moveCamera(const Move& move) {
-    if (camera_.mode() == ViewGyro)
+void AircraftWidget::updateIf(bool hasMoved) {
+    if (!hasMoved)
         return;
-    move();
     update();
     emit cameraMoved();
 }
 
 void AircraftWidget::turn(double right, double down) {
-    moveCamera([&] {
-        camera_.press({});
-        camera_.dragRotate({right, down});
-    });
+    updateIf(turnCamera(camera_, right, down));
 }
 
 void AircraftWidget::slide(double right, double down) {
-    moveCamera([&] {
-        camera_.press({});
-        camera_.dragPan({right, down});
-    });
+    updateIf(slideCamera(camera_, right, down));
 }
 
 void AircraftWidget::zoom(double notches) {
-    constexpr double kDeltaOfNotch = 120.0;
-    moveCamera([&] { camera_.zoom(notches * kDeltaOfNotch); });
+    updateIf(zoomCamera(camera_, notches));
 }
 
 void AircraftWidget::showAll() {
     const etxyz* const selected = selectedEngagement(engagements_);
-    if (selected == nullptr)
+    if (selected == nullptr || viewMode() == ViewGyro)
         return;
-    moveCamera([&] {
-        const Viewpoint over = overviewOf(*selected, fieldOfViewDegrees(engagements_), width_, height_);
-        camera_.place(over.eye, over.centre);
-    });
+    const Viewpoint over = overviewOf(*selected, fieldOfViewDegrees(engagements_), width_, height_);
+    camera_.place(over.eye, over.centre);
+    updateIf(true);
 }
 
 bool AircraftWidget::isAllBeyondSight() const {
@@ -345,12 +368,17 @@ void AircraftWidget::takeSizeFromGeometry() {
     height_ = std::max(geometry().height(), 1);
 }
 
+const std::vector<SceneEngagement>& AircraftWidget::engagements() {
+    takeHidden(engagements_);
+    return engagements_;
+}
+
 std::optional<EngagementId> AircraftWidget::followed() const {
     const auto found = std::ranges::find(engagements_, selectedEngagement(engagements_), &SceneEngagement::engagement);
     return found == engagements_.end() ? std::nullopt : std::optional(found->id);
 }
 
-SceneOptions AircraftWidget::optionsFromForm() const {
+SceneOptions AircraftWidget::sceneOptions() const {
     SceneOptions options;
     options.time = currentTime_;
     options.lineStyles = lineStyles_;

@@ -12,6 +12,7 @@
 
 #include "bodylabels.h"
 #include "camera.h"
+#include "scaledframe.h"
 #include "scene.h"
 #include "terrainloading.h"
 #include "viewmode.h"
@@ -69,7 +70,10 @@ public:
 
     // Initialises the bodies of an engagement added after the first frame; before it, the first frame does.
     void initHardbodiesIfReady(etxyz& engagement);
-    // Calls `use` with the GL context current, for what loads or ends bodies and terrain.
+    // Whether it can draw and has: bodies are loaded only then.
+    bool hasDrawn() const { return isGlewInitialised_; }
+    // Calls `use` with the GL context current, for what loads or ends bodies and terrain or draws elsewhere. The
+    // projection is the widget's again afterwards.
     void withContext(const std::function<void()>& use);
 
     // Whether the view draws terrain only when loadTerrain has loaded it, and not as soon as it is shown. Off at start.
@@ -97,8 +101,25 @@ public:
     // What can be chosen; nothing before the first frame.
     const std::vector<int>& sampleChoices() const { return sampleChoices_; }
 
+    // What the picture's colours mean in radiance: at start what they always have.
+    void setScale(const sorvane::PictureScale& scale);
+    const sorvane::PictureScale& scale() const { return scale_; }
+    // Of the frame on show.
+    const sorvane::ScaleEnds& scaleEnds() const { return scaled_->ends(); }
+    // How long the trajectories' unit of length is, for the radiance of flares. At start a metre.
+    void setCentimetresPerUnit(double centimetres);
+    double centimetresPerUnit() const { return centimetresPerUnit_; }
+    // What shows at a place of the view in logical pixels; nothing before the first frame.
+    std::optional<sorvane::PointedRadiance> radianceAt(const QPointF& place);
+
     // The names of the bodies on show, and where they are.
     std::vector<sorvane::BodyLabel> bodyLabels(const sorvane::EngagementName& nameOf) const;
+
+    // What the next frame would show: the engagements as they are hidden now, which of them the camera follows, and how
+    // they are drawn.
+    const std::vector<sorvane::SceneEngagement>& engagements();
+    std::optional<sorvane::EngagementId> followed() const;
+    sorvane::SceneOptions sceneOptions() const;
 
     const sorvane::Camera& camera() const { return camera_; }
     double currentTime() const { return currentTime_; }
@@ -108,6 +129,10 @@ public:
     int heightForWidth(int w) const override { return w; }
 
 signals:
+    // A frame has been drawn.
+    void painted();
+    // An engagement is drawn no more, or has other samples.
+    void forgotten(sorvane::EngagementId id);
     // The user has moved it, not playback.
     void cameraMoved();
     // A frame has left terrain out that is not loaded.
@@ -126,15 +151,13 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    // Runs what moves the camera, unless the view is the seeker's.
-    template <class Move> void moveCamera(const Move& move);
+    void updateIf(bool hasMoved);
     void repaintOnChecks();
     bool hasCurrentContext() const;
     void takeSizeFromGeometry();
     void startDrawing();
     void forget(sorvane::EngagementId id);
-    std::optional<sorvane::EngagementId> followed() const;
-    sorvane::SceneOptions optionsFromForm() const;
+    sorvane::ScaledRequest scaledRequest() const;
 
     float initA_ = 0.0F;
     float initB_ = 0.0F;
@@ -154,5 +177,8 @@ private:
     std::vector<int> sampleChoices_;
     bool isSuspended_ = false; // while set, a frame is cleared and nothing drawn; nothing sets it
     bool isGlewInitialised_ = false;
+    sorvane::PictureScale scale_;
+    double centimetresPerUnit_ = sorvane::kCentimetresPerMetre;
+    std::unique_ptr<sorvane::ScaledFrame> scaled_ = std::make_unique<sorvane::ScaledFrame>(); // ended like the scene
     std::unique_ptr<sorvane::Scene> scene_; // made with the GL context current and ended so
 };

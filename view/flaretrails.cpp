@@ -2,6 +2,7 @@
 #include "flaretrails.h"
 
 #include <algorithm>
+#include <span>
 #include <unordered_map>
 #include <utility>
 
@@ -39,7 +40,13 @@ std::vector<std::vector<Sighting>> sightingsById(const QMap<double, keyframe>& k
 
 FlarePaths flarePaths(const QMap<double, keyframe>& keyframes, const Vertex& origin) {
     FlarePaths paths;
-    for (const std::vector<Sighting>& sightings : sightingsById(keyframes, origin)) {
+    const std::vector<std::vector<Sighting>> flares = sightingsById(keyframes, origin);
+    std::size_t count = 0;
+    for (const std::vector<Sighting>& sightings : flares)
+        count += sightings.size();
+    paths.vertices.reserve(count + count / 8); // for coarse lines, too
+    paths.samples.reserve(count);
+    for (const std::vector<Sighting>& sightings : flares) {
         if (sightings.size() < 2)
             continue;
         paths.strips.push_back({paths.vertices.size(), sightings.size()});
@@ -53,24 +60,30 @@ FlarePaths flarePaths(const QMap<double, keyframe>& keyframes, const Vertex& ori
 
 FlareTrails::FlareTrails(const QMap<double, keyframe>& keyframes, const Vertex& origin) {
     FlarePaths paths = flarePaths(keyframes, origin);
-    samples_ = std::move(paths.samples);
-    strips_ = std::move(paths.strips);
-    chunks_.reserve(strips_.size());
+    trails_.reserve(paths.strips.size());
     const double tolerance = coarseTolerance(boxOf(paths.vertices));
-    for (const FlarePaths::Strip& strip : strips_)
-        chunks_.emplace_back(paths.vertices, strip.first, strip.count, tolerance);
+    for (const auto& [first, count] : paths.strips) {
+        const auto samples = std::span(paths.samples).subspan(first, count);
+        const bool areAll = samples.back() - samples.front() + 1 == count;
+        trails_.push_back(
+            {count,
+             samples.front(),
+             areAll ? std::vector<std::uint32_t>() : std::vector(samples.begin(), samples.end()),
+             {paths.vertices, first, count, tolerance}});
+    }
     buffer_.assign(std::move(paths.vertices));
+}
+
+std::size_t FlareTrails::Trail::countAt(std::size_t sampleCount) const {
+    if (!samples.empty())
+        return static_cast<std::size_t>(std::ranges::lower_bound(samples, sampleCount) - samples.begin());
+    return sampleCount > firstSample ? std::min(sampleCount - firstSample, count) : 0;
 }
 
 void FlareTrails::draw(std::size_t sampleCount, const LineSight* lineSight) {
     runs_.clear();
-    for (std::size_t i = 0; i < strips_.size(); ++i) {
-        const FlarePaths::Strip& strip = strips_[i];
-        const auto begin = samples_.begin() + static_cast<std::ptrdiff_t>(strip.first);
-        const auto end = begin + static_cast<std::ptrdiff_t>(strip.count);
-        const auto count = std::lower_bound(begin, end, sampleCount) - begin;
-        chunks_[i].addRuns(static_cast<std::size_t>(count), lineSight, runs_);
-    }
+    for (const Trail& trail : trails_)
+        trail.chunks.addRuns(trail.countAt(sampleCount), lineSight, runs_);
     buffer_.drawRuns(GL_LINE_STRIP, runs_.firsts, runs_.counts);
 }
 } // namespace sorvane

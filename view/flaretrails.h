@@ -35,9 +35,17 @@ public:
     void draw(std::size_t sampleCount, const LineSight* lineSight = nullptr);
 
 private:
-    std::vector<std::uint32_t> samples_;
-    std::vector<FlarePaths::Strip> strips_;
-    std::vector<LineChunks> chunks_; // by strip
+    struct Trail {
+        // How many vertices the first `sampleCount` samples have given.
+        std::size_t countAt(std::size_t sampleCount) const;
+
+        std::size_t count = 0;
+        std::size_t firstSample = 0;
+        std::vector<std::uint32_t> samples; // none when each sample from the first one on has given one
+        LineChunks chunks;
+    };
+
+    std::vector<Trail> trails_;
     VertexBuffer buffer_;
     VertexRuns runs_; // of the current frame; a member so that drawing allocates nothing
 };

@@ -13,16 +13,19 @@ QImage grabFrame(QOpenGLWidget& widget) {
     if (picture.isNull())
         return picture;
     picture.setDevicePixelRatio(1.0);
-    // Blending leaves alpha below 1 in the framebuffer; the colours are already what the screen shows, so the alpha is
-    // dropped and not divided out.
-    if (picture.reinterpretAsFormat(QImage::Format_RGB32))
-        for (int y = 0; y < picture.height(); ++y) {
-            auto* const row = reinterpret_cast<QRgb*>(picture.scanLine(y));
-            for (int x = 0; x < picture.width(); ++x)
-                row[x] |= 0xFF000000U;
-        }
+    dropAlpha(picture);
     if (picture.size() != widget.size())
         picture = picture.scaled(widget.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     return picture.convertToFormat(QImage::Format_RGB32);
+}
+
+void dropAlpha(QImage& picture) {
+    if (!picture.reinterpretAsFormat(QImage::Format_RGB32))
+        return picture.convertTo(QImage::Format_RGB32);
+    for (int y = 0; y < picture.height(); ++y) {
+        auto* const row = reinterpret_cast<QRgb*>(picture.scanLine(y));
+        for (int x = 0; x < picture.width(); ++x)
+            row[x] |= 0xFF000000U;
+    }
 }
 } // namespace sorvane

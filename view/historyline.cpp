@@ -16,7 +16,7 @@ HistoryPath
 historyPath(const QMap<double, keyframe>& keyframes, PathOf body, bool withDropLines, const Vertex& origin) {
     HistoryPath path;
     const auto count = static_cast<std::size_t>(keyframes.size());
-    path.vertices.reserve(count);
+    path.vertices.reserve(count + count / 8); // for drop lines and coarse lines, too
     std::size_t number = 0;
     double previousPhase = 0.0;
     for (auto sample = keyframes.cbegin(); sample != keyframes.cend(); ++sample) {

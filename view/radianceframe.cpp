@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 #include "bodies.h"
+#include "flareshape.h"
 #include "glapi.h"
 #include "glstate.h"
 #include "matrix.h"
@@ -15,12 +15,6 @@
 
 namespace sorvane {
 namespace {
-// Samples of a pixel to a side where nothing is small.
-constexpr int kSamplesOfPixel = 4;
-// Samples to a side of the box about a body, of which an edge that lies between two rows of them costs a part in 1024,
-// and about a flare, whose outline crosses them.
-constexpr int kSamplesOfBody = 1024;
-constexpr int kSamplesOfFlare = 256;
 constexpr int kMostSamples = 4096;
 // Of the framebuffer in which the rest of the picture is drawn, part by part.
 constexpr int kLargestPart = 2048;
@@ -38,41 +32,6 @@ std::array<double, 9> rotationBetween(const LookAt& from, const LookAt& to) {
                 product[static_cast<std::size_t>(place)] +=
                     static_cast<double>(to.rotation()(row, axis)) * static_cast<double>(from.rotation()(column, axis));
     return product;
-}
-
-// The half axes of the ellipsoid as which a flare is drawn; one without a size is a sphere that is small in any
-// picture.
-std::array<float, 3> halfAxesOf(const flareKeyframe& flare, double distance) {
-    constexpr double kSmall = 1e-6; // of the distance
-    constexpr float kFlat = 1e-3F;  // of the largest half axis
-    std::array<float, 3> halfAxes{};
-    std::ranges::transform(flare.intensity, halfAxes.begin(), [](float axis) { return std::abs(axis); });
-    const float largest = std::ranges::max(halfAxes);
-    if (!(largest > 0.0F) || !std::isfinite(largest))
-        halfAxes.fill(static_cast<float>(kSmall * distance));
-    else
-        for (float& axis : halfAxes)
-            axis = std::max(axis, kFlat * largest);
-    return halfAxes;
-}
-
-Matrix<float> modelOf(const flareKeyframe& flare, const std::array<float, 3>& halfAxes) {
-    return BuildTransform(
-        halfAxes[0], halfAxes[1], halfAxes[2], flare.values[0], flare.values[1], flare.values[2], 0.0F, 0.0F, 0.0F);
-}
-
-// The area of an ellipsoid's outline from far away: for half axes a, b, c and a unit direction (u, v, w) along them
-// π sqrt((b c u)² + (a c v)² + (a b w)²). After Vickers, "The projected areas of ellipsoids and cylinders", 1996.
-double projectedArea(const flareKeyframe& flare, const std::array<float, 3>& halfAxes, const std::array<double, 3>& d) {
-    const Matrix<float> turn = modelOf(flare, {1.0F, 1.0F, 1.0F});
-    double squares = 0.0;
-    for (int axis = 0; axis < 3; ++axis) {
-        const auto number = static_cast<std::size_t>(axis);
-        const double along = turn(0, axis) * d[0] + turn(1, axis) * d[1] + turn(2, axis) * d[2];
-        const double others = double{halfAxes[(number + 1) % 3]} * double{halfAxes[(number + 2) % 3]};
-        squares += along * along * others * others;
-    }
-    return std::numbers::pi * std::sqrt(squares / (d[0] * d[0] + d[1] * d[1] + d[2] * d[2]));
 }
 
 std::array<double, 3> fromEye(const LookAt& lookAt, const float (&position)[3]) {
@@ -136,6 +95,17 @@ std::optional<RadiancePicture> RadianceFrame::draw(
     return RadiancePicture{request.width, request.height, sums.over(rest)};
 }
 
+std::optional<float> RadianceFrame::sample(
+    const std::vector<SceneEngagement>& engagements, const Camera& camera, const RadianceRequest& request,
+    const TangentBox& box) {
+    const RadianceDrawing drawing(request.background);
+    request_ = request;
+    collect(engagements, camera, request.time);
+    if (!drawBox(LookAt(camera), box, 1, 1, kNone))
+        return std::nullopt;
+    return buffer_.read().front();
+}
+
 void RadianceFrame::collect(const std::vector<SceneEngagement>& engagements, const Camera& camera, double time) {
     states_.clear();
     subjects_.clear();
@@ -145,9 +115,10 @@ void RadianceFrame::collect(const std::vector<SceneEngagement>& engagements, con
         etxyz& engagement = *shown.engagement;
         if (shown.isHidden)
             continue;
+        const bool hasBodies = request_.bodiesOf.value_or(shown.id) == shown.id;
         if (engagement.areHardbodiesInitialized() && request_.showTerrain)
             grounds_.push_back(&shown);
-        if (engagement.keyframes.isEmpty())
+        if (engagement.keyframes.isEmpty() || !hasBodies)
             continue;
         const keyframe& state = states_.emplace_back(engagement.InterpolatedFrame(time));
         const auto addBody = [&](Hardbody* body, const float(&position)[3], const float(&attitude)[3]) {
@@ -158,6 +129,8 @@ void RadianceFrame::collect(const std::vector<SceneEngagement>& engagements, con
         if (camera.mode() != ViewGyro) // the eye sits in the threat
             addBody(engagement.threat.get(), state.threatPos, state.threatAtt);
         for (const flareKeyframe& flare : state.flares) {
+            if (!request_.showFlares)
+                break;
             const auto [x, y, z] = fromEye(lookAt, flare.pos);
             const double distance = std::hypot(x, y, z);
             if (distance > 0.0 && flare.scalar != 0.0F && std::isfinite(distance) && std::isfinite(flare.scalar))
@@ -193,7 +166,7 @@ std::vector<std::array<double, 3>> RadianceFrame::outlineOf(const Subject& subje
 
 // Nothing for what is as fine as need be in the picture, out of it, or about the eye.
 std::optional<RadianceFrame::FineBox>
-RadianceFrame::fineBoxOf(const Subject& subject, const LookAt& lookAt, const PixelPlane& plane) {
+RadianceFrame::fineBoxOf(const Subject& subject, const LookAt& lookAt, const PixelPlane& plane) const {
     if (!std::isfinite(subject.radius))
         return std::nullopt;
     const std::vector<std::array<double, 3>> outline = outlineOf(subject, lookAt);
@@ -235,9 +208,9 @@ RadianceFrame::fineBoxOf(const Subject& subject, const LookAt& lookAt, const Pix
     if (std::max({-box.left, box.right, -box.bottom, box.top}) > kLargestTangent)
         return std::nullopt;
 
-    const int wanted = subject.body != nullptr ? kSamplesOfBody : kSamplesOfFlare;
+    const int wanted = subject.body != nullptr ? request_.fineness.body : request_.fineness.flare;
     const auto samplesOf = [&](double extent) {
-        return std::min(kSamplesOfPixel * extent / plane.pitch(), double{kMostSamples});
+        return std::min(request_.fineness.pixel * extent / plane.pitch(), double{kMostSamples});
     };
     const double across = samplesOf(box.right - box.left);
     const double upwards = samplesOf(box.top - box.bottom);
@@ -274,7 +247,7 @@ bool RadianceFrame::drawBox(const LookAt& lookAt, const TangentBox& box, int col
     const Sight sight(lookAt, WindowTransform());
     depth_.draw([&](const DepthSlice& slice) {
         lookAt.loadWorld();
-        SliceOfTerrains terrains(lookAt, sight, slice, true, 1.0F);
+        SliceOfTerrains terrains(lookAt, sight, slice, request_.loadsTerrain, 1.0F);
         for (const SceneEngagement* const ground : grounds_)
             terrains.draw(*ground->engagement);
         drawSubjects(lookAt, sight, slice, finestBox);
@@ -301,6 +274,10 @@ void RadianceFrame::drawSubject(const Subject& subject, const LookAt& lookAt) co
             atmosphere == nullptr ? Vector<float>() : sunDirectionInEye(*atmosphere, lookAt.rotation().data());
         BodyLight light = subject.body->light();
         light.brightness = 1.0F;
+        if (!request_.light.hasSun)
+            light.solarBeam = 0.0F;
+        if (!request_.light.hasSkyAndEarth)
+            light.skyRadiance = light.earthRadiance = 0.0F;
         drawBody(*subject.body, {*subject.position, *subject.attitude}, lookAt, sun, request_.time, light);
         return;
     }
@@ -317,31 +294,30 @@ void RadianceFrame::drawSubject(const Subject& subject, const LookAt& lookAt) co
 
 // What has no box, each pixel the mean of its samples.
 bool RadianceFrame::drawRest(const LookAt& lookAt, const PixelPlane& plane, std::vector<float>& rest) {
-    constexpr int kPixels = kLargestPart / kSamplesOfPixel;
-    for (int firstRow = 0; firstRow < plane.height(); firstRow += kPixels)
-        for (int firstColumn = 0; firstColumn < plane.width(); firstColumn += kPixels) {
-            const int columns = std::min(kPixels, plane.width() - firstColumn);
-            const int rows = std::min(kPixels, plane.height() - firstRow);
+    const int side = request_.fineness.pixel;
+    const int pixels = kLargestPart / side;
+    for (int firstRow = 0; firstRow < plane.height(); firstRow += pixels)
+        for (int firstColumn = 0; firstColumn < plane.width(); firstColumn += pixels) {
+            const int columns = std::min(pixels, plane.width() - firstColumn);
+            const int rows = std::min(pixels, plane.height() - firstRow);
             const TangentBox first = plane.boxOf(firstColumn, firstRow);
             const TangentBox last = plane.boxOf(firstColumn + columns - 1, firstRow + rows - 1);
-            const int samples = columns * kSamplesOfPixel;
-            if (!drawBox(
-                    lookAt, {first.left, last.right, last.bottom, first.top}, samples, rows * kSamplesOfPixel, kNone))
+            const int samples = columns * side;
+            if (!drawBox(lookAt, {first.left, last.right, last.bottom, first.top}, samples, rows * side, kNone))
                 return false;
             const std::vector<float> values = buffer_.read();
             for (int row = 0; row < rows; ++row)
                 for (int column = 0; column < columns; ++column) {
                     double sum = 0.0;
-                    for (int j = 0; j < kSamplesOfPixel; ++j)
-                        for (int i = 0; i < kSamplesOfPixel; ++i)
+                    for (int j = 0; j < side; ++j)
+                        for (int i = 0; i < side; ++i)
                             sum += values
-                                [static_cast<std::size_t>((rows - 1 - row) * kSamplesOfPixel + j) *
+                                [static_cast<std::size_t>((rows - 1 - row) * side + j) *
                                      static_cast<std::size_t>(samples) +
-                                 static_cast<std::size_t>(column * kSamplesOfPixel + i)];
+                                 static_cast<std::size_t>(column * side + i)];
                     rest
                         [static_cast<std::size_t>(firstRow + row) * static_cast<std::size_t>(plane.width()) +
-                         static_cast<std::size_t>(firstColumn + column)] =
-                            static_cast<float>(sum / (kSamplesOfPixel * kSamplesOfPixel));
+                         static_cast<std::size_t>(firstColumn + column)] = static_cast<float>(sum / (side * side));
                 }
         }
     return true;

@@ -19,15 +19,35 @@ namespace sorvane {
 inline constexpr double kCentimetresPerMetre = 100.0;
 inline constexpr double kCentimetresPerFoot = 30.48;
 
+// How finely a frame is sampled. By default sums over a picture are right to a part in a thousand.
+struct RadianceFineness {
+    int pixel = 4; // samples of a pixel to a side where nothing is small
+    // Samples to a side of the box about a body, of which an edge that lies between two rows of them costs a part in
+    // 1024, and about a flare, whose outline crosses them. With 0 there is no box.
+    int body = 1024;
+    int flare = 256;
+};
+
+// What lights the bodies.
+struct RadianceLight {
+    bool hasSun = true;
+    bool hasSkyAndEarth = true;
+};
+
 struct RadianceRequest {
     double fieldOfViewDegrees = 30.0; // vertical
     int width = 0;                    // pixels
     int height = 0;
     double time = 0.0; // seconds
     bool showTerrain = false;
-    float background = 0.0F; // W/cm²/sr, where nothing is
+    bool loadsTerrain = true; // before it is drawn; without, terrain that is not loaded is left out
+    float background = 0.0F;  // W/cm²/sr, where nothing is
     // Of the trajectories' unit of length, of which only the flares depend.
     double centimetresPerUnit = kCentimetresPerMetre;
+    RadianceFineness fineness{};
+    RadianceLight light{};
+    bool showFlares = true;
+    std::optional<EngagementId> bodiesOf{}; // without one of all
 };
 
 struct RadiancePicture {
@@ -46,6 +66,11 @@ public:
     // Nothing when the context has no framebuffers of floats. Terrain that is not loaded loads. GL state stays.
     std::optional<RadiancePicture>
     draw(const std::vector<SceneEngagement>& engagements, const Camera& camera, const RadianceRequest& request);
+
+    // What reaches the eye along the middle of a part of the picture, W/cm²/sr.
+    std::optional<float> sample(
+        const std::vector<SceneEngagement>& engagements, const Camera& camera, const RadianceRequest& request,
+        const TangentBox& box);
 
 private:
     // A body or a flare of the frame.
@@ -68,7 +93,7 @@ private:
 
     void collect(const std::vector<SceneEngagement>& engagements, const Camera& camera, double time);
     static std::vector<std::array<double, 3>> outlineOf(const Subject& subject, const LookAt& lookAt);
-    static std::optional<FineBox> fineBoxOf(const Subject& subject, const LookAt& lookAt, const PixelPlane& plane);
+    std::optional<FineBox> fineBoxOf(const Subject& subject, const LookAt& lookAt, const PixelPlane& plane) const;
     std::vector<FineBox> fineBoxes(const LookAt& lookAt, const PixelPlane& plane);
     bool drawBox(const LookAt& lookAt, const TangentBox& box, int columns, int rows, std::size_t finestBox);
     void drawSubjects(const LookAt& lookAt, const Sight& sight, const DepthSlice& slice, std::size_t finestBox);

@@ -34,6 +34,23 @@ float wideLine(const SceneOptions& options) {
     return kWideLine * static_cast<float>(options.pixelRatio);
 }
 
+// While it lives, what is drawn has no colours if so asked, and hides all the same.
+class ColoursOff {
+public:
+    explicit ColoursOff(bool isOff) : isOff_(isOff) { set(GL_FALSE); }
+    ~ColoursOff() { set(GL_TRUE); }
+    ColoursOff(const ColoursOff&) = delete;
+    ColoursOff& operator=(const ColoursOff&) = delete;
+
+private:
+    void set(GLboolean isOn) const {
+        if (isOff_)
+            glColorMask(isOn, isOn, isOn, isOn);
+    }
+
+    bool isOff_;
+};
+
 bool isGhost(const SceneEngagement& shown, const SceneOptions& options) {
     return options.ghosts != nullptr && options.ghosts->contains(shown.id);
 }
@@ -126,8 +143,10 @@ void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, Sli
     const SceneOptions& options = frame.options;
     const LookAt& lookAt = frame.lookAt;
     // Before anything that is built from the samples: it may add one.
-    if (options.showTerrain && engagement.areHardbodiesInitialized())
+    if (options.showTerrain && engagement.areHardbodiesInitialized()) {
+        const ColoursOff off(options.areLinesAlone);
         parts.terrains.draw(engagement);
+    }
     if (engagement.keyframes.isEmpty())
         return;
 
@@ -136,6 +155,7 @@ void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, Sli
     const Vector<float> sunInEye =
         engagement.atm == nullptr ? Vector<float>() : sunDirectionInEye(*engagement.atm, lookAt.rotation().data());
     const auto drawBodyAt = [&](Hardbody* body, const BodyPose& pose) {
+        const ColoursOff off(options.areLinesAlone);
         if (engagement.areHardbodiesInitialized() && body != nullptr)
             parts.bodies.draw(*body, pose, sunInEye);
     };
@@ -143,7 +163,10 @@ void Scene::drawEngagement(const SceneEngagement& shown, const Frame& frame, Sli
 
     const Paths paths{engagement, linesOf(shown.id, engagement.keyframes), engagement.sampleCountAt(options.time)};
     drawPath(paths, PathOf::Target, frame, slice);
-    drawFlares(state.flares, lookAt, {frame.window, frame.sight}, slice, {options.pixelRatio, options.samples > 0});
+    {
+        const ColoursOff off(options.areLinesAlone);
+        drawFlares(state.flares, lookAt, {frame.window, frame.sight}, slice, {options.pixelRatio, options.samples > 0});
+    }
     drawTrails(paths, frame, slice);
 
     if (camera.mode() == ViewGyro) {

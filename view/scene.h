@@ -40,6 +40,8 @@ struct SceneOptions {
     std::optional<EngagementId> reticleOf{};
     // Those that are drawn as ghosts and not as themselves; none without a set.
     std::shared_ptr<const GhostSet> ghosts{};
+    // Bodies, flares and terrain hide what lies behind them and have no colour of their own: that of the background.
+    bool areLinesAlone = false;
 
     bool operator==(const SceneOptions&) const = default;
 };

@@ -65,7 +65,7 @@ void VertexBuffer::bind() {
             const auto size = static_cast<GLsizeiptr>(vertices_.size() * sizeof(Vertex));
             glBufferData(GL_ARRAY_BUFFER, size, vertices_.data(), GL_STATIC_DRAW);
             isUploaded_ = true;
-            vertices_ = {};
+            vertices_ = std::vector<Vertex>(); // {} alone would keep the memory
         }
         start = nullptr;
     }

@@ -30,8 +30,10 @@ Vec3f unitOrZero(const Vec3f& v) {
 }
 } // namespace
 
-FacetShading::FacetShading(const SignatureBody& body, const SignatureLight& light) : body_(body), light_(light) {
-    toSun_ = {static_cast<float>(light.toSun.x), static_cast<float>(light.toSun.y), static_cast<float>(light.toSun.z)};
+FacetShading::FacetShading(const SignatureBody& body, const SignatureLight& light)
+    : body_(body), light_(light), toSun_{
+                                      static_cast<float>(light.toSun.x), static_cast<float>(light.toSun.y),
+                                      static_cast<float>(light.toSun.z)} {
     for (const SignatureBody::Facet& facet : body.facets()) {
         starts_.push_back(patches_.size());
         if (facet.surface < 0)

@@ -41,8 +41,8 @@ private:
     // A part of a facet; all of a facet's are equally large.
     struct Patch {
         Vec3f normal; // unit
-        SourceTerms sunTerms;
-        float cosSun;
+        SourceTerms sunTerms{};
+        float cosSun = 0.0F;
     };
     std::size_t divisionsOf(const SignatureBody::Facet& facet) const;
     Patch patchOf(const SignatureBody::Facet& facet, const Vec3f& normal) const;

@@ -17,6 +17,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
+#include <QPixmap>
 #include <QPushButton>
 #include <QSurfaceFormat>
 #include <QTemporaryDir>
@@ -28,6 +30,7 @@
 #include "fulldisk.h"
 #include "new_sorvane.h"
 #include "setpictures.h"
+#include "sideview.h"
 #include "surfaceformat.h"
 
 using namespace sorvane;
@@ -48,6 +51,7 @@ struct Shot {
     bool isBodySpoilt = false;
     bool hasReadout = false;
     bool isOfPlots = false; // of their window, without the viewer's
+    bool hasSideViews = false;
 };
 
 constexpr int kVeer = 2; // its number among the engagements
@@ -80,6 +84,8 @@ public:
             QTest::keyClick(view_, Qt::Key_H);
         if (shot.isOfPlots)
             return savePlots(QString::fromLatin1(shot.file));
+        if (shot.hasSideViews)
+            return saveSideViews(QString::fromLatin1(shot.file));
         const bool isSaved = save(window_, QString::fromLatin1(shot.file));
         if (shot.hasReadout)
             QTest::keyClick(view_, Qt::Key_H);
@@ -176,10 +182,38 @@ private:
         return isSaved;
     }
 
+    // The viewer with three further views in a column beside it.
+    bool saveSideViews(const QString& name) {
+        constexpr int kViews = 3;
+        constexpr int kGap = 6;
+        constexpr int kWidth = 400;
+        const int height = (window_.height() - (kViews - 1) * kGap) / kViews;
+        QPixmap picture(window_.width() + kGap + kWidth, window_.height());
+        picture.fill(Qt::white);
+        for (int i = 0; i < kViews; ++i)
+            QTest::keyClick(view_, Qt::Key_W);
+        QTest::qWait(200);
+        QPoint place(window_.width() + kGap, 0);
+        for (SideView* const side : window_.findChildren<SideView*>()) {
+            side->resize(kWidth, height);
+            QTest::qWait(300);
+            QPainter(&picture).drawPixmap(place, side->grab());
+            place.ry() += height + kGap;
+        }
+        QPainter(&picture).drawPixmap(0, 0, window_.grab());
+        for (SideView* const side : window_.findChildren<SideView*>())
+            side->close();
+        return save(picture, name);
+    }
+
     bool save(QWidget& window, const QString& name) {
         QTest::qWait(200); // lets the window settle
+        return save(window.grab(), name);
+    }
+
+    bool save(const QPixmap& picture, const QString& name) {
         const QString path = pictures_.filePath(name);
-        if (window.grab().save(path))
+        if (picture.save(path))
             return true;
         std::fprintf(stderr, "can't write %s\n", qPrintable(path));
         return false;
@@ -218,6 +252,15 @@ int main(int argc, char** argv) {
         {.file = "threat.png", .view = "View Threat", .seconds = 4.0, .right = -900, .down = 200, .notches = 6},
         {.file = "free-view.png", .view = "View Free", .seconds = 4.01}, // from where the last one was taken
         {.file = "overview.png", .view = "View Target", .seconds = 14.0, .isOverview = true},
+        {.file = "side-views.png",
+         .engagement = kVeer,
+         .view = "View Threat",
+         .seconds = 4.2,
+         .right = -900,
+         .down = 200,
+         .notches = -20,
+         .hasTerrain = true,
+         .hasSideViews = true},
         {.file = "terrain.png",
          .view = "View Target",
          .seconds = 9.0,

@@ -88,7 +88,7 @@ TEST_F(SignatureTest, ASphereOfFacetsRadiatesAlikeAllAround) {
         surface += 0.5 * length(cross(b - a, c - a));
     }
     const double disc = std::numbers::pi * radius * radius;
-    const SignatureMap map = signatureOf(load(facets), {}, SignatureGrid(5.0), 1.0);
+    const SignatureMap map = signatureOf(load(facets), {}, SignatureGrid(15.0), 1.0);
     const double tessellation = 1.0 - surface / (4.0 * disc);
     ASSERT_LT(tessellation, 0.01);
     for (const SignaturePoint& point : map.points) {

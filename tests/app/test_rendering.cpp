@@ -23,6 +23,12 @@ struct RenderingTest : WindowTest {
                                          << command.readAllStandardError().toStdString();
     }
 
+    void load() {
+        ASSERT_EQ(sorvane::makeDemonstration(demo.toStdString()), std::nullopt);
+        showWindow();
+        window.loadEtxyzFile(demo + "/ETXYZ.OUT.turn");
+    }
+
     // The command's picture of the first engagement at the size of the view.
     void render(const QString& path, const QStringList& options) {
         const QStringList arguments = {"render", demo + "/ETXYZ.OUT.turn",
@@ -33,9 +39,7 @@ struct RenderingTest : WindowTest {
 };
 
 TEST_F(RenderingTest, TheCommandDrawsWhatTheViewerShows) {
-    ASSERT_EQ(sorvane::makeDemonstration(demo.toStdString()), std::nullopt);
-    showWindow();
-    window.loadEtxyzFile(demo + "/ETXYZ.OUT.turn");
+    load();
     for (const auto& [key, name, seconds, hasTerrain, samples] : Rows<Qt::Key, const char*, double, bool, int>{
              {Qt::Key_1, "threat", 9.0, false, 0},
              {Qt::Key_2, "gyro", 8.2, false, 2},
@@ -63,5 +67,28 @@ TEST_F(RenderingTest, TheCommandDrawsWhatTheViewerShows) {
             QFile::remove(byCommand);
         }
     }
+}
+
+TEST_F(RenderingTest, TheCommandDrawsTheScalesOfTheViewer) {
+    load();
+    action("actionShow_Terrain")->setChecked(true);
+    box->setValue(9.0);
+    press(Qt::Key_5); // the command finds the overview's place by the same numbers
+    QTest::qWait(50);
+    const QString path = "command-scale.png";
+    for (const auto& [keys, option] : Rows<std::vector<QKeyCombination>, QString>{
+             {{Qt::Key_B}, ""}, // with its bar
+             {{Qt::SHIFT | Qt::Key_B, Qt::SHIFT | Qt::Key_B, Qt::SHIFT | Qt::Key_B}, "--palette inferno"},
+             {{Qt::Key_B}, "--scale auto --palette inferno"},
+             {{Qt::CTRL | Qt::Key_Down, Qt::SHIFT | Qt::Key_B}, "--scale %1"}}) {
+        for (const QKeyCombination& key : keys)
+            press(key.key(), key.keyboardModifiers());
+        const QImage shown = grabFrame(*view);
+        QStringList options = {"--view", "overview", "--at", "9", "--terrain", "--colour-bar"};
+        options << option.arg(view->scale().white, 0, 'g', 17).split(' ', Qt::SkipEmptyParts);
+        render(path, options);
+        EXPECT_TRUE(QImage(path).convertToFormat(QImage::Format_RGB32) == shown) << option.toStdString();
+    }
+    QFile::remove(path);
 }
 } // namespace

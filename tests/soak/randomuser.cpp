@@ -20,6 +20,7 @@
 
 #include "aircraftwidget.h"
 #include "new_sorvane.h"
+#include "sideview.h"
 
 using namespace sorvane;
 
@@ -59,10 +60,10 @@ void RandomUser::answerDialogs() {
 
 void RandomUser::act() {
     constexpr std::pair<int, void (RandomUser::*)()> kWays[] = {
-        {40, &RandomUser::pressKey},   {15, &RandomUser::scrub},    {8, &RandomUser::toggle},
-        {8, &RandomUser::choose},      {20, &RandomUser::useMouse}, {2, &RandomUser::resizeWindow},
-        {2, &RandomUser::rewriteFile}, {1, &RandomUser::record},    {3, &RandomUser::openMenu},
-        {1, &RandomUser::dropFiles},
+        {40, &RandomUser::pressKey},   {15, &RandomUser::scrub},      {8, &RandomUser::toggle},
+        {8, &RandomUser::choose},      {16, &RandomUser::useMouse},   {2, &RandomUser::resizeWindow},
+        {2, &RandomUser::rewriteFile}, {1, &RandomUser::record},      {3, &RandomUser::openMenu},
+        {1, &RandomUser::dropFiles},   {4, &RandomUser::useSideView},
     };
     window_.show(); // the user may have closed it
     int lot = below(100);
@@ -97,7 +98,8 @@ void RandomUser::pressKey() {
                                  Qt::Key_X,           Qt::Key_A,
                                  Qt::Key_N,           Qt::Key_U,
                                  Qt::Key_G,           Qt::Key_P,
-                                 Qt::Key_R,           Qt::Key_T};
+                                 Qt::Key_R,           Qt::Key_T,
+                                 Qt::Key_B,           Qt::Key_W};
     constexpr Qt::KeyboardModifier kModifiers[] = {
         Qt::NoModifier, Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
     const Qt::Key key = kKeys[below(std::size(kKeys))];
@@ -186,6 +188,27 @@ void RandomUser::useMouse() {
         QCoreApplication::sendEvent(view_, &move);
         QTest::mouseRelease(view_, button, {}, to);
     }
+}
+
+// Opens another one, or does something to one that is open.
+void RandomUser::useSideView() {
+    const QList<SideView*> open = window_.findChildren<SideView*>();
+    const int lot = below(8);
+    if (open.isEmpty() || lot == 0) {
+        QTest::keyClick(view_, Qt::Key_W);
+        return;
+    }
+    SideView* const side = open.at(below(static_cast<int>(open.size())));
+    constexpr Qt::Key kKeys[] = {Qt::Key_1, Qt::Key_2, Qt::Key_3,        Qt::Key_4,     Qt::Key_5, Qt::Key_B,
+                                 Qt::Key_W, Qt::Key_U, Qt::Key_PageDown, Qt::Key_Space, Qt::Key_F5};
+    if (lot == 1)
+        side->close();
+    else if (lot == 2)
+        side->resize(50 + below(500), 50 + below(400));
+    else if (lot == 3)
+        QTest::mouseDClick(side, Qt::LeftButton, {}, side->rect().center());
+    else
+        QTest::keyClick(side, kKeys[below(std::size(kKeys))]);
 }
 
 void RandomUser::resizeWindow() {

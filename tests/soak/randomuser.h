@@ -26,6 +26,7 @@ private:
     void toggle();
     void choose();
     void useMouse();
+    void useSideView();
     void resizeWindow();
     void rewriteFile();
     void record();

@@ -117,6 +117,34 @@ TEST_F(SignatureCommand, TheSunShinesAsInTheViewer) {
     EXPECT_NEAR(turned["sun"]["azimuth_deg"], azimuth + 270.0, 1e-3);
 }
 
+// Between two samples, turning to the right: the sun falls back to the left, and a rotor has gone on.
+TEST_F(SignatureCommand, ATrajectorysBodyStandsAsAtTheTime) {
+    body("box");
+    folder.write("box.atm", kAtmosphere);
+    const std::string rotors = folder.write("rotors", "1 12  0 0 0  0 0 1  0.5\n"); // to the left
+    const std::string trajectory = folder.write(
+        "ETXYZ.OUT.1", "/nowhere/t.top\n/nowhere/t.rad\n" + folder.file("box.rad") + "\n1 2 3\n4 5 6\n" +
+                           folder.file("box.vnl") + "\n" + folder.file("box.brdf") +
+                           "\nunused\nwhite\n7\nsomebody\n1.5\n"
+                           "2 0 0 0 -1000 0 0 80\n0 0 -500 0 0 0\n0 0 0 0 0\n"
+                           "3 0 9 0 -1000 0 0 120\n0 0 -500 0 0 0\n0 0 0 0 0\n");
+    const auto at = [&](std::vector<std::string> more) {
+        more.insert(more.begin(), {"signature", trajectory, "--step", "90", "--json"});
+        return jsonOf(more)["bodies"][0];
+    };
+    const nlohmann::json first = at({});
+    const nlohmann::json later = at({"--at-time", "2.5", "--rotors", rotors});
+    EXPECT_EQ(first["body"], "ETXYZ.OUT.1 target");
+    EXPECT_EQ(first["time_s"], 2.0);
+    EXPECT_NEAR(double{first["sun"]["azimuth_deg"]} - double{later["sun"]["azimuth_deg"]}, 20.0, 1e-3);
+    EXPECT_EQ(first["sun"]["elevation_deg"], later["sun"]["elevation_deg"]);
+    // After one turn and a quarter the nose's side, of 1 W/sr, is on the left.
+    EXPECT_NEAR(first["own_W_per_sr"][1][0], 1.0, 1e-5);
+    EXPECT_NEAR(later["own_W_per_sr"][1][3], 1.0, 1e-5);
+    EXPECT_THAT(
+        runCommand({"signature", trajectory, "--at-time", "nan"}).err, HasSubstr("ETXYZ.OUT.1: has no samples around"));
+}
+
 TEST_F(SignatureCommand, TakesTheFilesBesideABody) {
     const std::string plain = body("box");
     std::filesystem::rename(folder.file("box.rad"), folder.file("box_b0001.rad"));
@@ -170,6 +198,11 @@ TEST_F(SignatureCommand, ComparesBodiesInDecibels) {
     EXPECT_EQ(equal.status, ExitStatus::Success) << equal.err;
     EXPECT_THAT(
         equal.out, HasSubstr("equal: 12 directions compared, root mean square 0.00 dB, the most 0.00 dB at azimuth 0"));
+    const std::string hardly = body("hardly", {0.9999e-4F, 2e-4F, 3e-4F, 4e-4F, 5e-4F, 6e-4F});
+    EXPECT_THAT(
+        runCommand({"compare", a, hardly, "--step", "90"}).out,
+        HasSubstr(
+            "different: 12 directions compared, root mean square 0.00 dB, the most 0.00 dB at azimuth 0, elevation 0"));
     const CommandRun different =
         runCommand({"compare", a, b, "--step", "90", "--tolerance", "3", "--plot", folder.file("d.csv")});
     EXPECT_EQ(different.status, ExitStatus::ProblemsFound);

@@ -128,9 +128,12 @@ RayCaster::RayCaster(
     tree_.emplace(facing_);
 }
 
+Vec3d RayCaster::directionAt(double x, double y) const {
+    return unit(forward_ + (2.0 * x - width_) / height_ * right_ + (1.0 - 2.0 * y / height_) * up_);
+}
+
 std::optional<std::size_t> RayCaster::facetAt(double x, double y) const {
-    const Vec3d along = forward_ + (2.0 * x - width_) / height_ * right_ + (1.0 - 2.0 * y / height_) * up_;
-    const std::optional<std::size_t> hit = tree_->closestHit({{}, unit(along)}, kOutside);
+    const std::optional<std::size_t> hit = tree_->closestHit({{}, directionAt(x, y)}, kOutside);
     return hit ? std::optional(numbers_[*hit]) : std::nullopt;
 }
 } // namespace sorvane

@@ -45,7 +45,9 @@ public:
     RayCaster(
         const Mesh& mesh, const Vec3d& origin, const Camera& camera, double fieldOfViewDegrees, int width, int height);
 
-    // The facet that faces the eye and is met first at a point of the picture, in pixels from its top left corner.
+    // Unit, from the eye through a point of the picture, in pixels from its top left corner.
+    Vec3d directionAt(double x, double y) const;
+    // The facet that faces the eye and is met first there.
     std::optional<std::size_t> facetAt(double x, double y) const;
 
 private:

@@ -139,6 +139,32 @@ TEST_F(SceneTest, FlareTrailsShowWhereFlaresHaveBeen) {
     EXPECT_EQ(reddishPixels(draw()), 0);
 }
 
+// It burns from 0.5 s on, at −20, and moves by 40 units a second: at 1.25 s the samples have it at 8, in the end at 40.
+TEST_F(SceneTest, AFlaresTrailEndsAtTheLastSampleBeforeTheTime) {
+    options.showDropLines = false;
+    for (const int missing : {0, 10}) { // the number of a sample that doesn't list it
+        SCOPED_TRACE(missing);
+        int number = 0;
+        for (keyframe& sample : engagement.keyframes) {
+            flareKeyframe flare;
+            flare.pos[1] = static_cast<float>(40.0 * (sample.time - 1.0));
+            flare.pos[2] = -75.0F;
+            sample.flares.clear();
+            if (number >= 5 && number != missing)
+                sample.flares.append(flare);
+            ++number;
+        }
+        scene.forget(EngagementId{1});
+        options.time = 2.0;
+        const int whole = reddishPixels(draw());
+        ASSERT_GT(whole, 30);
+        options.time = 1.25;
+        EXPECT_NEAR(reddishPixels(draw()) / static_cast<double>(whole), 28.0 / 60.0, 0.04);
+        options.time = 0.45;
+        EXPECT_EQ(reddishPixels(draw()), 0);
+    }
+}
+
 TEST_F(SceneTest, AnEngagementWithoutSamplesDrawsNothing) {
     engagement.keyframes.clear();
     EXPECT_EQ(litPixels(draw()), 0);

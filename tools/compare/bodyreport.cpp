@@ -20,8 +20,9 @@ double written(double value) {
 std::string decibelText(double value) {
     if (std::isinf(value))
         return value > 0.0 ? "inf" : "-inf";
+    constexpr double kLeastShown = 0.005;
     std::ostringstream text;
-    text << std::fixed << std::setprecision(2) << value;
+    text << std::fixed << std::setprecision(2) << (std::abs(value) < kLeastShown ? 0.0 : value); // never -0.00
     return text.str();
 }
 

@@ -18,19 +18,27 @@ MovieOutput::MovieOutput(const std::string& path, QSize size) : path_(path), fil
 
 MovieOutput::~MovieOutput() {
     queue_.abandon();
-    if (thread_.joinable())
-        thread_.join();
+    waitForThread();
 }
 
 bool MovieOutput::add(std::int64_t number, QImage picture) {
-    return !hasFailed_ && queue_.push({number, std::move(picture)});
+    if (!hasFailed_ && queue_.push({number, std::move(picture)}))
+        return true;
+    // What is wrong is asked for next, of the encoder.
+    queue_.abandon();
+    waitForThread();
+    return false;
 }
 
 bool MovieOutput::finish() {
     queue_.close();
+    waitForThread();
+    return !hasFailed_ && file_.commit();
+}
+
+void MovieOutput::waitForThread() {
     if (thread_.joinable())
         thread_.join();
-    return !hasFailed_ && file_.commit();
 }
 
 std::optional<sorvane::Problem> MovieOutput::problem() const {

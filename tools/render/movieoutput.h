@@ -25,6 +25,7 @@ public:
     std::optional<sorvane::Problem> problem() const override;
 
 private:
+    void waitForThread();
     void encodeFrames();
     bool encode(const QImage& picture);
 

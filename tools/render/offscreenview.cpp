@@ -80,9 +80,18 @@ double OffscreenView::fieldOfViewDegrees(const CameraChoice& choice, std::size_t
     return choice.mode == ViewGyro ? double{engagements_.at(followed)->fieldOfView} : kDefaultFieldOfViewDegrees;
 }
 
-QImage OffscreenView::draw(const SceneOptions& options, const CameraChoice& choice, std::size_t followed) {
+QImage OffscreenView::draw(
+    const SceneOptions& options, const CameraChoice& choice, std::size_t followed, const PictureScale& scale,
+    double centimetresPerUnit) {
     applyProjection(fieldOfViewDegrees(choice, followed), size_.width(), size_.height());
-    scene_.draw(shown_, cameraAt(options.time, choice, followed), options);
+    scaledFrame_.paint(
+        scene_, shown_, cameraAt(options.time, choice, followed), options,
+        {.scale = scale,
+         .fieldOfViewDegrees = fieldOfViewDegrees(choice, followed),
+         .width = size_.width(),
+         .height = size_.height(),
+         .followed = shown_.at(followed).id,
+         .centimetresPerUnit = centimetresPerUnit});
     return context_.picture();
 }
 

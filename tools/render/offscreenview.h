@@ -15,6 +15,7 @@
 #include "offscreencontext.h"
 #include "problem.h"
 #include "radianceframe.h"
+#include "scaledframe.h"
 #include "scene.h"
 
 namespace sorvane {
@@ -61,8 +62,11 @@ public:
     // The full vertical field of view, likewise.
     double fieldOfViewDegrees(const CameraChoice& choice, std::size_t followed) const;
 
-    // Draws all engagements in the order in which they were added.
-    QImage draw(const SceneOptions& options, const CameraChoice& choice, std::size_t followed);
+    // Draws all engagements in the order in which they were added, in the colours of a scale. A colour bar needs a
+    // QGuiApplication.
+    QImage draw(
+        const SceneOptions& options, const CameraChoice& choice, std::size_t followed, const PictureScale& scale = {},
+        double centimetresPerUnit = kCentimetresPerMetre);
 
     // The same in radiances. Of the options time and terrain count; W/cm²/sr where nothing is. Nothing when OpenGL has
     // no such framebuffers.
@@ -78,6 +82,7 @@ private:
     std::vector<std::unique_ptr<etxyz>> engagements_;
     std::vector<SceneEngagement> shown_; // in the same order
     Scene scene_;
+    ScaledFrame scaledFrame_;
     RadianceFrame radianceFrame_;
 };
 } // namespace sorvane

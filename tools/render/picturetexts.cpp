@@ -9,8 +9,8 @@
 #include "readouttext.h"
 
 namespace sorvane {
-PictureTexts::PictureTexts(const TextRequest& request, QSize picture)
-    : request_(request), labelPainter_(textPixelSize(picture)) {
+PictureTexts::PictureTexts(const TextRequest& request, QSize view)
+    : request_(request), labelPainter_(textPixelSize(view)) {
     if (request.isAny())
         application_.emplace();
 }
@@ -19,20 +19,32 @@ std::optional<sorvane::Problem> PictureTexts::problem() const {
     return application_ ? application_->problem() : std::nullopt;
 }
 
-void PictureTexts::paint(QImage& picture, const PictureSubject& subject) {
-    if (!request_.isAny())
+void PictureTexts::paintLabels(QImage& view, const PictureSubject& subject) {
+    if (!request_.hasLabels)
         return;
-    const QSizeF size = picture.size();
-    QPainter painter(&picture);
-    if (request_.hasLabels)
-        labelPainter_.paint(painter, size, labels(subject, size));
-    if (request_.hasReadout)
-        paintReadout(painter, size, readout(subject));
-    if (!request_.title.empty())
-        paintTitle(painter, size, QString::fromStdString(request_.title).simplified());
+    const QSizeF size = view.size();
+    QPainter painter(&view);
+    labelPainter_.paint(painter, size, labels(subject, size));
 }
 
-QString PictureTexts::readout(const PictureSubject& subject) {
+void PictureTexts::paintReadout(QImage& view, const PictureSubject& subject, std::span<const CameraChoice> cameras) {
+    if (!request_.hasReadout)
+        return;
+    QStringList names;
+    for (const CameraChoice& camera : cameras)
+        names << QString::fromLatin1(nameOf(camera.mode).shown);
+    QPainter painter(&view);
+    sorvane::paintReadout(painter, view.size(), readout(subject, names.join(QStringLiteral(", "))));
+}
+
+void PictureTexts::paintTitle(QImage& picture) const {
+    if (request_.title.empty())
+        return;
+    QPainter painter(&picture);
+    sorvane::paintTitle(painter, picture.size(), QString::fromStdString(request_.title).simplified());
+}
+
+QString PictureTexts::readout(const PictureSubject& subject, const QString& views) {
     const SceneEngagement& followed = subject.view.engagements()[subject.followed];
     auto told = told_.find(followed.id);
     if (told == told_.end()) {
@@ -45,7 +57,7 @@ QString PictureTexts::readout(const PictureSubject& subject) {
                          .engagement = QFileInfo(paths_[followed.id]).fileName(),
                          .measured = &told->second.measured,
                          .closest = told->second.closest,
-                         .view = QString::fromLatin1(nameOf(subject.camera.mode).shown)})
+                         .view = views})
         .join(u'\n');
 }
 

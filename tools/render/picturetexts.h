@@ -3,6 +3,7 @@
 
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 
 #include <QImage>
@@ -21,7 +22,9 @@ struct TextRequest {
     std::string title; // UTF-8; none when empty
     LengthUnit unit = LengthUnit::Unstated;
 
-    bool isAny() const { return hasReadout || hasLabels || !title.empty(); }
+    bool hasColourBar = false; // which the view paints
+
+    bool isAny() const { return hasReadout || hasLabels || !title.empty() || hasColourBar; }
 };
 
 // What a picture shows: a view at a time (seconds), with a camera that follows the engagement number `followed`.
@@ -35,7 +38,8 @@ struct PictureSubject {
 // Paints texts over pictures on the thread that made it.
 class PictureTexts {
 public:
-    PictureTexts(const TextRequest& request, QSize picture);
+    // For views of that size in pixels.
+    PictureTexts(const TextRequest& request, QSize view);
 
     // Why what is asked for can't be painted; nothing when all is well.
     std::optional<sorvane::Problem> problem() const;
@@ -43,7 +47,12 @@ public:
     // What an engagement of the view is called.
     void name(EngagementId id, const std::string& path) { paths_[id] = QString::fromStdString(path); }
 
-    void paint(QImage& picture, const PictureSubject& subject);
+    // Each paints what is asked for, and nothing otherwise.
+    void paintLabels(QImage& view, const PictureSubject& subject);
+    // The read-out names the views of all `cameras`.
+    void paintReadout(QImage& view, const PictureSubject& subject, std::span<const CameraChoice> cameras);
+    // Over the whole picture, whatever views are in it.
+    void paintTitle(QImage& picture) const;
 
 private:
     struct Told {
@@ -51,7 +60,7 @@ private:
         std::optional<ClosestApproach> closest;
     };
 
-    QString readout(const PictureSubject& subject);
+    QString readout(const PictureSubject& subject, const QString& views);
     std::vector<BodyLabel> labels(const PictureSubject& subject, const QSizeF& picture) const;
 
     TextRequest request_;

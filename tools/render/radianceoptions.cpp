@@ -74,6 +74,10 @@ std::optional<Problem> problemOfRadiance(const RenderRequest& request) {
         return request.output + ": a radiance picture is one of " + radianceFormats();
     if (request.texts.hasReadout || request.texts.hasLabels || !request.texts.title.empty())
         return "--radiance has no texts: leave out --readout, --labels and --title";
+    if (request.scale != PictureScale())
+        return "--radiance has no colours: leave out --scale, --palette and --colour-bar";
+    if (!request.panes.empty())
+        return "--radiance has one view: leave out --panes";
     if (request.scene.samples > 0)
         return "--radiance takes means over pixels by itself: leave out --antialias";
     if (request.size.width() > kLargestSide || request.size.height() > kLargestSide)

@@ -13,6 +13,7 @@
 #include "picturesize.h"
 #include "radianceoptions.h"
 #include "rendering.h"
+#include "scaleoptions.h"
 #include "unitoption.h"
 
 namespace sorvane {
@@ -111,6 +112,18 @@ void addCameraOptions(CLI::App& parser, RenderRequest& request) {
             "every sample (overview) (default threat)")
         ->check(CLI::IsMember(modes))
         ->type_name("VIEW");
+    parser
+        .add_option_function<std::string>(
+            "--panes",
+            [&request](const std::string& text) {
+                if (const auto problem = readPanes(text, request.panes))
+                    throw CLI::ValidationError("--panes", problem->text);
+            },
+            "Two to four of these views in one picture of --size, such as threat,gyro,target,overview; seeker is gyro "
+            "with "
+            "--scale auto")
+        ->type_name("VIEW,VIEW...")
+        ->excludes("--view");
     const auto addPoint = [&](const char* name, std::optional<std::array<float, 3>>& point, const char* description) {
         parser
             .add_option_function<std::string>(
@@ -162,6 +175,7 @@ SubCommand addRenderCommand(CLI::App& parent) {
     addCameraOptions(*parser, arguments->request);
     addSceneOptions(*parser, arguments->request.scene);
     addTextOptions(*parser, arguments->request.texts);
+    addScaleOptions(*parser, arguments->request.scale);
     addRadianceOptions(*parser, arguments->request);
     return {parser, [arguments](Streams& streams) {
                 if (const auto problem = problemOf(arguments->request)) {

@@ -32,10 +32,21 @@ std::optional<QString> firstMissing(std::initializer_list<QString> paths) {
             return path;
     return std::nullopt;
 }
+
+double centimetresPerUnit(const RenderRequest& request) {
+    return request.texts.unit == LengthUnit::Feet ? kCentimetresPerFoot : kCentimetresPerMetre;
+}
+
+TextRequest textsOf(const RenderRequest& request) {
+    TextRequest texts = request.texts;
+    texts.hasColourBar = request.scale.hasColourBar;
+    return texts;
+}
 } // namespace
 
 RenderedScene::RenderedScene(const RenderRequest& request, Say say)
-    : request_(request), say_(std::move(say)), view_(request.size), texts_(request.texts, request.size) {}
+    : request_(request), say_(std::move(say)), layout_(request.size, request.panes.size()), view_(layout_.paneSize()),
+      texts_(textsOf(request), layout_.paneSize()) {}
 
 std::optional<sorvane::Problem> RenderedScene::problem() const {
     for (const auto& problem : {view_.problem(), texts_.problem()})
@@ -69,21 +80,45 @@ std::optional<sorvane::Problem> RenderedScene::load() {
     return std::nullopt;
 }
 
-QImage RenderedScene::draw(const SceneOptions& scene, const CameraChoice& camera) {
-    QImage picture;
-    const LoaderOutcome drawn = runLoader([&] { picture = view_.draw(scene, camera, followed_); });
-    if (!drawn.hasReturned())
-        return {};
-    if (!picture.isNull())
-        texts_.paint(picture, {view_, camera, followed_, scene.time});
+QImage RenderedScene::draw(const SceneOptions& scene, std::span<const CameraChoice> cameras) {
+    const bool isOne = cameras.size() == 1;
+    QImage picture = isOne ? QImage() : layout_.emptyPicture();
+    for (std::size_t i = 0; i < cameras.size(); ++i) {
+        QImage pane = drawView(scene, cameras[i], scaleOf(i));
+        if (pane.isNull() || (!isOne && picture.isNull()))
+            return {};
+        const PictureSubject subject{view_, cameras[i], followed_, scene.time};
+        texts_.paintLabels(pane, subject);
+        if (i == layout_.lowerLeft())
+            texts_.paintReadout(pane, subject, cameras);
+        if (isOne)
+            picture = std::move(pane);
+        else
+            layout_.put(pane, i, picture);
+    }
+    texts_.paintTitle(picture);
     return picture;
+}
+
+PictureScale RenderedScene::scaleOf(std::size_t pane) const {
+    PictureScale scale = request_.scale;
+    if (pane < request_.panes.size() && request_.panes[pane].isSeeker && scale.range == PictureScale::Range::Fixed)
+        scale.range = PictureScale::Range::Automatic;
+    return scale;
+}
+
+QImage RenderedScene::drawView(const SceneOptions& scene, const CameraChoice& camera, const PictureScale& scale) {
+    QImage picture;
+    const LoaderOutcome drawn =
+        runLoader([&] { picture = view_.draw(scene, camera, followed_, scale, centimetresPerUnit(request_)); });
+    return drawn.hasReturned() ? picture : QImage();
 }
 
 std::optional<RadianceImage>
 RenderedScene::drawRadiance(const SceneOptions& scene, const CameraChoice& camera, std::int64_t frame) {
     const RadianceOptions& options = request_.radiance;
     const double background = options.background.value_or(view_.skyRadiance(followed_));
-    const double unit = request_.texts.unit == LengthUnit::Feet ? kCentimetresPerFoot : kCentimetresPerMetre;
+    const double unit = centimetresPerUnit(request_);
     std::optional<RadiancePicture> drawn;
     const LoaderOutcome outcome =
         runLoader([&] { drawn = view_.drawRadiance(scene, camera, followed_, static_cast<float>(background), unit); });

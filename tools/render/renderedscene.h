@@ -4,12 +4,14 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include <QImage>
 
 #include "offscreenview.h"
+#include "panes.h"
 #include "picturetexts.h"
 #include "radiancefile.h"
 #include "renderplan.h"
@@ -34,11 +36,12 @@ public:
     bool isComplete() const { return isComplete_; }
     // Of the longest engagement.
     double endSeconds() const { return endSeconds_; }
-    // The free view that has all of the followed engagement in the picture.
+    // The free view that has all of the followed engagement in the picture, or in its pane.
     CameraChoice overview() const { return view_.overview(followed_); }
 
-    // A picture at the options' time, with the texts that are asked for. Null when the scene could not be drawn.
-    QImage draw(const SceneOptions& scene, const CameraChoice& camera);
+    // A picture at the options' time, with the texts that are asked for: a pane for each camera, of which there are as
+    // many as the request has panes, or one. Null when the scene could not be drawn.
+    QImage draw(const SceneOptions& scene, std::span<const CameraChoice> cameras);
 
     // The same in radiances, as frame number `frame` of the request's sensor has them. Nothing when the scene could not
     // be drawn.
@@ -47,6 +50,8 @@ public:
 
 private:
     std::optional<sorvane::Problem> problem() const;
+    QImage drawView(const SceneOptions& scene, const CameraChoice& camera, const PictureScale& scale);
+    PictureScale scaleOf(std::size_t pane) const;
     bool loadFile(const std::string& path);
     std::optional<std::string> addEngagement(const std::string& path);
     void reportStockFiles(const std::string& name, const TrajectoryFileHeader& header);
@@ -61,7 +66,8 @@ private:
 
     const RenderRequest& request_;
     Say say_;
-    OffscreenView view_;
+    PaneLayout layout_;
+    OffscreenView view_; // of a pane's size
     PictureTexts texts_;
     double endSeconds_ = 0.0;
     std::size_t followed_ = 0; // among those that could be loaded

@@ -64,8 +64,9 @@ ExitStatus Rendering::run(bool printsCommand) {
         say(problem->text);
         return ExitStatus::Failed;
     }
-    if (request_.isOverview)
-        plan.camera = scene_.overview();
+    for (std::size_t i = 0; i < plan.cameras.size(); ++i)
+        if (request_.panes.empty() ? request_.isOverview : request_.panes[i].isOverview)
+            plan.cameras[i] = scene_.overview();
     if (printsCommand)
         streams_.out << reproducingCommand(request_, plan) << std::endl;
     if (!(request_.radiance.isOn ? writeRadiances(plan) : writeFrames(plan)))
@@ -77,7 +78,7 @@ ExitStatus Rendering::run(bool printsCommand) {
 bool Rendering::writeFrames(const RenderPlan& plan) {
     const std::unique_ptr<FrameOutput> output = outputOf(plan);
     const auto drawFrame = [&](std::int64_t i, const SceneOptions& scene) -> std::optional<sorvane::Problem> {
-        QImage picture = scene_.draw(scene, plan.camera);
+        QImage picture = scene_.draw(scene, plan.cameras);
         if (picture.isNull())
             return "the scene could not be drawn";
         return output->add(i, std::move(picture)) ? std::nullopt : std::optional(problemOf(*output));
@@ -89,7 +90,7 @@ bool Rendering::writeFrames(const RenderPlan& plan) {
 
 bool Rendering::writeRadiances(const RenderPlan& plan) {
     const auto drawFrame = [&](std::int64_t i, const SceneOptions& scene) -> std::optional<sorvane::Problem> {
-        const std::optional<RadianceImage> image = scene_.drawRadiance(scene, plan.camera, i);
+        const std::optional<RadianceImage> image = scene_.drawRadiance(scene, plan.cameras.front(), i);
         if (!image)
             return "the scene could not be drawn in radiances: OpenGL has no framebuffers of floats here";
         return writeRadiance(*image, plan.name.path(i));

@@ -11,6 +11,7 @@
 #include "moviesettings.h"
 #include "picturefile.h"
 #include "picturesize.h"
+#include "scaleoptions.h"
 #include "shellquote.h"
 #include "shortestnumber.h"
 
@@ -65,8 +66,26 @@ std::optional<sorvane::Problem> problemOfTimes(const RenderRequest& request) {
     return {};
 }
 
+std::vector<ViewChoice> viewsOf(const RenderRequest& request) {
+    if (!request.panes.empty())
+        return request.panes;
+    return {
+        {.mode = request.view.value_or(request.eye || request.lookAt ? ViewFree : ViewThreat),
+         .isOverview = request.isOverview}};
+}
+
+CameraChoice cameraOf(const ViewChoice& view, const RenderRequest& request) {
+    CameraChoice camera{.mode = view.mode};
+    if (request.eye)
+        std::ranges::copy(*request.eye, camera.eye);
+    if (request.lookAt)
+        std::ranges::copy(*request.lookAt, camera.lookAt);
+    return camera;
+}
+
 std::optional<sorvane::Problem> problemOfView(const RenderRequest& request) {
-    if ((request.eye || request.lookAt) && (request.isOverview || request.view.value_or(ViewFree) != ViewFree))
+    const std::vector<ViewChoice> views = viewsOf(request);
+    if ((request.eye || request.lookAt) && std::ranges::none_of(views, &ViewChoice::isFree))
         return "--eye and --look-at place the free view's camera; the other views place their own";
     const CameraChoice free;
     if ((request.eye || request.lookAt) &&
@@ -74,7 +93,7 @@ std::optional<sorvane::Problem> problemOfView(const RenderRequest& request) {
         return "--eye and --look-at are the same point";
     if (request.followedFile && (*request.followedFile < 1 || *request.followedFile > request.files.size()))
         return "--follow counts the files from 1 to " + std::to_string(request.files.size());
-    return {};
+    return PaneLayout(request.size, views.size()).problem();
 }
 
 std::string pointText(const float (&xyz)[3]) {
@@ -112,11 +131,8 @@ PlannedRendering planRendering(const RenderRequest& request, double endSeconds) 
     plan.name = NumberedName(request.output);
     plan.size = request.size;
     plan.scene = request.scene;
-    plan.camera.mode = request.view.value_or(request.eye || request.lookAt ? ViewFree : ViewThreat);
-    if (request.eye)
-        std::ranges::copy(*request.eye, plan.camera.eye);
-    if (request.lookAt)
-        std::ranges::copy(*request.lookAt, plan.camera.lookAt);
+    for (const ViewChoice& view : viewsOf(request))
+        plan.cameras.push_back(cameraOf(view, request));
     if (isMovie(request.output))
         plan.kind = OutputKind::Movie;
     else if (plan.name.hasNumber())
@@ -153,9 +169,12 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
     for (const std::string& file : request.files)
         words.push_back(file == "-" ? file : absolutePath(file));
     words.insert(words.end(), {"-o", absolutePath(request.output)});
-    words.insert(words.end(), {"--view", request.isOverview ? kOverview : nameOf(plan.camera.mode).option});
-    if (plan.camera.mode == ViewFree && !request.isOverview)
-        words.insert(words.end(), {"--eye", pointText(plan.camera.eye), "--look-at", pointText(plan.camera.lookAt)});
+    const std::vector<ViewChoice> views = viewsOf(request);
+    words.insert(words.end(), {request.panes.empty() ? "--view" : "--panes", panesText(views)});
+    if (const auto free = std::ranges::find_if(views, &ViewChoice::isFree); free != views.end()) {
+        const CameraChoice camera = cameraOf(*free, request);
+        words.insert(words.end(), {"--eye", pointText(camera.eye), "--look-at", pointText(camera.lookAt)});
+    }
     if (plan.kind == OutputKind::Picture)
         words.insert(words.end(), {"--at", shortestText(plan.fromSeconds)});
     else
@@ -177,8 +196,9 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
         words.emplace_back("--line-styles");
     if (plan.scene.samples > 0)
         words.insert(words.end(), {"--antialias", std::to_string(plan.scene.samples)});
-    spellOut(request.texts, request.radiance.isOn, words);
+    spellOut(request.texts, request.radiance.isOn || !request.scale.isOrdinary(), words);
     spellOut(request.radiance, words);
+    spellOut(request.scale, words);
     if (request.allowsMissing)
         words.emplace_back("--allow-missing");
     return shellCommand(words);

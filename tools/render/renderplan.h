@@ -12,6 +12,7 @@
 #include "clocknumbers.h"
 #include "numberedname.h"
 #include "offscreenview.h"
+#include "panes.h"
 #include "picturetexts.h"
 #include "problem.h"
 #include "radianceoptions.h"
@@ -23,7 +24,8 @@ struct RenderRequest {
     std::vector<std::string> files;
     std::string output;
     std::optional<ViewMode> view;
-    bool isOverview = false; // a free view of all of the followed engagement
+    bool isOverview = false;       // a free view of all of the followed engagement
+    std::vector<ViewChoice> panes; // in place of the one view
     std::optional<std::array<float, 3>> eye;
     std::optional<std::array<float, 3>> lookAt;
     std::optional<double> atSeconds; // of the one picture
@@ -36,10 +38,9 @@ struct RenderRequest {
     SceneOptions scene; // its time is not used
     TextRequest texts;
     RadianceOptions radiance;
+    PictureScale scale;
     bool allowsMissing = false;
 };
-
-constexpr const char* kOverview = "overview"; // beside the names of the view modes
 
 enum class OutputKind {
     Picture,
@@ -52,7 +53,7 @@ struct RenderPlan {
     OutputKind kind = OutputKind::Picture;
     NumberedName name{""};
     QSize size;
-    CameraChoice camera;
+    std::vector<CameraChoice> cameras; // of the panes, or of the one view
     SceneOptions scene;
     double fromSeconds = 0.0;
     double toSeconds = 0.0;

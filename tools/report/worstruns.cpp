@@ -2,6 +2,7 @@
 #include "worstruns.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <filesystem>
 
@@ -117,7 +118,7 @@ private:
         RenderedScene scene(request, say_);
         if (const auto problem = scene.load())
             return miss("no picture: " + problem->text);
-        run_.picture = pngOf(scene.draw(request.scene, scene.overview()));
+        run_.picture = pngOf(scene.draw(request.scene, std::array{scene.overview()}));
         if (run_.picture.isEmpty())
             miss("no picture: the scene could not be drawn");
         all_.isComplete = all_.isComplete && scene.isComplete();

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "namedbody.h"
 #include "facetshading.h"
+#include "namedbody.h"
 
 namespace sorvane {
 // What the command line says of bodies and light.
