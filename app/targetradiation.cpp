@@ -48,8 +48,8 @@ std::shared_ptr<const TargetModel> TargetRadiation::modelOf(const LoadedEngageme
 }
 
 void TargetRadiation::start(const LoadedEngagement& engagement, std::shared_ptr<const TargetModel> model) {
-    running_ = Running{
-        engagement.path(), engagement.name(), {engagement.stamp(), engagement.modelFiles().target, nullptr}};
+    running_ =
+        Running{engagement.path(), engagement.name(), {engagement.stamp(), engagement.modelFiles().target, nullptr}};
     share_ = std::make_shared<std::atomic<double>>(0.0);
     work_.start(
         [series = engagement.data().samples.series(), model = std::move(model),

@@ -61,8 +61,7 @@ void PlotWindow::refresh() {
         plotAnew();
 }
 
-PlotDocument
-PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveDigits digits, QString& notice) const {
+PlotDocument PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveDigits digits, QString& notice) const {
     const bool needsRadiometry = std::ranges::any_of(measures_, &Measure::needsRadiometry);
     std::vector<PlottedEngagement> plotted;
     plotted.reserve(ids.size());
