@@ -11,6 +11,7 @@
 #include "playbackclock.h"
 #include "plotwindow.h"
 #include "preferences.h"
+#include "targetradiation.h"
 #include "timesteps.h"
 
 namespace sorvane {
@@ -18,7 +19,13 @@ namespace {
 constexpr int kHeight = 480; // pixels, of a new window
 } // namespace
 
-Plotting::Plotting(const Parts& parts, QObject* parent) : QObject(parent), parts_(parts) {
+Plotting::Plotting(const Parts& parts, QObject* parent)
+    : QObject(parent), parts_(parts), radiation_(new TargetRadiation(this)) {
+    connect(radiation_, &TargetRadiation::advanced, this, [this](const QString& text) { plots_->setNotice(text); });
+    connect(radiation_, &TargetRadiation::changed, this, [this] {
+        plots_->markStale();
+        plots_->refresh();
+    });
     connect(&parts_.engagements, &EngagementList::replaced, this, [this] {
         if (plots_ != nullptr)
             plots_->markStale();
@@ -83,6 +90,7 @@ void Plotting::open() {
                  const MeasuredEngagement* const plotted = measured.get();
                  return PlottedEngagement{engagement.name(), plotted, engagement.facts().events, std::move(measured)};
              },
+         .radiation = [this](EngagementId id) { return radiation_->of(*parts_.engagements.find(id)); },
          .goTo =
              [this](double time) {
                  parts_.steps.to(std::clamp(time, parts_.box.minimum(), parts_.box.maximum()));

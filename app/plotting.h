@@ -15,6 +15,7 @@ namespace sorvane {
 class CurrentEngagement;
 class PlaybackClock;
 class PlotWindow;
+class TargetRadiation;
 class TimeSteps;
 
 class Plotting : public QObject {
@@ -48,5 +49,6 @@ private:
 
     Parts parts_;
     PlotWindow* plots_ = nullptr; // of the window's children
+    TargetRadiation* radiation_;
 };
 } // namespace sorvane

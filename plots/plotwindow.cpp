@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include <QFileDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QSaveFile>
@@ -15,12 +16,17 @@
 
 namespace sorvane {
 PlotWindow::PlotWindow(QWidget* viewer, PlotSource source)
-    : QWidget(viewer, Qt::Window), source_(std::move(source)), plot_(new StripPlot(this)), overlay_(*plot_) {
+    : QWidget(viewer, Qt::Window), source_(std::move(source)), plot_(new StripPlot(this)), notice_(new QLabel(plot_)),
+      overlay_(*plot_) {
     setObjectName(QStringLiteral("plotWindow"));
     setWindowTitle(QStringLiteral("Plots"));
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(plot_);
+    notice_->setObjectName(QStringLiteral("plotNotice"));
+    notice_->setAutoFillBackground(true);
+    notice_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    notice_->hide();
     mouse_ = std::make_unique<PlotMouse>(
         *plot_, overlay_,
         PlotMouse::Actions{
@@ -55,11 +61,24 @@ void PlotWindow::refresh() {
         plotAnew();
 }
 
-PlotDocument PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveDigits digits) const {
+PlotDocument PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveDigits digits, QString& notice) const {
+    const bool needsRadiometry = std::ranges::any_of(measures_, &Measure::needsRadiometry);
     std::vector<PlottedEngagement> plotted;
     plotted.reserve(ids.size());
-    for (const EngagementId id : ids)
-        plotted.push_back(source_.engagement(id));
+    for (const EngagementId id : ids) {
+        PlottedEngagement& engagement = plotted.emplace_back(source_.engagement(id));
+        if (!needsRadiometry)
+            continue;
+        const PlotRadiation radiation = source_.radiation(id);
+        if (notice.isEmpty())
+            notice = radiation.text;
+        if (radiation.radiometry != nullptr) {
+            const auto radiating = std::make_shared<MeasuredEngagement>(*engagement.measured);
+            radiating->setRadiometry(radiation.radiometry);
+            engagement.measured = radiating.get();
+            engagement.holder = radiating;
+        }
+    }
     return plotOf(plotted, measures_, alignment_, digits);
 }
 
@@ -68,7 +87,9 @@ void PlotWindow::plotAnew() {
     plotted_ = chosen();
     const TimeRange before = plot_->times();
     const TimeRange allBefore = plot_->document().times;
-    plot_->setDocument(documentOf(plotted_, CurveDigits::All));
+    QString notice;
+    plot_->setDocument(documentOf(plotted_, CurveDigits::All, notice));
+    setNotice(notice);
     if (plot_->document().times == allBefore)
         plot_->setTimes(before); // it was zoomed, perhaps
     const QString& name = plot_->document().title;
@@ -86,6 +107,12 @@ void PlotWindow::setLoop(std::optional<TimeRange> range) {
     loop_ = range;
     if (isVisible() && !isStale_)
         placeOverlay();
+}
+
+void PlotWindow::setNotice(const QString& text) {
+    notice_->setVisible(!text.isEmpty());
+    notice_->setText(text);
+    notice_->adjustSize();
 }
 
 void PlotWindow::placeOverlay() {
@@ -212,7 +239,8 @@ void PlotWindow::addAlignmentMenu(QMenu& menu) {
 QByteArray PlotWindow::contents(PlotFormat format) {
     if (format != PlotFormat::Csv)
         return plotPicture(*plot_, format, plot_->size());
-    const PlotDocument written = documentOf(plotted_, CurveDigits::Written);
+    QString ignored;
+    const PlotDocument written = documentOf(plotted_, CurveDigits::Written, ignored);
     const bool isAllInView = plot_->times() == plot_->document().times;
     return plotTable(written, isAllInView ? written.times : plot_->times());
 }

@@ -14,6 +14,7 @@
 #include "plotfile.h"
 #include "plotoverlay.h"
 
+class QLabel;
 class QMenu;
 
 namespace sorvane {
@@ -26,12 +27,20 @@ struct PlotCandidate {
     QString name;
 };
 
+// What the target of an engagement radiates, or a text that says why it isn't at hand.
+struct PlotRadiation {
+    std::shared_ptr<const TargetRadiometry> radiometry{};
+    QString text{};
+};
+
 // What the window asks for.
 struct PlotSource {
     // All that there are; the plotted one is the one that the viewer follows.
     std::function<std::vector<PlotCandidate>()> candidates;
     std::function<std::optional<EngagementId>()> followed;
     std::function<PlottedEngagement(EngagementId)> engagement;
+    // For measures that need it. The window is to be drawn anew once it is there.
+    std::function<PlotRadiation(EngagementId)> radiation;
     // Takes the viewer's clock to a time of the followed engagement.
     std::function<void(double)> goTo;
 };
@@ -47,6 +56,8 @@ public:
     void markStale() { isStale_ = true; }
     void setNow(double time);
     void setLoop(std::optional<TimeRange> range);
+    // A text over the plots, such as how far something has come; empty for none.
+    void setNotice(const QString& text);
 
     StripPlot& plot() { return *plot_; }
     PlotOverlay& overlay() { return overlay_; }
@@ -60,7 +71,8 @@ protected:
 private:
     // The followed one first.
     std::vector<EngagementId> chosen() const;
-    PlotDocument documentOf(const std::vector<EngagementId>& ids, CurveDigits digits) const;
+    // Texts of what isn't at hand, if there is any, go into `notice`.
+    PlotDocument documentOf(const std::vector<EngagementId>& ids, CurveDigits digits, QString& notice) const;
     QByteArray contents(PlotFormat format);
     void plotAnew();
     void moveStrip(std::size_t from, std::size_t to);
@@ -73,6 +85,7 @@ private:
 
     PlotSource source_;
     StripPlot* plot_; // of the window's children
+    QLabel* notice_;  // likewise
     PlotOverlay overlay_;
     std::unique_ptr<PlotMouse> mouse_; // of the plot and the overlay
     std::vector<const Measure*> measures_ = usualPlotMeasures();

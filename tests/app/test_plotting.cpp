@@ -1,8 +1,11 @@
 // The plot window beside the viewer.
 #include "windowfixture.h"
 
+#include <cmath>
+
 #include "encountertrajectory.h"
 #include "plotwindow.h"
+#include "signaturebodies.h"
 #include "stripplot.h"
 
 using namespace sorvane;
@@ -74,6 +77,66 @@ TEST_F(PlottingTest, FollowsWhatIsFollowedReadAgainAndTakenOut) {
     EXPECT_EQ(plots()->plot().document().times.end, 7.0);
     engagements().clear();
     EXPECT_EQ(plots()->plot().stripCount(), 0U);
+}
+
+// A target of 1 W/cm²/sr over 12 square units below the threat, which passes above it 10 units away.
+struct RadiationTest : PlottingTest {
+    TemporaryDirectory bodies;
+    QString path = folder.filePath("ETXYZ.OUT.lit");
+
+    void SetUp() override {
+        const SignatureFiles body = writeBody(bodies, "tgt", boxFacets({4.0, 3.0, 2.0}, {0, 0, 0, 0, 1.0F, 0}));
+        bodies.write("tgt.atm", "0 0 0\n0 0 0 0 0 0 0 0 90 90\n0 0 0 0\n");
+        QByteArray header = trajectoryHeader();
+        header.replace("/nowhere/tgt_b0001.rad", body.radiance.c_str());
+        header.replace("/nowhere/tgt.vnl", body.geometry.c_str());
+        header.replace("/nowhere/tgt.brdf", body.reflectance.c_str());
+        for (const TestSample& sample : encounterSamples())
+            header += trajectoryRecord(sample);
+        writeFile(path, header);
+        showWindow();
+    }
+    void choose(const char* measure) {
+        QMenu menu;
+        plots()->fillMenu(menu, std::nullopt);
+        for (QAction* const action : menu.actions().front()->menu()->actions())
+            if (action->text() == QLatin1String(measure))
+                return action->trigger();
+        FAIL() << measure;
+    }
+    double irradiance() { // at 5 s
+        const PlotDocument& document = plots()->plot().document();
+        return document.strips.empty() ? NAN : document.strips.back().curves.front().points.at(5).value;
+    }
+    QString noticed() { return plots()->findChild<QLabel*>("plotNotice")->text(); }
+};
+
+TEST_F(RadiationTest, IsWorkedOutBesideTheWindowAndKeptForTheSession) {
+    window.loadEtxyzFile(path);
+    openPlots();
+    choose("target-irradiance");
+    EXPECT_TRUE(std::isnan(irradiance()));
+    EXPECT_TRUE(noticed().startsWith("Radiation of ETXYZ.OUT.lit: ")) << noticed().toStdString();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !std::isnan(irradiance()); }));
+    EXPECT_NEAR(irradiance(), 12.0 / 100.0, 1e-6);
+    EXPECT_EQ(noticed(), QString());
+    // Read again it is at hand at once; what reads otherwise is worked out anew.
+    engagements().clear();
+    EXPECT_TRUE(std::isnan(irradiance()));
+    window.loadEtxyzFile(path);
+    EXPECT_NEAR(irradiance(), 12.0 / 100.0, 1e-6);
+    writeBody(bodies, "tgt", boxFacets({4.0, 3.0, 2.0}, {0, 0, 0, 0, 0.5F, 0.25F}));
+    QTest::keyClick(view, Qt::Key_F5);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return irradiance() < 0.1; }));
+    EXPECT_NEAR(irradiance(), 6.0 / 100.0, 1e-6);
+}
+
+TEST_F(RadiationTest, SaysWhatCannotBeMeasured) {
+    loadPass();
+    openPlots();
+    choose("target-irradiance");
+    EXPECT_EQ(noticed(), "ETXYZ.OUT.pass: the files of the target can't be used");
+    EXPECT_TRUE(std::isnan(irradiance()));
 }
 
 TEST_F(PlottingTest, ShadesTheLoop) {

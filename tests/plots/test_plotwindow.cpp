@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QMenu>
 #include <QTest>
 #include <QWheelEvent>
@@ -61,6 +62,7 @@ protected:
 
     PlottedPass pass{{{7, samplesFrom(20, 40)}}};
     PlottedPass other;
+    PlotRadiation radiation{nullptr, QStringLiteral("Radiation of pass: 10 %")};
     std::vector<double> wentTo;
     int asked = 0; // for engagements
     static constexpr EngagementId kPass{1};
@@ -78,6 +80,7 @@ protected:
                  ++asked;
                  return id == kPass ? pass.plotted() : other.plotted("other");
              },
+         .radiation = [this](EngagementId /*id*/) { return radiation; },
          .goTo =
              [this](double time) {
                  wentTo.push_back(time);
@@ -129,6 +132,29 @@ TEST_F(PlotWindowTest, ReadsValuesUnderThePointerAndBetweenCursors) {
     EXPECT_NEAR(difference, std::hypot(1200.0, 40.0) - 40.0, 2.0 * 300.0 * secondsPerPixel());
     choose("Remove cursors");
     EXPECT_EQ(window.overlay().cursor(PlotOverlay::A), std::nullopt);
+}
+
+TEST_F(PlotWindowTest, RadiationComesLater) {
+    const auto* const notice = window.findChild<QLabel*>("plotNotice");
+    const auto shown = [&] {
+        return window.overlay().valuesAt(4, 5.0);
+    };
+    EXPECT_FALSE(notice->isVisible());
+    choose("target-irradiance");
+    EXPECT_TRUE(notice->isVisible());
+    EXPECT_EQ(notice->text(), radiation.text);
+    EXPECT_EQ(shown(), QString());
+    window.setNotice(QStringLiteral("90 %"));
+    EXPECT_EQ(notice->text(), "90 %");
+    radiation = {
+        std::make_shared<TargetRadiometry>(
+            TargetRadiometry::Series{.times = {0, 10}, .areas = {1, 1}, .bands = {{'1', {3.2, 3.2}}}}),
+        {}};
+    window.markStale();
+    window.refresh();
+    EXPECT_FALSE(notice->isVisible());
+    EXPECT_EQ(shown(), QString::fromUtf8("0.002 W/cm²")) << "at 40 units";
+    EXPECT_EQ(pass.measured.radiometry(), nullptr) << "others measure without";
 }
 
 TEST_F(PlotWindowTest, StripsAreAddedRemovedAndMoved) {

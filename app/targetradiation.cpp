@@ -1,0 +1,83 @@
+// What targets radiate towards their threats, for the plots.
+#include "targetradiation.h"
+
+#include <QTimer>
+
+#include "loadedengagement.h"
+#include "messages.h"
+
+namespace sorvane {
+namespace {
+constexpr int kLookMilliseconds = 50;
+} // namespace
+
+TargetRadiation::TargetRadiation(QObject* parent) : QObject(parent), timer_(new QTimer(this)) {
+    timer_->setInterval(kLookMilliseconds);
+    connect(timer_, &QTimer::timeout, this, [this] { look(); });
+}
+
+TargetRadiation::~TargetRadiation() = default;
+
+PlotRadiation TargetRadiation::of(const LoadedEngagement& engagement) {
+    const auto entry = known_.find(engagement.path());
+    if (entry != known_.end() && entry->second.stamp == engagement.stamp() &&
+        entry->second.target == engagement.modelFiles().target) {
+        if (entry->second.radiometry != nullptr)
+            return {entry->second.radiometry, {}};
+        return {nullptr, QStringLiteral("%1: the files of the target can't be used").arg(engagement.name())};
+    }
+    if (!running_) {
+        if (std::shared_ptr<const TargetModel> model = modelOf(engagement)) {
+            start(engagement, std::move(model));
+        } else {
+            known_[engagement.path()] = {engagement.stamp(), engagement.modelFiles().target, nullptr};
+            return of(engagement);
+        }
+    }
+    return {nullptr, text()};
+}
+
+// What the loaders say has been said, or will be, when the body is drawn.
+std::shared_ptr<const TargetModel> TargetRadiation::modelOf(const LoadedEngagement& engagement) {
+    if (model_ == nullptr || modelFiles_ != engagement.modelFiles().target) {
+        const MessageCollection quiet;
+        model_ = loadTargetModel(targetFilesOf(engagement.header(), BandChoice::All));
+        modelFiles_ = engagement.modelFiles().target;
+    }
+    return model_;
+}
+
+void TargetRadiation::start(const LoadedEngagement& engagement, std::shared_ptr<const TargetModel> model) {
+    running_ =
+        Running{engagement.path(), engagement.name(), {engagement.stamp(), engagement.modelFiles().target, nullptr}};
+    share_ = std::make_shared<std::atomic<double>>(0.0);
+    work_.start(
+        [series = engagement.data().samples.series(), model = std::move(model),
+         share = share_](const std::atomic<bool>& isUnwanted) {
+            const RadiometryWork work{.progress = [&](double done) {
+                *share = done;
+                return !isUnwanted;
+            }};
+            return radiometryOf(series->samples(), *model, work);
+        },
+        true);
+    timer_->start();
+}
+
+void TargetRadiation::look() {
+    if (!work_.isReady()) {
+        emit advanced(text());
+        return;
+    }
+    timer_->stop();
+    const std::optional<std::shared_ptr<const TargetRadiometry>> result = work_.take();
+    running_->entry.radiometry = result.value_or(nullptr);
+    known_[running_->path] = std::move(running_->entry);
+    running_.reset();
+    emit changed();
+}
+
+QString TargetRadiation::text() const {
+    return QStringLiteral("Radiation of %1: %2 %").arg(running_->name).arg(static_cast<int>(100.0 * *share_));
+}
+} // namespace sorvane
