@@ -88,7 +88,7 @@ QRgb colourOf(double radiance, const ScaleEnds& ends, std::span<const QRgb, 256>
     constexpr double kLast = 255.0;
     const double place = (radiance - ends.black) / (ends.white - ends.black) * kLast;
     // What is not a number is as dark as can be.
-    return colours[place > 0.0 ? static_cast<std::size_t>(std::min(place, kLast) + 0.5) : 0];
+    return colours[place > 0.0 ? static_cast<std::size_t>(std::lround(std::min(place, kLast))) : 0];
 }
 
 RadianceRequest ScaledFrame::radianceRequest(const SceneOptions& options, const ScaledRequest& request) {

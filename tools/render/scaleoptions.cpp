@@ -51,6 +51,7 @@ void addScaleOptions(CLI::App& parser, PictureScale& scale) {
             "followed bodies and the ground), or from 0 to this (default fixed)")
         ->type_name("fixed|auto|VALUE");
     std::vector<std::string> names;
+    names.reserve(std::size(kPalettes));
     for (const PaletteName& name : kPalettes)
         names.emplace_back(name.option);
     parser

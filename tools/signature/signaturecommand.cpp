@@ -68,12 +68,12 @@ public:
             return "--attitude is not ROLL,PITCH,YAW: " + options_.attitude;
         if (!SignatureGrid::isStep(options_.step))
             return "--step is not a part of 90 degrees, or is below 0.5";
-        if (const Complaint complaint = checkOutputs())
+        if (Complaint complaint = checkOutputs())
             return complaint;
         if (options_.inputs.size() > 1 && !(options_.files.reflectance.empty() && options_.files.radiance.empty()))
             return "--reflectance and --radiance are for one body";
         for (const std::string& input : options_.inputs)
-            if (const Complaint complaint = add(input, light))
+            if (Complaint complaint = add(input, light))
                 return complaint;
         return write();
     }
@@ -117,7 +117,7 @@ private:
         else if (options_.outputs.empty())
             writeSummary(streams_.out, signatures_);
         for (const std::string& output : options_.outputs)
-            if (const Complaint complaint = writeTo(output))
+            if (Complaint complaint = writeTo(output))
                 return complaint;
         return std::nullopt;
     }
@@ -220,7 +220,7 @@ SubCommand addSignatureCommand(CLI::App& parent) {
         ->check(CLI::IsMember({"light", "dark"}));
     return {parser, [options](Streams& streams) {
                 SignatureRun run(*options, streams);
-                if (const Complaint complaint = run.run()) {
+                if (Complaint complaint = run.run()) {
                     streams.err << "sorvane signature: " << complaint->text << std::endl;
                     return ExitStatus::Failed;
                 }
