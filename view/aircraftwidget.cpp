@@ -194,7 +194,7 @@ ScaledRequest AircraftWidget::scaledRequest() const {
         .width = std::max(static_cast<int>(std::lround(width_ * ratio)), 1),
         .height = std::max(static_cast<int>(std::lround(height_ * ratio)), 1),
         .followed = followed(),
-        .centimetresPerUnit = centimetresPerUnit_};
+        .flareUnits = {.centimetres = centimetresPerUnit_}};
 }
 
 std::optional<PointedRadiance> AircraftWidget::radianceAt(const QPointF& place) {

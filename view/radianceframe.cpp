@@ -284,8 +284,9 @@ void RadianceFrame::drawSubject(const Subject& subject, const LookAt& lookAt) co
     const flareKeyframe& flare = *subject.flare;
     const std::array<double, 3> way = fromEye(lookAt, flare.pos);
     const std::array<float, 3> halfAxes = halfAxesOf(flare, std::hypot(way[0], way[1], way[2]));
-    const double area = projectedArea(flare, halfAxes, way) * request_.centimetresPerUnit * request_.centimetresPerUnit;
-    const auto radiance = static_cast<float>(double{flare.scalar} / area);
+    const FlareUnits& units = request_.flareUnits;
+    const double area = projectedArea(flare, halfAxes, way) * units.centimetres * units.centimetres;
+    const auto radiance = static_cast<float>(double{flare.scalar} * units.intensity / area);
     lookAt.load(flare.pos);
     glMultMatrixf(modelOf(flare, halfAxes).data());
     glColor4f(radiance, radiance, radiance, 1.0F);

@@ -28,6 +28,12 @@ struct RadianceFineness {
     int flare = 256;
 };
 
+// What the numbers of flares in a trajectory mean; the radiances of all else don't depend on its units.
+struct FlareUnits {
+    double centimetres = kCentimetresPerMetre; // in a unit of length
+    double intensity = 1.0;                    // W/sr of a brightness of 1
+};
+
 // What lights the bodies.
 struct RadianceLight {
     bool hasSun = true;
@@ -42,8 +48,7 @@ struct RadianceRequest {
     bool showTerrain = false;
     bool loadsTerrain = true; // before it is drawn; without, terrain that is not loaded is left out
     float background = 0.0F;  // W/cm²/sr, where nothing is
-    // Of the trajectories' unit of length, of which only the flares depend.
-    double centimetresPerUnit = kCentimetresPerMetre;
+    FlareUnits flareUnits{};
     RadianceFineness fineness{};
     RadianceLight light{};
     bool showFlares = true;

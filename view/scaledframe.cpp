@@ -101,7 +101,7 @@ RadianceRequest ScaledFrame::radianceRequest(const SceneOptions& options, const 
         .time = options.time,
         .showTerrain = options.showTerrain,
         .loadsTerrain = options.loadsTerrain,
-        .centimetresPerUnit = request.centimetresPerUnit,
+        .flareUnits = request.flareUnits,
         .fineness = {options.samples > 0 ? 2 : 1, kSamplesOfSmallBody, kSamplesOfSmallFlare}};
 }
 

@@ -18,7 +18,7 @@ struct ScaledRequest {
     int width = 1;                    // pixels of the framebuffer
     int height = 1;
     std::optional<EngagementId> followed{}; // by whose bodies an automatic scale goes
-    double centimetresPerUnit = kCentimetresPerMetre;
+    FlareUnits flareUnits{};
 };
 
 struct ScaledPicture {

@@ -165,6 +165,7 @@ TEST_F(RadianceCommandTest, AFlareAddsUpToItsIntensityThroughTheWholeSensor) {
     EXPECT_NEAR(intensity({"--unit", "ft"}, 30.48) / plain, 1.0, 1e-4);
     EXPECT_NEAR(intensity({"--blur", "1.5"}, 100.0) / plain, 1.0, 1e-3);
     EXPECT_NEAR(plain / TestFlare().scalar, 1.0, 0.01);
+    EXPECT_NEAR(intensity({"--flare-scale", "0.25"}, 100.0) / plain, 0.25, 1e-4);
 }
 
 TEST_F(RadianceCommandTest, TheSameCallMakesTheSameBytesAndFramesHaveNoiseOfTheirOwn) {
@@ -190,10 +191,10 @@ TEST_F(RadianceCommandTest, TheSameCallMakesTheSameBytesAndFramesHaveNoiseOfThei
 TEST_F(RadianceCommandTest, PrintsTheCommandThatRepeatsIt) {
     const CommandRun run = render(
         "a.npy", {"--sensor", "9x7", "--blur", "0.5", "--noise", "1e-6", "--bits", "8", "--full-scale", "0.25",
-                  "--unit", "ft", "--print-command"});
+                  "--unit", "ft", "--flare-scale", "0.5", "--print-command"});
     EXPECT_THAT(
         run.out,
-        HasSubstr(" --size 9x7 --unit ft --radiance --blur 0.5 --noise 1e-06 --seed 0 --bits 8 --full-scale 0.25 "
+        HasSubstr(" --size 9x7 --unit ft --flare-scale 0.5 --radiance --blur 0.5 --noise 1e-06 --seed 0 --bits 8 --full-scale 0.25 "
                   "--allow-missing"));
 }
 
@@ -219,7 +220,10 @@ TEST_F(RadianceCommandTest, RefusesWhatMakesNoSense) {
         EXPECT_THAT(run.err, HasSubstr(message));
         EXPECT_FALSE(std::filesystem::exists(results.file(output))) << message;
     }
-    const CommandRun run = runCommand({"render", trajectory, "-o", results.file("a.png"), "--blur", "1"});
-    EXPECT_THAT(run.err, HasSubstr("--blur requires --radiance"));
+    for (const auto& [option, message] : Rows<const char*, const char*>{
+             {"--blur", "--blur requires --radiance"}, {"--flare-scale", "--flare-scale is for radiances"}}) {
+        const CommandRun run = runCommand({"render", trajectory, "-o", results.file("a.png"), option, "2"});
+        EXPECT_THAT(run.err, HasSubstr(message));
+    }
 }
 } // namespace

@@ -128,7 +128,7 @@ struct RadianceFrameTest : testing::Test {
     // The sum over the picture of radiance × solid angle, above the background's, times a squared distance: W/sr.
     double intensityAt(double distance, const RadiancePicture& picture) const {
         const PixelPlane plane(request.fieldOfViewDegrees, request.width, request.height);
-        const double centimetres = distance * request.centimetresPerUnit;
+        const double centimetres = distance * request.flareUnits.centimetres;
         double sum = 0.0;
         for (int row = 0; row < picture.height; ++row)
             for (int column = 0; column < picture.width; ++column)

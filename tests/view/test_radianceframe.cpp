@@ -77,7 +77,7 @@ TEST_F(RadianceFrameTest, AFlareRadiatesItsIntensityWhateverItsSize) {
         return draw(cameraBeside(100.0, 0.0, 0.0)).radiances[32 * 65 + 32];
     };
     EXPECT_NEAR(middle(), 1.69102e-3F, 1e-7F);
-    request.centimetresPerUnit = kCentimetresPerFoot;
+    request.flareUnits.centimetres = kCentimetresPerFoot;
     EXPECT_NEAR(middle(), 1.82020e-2F, 1e-6F);
 }
 

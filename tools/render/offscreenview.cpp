@@ -82,7 +82,7 @@ double OffscreenView::fieldOfViewDegrees(const CameraChoice& choice, std::size_t
 
 QImage OffscreenView::draw(
     const SceneOptions& options, const CameraChoice& choice, std::size_t followed, const PictureScale& scale,
-    double centimetresPerUnit) {
+    const FlareUnits& flareUnits) {
     applyProjection(fieldOfViewDegrees(choice, followed), size_.width(), size_.height());
     scaledFrame_.paint(
         scene_, shown_, cameraAt(options.time, choice, followed), options,
@@ -91,13 +91,13 @@ QImage OffscreenView::draw(
          .width = size_.width(),
          .height = size_.height(),
          .followed = shown_.at(followed).id,
-         .centimetresPerUnit = centimetresPerUnit});
+         .flareUnits = flareUnits});
     return context_.picture();
 }
 
 std::optional<RadiancePicture> OffscreenView::drawRadiance(
     const SceneOptions& options, const CameraChoice& choice, std::size_t followed, float background,
-    double centimetresPerUnit) {
+    const FlareUnits& flareUnits) {
     return radianceFrame_.draw(
         shown_, cameraAt(options.time, choice, followed),
         {.fieldOfViewDegrees = fieldOfViewDegrees(choice, followed),
@@ -106,7 +106,7 @@ std::optional<RadiancePicture> OffscreenView::drawRadiance(
          .time = options.time,
          .showTerrain = options.showTerrain,
          .background = background,
-         .centimetresPerUnit = centimetresPerUnit});
+         .flareUnits = flareUnits});
 }
 
 float OffscreenView::skyRadiance(std::size_t followed) const {

@@ -66,13 +66,13 @@ public:
     // QGuiApplication.
     QImage draw(
         const SceneOptions& options, const CameraChoice& choice, std::size_t followed, const PictureScale& scale = {},
-        double centimetresPerUnit = kCentimetresPerMetre);
+        const FlareUnits& flareUnits = {});
 
     // The same in radiances. Of the options time and terrain count; W/cm²/sr where nothing is. Nothing when OpenGL has
     // no such framebuffers.
     std::optional<RadiancePicture> drawRadiance(
         const SceneOptions& options, const CameraChoice& choice, std::size_t followed, float background,
-        double centimetresPerUnit);
+        const FlareUnits& flareUnits);
     // The sky's of the engagement number `followed`; 0 without an atmosphere.
     float skyRadiance(std::size_t followed) const;
 

@@ -1,6 +1,7 @@
 // The options of `sorvane render` that make pictures of radiances.
 #include "radianceoptions.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <CLI/CLI.hpp>
@@ -65,6 +66,24 @@ void addRadianceOptions(CLI::App& parser, RenderRequest& request) {
     add("--seed", sensor.seed, "N", "Which noise (default 0)");
     add("--bits", sensor.bits, "N", "Digitise, after the noise, in 2^N steps from 0 to --full-scale");
     add("--full-scale", sensor.fullScale, "VALUE", "Radiance of the highest step, W/cm2/sr");
+    parser
+        .add_option(
+            "--flare-scale", options.flareScale,
+            "Intensity in W/sr of a flare of brightness 1, for --radiance, --scale and the pane seeker")
+        ->type_name("INTENSITY")
+        ->capture_default_str()
+        ->check(CLI::Range(1e-30, 1e30));
+}
+
+bool showsRadiances(const RenderRequest& request) {
+    return request.radiance.isOn || !request.scale.isOrdinary() ||
+           std::ranges::any_of(request.panes, &ViewChoice::isSeeker);
+}
+
+std::optional<Problem> problemOfFlareScale(const RenderRequest& request) {
+    if (request.radiance.flareScale != RadianceOptions().flareScale && !showsRadiances(request))
+        return "--flare-scale is for radiances: --radiance, --scale or the pane seeker";
+    return {};
 }
 
 std::optional<Problem> problemOfRadiance(const RenderRequest& request) {
@@ -88,6 +107,8 @@ std::optional<Problem> problemOfRadiance(const RenderRequest& request) {
 }
 
 void spellOut(const RadianceOptions& options, std::vector<std::string>& words) {
+    if (options.flareScale != RadianceOptions().flareScale)
+        words.insert(words.end(), {"--flare-scale", shortestText(options.flareScale)});
     if (!options.isOn)
         return;
     words.emplace_back("--radiance");

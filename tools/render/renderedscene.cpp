@@ -33,8 +33,9 @@ std::optional<QString> firstMissing(std::initializer_list<QString> paths) {
     return std::nullopt;
 }
 
-double centimetresPerUnit(const RenderRequest& request) {
-    return request.texts.unit == LengthUnit::Feet ? kCentimetresPerFoot : kCentimetresPerMetre;
+FlareUnits flareUnits(const RenderRequest& request) {
+    const bool isInFeet = request.texts.unit == LengthUnit::Feet;
+    return {isInFeet ? kCentimetresPerFoot : kCentimetresPerMetre, request.radiance.flareScale};
 }
 
 TextRequest textsOf(const RenderRequest& request) {
@@ -110,7 +111,7 @@ PictureScale RenderedScene::scaleOf(std::size_t pane) const {
 QImage RenderedScene::drawView(const SceneOptions& scene, const CameraChoice& camera, const PictureScale& scale) {
     QImage picture;
     const LoaderOutcome drawn =
-        runLoader([&] { picture = view_.draw(scene, camera, followed_, scale, centimetresPerUnit(request_)); });
+        runLoader([&] { picture = view_.draw(scene, camera, followed_, scale, flareUnits(request_)); });
     return drawn.hasReturned() ? picture : QImage();
 }
 
@@ -118,10 +119,10 @@ std::optional<RadianceImage>
 RenderedScene::drawRadiance(const SceneOptions& scene, const CameraChoice& camera, std::int64_t frame) {
     const RadianceOptions& options = request_.radiance;
     const double background = options.background.value_or(view_.skyRadiance(followed_));
-    const double unit = centimetresPerUnit(request_);
+    const FlareUnits units = flareUnits(request_);
     std::optional<RadiancePicture> drawn;
     const LoaderOutcome outcome =
-        runLoader([&] { drawn = view_.drawRadiance(scene, camera, followed_, static_cast<float>(background), unit); });
+        runLoader([&] { drawn = view_.drawRadiance(scene, camera, followed_, static_cast<float>(background), units); });
     if (!outcome.hasReturned() || !drawn)
         return std::nullopt;
     SensorPicture sensed{drawn->width, drawn->height, std::move(drawn->radiances)};

@@ -120,7 +120,7 @@ std::string absolutePath(const std::string& path) {
 std::optional<sorvane::Problem> problemOf(const RenderRequest& request) {
     if (std::ranges::count(request.files, "-") > 1)
         return "standard input can be drawn once";
-    for (const auto& check : {problemOfOutput, problemOfTimes, problemOfView})
+    for (const auto& check : {problemOfOutput, problemOfTimes, problemOfView, problemOfFlareScale})
         if (auto problem = check(request))
             return problem;
     return {};
@@ -196,7 +196,7 @@ std::string reproducingCommand(const RenderRequest& request, const RenderPlan& p
         words.emplace_back("--line-styles");
     if (plan.scene.samples > 0)
         words.insert(words.end(), {"--antialias", std::to_string(plan.scene.samples)});
-    spellOut(request.texts, request.radiance.isOn || !request.scale.isOrdinary(), words);
+    spellOut(request.texts, showsRadiances(request), words);
     spellOut(request.radiance, words);
     spellOut(request.scale, words);
     if (request.allowsMissing)
