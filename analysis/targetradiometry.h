@@ -34,6 +34,13 @@ public:
     double flareScale() const { return series_.flareScale; }
     const Series& series() const { return series_; }
 
+    // The same with flares of another intensity.
+    TargetRadiometry withFlareScale(double scale) const {
+        TargetRadiometry result = *this;
+        result.series_.flareScale = scale;
+        return result;
+    }
+
 private:
     double valueAt(const std::vector<double>& values, double time) const;
 

@@ -60,7 +60,9 @@ void DisplayKeys::cycleUnit() {
 }
 
 void DisplayKeys::tellUnit() {
-    parts_.view.setCentimetresPerUnit(unit_ == LengthUnit::Feet ? kCentimetresPerFoot : kCentimetresPerMetre);
+    FlareUnits units = parts_.view.flareUnits();
+    units.centimetres = unit_ == LengthUnit::Feet ? kCentimetresPerFoot : kCentimetresPerMetre;
+    parts_.view.setFlareUnits(units);
 }
 
 void DisplayKeys::changeScale(KeyCommand command) {

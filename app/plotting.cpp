@@ -7,6 +7,7 @@
 #include <QDoubleSpinBox>
 #include <QScreen>
 
+#include "aircraftwidget.h"
 #include "currentengagement.h"
 #include "playbackclock.h"
 #include "plotwindow.h"
@@ -90,7 +91,9 @@ void Plotting::open() {
                  const MeasuredEngagement* const plotted = measured.get();
                  return PlottedEngagement{engagement.name(), plotted, engagement.facts().events, std::move(measured)};
              },
-         .radiation = [this](EngagementId id) { return radiation_->of(*parts_.engagements.find(id)); },
+         .radiation = [this](EngagementId id) { return radiationOf(id); },
+         .flareIntensity = [this] { return parts_.view.flareUnits().intensity; },
+         .setFlareIntensity = [this](double intensity) { setFlareIntensity(intensity); },
          .goTo =
              [this](double time) {
                  parts_.steps.to(std::clamp(time, parts_.box.minimum(), parts_.box.maximum()));
@@ -105,5 +108,22 @@ void Plotting::open() {
     plots_->setNow(parts_.box.value());
     showLoop();
     plots_->show();
+}
+
+PlotRadiation Plotting::radiationOf(EngagementId id) {
+    PlotRadiation radiation = radiation_->of(*parts_.engagements.find(id));
+    if (radiation.radiometry != nullptr)
+        radiation.radiometry = std::make_shared<const TargetRadiometry>(
+            radiation.radiometry->withFlareScale(parts_.view.flareUnits().intensity));
+    return radiation;
+}
+
+// Not kept for the next session: it says what the files at hand mean.
+void Plotting::setFlareIntensity(double intensity) {
+    FlareUnits units = parts_.view.flareUnits();
+    units.intensity = intensity;
+    parts_.view.setFlareUnits(units);
+    plots_->markStale();
+    plots_->refresh();
 }
 } // namespace sorvane

@@ -8,13 +8,14 @@
 #include "engagementlist.h"
 #include "keyfilter.h"
 #include "measuretext.h"
+#include "plotwindow.h"
 
+class AircraftWidget;
 class QDoubleSpinBox;
 
 namespace sorvane {
 class CurrentEngagement;
 class PlaybackClock;
-class PlotWindow;
 class TargetRadiation;
 class TimeSteps;
 
@@ -25,6 +26,7 @@ public:
         QWidget& window;
         const EngagementList& engagements;
         const CurrentEngagement& current;
+        AircraftWidget& view;
         QDoubleSpinBox& box;
         TimeSteps& steps;
         PlaybackClock& clock;
@@ -46,6 +48,8 @@ public:
 
 private:
     void open();
+    PlotRadiation radiationOf(EngagementId id);
+    void setFlareIntensity(double intensity);
 
     Parts parts_;
     PlotWindow* plots_ = nullptr; // of the window's children

@@ -59,8 +59,8 @@ WindowFeatures::WindowFeatures(const WindowParts& parts)
                   parts_.clock.range());
           })),
       plots_(new Plotting(
-          {parts.window, parts.engagements, current_, *parts.form.doubleSpinBox, *steps_, parts.clock,
-           [this] { return display_.unit(); },
+          {parts.window, parts.engagements, current_, *parts.form.glWidget, *parts.form.doubleSpinBox, *steps_,
+           parts.clock, [this] { return display_.unit(); },
            [this](KeyCommand command) {
                run(command);
            }},

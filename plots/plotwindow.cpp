@@ -2,8 +2,10 @@
 #include "plotwindow.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
@@ -172,6 +174,7 @@ void PlotWindow::fillMenu(QMenu& menu, std::optional<std::size_t> strip) {
     menu.addSeparator();
     addOverlayMenu(*menu.addMenu(QStringLiteral("Overlay")));
     addAlignmentMenu(*menu.addMenu(QStringLiteral("Time 0 is")));
+    menu.addAction(QStringLiteral("Intensity of flares…"), this, [this] { askFlareIntensity(); });
     menu.addSeparator();
     menu.addAction(QStringLiteral("All times"), this, [this] { plot_->showAllTimes(); });
     menu.addAction(QStringLiteral("Remove cursors"), this, [this] {
@@ -186,6 +189,23 @@ void PlotWindow::fillMenu(QMenu& menu, std::optional<std::size_t> strip) {
         useTheme();
     });
     menu.addAction(QStringLiteral("Save as…"), this, [this] { saveAs(); });
+}
+
+void PlotWindow::askFlareIntensity() {
+    auto* const dialog = new QInputDialog(this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(QStringLiteral("Intensity of flares"));
+    dialog->setLabelText(QStringLiteral("What a flare of brightness 1 radiates, in W/sr:"));
+    dialog->setTextValue(QLocale::c().toString(source_.flareIntensity(), 'g', QLocale::FloatingPointShortest));
+    connect(dialog, &QInputDialog::textValueSelected, this, [this](const QString& text) {
+        bool isNumber = false;
+        const double intensity = QLocale::c().toDouble(text, &isNumber);
+        if (isNumber && intensity > 0.0 && std::isfinite(intensity))
+            source_.setFlareIntensity(intensity);
+        else
+            setNotice(QStringLiteral("\"%1\" is not an intensity above 0").arg(text));
+    });
+    dialog->open();
 }
 
 void PlotWindow::addMeasureMenu(QMenu& menu) {

@@ -41,6 +41,9 @@ struct PlotSource {
     std::function<PlottedEngagement(EngagementId)> engagement;
     // For measures that need it. The window is to be drawn anew once it is there.
     std::function<PlotRadiation(EngagementId)> radiation;
+    // W/sr of a flare of brightness 1. Where it is set the radiation is another one, and the window is drawn anew.
+    std::function<double()> flareIntensity;
+    std::function<void(double)> setFlareIntensity;
     // Takes the viewer's clock to a time of the followed engagement.
     std::function<void(double)> goTo;
 };
@@ -77,6 +80,7 @@ private:
     void plotAnew();
     void moveStrip(std::size_t from, std::size_t to);
     void addMeasureMenu(QMenu& menu);
+    void askFlareIntensity();
     void addOverlayMenu(QMenu& menu);
     void addAlignmentMenu(QMenu& menu);
     void saveAs();

@@ -181,8 +181,8 @@ void AircraftWidget::setScale(const PictureScale& scale) {
     update();
 }
 
-void AircraftWidget::setCentimetresPerUnit(double centimetres) {
-    centimetresPerUnit_ = centimetres;
+void AircraftWidget::setFlareUnits(const FlareUnits& units) {
+    flareUnits_ = units;
     update();
 }
 
@@ -194,7 +194,7 @@ ScaledRequest AircraftWidget::scaledRequest() const {
         .width = std::max(static_cast<int>(std::lround(width_ * ratio)), 1),
         .height = std::max(static_cast<int>(std::lround(height_ * ratio)), 1),
         .followed = followed(),
-        .flareUnits = {.centimetres = centimetresPerUnit_}};
+        .flareUnits = flareUnits_};
 }
 
 std::optional<PointedRadiance> AircraftWidget::radianceAt(const QPointF& place) {

@@ -106,9 +106,9 @@ public:
     const sorvane::PictureScale& scale() const { return scale_; }
     // Of the frame on show.
     const sorvane::ScaleEnds& scaleEnds() const { return scaled_->ends(); }
-    // How long the trajectories' unit of length is, for the radiance of flares. At start a metre.
-    void setCentimetresPerUnit(double centimetres);
-    double centimetresPerUnit() const { return centimetresPerUnit_; }
+    // What the numbers of flares mean, for their radiance. At start a unit is a metre, and a brightness of 1 is 1 W/sr.
+    void setFlareUnits(const sorvane::FlareUnits& units);
+    const sorvane::FlareUnits& flareUnits() const { return flareUnits_; }
     // What shows at a place of the view in logical pixels; nothing before the first frame.
     std::optional<sorvane::PointedRadiance> radianceAt(const QPointF& place);
 
@@ -178,7 +178,7 @@ private:
     bool isSuspended_ = false; // while set, a frame is cleared and nothing drawn; nothing sets it
     bool isGlewInitialised_ = false;
     sorvane::PictureScale scale_;
-    double centimetresPerUnit_ = sorvane::kCentimetresPerMetre;
+    sorvane::FlareUnits flareUnits_;
     std::unique_ptr<sorvane::ScaledFrame> scaled_ = std::make_unique<sorvane::ScaledFrame>(); // ended like the scene
     std::unique_ptr<sorvane::Scene> scene_; // made with the GL context current and ended so
 };

@@ -121,7 +121,7 @@ QImage SideView::draw(QSize pixels) {
          .width = pixels.width(),
          .height = pixels.height(),
          .followed = main_->followed(),
-         .flareUnits = {.centimetres = main_->centimetresPerUnit()}});
+         .flareUnits = main_->flareUnits()});
     QImage drawn = framebuffer_->toImage();
     framebuffer_->release();
     dropAlpha(drawn);

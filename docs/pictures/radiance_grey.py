@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Shows a radiance picture as greys: usage radiance_grey.py PICTURE.npy OUT.png TIMES
+"""Shows radiance pictures of one height as greys, beside each other: usage radiance_grey.py OUT.png TIMES PICTURE.npy ...
 
-The grey is a logarithm, from the least radiance to 25 times that; every pixel becomes TIMES pixels to a side.
+The grey is a logarithm, from the least radiance of all to 25 times that; every pixel becomes TIMES pixels to a side.
 """
 
 import array
@@ -23,21 +23,26 @@ def read(path):
     return width, height, array.array("f", content[begin:])
 
 
+def grey(ratio):
+    return round(255.0 * min(max(math.log10(ratio), 0.0) / DECADES, 1.0))
+
+
 def main():
-    width, height, radiances = read(sys.argv[1])
-    times = int(sys.argv[3])
-    least = min(radiances)
-    greys = bytes(round(255.0 * min(max(math.log10(value / least), 0.0) / DECADES, 1.0)) for value in radiances)
+    times = int(sys.argv[2])
+    pictures = [read(path) for path in sys.argv[3:]]
+    least = min(min(radiances) for _, _, radiances in pictures)
     rows = b""
-    for row in range(height):
-        line = bytes(grey for grey in greys[row * width:(row + 1) * width] for _ in range(times))
+    for row in range(pictures[0][1]):
+        line = b"\xff".join(  # a white line between two
+            bytes(grey(value / least) for value in radiances[row * width:(row + 1) * width] for _ in range(times))
+            for width, _, radiances in pictures)
         rows += (b"\0" + line) * times
 
     def chunk(name, data):
         return struct.pack(">I", len(data)) + name + data + struct.pack(">I", zlib.crc32(name + data))
 
-    with open(sys.argv[2], "wb") as file:
-        header = struct.pack(">IIBBBBB", times * width, times * height, 8, 0, 0, 0, 0)
+    with open(sys.argv[1], "wb") as file:
+        header = struct.pack(">IIBBBBB", len(line), times * pictures[0][1], 8, 0, 0, 0, 0)
         file.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows, 9)) +
                    chunk(b"IEND", b""))
 

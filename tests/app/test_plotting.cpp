@@ -3,6 +3,8 @@
 
 #include <cmath>
 
+#include <QInputDialog>
+
 #include "encountertrajectory.h"
 #include "plotwindow.h"
 #include "signaturebodies.h"
@@ -104,9 +106,26 @@ struct RadiationTest : PlottingTest {
                 return action->trigger();
         FAIL() << measure;
     }
-    double irradiance() { // at 5 s
+    // Of the last strip's first curve at 5 s.
+    double shown() {
         const PlotDocument& document = plots()->plot().document();
-        return document.strips.empty() ? NAN : document.strips.back().curves.front().points.at(5).value;
+        if (!document.strips.empty())
+            for (const PlotPoint& point : document.strips.back().curves.front().points)
+                if (point.time == 5.0)
+                    return point.value;
+        return NAN;
+    }
+    void answer(const QString& intensity) {
+        QMenu menu;
+        plots()->fillMenu(menu, std::nullopt);
+        for (QAction* const action : menu.actions())
+            if (action->text().startsWith("Intensity of flares"))
+                action->trigger();
+        auto* const dialog = plots()->findChild<QInputDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        dialog->setTextValue(intensity);
+        dialog->accept();
+        QCoreApplication::sendPostedEvents(dialog, QEvent::DeferredDelete);
     }
     QString noticed() { return plots()->findChild<QLabel*>("plotNotice")->text(); }
 };
@@ -115,20 +134,38 @@ TEST_F(RadiationTest, IsWorkedOutBesideTheWindowAndKeptForTheSession) {
     window.loadEtxyzFile(path);
     openPlots();
     choose("target-irradiance");
-    EXPECT_TRUE(std::isnan(irradiance()));
+    EXPECT_TRUE(std::isnan(shown()));
     EXPECT_TRUE(noticed().startsWith("Radiation of ETXYZ.OUT.lit: ")) << noticed().toStdString();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !std::isnan(irradiance()); }));
-    EXPECT_NEAR(irradiance(), 12.0 / 100.0, 1e-6);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !std::isnan(shown()); }));
+    EXPECT_NEAR(shown(), 12.0 / 100.0, 1e-6);
     EXPECT_EQ(noticed(), QString());
     // Read again it is at hand at once; what reads otherwise is worked out anew.
     engagements().clear();
-    EXPECT_TRUE(std::isnan(irradiance()));
+    EXPECT_TRUE(std::isnan(shown()));
     window.loadEtxyzFile(path);
-    EXPECT_NEAR(irradiance(), 12.0 / 100.0, 1e-6);
+    EXPECT_NEAR(shown(), 12.0 / 100.0, 1e-6);
     writeBody(bodies, "tgt", boxFacets({4.0, 3.0, 2.0}, {0, 0, 0, 0, 0.5F, 0.25F}));
     QTest::keyClick(view, Qt::Key_F5);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return irradiance() < 0.1; }));
-    EXPECT_NEAR(irradiance(), 6.0 / 100.0, 1e-6);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown() < 0.1; }));
+    EXPECT_NEAR(shown(), 6.0 / 100.0, 1e-6);
+}
+
+TEST_F(RadiationTest, FlaresAreAsIntenseAsTheUserSays) {
+    window.loadEtxyzFile(path);
+    openPlots();
+    QTest::keyClick(&plots()->plot(), Qt::Key_U);
+    choose("flare-jam-to-signal");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !std::isnan(shown()); }));
+    const double target = 12.0 * 30.48 * 30.48; // W/sr, its lengths in feet
+    EXPECT_NEAR(shown(), 1e7 / target, 1e-3);
+    answer("-3");
+    EXPECT_EQ(noticed(), "\"-3\" is not an intensity above 0");
+    EXPECT_NEAR(shown(), 1e7 / target, 1e-3);
+    answer("2e-7");
+    EXPECT_EQ(noticed(), QString());
+    EXPECT_NEAR(shown(), 2.0 / target, 1e-9);
+    EXPECT_EQ(view->flareUnits().intensity, 2e-7);
+    EXPECT_EQ(view->flareUnits().centimetres, 30.48);
 }
 
 TEST_F(RadiationTest, SaysWhatCannotBeMeasured) {
@@ -136,7 +173,7 @@ TEST_F(RadiationTest, SaysWhatCannotBeMeasured) {
     openPlots();
     choose("target-irradiance");
     EXPECT_EQ(noticed(), "ETXYZ.OUT.pass: the files of the target can't be used");
-    EXPECT_TRUE(std::isnan(irradiance()));
+    EXPECT_TRUE(std::isnan(shown()));
 }
 
 TEST_F(PlottingTest, ShadesTheLoop) {

@@ -81,6 +81,8 @@ protected:
                  return id == kPass ? pass.plotted() : other.plotted("other");
              },
          .radiation = [this](EngagementId /*id*/) { return radiation; },
+         .flareIntensity = [] { return 1.0; },
+         .setFlareIntensity = [](double /*intensity*/) {},
          .goTo =
              [this](double time) {
                  wentTo.push_back(time);
