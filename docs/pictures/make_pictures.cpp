@@ -59,6 +59,7 @@ constexpr int kVeer = 2; // its number among the engagements
 class Photographer {
 public:
     Photographer(const QDir& demonstration, const QDir& pictures) : demonstration_(demonstration), pictures_(pictures) {
+        view_->setTerrainComesLater(false); // every picture has all of its ground
         window_.show();
         for (const char* const name : {"ETXYZ.OUT.turn", "ETXYZ.OUT.weave.Z", "ETXYZ.OUT.veer", "ETXYZ.OUT.vague"})
             window_.loadEtxyzFile(demonstration.filePath(QString::fromLatin1(name)));

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
-"""Shows radiance pictures of one height as greys, beside each other: usage radiance_grey.py OUT.png TIMES PICTURE.npy ...
+"""Shows radiance pictures of one height as greys, beside each other.
 
-The grey is a logarithm, from the least radiance of all to 25 times that; every pixel becomes TIMES pixels to a side.
+usage: radiance_grey.py OUT.png TIMES SPAN PICTURE.npy ...
+
+The grey is a logarithm, from the least radiance of all to SPAN times that; every pixel becomes TIMES pixels to a side.
 """
 
 import array
@@ -10,9 +12,6 @@ import math
 import struct
 import sys
 import zlib
-
-DECADES = math.log10(25.0)
-
 
 def read(path):
     """Width, height and the values, row by row."""
@@ -23,18 +22,19 @@ def read(path):
     return width, height, array.array("f", content[begin:])
 
 
-def grey(ratio):
-    return round(255.0 * min(max(math.log10(ratio), 0.0) / DECADES, 1.0))
+def grey(ratio, decades):
+    return round(255.0 * min(max(math.log10(ratio), 0.0) / decades, 1.0))
 
 
 def main():
     times = int(sys.argv[2])
-    pictures = [read(path) for path in sys.argv[3:]]
+    pictures = [read(path) for path in sys.argv[4:]]
+    decades = math.log10(float(sys.argv[3]))
     least = min(min(radiances) for _, _, radiances in pictures)
     rows = b""
     for row in range(pictures[0][1]):
         line = b"\xff".join(  # a white line between two
-            bytes(grey(value / least) for value in radiances[row * width:(row + 1) * width] for _ in range(times))
+            bytes(grey(value / least, decades) for value in radiances[row * width:(row + 1) * width] for _ in range(times))
             for width, _, radiances in pictures)
         rows += (b"\0" + line) * times
 
