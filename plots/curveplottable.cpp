@@ -20,6 +20,36 @@ template <class Value> QCPRange rangeOf(std::span<const PlotPoint> points, bool&
     isFound = lower <= upper;
     return isFound ? QCPRange(lower, upper) : QCPRange();
 }
+
+// The parts of a polyline with y from `top` to `bottom`.
+std::vector<QPolygonF> partsBetween(const QPolygonF& line, double top, double bottom) {
+    std::vector<QPolygonF> parts;
+    bool isOpen = false; // whether the last part ends where the next piece begins
+    for (qsizetype i = 1; i < line.size(); ++i) {
+        const QLineF piece(line[i - 1], line[i]);
+        // Where along the piece, from 0 to 1, it is within.
+        double from = 0.0;
+        double to = 1.0;
+        if (piece.dy() == 0.0) {
+            if (piece.y1() < top || piece.y1() > bottom)
+                to = -1.0;
+        } else {
+            const auto [enters, leaves] =
+                std::minmax({(top - piece.y1()) / piece.dy(), (bottom - piece.y1()) / piece.dy()});
+            from = std::max(from, enters);
+            to = std::min(to, leaves);
+        }
+        if (from > to) {
+            isOpen = false;
+            continue;
+        }
+        if (!isOpen)
+            parts.emplace_back().append(piece.pointAt(from));
+        parts.back().append(piece.pointAt(to));
+        isOpen = to == 1.0;
+    }
+    return parts;
+}
 } // namespace
 
 CurvePlottable::CurvePlottable(QCPAxisRect& strip, const PlotCurve& curve)
@@ -55,12 +85,21 @@ void CurvePlottable::draw(QCPPainter* painter) {
     painter->setPen(pen());
     painter->setBrush(Qt::NoBrush);
     applyDefaultAntialiasingHint(painter);
+    // What is written as SVG is cut off by nobody else.
+    const bool isCut = painter->paintEngine()->type() == QPaintEngine::SVG;
+    const double top = clipRect().top();
+    const double bottom = top + clipRect().height();
     QPolygonF piece;
     const auto drawPiece = [&] {
-        if (piece.size() == 1)
-            painter->drawEllipse(piece.front(), 1.5, 1.5); // a value between two gaps
-        else if (!piece.isEmpty())
+        if (piece.size() == 1) { // a value between two gaps
+            if (!isCut || (piece.front().y() >= top && piece.front().y() <= bottom))
+                painter->drawEllipse(piece.front(), 1.5, 1.5);
+        } else if (isCut) {
+            for (const QPolygonF& part : partsBetween(piece, top, bottom))
+                painter->drawPolyline(part);
+        } else if (!piece.isEmpty()) {
             painter->drawPolyline(piece);
+        }
         piece.clear();
     };
     for (const PlotPoint& point : shown_) {

@@ -2,9 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 #include <QImage>
+#include <QRegularExpression>
 #include <QThread>
 
 #include "plotfile.h"
@@ -46,6 +48,35 @@ TEST(PlotFile, TheSamePlotGivesTheSameBytes) {
     QThread::msleep(1100); // formats may note the second
     for (std::size_t i = 0; i < first.size(); ++i)
         EXPECT_EQ(fileOf(rows[i].first), first[i]) << rows[i].second;
+}
+
+// The target leaves the axis of its strip for 180° there.
+TEST(PlotFile, NoCurveLeavesItsStrip) {
+    StripPlot plot;
+    plot.setDocument(passPlot());
+    const QString svg = QString::fromUtf8(plotPicture(plot, PlotFormat::Svg, {640, 480}));
+    plot.setViewport(QRect(0, 0, 640, 480));
+    plot.arrange();
+    const QRegularExpression lines("<polyline[^>]* points=\"([^\"]*)\"");
+    std::vector<int> curves(plot.stripCount(), 0);
+    for (const QRegularExpressionMatch& line : lines.globalMatch(svg)) {
+        double least = 480.0;
+        double greatest = 0.0;
+        const QStringList points = line.captured(1).split(' ', Qt::SkipEmptyParts);
+        if (points.size() < 10)
+            continue; // an axis' mark
+        for (const QString& point : points) {
+            const double y = point.section(',', 1).toDouble();
+            least = std::min(least, y);
+            greatest = std::max(greatest, y);
+        }
+        for (std::size_t i = 0; i < plot.stripCount(); ++i)
+            if (least >= plot.strip(i).top() - 1 && greatest <= plot.strip(i).bottom() + 2)
+                ++curves[i];
+            else
+                EXPECT_FALSE(least < plot.strip(i).bottom() && greatest > plot.strip(i).top()) << least << greatest;
+    }
+    EXPECT_THAT(curves, testing::ElementsAre(1, 1, testing::Ge(2), 1));
 }
 
 // The curves' shape, seen in the picture: the range falls from the left edge to the middle and rises again.
