@@ -91,7 +91,7 @@ void Plotting::open() {
                  const MeasuredEngagement* const plotted = measured.get();
                  return PlottedEngagement{engagement.name(), plotted, engagement.facts().events, std::move(measured)};
              },
-         .radiation = [this](EngagementId id) { return radiationOf(id); },
+         .radiations = [this](const std::vector<EngagementId>& ids) { return radiationsOf(ids); },
          .flareIntensity = [this] { return parts_.view.flareUnits().intensity; },
          .setFlareIntensity = [this](double intensity) { setFlareIntensity(intensity); },
          .goTo =
@@ -110,12 +110,16 @@ void Plotting::open() {
     plots_->show();
 }
 
-PlotRadiation Plotting::radiationOf(EngagementId id) {
-    PlotRadiation radiation = radiation_->of(*parts_.engagements.find(id));
-    if (radiation.radiometry != nullptr)
-        radiation.radiometry = std::make_shared<const TargetRadiometry>(
-            radiation.radiometry->withFlareScale(parts_.view.flareUnits().intensity));
-    return radiation;
+std::vector<PlotRadiation> Plotting::radiationsOf(const std::vector<EngagementId>& ids) {
+    std::vector<const LoadedEngagement*> engagements;
+    for (const EngagementId id : ids)
+        engagements.push_back(parts_.engagements.find(id));
+    std::vector<PlotRadiation> radiations = radiation_->of(engagements);
+    for (PlotRadiation& radiation : radiations)
+        if (radiation.radiometry != nullptr)
+            radiation.radiometry = std::make_shared<const TargetRadiometry>(
+                radiation.radiometry->withFlareScale(parts_.view.flareUnits().intensity));
+    return radiations;
 }
 
 // Not kept for the next session: it says what the files at hand mean.

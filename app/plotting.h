@@ -48,7 +48,7 @@ public:
 
 private:
     void open();
-    PlotRadiation radiationOf(EngagementId id);
+    std::vector<PlotRadiation> radiationsOf(const std::vector<EngagementId>& ids);
     void setFlareIntensity(double intensity);
 
     Parts parts_;

@@ -1,6 +1,8 @@
 // What targets radiate towards their threats, for the plots.
 #include "targetradiation.h"
 
+#include <algorithm>
+
 #include <QTimer>
 
 #include "loadedengagement.h"
@@ -17,6 +19,23 @@ TargetRadiation::TargetRadiation(QObject* parent) : QObject(parent), timer_(new 
 }
 
 TargetRadiation::~TargetRadiation() = default;
+
+std::vector<PlotRadiation> TargetRadiation::of(const std::vector<const LoadedEngagement*>& engagements) {
+    const auto isRunning = [this](const LoadedEngagement* engagement) {
+        return engagement->path() == running_->path && engagement->stamp() == running_->entry.stamp &&
+               engagement->modelFiles().target == running_->entry.target;
+    };
+    if (running_ && std::ranges::none_of(engagements, isRunning)) {
+        timer_->stop();
+        work_.abandon();
+        running_.reset();
+    }
+    std::vector<PlotRadiation> radiations;
+    radiations.reserve(engagements.size());
+    for (const LoadedEngagement* const engagement : engagements)
+        radiations.push_back(of(*engagement));
+    return radiations;
+}
 
 PlotRadiation TargetRadiation::of(const LoadedEngagement& engagement) {
     const auto entry = known_.find(engagement.path());

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include <QObject>
 #include <QString>
@@ -27,8 +28,8 @@ public:
     explicit TargetRadiation(QObject* parent);
     ~TargetRadiation() override;
 
-    // Where it is not at hand, begins to work it out, one engagement after the other.
-    PlotRadiation of(const LoadedEngagement& engagement);
+    // What of these is not at hand is worked out, one engagement after the other; what others have under way is given up.
+    std::vector<PlotRadiation> of(const std::vector<const LoadedEngagement*>& engagements);
 
 signals:
     // What is being worked out has come further; a text for people.
@@ -48,6 +49,7 @@ private:
         Entry entry; // for what comes of it
     };
 
+    PlotRadiation of(const LoadedEngagement& engagement);
     std::shared_ptr<const TargetModel> modelOf(const LoadedEngagement& engagement);
     void start(const LoadedEngagement& engagement, std::shared_ptr<const TargetModel> model);
     void look();

@@ -41,6 +41,15 @@ public:
             run();
     }
 
+    // Nobody wants the result of what was started any more.
+    void abandon() {
+        if (thread_.joinable()) {
+            state_->isUnwanted = true;
+            retire(std::move(thread_), state_->hasEnded);
+        }
+        state_.reset();
+    }
+
     bool isStarted() const { return state_ != nullptr; }
     bool isReady() const { return isStarted() && state_->hasEnded->load(std::memory_order_acquire); }
 
@@ -59,14 +68,6 @@ private:
         std::shared_ptr<std::atomic<bool>> hasEnded = std::make_shared<std::atomic<bool>>(false);
         std::optional<Result> result;
     };
-
-    void abandon() {
-        if (thread_.joinable()) {
-            state_->isUnwanted = true;
-            retire(std::move(thread_), state_->hasEnded);
-        }
-        state_.reset();
-    }
 
     std::shared_ptr<State> state_;
     std::thread thread_;

@@ -67,18 +67,18 @@ PlotDocument PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveD
     const bool needsRadiometry = std::ranges::any_of(measures_, &Measure::needsRadiometry);
     std::vector<PlottedEngagement> plotted;
     plotted.reserve(ids.size());
-    for (const EngagementId id : ids) {
-        PlottedEngagement& engagement = plotted.emplace_back(source_.engagement(id));
-        if (!needsRadiometry)
-            continue;
-        const PlotRadiation radiation = source_.radiation(id);
+    for (const EngagementId id : ids)
+        plotted.push_back(source_.engagement(id));
+    const std::vector<PlotRadiation> radiations =
+        source_.radiations(needsRadiometry ? ids : std::vector<EngagementId>());
+    for (std::size_t i = 0; i < radiations.size(); ++i) {
         if (notice.isEmpty())
-            notice = radiation.text;
-        if (radiation.radiometry != nullptr) {
-            const auto radiating = std::make_shared<MeasuredEngagement>(*engagement.measured);
-            radiating->setRadiometry(radiation.radiometry);
-            engagement.measured = radiating.get();
-            engagement.holder = radiating;
+            notice = radiations[i].text;
+        if (radiations[i].radiometry != nullptr) {
+            const auto radiating = std::make_shared<MeasuredEngagement>(*plotted[i].measured);
+            radiating->setRadiometry(radiations[i].radiometry);
+            plotted[i].measured = radiating.get();
+            plotted[i].holder = radiating;
         }
     }
     return plotOf(plotted, measures_, alignment_, digits);
@@ -89,9 +89,9 @@ void PlotWindow::plotAnew() {
     plotted_ = chosen();
     const TimeRange before = plot_->times();
     const TimeRange allBefore = plot_->document().times;
-    QString notice;
-    plot_->setDocument(documentOf(plotted_, CurveDigits::All, notice));
-    setNotice(notice);
+    lacking_.clear();
+    plot_->setDocument(documentOf(plotted_, CurveDigits::All, lacking_));
+    setNotice(lacking_);
     if (plot_->document().times == allBefore)
         plot_->setTimes(before); // it was zoomed, perhaps
     const QString& name = plot_->document().title;
@@ -276,11 +276,16 @@ void PlotWindow::saveAs() {
             this, QStringLiteral("Save plots"), QStringLiteral("The name ends in none of .png, .svg, .pdf and .csv"));
         return;
     }
+    const QString lacking = lacking_;
     const QByteArray bytes = contents(*format);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
         QMessageBox::warning(
             this, QStringLiteral("Save plots"),
             QStringLiteral("%1 could not be written: %2").arg(path, file.errorString()));
+    else if (!lacking.isEmpty())
+        QMessageBox::warning(
+            this, QStringLiteral("Save plots"),
+            QStringLiteral("Saved without what is not at hand. %1").arg(lacking));
 }
 } // namespace sorvane

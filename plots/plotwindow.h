@@ -39,8 +39,9 @@ struct PlotSource {
     std::function<std::vector<PlotCandidate>()> candidates;
     std::function<std::optional<EngagementId>()> followed;
     std::function<PlottedEngagement(EngagementId)> engagement;
-    // For measures that need it. The window is to be drawn anew once it is there.
-    std::function<PlotRadiation(EngagementId)> radiation;
+    // Of those whose measures need it, each in its place; nobody wants that of others any more. The window is to be drawn
+    // anew once it is there.
+    std::function<std::vector<PlotRadiation>(const std::vector<EngagementId>&)> radiations;
     // W/sr of a flare of brightness 1. Where it is set the radiation is another one, and the window is drawn anew.
     std::function<double()> flareIntensity;
     std::function<void(double)> setFlareIntensity;
@@ -90,6 +91,7 @@ private:
     PlotSource source_;
     StripPlot* plot_; // of the window's children
     QLabel* notice_;  // likewise
+    QString lacking_; // what of the plots isn't at hand, and why
     PlotOverlay overlay_;
     std::unique_ptr<PlotMouse> mouse_; // of the plot and the overlay
     std::vector<const Measure*> measures_ = usualPlotMeasures();

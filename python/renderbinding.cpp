@@ -2,6 +2,7 @@
 #include "bindings.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <ranges>
 #include <thread>
@@ -117,6 +118,9 @@ requestOf(const py::list& paths, const std::vector<double>& times, std::pair<int
     if (const auto problem = takePalette(options["palette"].cast<std::string>(), request.scale))
         throw py::value_error(withArguments(problem->text));
     request.scale.hasColourBar = options["colour_bar"].cast<bool>();
+    request.radiance.flareScale = options["flare_scale"].cast<double>();
+    if (!(request.radiance.flareScale > 0.0) || !std::isfinite(request.radiance.flareScale))
+        throw py::value_error("flare_scale is a finite intensity above 0");
     request.texts.title = options["title"].cast<std::string>();
     request.texts.hasLabels = options["labels"].cast<bool>();
     request.texts.hasReadout = options["readout"].cast<bool>();

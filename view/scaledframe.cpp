@@ -74,10 +74,13 @@ std::vector<SceneEngagement> withoutGhosts(std::vector<SceneEngagement> engageme
 }
 } // namespace
 
-ScaleEnds automaticEnds(std::vector<float> radiances) {
+ScaleEnds automaticEnds(std::vector<float> radiances, float sky) {
+    constexpr std::size_t kFew = 8;
     std::erase_if(radiances, [](float radiance) { return !std::isfinite(radiance) || radiance < 0.0F; });
     if (radiances.empty())
         return {};
+    if (radiances.size() < kFew)
+        radiances.push_back(sky);
     const ScaleEnds ends{quantile(radiances, kLowPart), quantile(radiances, kHighPart)};
     if (ends.white > ends.black)
         return ends;
@@ -210,11 +213,11 @@ ScaleEnds ScaledFrame::endsOf(
         return radiance >= 0.0F;
     };
     if (drawn && std::ranges::any_of(drawn->radiances, isThere))
-        return automaticEnds(drawn->radiances);
+        return automaticEnds(drawn->radiances, request.background);
     // Where they are too small to be met, by whatever shows.
     std::vector<float> shown = radiances;
-    std::erase_if(shown, [&](float radiance) { return !(radiance > request.background); });
-    return automaticEnds(std::move(shown));
+    std::erase_if(shown, [&](float radiance) { return radiance == request.background; });
+    return automaticEnds(std::move(shown), request.background);
 }
 
 } // namespace sorvane

@@ -43,7 +43,7 @@ struct PointedRadiance {
 // The ends of an automatic scale: the 2nd and the 99.8th percentile of the radiances, between neighbours in
 // proportion. From 0 where they are one and the same, and the fixed ones where that is no more than 0 or there are
 // none.
-ScaleEnds automaticEnds(std::vector<float> radiances);
+ScaleEnds automaticEnds(std::vector<float> radiances, float sky);
 
 // The colours of radiances: from the first for `ends.black` to the last for `ends.white`.
 QRgb colourOf(double radiance, const ScaleEnds& ends, std::span<const QRgb, 256> colours);

@@ -27,9 +27,17 @@ QString inBand(QString path, QChar from, const BandName& to) {
     for (const char* const mark : {"b000", "band"})
         path.replace(QLatin1String(mark) + from, QLatin1String(mark) + to.digit);
     const qsizetype dot = path.lastIndexOf(u'.');
+    const QString word = wordOf(from);
+    if (word.isEmpty())
+        return path;
     QStringList parts = path.left(dot).split(u'_');
-    std::ranges::replace(parts, wordOf(from), QString(to.word));
+    std::ranges::replace(parts, word, QString(to.word));
     return parts.join(u'_') + path.mid(dot);
+}
+
+bool namesBand(const QString& path, QChar digit) {
+    const QString other = u'1' == digit ? QStringLiteral("4") : QStringLiteral("1");
+    return inBand(path, digit, {other.front(), QLatin1StringView("another")}) != path;
 }
 
 std::string bytesOf(const QString& path) {
@@ -42,7 +50,8 @@ targetFilesOf(const TrajectoryFileHeader& header, BandChoice choice, const std::
     const EngagementFiles named = chooseFiles(header);
     if (named.isStockTarget || named.band.isEmpty())
         return {};
-    const QChar own = named.band.front();
+    // A name that tells no band is of none; the digit is then a threat's usual one.
+    const QChar own = namesBand(named.targetRadiancePath(), named.band.front()) ? named.band.front() : QChar(u'\0');
     const std::string geometry = bytesOf(named.targetGeometryPath());
     std::vector<TargetFiles> all{
         {own.toLatin1(),

@@ -92,6 +92,9 @@ bool SignatureBody::read(const SignatureFiles& files) {
     }
     if (!files.rotors.empty()) {
         rotor_.emplace(files.rotors.c_str());
+        for (int number = 1; number <= rotor_->getRotorCount(); ++number)
+            if (rotor_->getRotorEnd(number) > facetCount)
+                return fail("Init", "The rotor file \"%s\" turns facets that the body doesn't have.", files.rotors.c_str());
         asRead_ = facets_;
     }
     return true;
@@ -105,8 +108,7 @@ void SignatureBody::turnRotors(float seconds) {
     for (int number = 1; number <= rotor_->getRotorCount(); ++number) {
         std::array<float, 16> matrix{};
         rotor_->getRotorMatrix(number, seconds, matrix.data());
-        const int last = std::min(rotor_->getRotorEnd(number), static_cast<int>(facets_.size()));
-        for (int k = rotor_->getRotorStart(number); k <= last; ++k) {
+        for (int k = rotor_->getRotorStart(number); k <= rotor_->getRotorEnd(number); ++k) {
             const Facet& still = asRead_[static_cast<std::size_t>(k - 1)];
             Facet& facet = facets_[static_cast<std::size_t>(k - 1)];
             for (std::size_t i = 0; i < 3; ++i) {

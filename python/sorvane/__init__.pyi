@@ -90,6 +90,7 @@ def render(
     scale: Union[float, Literal["fixed", "auto"]] = "fixed",
     palette: Literal["grey", "inverted", "viridis", "inferno"] = "grey",
     colour_bar: bool = False,
+    flare_scale: float = 1.0,
     title: str = "",
     labels: bool = False,
     readout: bool = False,

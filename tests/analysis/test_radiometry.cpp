@@ -252,6 +252,7 @@ TEST_F(RadiometryTest, OtherBandsLieBesideTheNamedOne) {
     copy("box_b0001", "box_nir_x");
     copy("box_b0004", "box_midir_x");
     copy("box_b0004", "box_b0006");
+    copy("box_b0001", "box");
     std::filesystem::remove(folder_.file("box_b0006.atm"));
     const auto filesOf = [&](const char* signature, BandChoice choice) {
         TrajectoryFileHeader header;
@@ -273,5 +274,8 @@ TEST_F(RadiometryTest, OtherBandsLieBesideTheNamedOne) {
         EXPECT_TRUE(std::isnan(flight.on("target-intensity-band-6", 0)));
     }
     EXPECT_EQ(loadTargetModel({}), nullptr);
+    const std::vector<TargetFiles> nameless = filesOf("box", BandChoice::All);
+    ASSERT_EQ(nameless.size(), 1U);
+    EXPECT_EQ(nameless[0].band, 0) << "its name tells no band";
 }
 } // namespace

@@ -65,6 +65,7 @@ protected:
     PlotRadiation radiation{nullptr, QStringLiteral("Radiation of pass: 10 %")};
     std::vector<double> wentTo;
     int asked = 0; // for engagements
+    std::size_t radiating = 9;
     static constexpr EngagementId kPass{1};
     static constexpr EngagementId kOther{2};
     std::optional<EngagementId> followed = kPass;
@@ -80,7 +81,11 @@ protected:
                  ++asked;
                  return id == kPass ? pass.plotted() : other.plotted("other");
              },
-         .radiation = [this](EngagementId /*id*/) { return radiation; },
+         .radiations =
+             [this](const std::vector<EngagementId>& ids) {
+                 radiating = ids.size();
+                 return std::vector(ids.size(), radiation);
+             },
          .flareIntensity = [] { return 1.0; },
          .setFlareIntensity = [](double /*intensity*/) {},
          .goTo =
@@ -142,7 +147,9 @@ TEST_F(PlotWindowTest, RadiationComesLater) {
         return window.overlay().valuesAt(4, 5.0);
     };
     EXPECT_FALSE(notice->isVisible());
+    EXPECT_EQ(radiating, 0U) << "no measure needs it";
     choose("target-irradiance");
+    EXPECT_EQ(radiating, 1U);
     EXPECT_TRUE(notice->isVisible());
     EXPECT_EQ(notice->text(), radiation.text);
     EXPECT_EQ(shown(), QString());

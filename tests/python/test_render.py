@@ -33,6 +33,8 @@ OPTIONS = [
      ["--at", 5, "--view", "gyro", "--title", "Käse", "--labels", "--readout", "--unit", "m"]),
     ({"at": 9, "view": "target", "scale": "auto", "palette": "viridis", "colour_bar": True},
      ["--at", 9, "--view", "target", "--scale", "auto", "--palette", "viridis", "--colour-bar"]),
+    ({"at": 4.2, "view": "gyro", "scale": "auto", "flare_scale": 2e-7, "unit": "m"},
+     ["--at", 4.2, "--view", "gyro", "--scale", "auto", "--flare-scale", "2e-7", "--unit", "m"]),
     ({"at": 9, "view": "target", "scale": 5e-5}, ["--at", 9, "--view", "target", "--scale", "5e-5"]),
 ]
 

@@ -28,6 +28,15 @@ protected:
     std::string body(const std::string& name, const std::array<float, 6>& sides = kSides) const {
         return writeBody(folder, name, boxFacets({1.0, 1.0, 1.0}, sides), "0.3 0.6 0.0 0.3 2 diffuse").geometry;
     }
+    // Of the box, which turns to the left from 2 s to 3 s.
+    std::string trajectoryOf(const char* radiance) const {
+        return folder.write(
+            "ETXYZ.OUT.1", "/nowhere/t.top\n/nowhere/t.rad\n" + folder.file(radiance) + "\n1 2 3\n4 5 6\n" +
+                               folder.file("box.vnl") + "\n" + folder.file("box.brdf") +
+                               "\nunused\nwhite\n7\nsomebody\n1.5\n"
+                               "2 0 0 0 -1000 0 0 80\n0 0 -500 0 0 0\n0 0 0 0 0\n"
+                               "3 0 9 0 -1000 0 0 120\n0 0 -500 0 0 0\n0 0 0 0 0\n");
+    }
     static std::vector<std::string> rowsOf(const std::string& table) {
         std::istringstream text(table);
         std::vector<std::string> rows;
@@ -122,12 +131,7 @@ TEST_F(SignatureCommand, ATrajectorysBodyStandsAsAtTheTime) {
     body("box");
     folder.write("box.atm", kAtmosphere);
     const std::string rotors = folder.write("rotors", "1 12  0 0 0  0 0 1  0.5\n"); // to the left
-    const std::string trajectory = folder.write(
-        "ETXYZ.OUT.1", "/nowhere/t.top\n/nowhere/t.rad\n" + folder.file("box.rad") + "\n1 2 3\n4 5 6\n" +
-                           folder.file("box.vnl") + "\n" + folder.file("box.brdf") +
-                           "\nunused\nwhite\n7\nsomebody\n1.5\n"
-                           "2 0 0 0 -1000 0 0 80\n0 0 -500 0 0 0\n0 0 0 0 0\n"
-                           "3 0 9 0 -1000 0 0 120\n0 0 -500 0 0 0\n0 0 0 0 0\n");
+    const std::string trajectory = trajectoryOf("box.rad");
     const auto at = [&](std::vector<std::string> more) {
         more.insert(more.begin(), {"signature", trajectory, "--step", "90", "--json"});
         return jsonOf(more)["bodies"][0];
@@ -142,7 +146,7 @@ TEST_F(SignatureCommand, ATrajectorysBodyStandsAsAtTheTime) {
     EXPECT_NEAR(first["own_W_per_sr"][1][0], 1.0, 1e-5);
     EXPECT_NEAR(later["own_W_per_sr"][1][3], 1.0, 1e-5);
     EXPECT_THAT(
-        runCommand({"signature", trajectory, "--at-time", "nan"}).err, HasSubstr("ETXYZ.OUT.1: has no samples around"));
+        runCommand({"signature", trajectory, "--at-time", "9"}).err, HasSubstr("ETXYZ.OUT.1: has no samples around"));
 }
 
 TEST_F(SignatureCommand, TakesTheFilesBesideABody) {
@@ -164,6 +168,8 @@ TEST_F(SignatureCommand, SaysWhatIsWrong) {
     const std::string bad = folder.write("bad.vnl", "8 12\n-1 1 -1 1 -1 1\n0 0");
     folder.write("bad.brdf", readWholeFile(folder.file("box.brdf")));
     folder.write("bad.rad", readWholeFile(folder.file("box.rad")));
+    const std::string otherRotors = folder.write("rotors", "1 12  0 0 0  0 0 1  1\n5 13  0 0 0  0 0 1  1\n");
+    const std::string trajectory = trajectoryOf("none.rad");
     const struct {
         std::vector<std::string> arguments;
         std::string text;
@@ -178,7 +184,15 @@ TEST_F(SignatureCommand, SaysWhatIsWrong) {
         {{folder.file("box.brdf")}, "box.brdf: is no geometry file"},
         {{alone}, "alone.vnl: no reflectance file lies beside it; --reflectance or --band says which"},
         {{bad}, "bad.vnl: "},
-        {{box, box, "--radiance", "x"}, "--reflectance and --radiance are for one body"},
+        {{box, box, "--radiance", "x"}, "--reflectance, --radiance and --rotors are for one body"},
+        {{box, box, "--rotors", "x"}, "--reflectance, --radiance and --rotors are for one body"},
+        {{box, "--rotors", otherRotors}, "turns facets that the body doesn't have"},
+        {{box, "--at-time", "inf"}, "--at-time is a number of seconds"},
+        {{box, "--elevation", "nan"}, "--elevation: "},
+        {{box, "--body", "threat"}, "--body is for a trajectory"},
+        {{trajectory, "--band", "4"}, "--band and --attitude are for a body alone: "},
+        {{trajectory, "--attitude", "1,2,3"}, "--band and --attitude are for a body alone: "},
+        {{trajectory}, "ETXYZ.OUT.1: a file of the target that it names does not exist"},
     };
     for (const auto& [arguments, text] : rows) {
         std::vector<std::string> all{"signature"};

@@ -11,7 +11,7 @@ TEST(ScaleEnds, AutomaticOnesArePercentiles) {
     std::vector<float> evenly;
     for (int i = 0; i <= 1000; ++i)
         evenly.push_back(static_cast<float>(1000 - i) * 1e-6F);
-    const ScaleEnds ends = automaticEnds(evenly);
+    const ScaleEnds ends = automaticEnds(evenly, 0.0F);
     EXPECT_NEAR(ends.black, 20e-6, 1e-10);
     EXPECT_NEAR(ends.white, 998e-6, 1e-10);
     const float nan = std::nanf("");
@@ -19,10 +19,20 @@ TEST(ScaleEnds, AutomaticOnesArePercentiles) {
              {{}, {}},
              {{0.0F, 0.0F}, {}},
              {{nan, -1.0F}, {}},
-             {{nan, 0.25F, 0.25F}, {0.0, 0.25}}, // all alike: from black
-             {std::vector<float>(7, 0.1F), {0.0, double{0.1F}}},
+             {{nan, 0.25F, 0.25F, 0.25F, 0.25F, 0.25F, 0.25F, 0.25F, 0.25F}, {0.0, 0.25}}, // all alike: from black
+             {std::vector<float>(9, 0.1F), {0.0, double{0.1F}}},
          })
-        EXPECT_EQ(automaticEnds(radiances), expected);
+        EXPECT_EQ(automaticEnds(radiances, 0.0F), expected);
+    // Of a body of a few pixels, with the sky: so that the sky stays black when a second pixel comes.
+    for (const auto& [radiances, sky, black, white] : Rows<std::vector<float>, float, double, double>{
+             {{5e-5F}, 1e-5F, 1e-5, 5e-5},
+             {{4e-5F, 5e-5F}, 1e-5F, 1e-5, 5e-5},
+             {{5e-5F}, 9e-5F, 5e-5, 9e-5},
+             {std::vector<float>(7, 5e-5F), 1e-5F, 1e-5, 5e-5}}) {
+        const ScaleEnds found = automaticEnds(radiances, sky);
+        EXPECT_NEAR(found.black, black, 0.21 * (white - black)) << radiances.size();
+        EXPECT_NEAR(found.white, white, 0.02 * (white - black)) << radiances.size();
+    }
 }
 
 TEST(Palette, GoesFromTheLeastToTheGreatest) {

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "finiterange.h"
 #include "picturesize.h"
 #include "radiancefile.h"
 #include "renderplan.h"
@@ -72,7 +73,7 @@ void addRadianceOptions(CLI::App& parser, RenderRequest& request) {
             "Intensity in W/sr of a flare of brightness 1, for --radiance, --scale and the pane seeker")
         ->type_name("INTENSITY")
         ->capture_default_str()
-        ->check(CLI::Range(1e-30, 1e30));
+        ->check(finiteRange(1e-30, 1e30));
 }
 
 bool showsRadiances(const RenderRequest& request) {

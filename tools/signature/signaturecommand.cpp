@@ -12,6 +12,8 @@
 #include <CLI/CLI.hpp>
 
 #include "filekind.h"
+#include "finiterange.h"
+#include "inputtexts.h"
 #include "interrupt.h"
 #include "litbody.h"
 #include "picturefile.h"
@@ -70,8 +72,11 @@ public:
             return "--step is not a part of 90 degrees, or is below 0.5";
         if (Complaint complaint = checkOutputs())
             return complaint;
-        if (options_.inputs.size() > 1 && !(options_.files.reflectance.empty() && options_.files.radiance.empty()))
-            return "--reflectance and --radiance are for one body";
+        if (light.time && !std::isfinite(*light.time))
+            return "--at-time is a number of seconds";
+        const BodyChoice& files = options_.files;
+        if (options_.inputs.size() > 1 && !(files.reflectance.empty() && files.radiance.empty() && files.rotors.empty()))
+            return "--reflectance, --radiance and --rotors are for one body";
         for (const std::string& input : options_.inputs)
             if (Complaint complaint = add(input, light))
                 return complaint;
@@ -92,6 +97,12 @@ private:
 
     Complaint add(const std::string& input, const LightChoice& light) {
         const bool isTrajectory = input == "-" || fileKindOf(input) == FileKind::Trajectory;
+        const BodyChoice& files = options_.files;
+        if (isTrajectory && (light.attitudeDegrees || !(files.reflectance + files.radiance + files.band).empty()))
+            return "--reflectance, --radiance, --band and --attitude are for a body alone: " + inputName(input) +
+                   " says itself";
+        if (!isTrajectory && light.isThreat)
+            return "--body is for a trajectory: " + input;
         const Outcome<LitBody> body =
             isTrajectory ? bodyOfTrajectory(input, options_.files, light) : bodyAlone(input, options_.files, light);
         if (!body)
@@ -207,7 +218,7 @@ SubCommand addSignatureCommand(CLI::App& parent) {
     addLightOptions(*parser, *options);
     parser->add_option("--elevation", options->elevation, "Elevation of the polar plot, in degrees")
         ->type_name("DEGREES")
-        ->check(CLI::Range(-90.0, 90.0))
+        ->check(finiteRange(-90.0, 90.0))
         ->capture_default_str();
     parser->add_option("--size", options->size, "Size of the plot in pixels; on a page of PDF there are 96 to the inch")
         ->type_name("WIDTHxHEIGHT")

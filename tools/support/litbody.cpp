@@ -62,6 +62,9 @@ Outcome<LitBody> bodyOfTrajectory(const std::string& path, const BodyChoice& fil
     if (!moment)
         return Problem(inputName(path) + ": has no samples around " + shortestText(time) + " s");
     const EngagementFiles named = chooseFiles(trajectory->header);
+    // The stock target that is drawn then is another aircraft.
+    if (named.isStockTarget && !choice.isThreat)
+        return Problem(inputName(path) + ": a file of the target that it names does not exist");
     SignatureFiles bodyFiles =
         choice.isThreat
             ? SignatureFiles{bytesOf(named.threatBrdfPath()), bytesOf(named.threatGeometryPath()),

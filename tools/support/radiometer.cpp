@@ -9,15 +9,26 @@ namespace sorvane {
 namespace {
 constexpr const char* kConsequence = "what is measured of the target's radiation stays empty: ";
 
-Outcome<std::shared_ptr<const TargetModel>> load(const std::vector<TargetFiles>& files) {
-    std::shared_ptr<const TargetModel> model;
-    const LoaderOutcome outcome = runLoader([&] { model = loadTargetModel(files); });
-    if (outcome.hasReturned() && model != nullptr)
-        return model;
-    return Problem(
-        kConsequence + (outcome.messages.empty() ? "its files can't be read" : outcome.messages.back().text));
+// The bands whose files can't be used.
+std::string leftOut(const std::vector<TargetFiles>& files, const TargetModel& model) {
+    std::string digits;
+    for (const TargetFiles& file : files)
+        if (std::ranges::find(model.bands, file.band, &TargetModel::Band::digit) == model.bands.end())
+            digits += (digits.empty() ? "" : ", ") + std::string(1, file.band);
+    return digits;
 }
 } // namespace
+
+Outcome<Radiometer::Model> Radiometer::load(const std::vector<TargetFiles>& files) {
+    Model loaded;
+    const LoaderOutcome outcome = runLoader([&] { loaded.target = loadTargetModel(files); });
+    const std::string reason = outcome.messages.empty() ? "its files can't be read" : outcome.messages.back().text;
+    if (!outcome.hasReturned() || loaded.target == nullptr)
+        return Problem(kConsequence + reason);
+    if (const std::string bands = leftOut(files, *loaded.target); !bands.empty())
+        loaded.lack = "what is measured in band " + bands + " stays empty: " + reason;
+    return loaded;
+}
 
 std::optional<BandChoice> neededBands(std::span<const Measure* const> measures) {
     if (std::ranges::any_of(measures, [](const Measure* measure) { return measure->need == MeasureNeed::Bands; }))
@@ -27,7 +38,7 @@ std::optional<BandChoice> neededBands(std::span<const Measure* const> measures) 
     return std::nullopt;
 }
 
-Radiometer::Model Radiometer::modelOf(const std::vector<TargetFiles>& files) {
+const Outcome<Radiometer::Model>& Radiometer::modelOf(const std::vector<TargetFiles>& files) {
     std::vector<std::string> paths;
     for (const TargetFiles& band : files)
         for (const std::string& path :
@@ -42,12 +53,14 @@ std::optional<Problem> Radiometer::measure(const TrajectoryFileHeader& header, M
     const std::vector<TargetFiles> files = targetFilesOf(header, bands_, options_.rotors);
     if (files.empty())
         return Problem(std::string(kConsequence) + "a file of it that the trajectory names does not exist");
-    const Model model = modelOf(files);
+    const Outcome<Model>& model = modelOf(files);
     if (!model)
         return model.problem();
     engagement.setRadiometry(radiometryOf(
-        engagement.samples(), **model,
+        engagement.samples(), *model->target,
         {.step = options_.step, .background = options_.background, .flareScale = options_.flareScale}));
+    if (!model->lack.empty())
+        return Problem(model->lack);
     return std::nullopt;
 }
 } // namespace sorvane

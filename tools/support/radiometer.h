@@ -33,17 +33,21 @@ class Radiometer {
 public:
     Radiometer(const RadiometryOptions& options, BandChoice bands) : options_(options), bands_(bands) {}
 
-    // Works the engagement's radiometry out. The problem when the target's files can't be used: what is measured of its
-    // radiation then stays undefined.
+    // Works the engagement's radiometry out. The problem when the target's files, or those of a band, can't be used: what
+    // is measured of its radiation, or of that in the band, then stays undefined.
     std::optional<Problem> measure(const TrajectoryFileHeader& header, MeasuredEngagement& engagement);
 
 private:
-    using Model = Outcome<std::shared_ptr<const TargetModel>>;
-    Model modelOf(const std::vector<TargetFiles>& files);
+    struct Model {
+        std::shared_ptr<const TargetModel> target{};
+        std::string lack{}; // what stays undefined, and why
+    };
+    static Outcome<Model> load(const std::vector<TargetFiles>& files);
+    const Outcome<Model>& modelOf(const std::vector<TargetFiles>& files);
 
     RadiometryOptions options_;
     BandChoice bands_;
     std::mutex mutex_;
-    std::map<std::vector<std::string>, Model> models_; // by the paths
+    std::map<std::vector<std::string>, Outcome<Model>> models_; // by the paths; they stay where they are
 };
 } // namespace sorvane

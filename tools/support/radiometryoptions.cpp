@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "finiterange.h"
 #include "shortestnumber.h"
 
 namespace sorvane {
@@ -19,20 +20,20 @@ void addRadiometryOptions(CLI::App& parser, RadiometryOptions& options) {
             "Seconds between the times at which the target's radiation is worked out, for measures that need it")
         ->type_name("SECONDS")
         ->capture_default_str()
-        ->check(CLI::Range(kShortestStep, kLongestStep));
+        ->check(finiteRange(kShortestStep, kLongestStep));
     parser
         .add_option(
             "--background", options.background,
             "Radiance behind the target in W/cm2/sr, for target-contrast; without it that of the sky")
         ->type_name("RADIANCE")
-        ->check(CLI::Range(0.0, kLargest));
+        ->check(finiteRange(0.0, kLargest));
     parser
         .add_option(
             "--flare-scale", options.flareScale,
             "Intensity in W/sr of a flare of brightness 1, for ratios to the target")
         ->type_name("INTENSITY")
         ->capture_default_str()
-        ->check(CLI::Range(1.0 / kLargest, kLargest));
+        ->check(finiteRange(1.0 / kLargest, kLargest));
     parser.add_option("--rotors", options.rotors, "Rotor file of the target, whose rotors turn with time")
         ->type_name("FILE")
         ->check(CLI::ExistingFile);
