@@ -28,7 +28,8 @@ public:
     explicit TargetRadiation(QObject* parent);
     ~TargetRadiation() override;
 
-    // What of these is not at hand is worked out, one engagement after the other; what others have under way is given up.
+    // What of these is not at hand is worked out, one engagement after the other; what others have under way is given
+    // up.
     std::vector<PlotRadiation> of(const std::vector<const LoadedEngagement*>& engagements);
 
 signals:

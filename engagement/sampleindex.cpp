@@ -56,8 +56,8 @@ SampleIndex::Found SampleIndex::lastNotAfter(double t) const {
     return found;
 }
 
-// For such a t, too. Samples mostly come in even steps, so the search starts where t would then be and widens in doubling
-// strides: few steps then, and never more than a logarithm of them.
+// For such a t, too. Samples mostly come in even steps, so the search starts where t would then be and widens in
+// doubling strides: few steps then, and never more than a logarithm of them.
 const SampleIndex::Entry* SampleIndex::firstAfter(double t) const {
     const Entry* const first = entries_.data();
     const std::ptrdiff_t count = std::ssize(entries_);

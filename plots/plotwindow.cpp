@@ -285,7 +285,6 @@ void PlotWindow::saveAs() {
             QStringLiteral("%1 could not be written: %2").arg(path, file.errorString()));
     else if (!lacking.isEmpty())
         QMessageBox::warning(
-            this, QStringLiteral("Save plots"),
-            QStringLiteral("Saved without what is not at hand. %1").arg(lacking));
+            this, QStringLiteral("Save plots"), QStringLiteral("Saved without what is not at hand. %1").arg(lacking));
 }
 } // namespace sorvane

@@ -39,8 +39,8 @@ struct PlotSource {
     std::function<std::vector<PlotCandidate>()> candidates;
     std::function<std::optional<EngagementId>()> followed;
     std::function<PlottedEngagement(EngagementId)> engagement;
-    // Of those whose measures need it, each in its place; nobody wants that of others any more. The window is to be drawn
-    // anew once it is there.
+    // Of those whose measures need it, each in its place; nobody wants that of others any more. The window is to be
+    // drawn anew once it is there.
     std::function<std::vector<PlotRadiation>(const std::vector<EngagementId>&)> radiations;
     // W/sr of a flare of brightness 1. Where it is set the radiation is another one, and the window is drawn anew.
     std::function<double()> flareIntensity;

@@ -188,7 +188,9 @@ std::string shown(const py::object& self) {
 std::shared_ptr<LoadedTrajectory> load(
     const py::object& path, const std::optional<std::string>& unitSymbol, bool isStrict, double signatureStep,
     std::optional<double> background, double flareScale, const py::object& rotors) {
-    const auto isFinite = [](double number, bool isAbove) { return isAbove && std::isfinite(number); };
+    const auto isFinite = [](double number, bool isAbove) {
+        return isAbove && std::isfinite(number);
+    };
     if (!isFinite(signatureStep, signatureStep > 0.0) || !isFinite(flareScale, flareScale > 0.0) ||
         (background && !isFinite(*background, *background >= 0.0)))
         throw py::value_error("signature_step and flare_scale are above 0, background is 0 or more, all finite");

@@ -36,8 +36,8 @@ QString inBand(QString path, QChar from, const BandName& to) {
 }
 
 bool namesBand(const QString& path, QChar digit) {
-    const QString other = u'1' == digit ? QStringLiteral("4") : QStringLiteral("1");
-    return inBand(path, digit, {other.front(), QLatin1StringView("another")}) != path;
+    const QChar other = digit == u'1' ? u'4' : u'1';
+    return inBand(path, digit, {other, QLatin1StringView("another")}) != path;
 }
 
 std::string bytesOf(const QString& path) {

@@ -94,7 +94,8 @@ bool SignatureBody::read(const SignatureFiles& files) {
         rotor_.emplace(files.rotors.c_str());
         for (int number = 1; number <= rotor_->getRotorCount(); ++number)
             if (rotor_->getRotorEnd(number) > facetCount)
-                return fail("Init", "The rotor file \"%s\" turns facets that the body doesn't have.", files.rotors.c_str());
+                return fail(
+                    "Init", "The rotor file \"%s\" turns facets that the body doesn't have.", files.rotors.c_str());
         asRead_ = facets_;
     }
     return true;

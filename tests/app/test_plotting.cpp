@@ -84,19 +84,23 @@ TEST_F(PlottingTest, FollowsWhatIsFollowedReadAgainAndTakenOut) {
 // A target of 1 W/cm²/sr over 12 square units below the threat, which passes above it 10 units away.
 struct RadiationTest : PlottingTest {
     TemporaryDirectory bodies;
+    SignatureFiles body;
     QString path = folder.filePath("ETXYZ.OUT.lit");
 
     void SetUp() override {
-        const SignatureFiles body = writeBody(bodies, "tgt", boxFacets({4.0, 3.0, 2.0}, {0, 0, 0, 0, 1.0F, 0}));
+        body = writeBody(bodies, "tgt", boxFacets({4.0, 3.0, 2.0}, {0, 0, 0, 0, 1.0F, 0}));
         bodies.write("tgt.atm", "0 0 0\n0 0 0 0 0 0 0 0 90 90\n0 0 0 0\n");
+        writeLit(path, encounterSamples());
+        showWindow();
+    }
+    void writeLit(const QString& file, const QList<TestSample>& samples) {
         QByteArray header = trajectoryHeader();
         header.replace("/nowhere/tgt_b0001.rad", body.radiance.c_str());
         header.replace("/nowhere/tgt.vnl", body.geometry.c_str());
         header.replace("/nowhere/tgt.brdf", body.reflectance.c_str());
-        for (const TestSample& sample : encounterSamples())
+        for (const TestSample& sample : samples)
             header += trajectoryRecord(sample);
-        writeFile(path, header);
-        showWindow();
+        writeFile(file, header);
     }
     void choose(const char* measure) {
         QMenu menu;
@@ -166,6 +170,22 @@ TEST_F(RadiationTest, FlaresAreAsIntenseAsTheUserSays) {
     EXPECT_NEAR(shown(), 2.0 / target, 1e-9);
     EXPECT_EQ(view->flareUnits().intensity, 2e-7);
     EXPECT_EQ(view->flareUnits().centimetres, 30.48);
+}
+
+TEST_F(RadiationTest, WhatNobodyLooksAtIsGivenUp) {
+    QList<TestSample> samples = encounterSamples();
+    samples.last().time = 9000.0; // would take minutes
+    const QString longOne = folder.filePath("ETXYZ.OUT.long");
+    writeLit(longOne, samples);
+    window.loadEtxyzFile(longOne);
+    openPlots();
+    choose("target-irradiance");
+    EXPECT_TRUE(noticed().startsWith("Radiation of ETXYZ.OUT.long: ")) << noticed().toStdString();
+    window.loadEtxyzFile(path);
+    QTest::keyClick(view, Qt::Key_PageDown);
+    EXPECT_TRUE(noticed().startsWith("Radiation of ETXYZ.OUT.lit: ")) << noticed().toStdString();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !std::isnan(shown()); }));
+    EXPECT_NEAR(shown(), 12.0 / 100.0, 1e-6);
 }
 
 TEST_F(RadiationTest, SaysWhatCannotBeMeasured) {

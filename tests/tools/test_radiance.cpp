@@ -193,9 +193,9 @@ TEST_F(RadianceCommandTest, PrintsTheCommandThatRepeatsIt) {
         "a.npy", {"--sensor", "9x7", "--blur", "0.5", "--noise", "1e-6", "--bits", "8", "--full-scale", "0.25",
                   "--unit", "ft", "--flare-scale", "0.5", "--print-command"});
     EXPECT_THAT(
-        run.out,
-        HasSubstr(" --size 9x7 --unit ft --flare-scale 0.5 --radiance --blur 0.5 --noise 1e-06 --seed 0 --bits 8 --full-scale 0.25 "
-                  "--allow-missing"));
+        run.out, HasSubstr(" --size 9x7 --unit ft --flare-scale 0.5 --radiance --blur 0.5 --noise 1e-06 --seed 0 "
+                           "--bits 8 --full-scale 0.25 "
+                           "--allow-missing"));
 }
 
 TEST_F(RadianceCommandTest, RefusesWhatMakesNoSense) {

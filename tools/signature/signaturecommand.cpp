@@ -75,7 +75,8 @@ public:
         if (light.time && !std::isfinite(*light.time))
             return "--at-time is a number of seconds";
         const BodyChoice& files = options_.files;
-        if (options_.inputs.size() > 1 && !(files.reflectance.empty() && files.radiance.empty() && files.rotors.empty()))
+        if (options_.inputs.size() > 1 &&
+            !(files.reflectance.empty() && files.radiance.empty() && files.rotors.empty()))
             return "--reflectance, --radiance and --rotors are for one body";
         for (const std::string& input : options_.inputs)
             if (Complaint complaint = add(input, light))

@@ -33,8 +33,8 @@ class Radiometer {
 public:
     Radiometer(const RadiometryOptions& options, BandChoice bands) : options_(options), bands_(bands) {}
 
-    // Works the engagement's radiometry out. The problem when the target's files, or those of a band, can't be used: what
-    // is measured of its radiation, or of that in the band, then stays undefined.
+    // Works the engagement's radiometry out. The problem when the target's files, or those of a band, can't be used:
+    // what is measured of its radiation, or of that in the band, then stays undefined.
     std::optional<Problem> measure(const TrajectoryFileHeader& header, MeasuredEngagement& engagement);
 
 private:
