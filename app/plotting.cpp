@@ -112,6 +112,7 @@ void Plotting::open() {
 
 std::vector<PlotRadiation> Plotting::radiationsOf(const std::vector<EngagementId>& ids) {
     std::vector<const LoadedEngagement*> engagements;
+    engagements.reserve(ids.size());
     for (const EngagementId id : ids)
         engagements.push_back(parts_.engagements.find(id));
     std::vector<PlotRadiation> radiations = radiation_->of(engagements);
