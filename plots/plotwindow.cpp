@@ -81,6 +81,9 @@ PlotDocument PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveD
             plotted[i].holder = radiating;
         }
     }
+    const Measure* const without = plotted.empty() ? nullptr : withoutUnit(measures_, plotted.front().measured->unit());
+    if (notice.isEmpty() && without != nullptr)
+        notice = QStringLiteral("%1 needs the unit of length: press U").arg(QLatin1String(without->name));
     return plotOf(plotted, measures_, alignment_, digits);
 }
 

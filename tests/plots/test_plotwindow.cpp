@@ -164,6 +164,8 @@ TEST_F(PlotWindowTest, RadiationComesLater) {
     EXPECT_FALSE(notice->isVisible());
     EXPECT_EQ(shown(), QString::fromUtf8("0.002 W/cm²")) << "at 40 units";
     EXPECT_EQ(pass.measured.radiometry(), nullptr) << "others measure without";
+    choose("target-load-factor");
+    EXPECT_EQ(notice->text(), "target-load-factor needs the unit of length: press U");
 }
 
 TEST_F(PlotWindowTest, StripsAreAddedRemovedAndMoved) {

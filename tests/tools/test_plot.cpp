@@ -7,6 +7,7 @@
 #include <QImage>
 
 #include "commandrun.h"
+#include "rows.h"
 #include "temporarydirectory.h"
 #include "trajectorytext.h"
 
@@ -83,6 +84,18 @@ TEST_F(PlotCommand, SeveralFilesAndWhatTheyAreAlignedBy) {
     const std::string table = readWholeFile(output("a.csv"));
     EXPECT_THAT(table, HasSubstr("\"flare-age\",\"s\",\"ETXYZ.OUT.a: flare 7\",0,0\n"));
     EXPECT_THAT(table, HasSubstr("\"flare-age\",\"s\",\"ETXYZ.OUT.b: flare 7\",0,0\n"));
+}
+
+TEST_F(PlotCommand, SaysWhatStaysEmptyWithoutTheUnit) {
+    for (const auto& [unit, status, message] : Rows<std::vector<std::string>, ExitStatus, const char*>{
+             {{}, ExitStatus::ProblemsFound, "target-load-factor stays empty without --unit\n"},
+             {{"--unit", "ft"}, ExitStatus::Success, ""}}) {
+        std::vector<std::string> words = {"plot", file, "-o", output("a.csv"), "--measure", "range,target-load-factor"};
+        words.insert(words.end(), unit.begin(), unit.end());
+        const CommandRun run = runCommand(words);
+        EXPECT_EQ(run.status, status);
+        EXPECT_EQ(run.err, message);
+    }
 }
 
 TEST_F(PlotCommand, RefusesWhatItCantDraw) {

@@ -107,7 +107,10 @@ Complaint plot(const PlotOptions& options, Streams& streams, bool& isComplete) {
             return complaint;
     for (const std::string& what : files.missing())
         streams.err << what << std::endl;
-    isComplete = files.missing().empty();
+    const Measure* const without = withoutUnit(*measures, options.unit);
+    if (without != nullptr)
+        streams.err << without->name << " stays empty without --unit" << std::endl;
+    isComplete = files.missing().empty() && without == nullptr;
     const CurveDigits digits = *format == PlotFormat::Csv ? CurveDigits::Written : CurveDigits::All;
     PlotDocument document = plotOf(files.plotted(), *measures, options.alignment, digits);
     if (!options.title.empty())
