@@ -86,13 +86,15 @@ TEST_F(RadianceFrameTest, WhatSharesAPixelAddsUpAndHides) {
     place(0, {plate(12.0, 12.0), 1e-4, "0.2 0.5 0 0.3 0 x", {}}, kPlace);
     const double ofPlate = 1e-4 * 144.0 * 1e4;
     request.width = request.height = 32;
-    const auto flareAt = [&](float x, float y) {
-        placeFlare({kPlace[0] + x, kPlace[1] + y, kPlace[2]}, 500.0F, {0.5F, 0.5F, 0.5F});
+    const auto flareAt = [&](float x, float y, float radius = 0.5F) {
+        placeFlare({kPlace[0] + x, kPlace[1] + y, kPlace[2]}, 500.0F, {radius, radius, radius});
         return intensityAt(5000.0, draw(cameraBeside(5000.0, 0.33, 0.21)));
     };
     EXPECT_NEAR(flareAt(0.0F, 20.0F), ofPlate + 500.0, 5.0) << "beside";
     EXPECT_NEAR(flareAt(3.0F, 5.0F), ofPlate + 500.0, 5.0) << "before, where it hides less than a part in 100";
     EXPECT_NEAR(flareAt(-3.0F, 5.0F), ofPlate, 1.5) << "behind";
+    const double hidden = std::numbers::pi * 25.0 * 1e4 * 1e-4;
+    EXPECT_NEAR(flareAt(6.0F, 0.0F, 5.0F), ofPlate - hidden + 500.0, 5.0) << "before, where it hides half of the plate";
 }
 
 TEST_F(RadianceFrameTest, ABodyInABoxOfItsOwnRadianceIsInvisible) {

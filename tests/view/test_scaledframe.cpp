@@ -135,6 +135,8 @@ TEST_F(ScaledFrameTest, GreysStandForRadiances) {
     // Neither flares nor bodies of others count for the scale.
     placeFlare({kPlace[0] + 10.0F, kPlace[1] + 18.0F, kPlace[2]}, 8500.0F, {3.0F, 3.0F, 3.0F});
     EXPECT_EQ(picture(camera).pixel(32, 32), qRgb(255, 255, 255));
+    engagements[0].keyframes.first().flares = engagements[1].keyframes.first().flares;
+    EXPECT_EQ(picture(camera).pixel(32, 32), qRgb(255, 255, 255));
 }
 
 TEST_F(ScaledFrameTest, LinesLieOverAndBehindAsEver) {
