@@ -209,4 +209,7 @@ TEST_F(ScaledFrameTest, TellsWhatShowsAtAPixel) {
     const PointedRadiance sky = at(camera, 3, 3);
     EXPECT_EQ(sky.picked.thing, Picked::Thing::Sky);
     EXPECT_EQ(sky.radiance, 0.0);
+    // Another engagement's body behind, which is looked at later.
+    place(1, sunlit, {kPlace[0] - 5.0F, kPlace[1], kPlace[2]});
+    EXPECT_EQ(at(camera, 32, 28).picked.engagement, EngagementId{1});
 }
