@@ -75,7 +75,7 @@ TEST_F(ConvertTest, WritesWhatTheViewerReads) {
          "0.100 0  1.50 2e3\t-0.25  0 0 0 extra\r\n 4 5 6 7.000 8 9\nrange closing 1 2 3\n",
          "0.1 0 1.5 2000 -0.25 0 0 0\n4 5 6 7 8 9\nrange closing 1 2 3\n"},
         {"comments before their records and behind the last one",
-         "# a\r\n0 0 1 2 3 0 0 0\n# b\n4 5 6 0 0 0\n0 0 0 0 0\n#c\n1 0 1 2 3 0 0 0\n4 5 6 0 0 0\n0 0 0 0 0\n# d\n",
+         "# a\r\r\r\n0 0 1 2 3 0 0 0\n# b\n4 5 6 0 0 0\n0 0 0 0 0\n#c\n1 0 1 2 3 0 0 0\n4 5 6 0 0 0\n0 0 0 0 0\n# d\n",
          "# a\n# b\n0 0 1 2 3 0 0 0\n4 5 6 0 0 0\n0 0 0 0 0\n#c\n1 0 1 2 3 0 0 0\n4 5 6 0 0 0\n0 0 0 0 0\n# d\n"},
         {"by time, the last of equal ones",
          "2 0 1 0 0 0 0 0\n0 0 0 0 0 0\n0 0 0 0 0\n1 0 2 0 0 0 0 0\n0 0 0 0 0 0\n0 0 0 0 0\n2 0 3 0 0 0 0 0\n0 0 0 0 0 "
