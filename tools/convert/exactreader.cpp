@@ -74,8 +74,8 @@ private:
         return false;
     }
 
-    // The bytes that count, without the carriage returns at the end: if only one were taken off, a line that has several
-    // would lose one each time that the file is written.
+    // The bytes that count, without the carriage returns at the end: if only one were taken off, a line that has
+    // several would lose one each time that the file is written.
     std::string asWritten() const {
         std::string_view bytes = line_.substr(0, line_.find('\0'));
         while (bytes.ends_with('\r'))
