@@ -20,10 +20,13 @@ TargetRadiation::TargetRadiation(QObject* parent) : QObject(parent), timer_(new 
 
 TargetRadiation::~TargetRadiation() = default;
 
+TargetRadiation::Origin TargetRadiation::originOf(const LoadedEngagement& engagement) {
+    return {engagement.path(), engagement.stamp(), engagement.modelFiles().target};
+}
+
 std::vector<PlotRadiation> TargetRadiation::of(const std::vector<const LoadedEngagement*>& engagements) {
     const auto isRunning = [this](const LoadedEngagement* engagement) {
-        return engagement->path() == running_->path && engagement->stamp() == running_->entry.stamp &&
-               engagement->modelFiles().target == running_->entry.target;
+        return originOf(*engagement) == running_->origin;
     };
     if (running_ && std::ranges::none_of(engagements, isRunning)) {
         timer_->stop();
@@ -33,14 +36,13 @@ std::vector<PlotRadiation> TargetRadiation::of(const std::vector<const LoadedEng
     std::vector<PlotRadiation> radiations;
     radiations.reserve(engagements.size());
     for (const LoadedEngagement* const engagement : engagements)
-        radiations.push_back(of(*engagement));
+        radiations.push_back(answerFor(*engagement));
     return radiations;
 }
 
-PlotRadiation TargetRadiation::of(const LoadedEngagement& engagement) {
+PlotRadiation TargetRadiation::answerFor(const LoadedEngagement& engagement) {
     const auto entry = known_.find(engagement.path());
-    if (entry != known_.end() && entry->second.stamp == engagement.stamp() &&
-        entry->second.target == engagement.modelFiles().target) {
+    if (entry != known_.end() && entry->second.origin == originOf(engagement)) {
         if (entry->second.radiometry != nullptr)
             return {entry->second.radiometry, {}};
         return {nullptr, QStringLiteral("%1: the files of the target can't be used").arg(engagement.name())};
@@ -49,8 +51,8 @@ PlotRadiation TargetRadiation::of(const LoadedEngagement& engagement) {
         if (std::shared_ptr<const TargetModel> model = modelOf(engagement)) {
             start(engagement, std::move(model));
         } else {
-            known_[engagement.path()] = {engagement.stamp(), engagement.modelFiles().target, nullptr};
-            return of(engagement);
+            known_[engagement.path()] = {originOf(engagement), nullptr};
+            return answerFor(engagement);
         }
     }
     return {nullptr, text()};
@@ -67,8 +69,7 @@ std::shared_ptr<const TargetModel> TargetRadiation::modelOf(const LoadedEngageme
 }
 
 void TargetRadiation::start(const LoadedEngagement& engagement, std::shared_ptr<const TargetModel> model) {
-    running_ =
-        Running{engagement.path(), engagement.name(), {engagement.stamp(), engagement.modelFiles().target, nullptr}};
+    running_ = Running{originOf(engagement), engagement.name()};
     share_ = std::make_shared<std::atomic<double>>(0.0);
     work_.start(
         [series = engagement.data().samples.series(), model = std::move(model),
@@ -90,8 +91,7 @@ void TargetRadiation::look() {
     }
     timer_->stop();
     const std::optional<std::shared_ptr<const TargetRadiometry>> result = work_.take();
-    running_->entry.radiometry = result.value_or(nullptr);
-    known_[running_->path] = std::move(running_->entry);
+    known_[running_->origin.path] = {running_->origin, result.value_or(nullptr)};
     running_.reset();
     emit changed();
 }

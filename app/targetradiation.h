@@ -39,18 +39,25 @@ signals:
     void changed();
 
 private:
-    struct Entry {
+    // What an answer depends on.
+    struct Origin {
+        QString path;
         FileStamp stamp;
         StampedFiles target;
+
+        bool operator==(const Origin&) const = default;
+    };
+    struct Entry {
+        Origin origin;
         std::shared_ptr<const TargetRadiometry> radiometry; // null where the target's files can't be used
     };
     struct Running {
-        QString path;
+        Origin origin;
         QString name;
-        Entry entry; // for what comes of it
     };
 
-    PlotRadiation of(const LoadedEngagement& engagement);
+    static Origin originOf(const LoadedEngagement& engagement);
+    PlotRadiation answerFor(const LoadedEngagement& engagement);
     std::shared_ptr<const TargetModel> modelOf(const LoadedEngagement& engagement);
     void start(const LoadedEngagement& engagement, std::shared_ptr<const TargetModel> model);
     void look();

@@ -63,7 +63,8 @@ void PlotWindow::refresh() {
         plotAnew();
 }
 
-PlotDocument PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveDigits digits, QString& notice) const {
+PlotWindow::Content PlotWindow::contentOf(const std::vector<EngagementId>& ids, CurveDigits digits) const {
+    QString lacking;
     const bool needsRadiometry = std::ranges::any_of(measures_, &Measure::needsRadiometry);
     std::vector<PlottedEngagement> plotted;
     plotted.reserve(ids.size());
@@ -72,8 +73,8 @@ PlotDocument PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveD
     const std::vector<PlotRadiation> radiations =
         source_.radiations(needsRadiometry ? ids : std::vector<EngagementId>());
     for (std::size_t i = 0; i < radiations.size(); ++i) {
-        if (notice.isEmpty())
-            notice = radiations[i].text;
+        if (lacking.isEmpty())
+            lacking = radiations[i].text;
         if (radiations[i].radiometry != nullptr) {
             const auto radiating = std::make_shared<MeasuredEngagement>(*plotted[i].measured);
             radiating->setRadiometry(radiations[i].radiometry);
@@ -82,9 +83,9 @@ PlotDocument PlotWindow::documentOf(const std::vector<EngagementId>& ids, CurveD
         }
     }
     const Measure* const without = plotted.empty() ? nullptr : withoutUnit(measures_, plotted.front().measured->unit());
-    if (notice.isEmpty() && without != nullptr)
-        notice = QStringLiteral("%1 needs the unit of length: press U").arg(QLatin1String(without->name));
-    return plotOf(plotted, measures_, alignment_, digits);
+    if (lacking.isEmpty() && without != nullptr)
+        lacking = QStringLiteral("%1 needs the unit of length: press U").arg(QLatin1String(without->name));
+    return {plotOf(plotted, measures_, alignment_, digits), lacking};
 }
 
 void PlotWindow::plotAnew() {
@@ -92,8 +93,9 @@ void PlotWindow::plotAnew() {
     plotted_ = chosen();
     const TimeRange before = plot_->times();
     const TimeRange allBefore = plot_->document().times;
-    lacking_.clear();
-    plot_->setDocument(documentOf(plotted_, CurveDigits::All, lacking_));
+    Content content = contentOf(plotted_, CurveDigits::All);
+    plot_->setDocument(std::move(content.document));
+    lacking_ = content.lacking;
     setNotice(lacking_);
     if (plot_->document().times == allBefore)
         plot_->setTimes(before); // it was zoomed, perhaps
@@ -259,13 +261,12 @@ void PlotWindow::addAlignmentMenu(QMenu& menu) {
     }
 }
 
-QByteArray PlotWindow::contents(PlotFormat format) {
+PlotWindow::Saved PlotWindow::saved(PlotFormat format) {
     if (format != PlotFormat::Csv)
-        return plotPicture(*plot_, format, plot_->size());
-    QString ignored;
-    const PlotDocument written = documentOf(plotted_, CurveDigits::Written, ignored);
+        return {plotPicture(*plot_, format, plot_->size()), lacking_};
+    const Content written = contentOf(plotted_, CurveDigits::Written);
     const bool isAllInView = plot_->times() == plot_->document().times;
-    return plotTable(written, isAllInView ? written.times : plot_->times());
+    return {plotTable(written.document, isAllInView ? written.document.times : plot_->times()), written.lacking};
 }
 
 void PlotWindow::saveAs() {
@@ -279,8 +280,7 @@ void PlotWindow::saveAs() {
             this, QStringLiteral("Save plots"), QStringLiteral("The name ends in none of .png, .svg, .pdf and .csv"));
         return;
     }
-    const QString lacking = lacking_;
-    const QByteArray bytes = contents(*format);
+    const auto [bytes, lacking] = saved(*format);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
         QMessageBox::warning(

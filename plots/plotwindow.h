@@ -75,9 +75,16 @@ protected:
 private:
     // The followed one first.
     std::vector<EngagementId> chosen() const;
-    // Texts of what isn't at hand, if there is any, go into `notice`.
-    PlotDocument documentOf(const std::vector<EngagementId>& ids, CurveDigits digits, QString& notice) const;
-    QByteArray contents(PlotFormat format);
+    struct Content {
+        PlotDocument document;
+        QString lacking; // what of it isn't at hand, and why; empty where nothing lacks
+    };
+    Content contentOf(const std::vector<EngagementId>& ids, CurveDigits digits) const;
+    struct Saved {
+        QByteArray bytes;
+        QString lacking;
+    };
+    Saved saved(PlotFormat format);
     void plotAnew();
     void moveStrip(std::size_t from, std::size_t to);
     void addMeasureMenu(QMenu& menu);

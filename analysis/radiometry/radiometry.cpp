@@ -46,14 +46,17 @@ public:
         double area = std::nan("");
         std::vector<double> emissions; // by band
     };
-    Point at(const Moment& moment) {
+    // Undefined without a moment.
+    Point at(const std::optional<Moment>& moment) {
         Point point{std::nan(""), std::vector<double>(bands_.size(), std::nan(""))};
-        const std::optional<Vec3d> towards = towardsThreat(moment);
-        const Triple attitude = blended(moment, &Sample::targetAttitude);
-        if (!towards || !std::isfinite(attitude[0] + attitude[1] + attitude[2]))
+        const std::optional<Vec3d> towards = moment ? towardsThreat(*moment) : std::nullopt;
+        if (!towards)
+            return point;
+        const Triple attitude = blended(*moment, &Sample::targetAttitude);
+        if (!std::isfinite(attitude[0] + attitude[1] + attitude[2]))
             return point;
         for (TargetModel::Band& band : bands_)
-            band.body.turnRotors(static_cast<float>(moment.time()));
+            band.body.turnRotors(static_cast<float>(moment->time()));
         visibility_.look(bands_.front().body, *towards, shares_);
         point.area = 0.0;
         for (std::size_t k = 0; k < shares_.size(); ++k)
@@ -99,9 +102,7 @@ radiometryOf(std::span<const Sample> samples, const TargetModel& model, const Ra
     for (std::size_t i = 0; i < series.times.size(); ++i) {
         if (work.progress && !work.progress(static_cast<double>(i) / static_cast<double>(series.times.size())))
             return nullptr;
-        const std::optional<Moment> moment = momentAt(samples, series.times[i]);
-        const Radiation::Point point =
-            moment ? radiation.at(*moment) : Radiation::Point{{}, std::vector<double>(model.bands.size(), NAN)};
+        const Radiation::Point point = radiation.at(momentAt(samples, series.times[i]));
         series.areas.push_back(point.area);
         for (std::size_t band = 0; band < series.bands.size(); ++band)
             series.bands[band].emissions.push_back(point.emissions[band]);

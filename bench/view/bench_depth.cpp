@@ -3,40 +3,23 @@
 
 #include <array>
 #include <cstdlib>
-#include <memory>
-
-#include <QTemporaryDir>
 
 #include "camerasubject.h"
-#include "makedemonstration.h"
-#include "offscreencontext.h"
+#include "demonstrationstage.h"
 #include "projection.h"
-#include "scene.h"
 
 using namespace sorvane;
 
 namespace {
-constexpr int kWidth = 824;
-constexpr int kHeight = 480;
 constexpr int kFrames = 24;
 
-// The demonstration's first engagement with its terrain, seen in turn in every view from its begin to its end.
-struct Stage {
-    QTemporaryDir folder;
-    OffscreenContext context{kWidth, kHeight};
-    etxyz engagement;
+// Seen in turn in every view from its begin to its end.
+struct Stage : DemonstrationStage {
     std::array<Scene, 3> scenes; // in the order of kWays
 
     static constexpr std::array<const char*, 3> kWays = {"", "slices", "one-range"};
 
     Stage() {
-        const std::string demonstration = folder.filePath("demo").toStdString();
-        if (context.problem() || makeDemonstration(demonstration))
-            std::abort();
-        ::setenv("PELSAR_DATA", (demonstration + "/data/").c_str(), 1);
-        engagement.LoadETXYZ(QString::fromStdString(demonstration + "/ETXYZ.OUT.turn"));
-        engagement.InitHardbodies();
-        setUpScene();
         for (std::size_t way = 0; way < kWays.size(); ++way) {
             ::setenv("SORVANE_DEPTH", kWays[way], 1); // asked for in a scene's first frame
             draw(scenes[way], 0);

@@ -3,11 +3,8 @@
 
 #include <cstdlib>
 
-#include <QTemporaryDir>
-
 #include "camerasubject.h"
-#include "makedemonstration.h"
-#include "offscreencontext.h"
+#include "demonstrationstage.h"
 #include "projection.h"
 #include "scaledframe.h"
 #include "textapplication.h"
@@ -15,27 +12,17 @@
 using namespace sorvane;
 
 namespace {
-constexpr int kWidth = 824;
-constexpr int kHeight = 480;
 constexpr int kFrames = 6;
 
-// The demonstration's first engagement with its terrain, its target in the middle.
-struct Stage {
-    QTemporaryDir folder;
-    OffscreenContext context{kWidth, kHeight};
+// Its target in the middle.
+struct Stage : DemonstrationStage {
     TextApplication texts;
-    etxyz engagement;
     Scene scene;
     ScaledFrame scaled;
 
     Stage() {
-        const std::string demonstration = folder.filePath("demo").toStdString();
-        if (context.problem() || texts.problem() || makeDemonstration(demonstration))
+        if (texts.problem())
             std::abort();
-        ::setenv("PELSAR_DATA", (demonstration + "/data/").c_str(), 1);
-        engagement.LoadETXYZ(QString::fromStdString(demonstration + "/ETXYZ.OUT.turn"));
-        engagement.InitHardbodies();
-        setUpScene();
         draw(0, {.range = PictureScale::Range::Automatic});
     }
 

@@ -125,7 +125,7 @@ TEST_F(RadiometryTest, UnitsCountSquaredAndIrradiancesNeedNone) {
 // The target yaws from the sun on its nose to the sun on its tail while the threat stays on the sun's side.
 TEST_F(RadiometryTest, ReflectsSunSkyAndEarthAtItsAttitude) {
     MeasuredFlight flight(
-        {posed(0, {0, 0, 0}, {500, 0, 0}), posed(1, {0, 0, 180}, {500, 0, 0}), posed(2, {0, 0, 180}, {-500, 0, 0})},
+        {posed(0, {0, 0, 0}, {500, 0, 0}), posed(1, {0, 0, 180}, {500, 0, 0}), posed(4, {0, 0, 180}, {-500, 0, 0})},
         20.0F, LengthUnit::Metres);
     radiate(flight, box(kDiffuseSurface));
     const double around = 0.4 * (2.0 + 1.0) * 6.0; // of 6 m²
@@ -133,6 +133,8 @@ TEST_F(RadiometryTest, ReflectsSunSkyAndEarthAtItsAttitude) {
     EXPECT_NEAR(flight.on("target-intensity", 0), 6.0 + around + sun, 1e-3);
     EXPECT_NEAR(flight.on("target-intensity", 1), 18.0 + around + sun, 1e-3);
     EXPECT_NEAR(flight.on("target-intensity", 2), 6.0 + around, 1e-3);
+    const double underTheCurve = 1.0 * (6.0 + 18.0) / 2.0 + 3.0 * (18.0 + 6.0) / 2.0 + 4.0 * around + 2.5 * sun;
+    EXPECT_NEAR(flight.result("target-mean-intensity"), underTheCurve / 4.0, 1e-3);
 }
 
 // 6 W/sr ahead and 16 to the right: the threat goes round from the nose to the right wing in two seconds.

@@ -250,6 +250,18 @@ TEST(SignatureComparisonTest, IsInDecibels) {
         EXPECT_TRUE(decibels(a, b) == expected || std::abs(decibels(a, b) - expected) < 1e-4) << a << ' ' << b;
 }
 
+// The level row of 45 degree steps stands for sin 22.5° of the sphere, the poles for far less of it.
+TEST(SignatureComparisonTest, DirectionsCountByTheirSolidAngle) {
+    const SignatureGrid grid(45.0);
+    SignatureMap even{grid, std::vector<SignaturePoint>(grid.size())};
+    for (SignaturePoint& point : even.points)
+        point.intensity.own = 1.0;
+    SignatureMap level = even;
+    for (std::size_t column = 0; column < grid.azimuthCount(); ++column)
+        level.points[grid.level() * grid.azimuthCount() + column].intensity.own = 10.0;
+    EXPECT_NEAR(compareSignatures(even, level).rootMeanSquare.value(), 10.0 * std::sqrt(0.3826834324), 1e-6);
+}
+
 TEST_F(SignatureTest, TwoBodiesDifferWhereTheyDo) {
     const SignatureGrid grid(45.0);
     const auto mapOf = [&](const std::array<float, 6>& radiances) {
