@@ -170,6 +170,8 @@ TEST_F(RadiationTest, FlaresAreAsIntenseAsTheUserSays) {
     EXPECT_NEAR(shown(), 2.0 / target, 1e-9);
     EXPECT_EQ(view->flareUnits().intensity, 2e-7);
     EXPECT_EQ(view->flareUnits().centimetres, 30.48);
+    QTest::keyClick(&plots()->plot(), Qt::Key_U);
+    EXPECT_EQ(view->flareUnits().intensity, 2e-7) << "whatever the unit of length";
 }
 
 TEST_F(RadiationTest, WhatNobodyLooksAtIsGivenUp) {

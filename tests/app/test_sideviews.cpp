@@ -183,10 +183,18 @@ TEST_F(SideViewsTest, KeysAndMouseMoveItsCameraAlone) {
 TEST_F(SideViewsTest, FollowsWhatIsFollowedAndForgetsWhatIsGone) {
     SideView* const side = open();
     ASSERT_NE(side, nullptr);
-    QTest::keyClick(side, Qt::Key_3);
+    QTest::keyClick(side, Qt::Key_5);
+    QTest::qWait(50);
     loadUntil(20.0, "ETXYZ.OUT.other");
     press(Qt::Key_PageDown);
     QTest::qWait(100);
+    EXPECT_EQ(side->windowTitle(), "Overview: ETXYZ.OUT.other");
+    const auto over = cameraOf(side->camera());
+    QTest::keyClick(side, Qt::Key_5);
+    QTest::qWait(50);
+    EXPECT_EQ(cameraOf(side->camera()), over) << "it went over to the other one by itself";
+    QTest::keyClick(side, Qt::Key_3);
+    QTest::qWait(50);
     EXPECT_EQ(side->windowTitle(), "Target: ETXYZ.OUT.other");
     const auto other = cameraOf(side->camera());
     press(Qt::Key_3);
