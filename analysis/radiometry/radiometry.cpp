@@ -57,7 +57,7 @@ public:
             return point;
         for (TargetModel::Band& band : bands_)
             band.body.turnRotors(static_cast<float>(moment->time()));
-        visibility_.look(bands_.front().body, *towards, shares_);
+        visibility_.look(bands_.front().body, {*towards}, shares_);
         point.area = 0.0;
         for (std::size_t k = 0; k < shares_.size(); ++k)
             point.area += areaOf(bands_.front().body.facets()[k], k, *towards);

@@ -8,11 +8,11 @@
 namespace sorvane {
 namespace {
 constexpr float kPi = std::numbers::pi_v<float>;
-constexpr float kFlat = 0.002F;           // radians between the corners' normals that change nothing
-constexpr float kPatchesPerLobe = 2.0F;   // of a lobe's half width, which is about e
-constexpr float kNarrowestLobe = 0.02F;   // narrower ones are rare, and blurred by the facets
-constexpr float kWideLobe = 0.5F;         // that of diffuse reflection and of emissivity
-constexpr std::size_t kMostDivisions = 6; // of an edge
+constexpr float kFlat = 0.002F;         // radians between the corners' normals that change nothing
+constexpr float kPatchesPerLobe = 4.0F; // of a lobe's half width, which is about e
+constexpr float kNarrowestLobe = 0.02F; // narrower ones are rare, and blurred by the facets
+constexpr float kWideLobe = 0.25F; // that of diffuse reflection and of emissivity, which fall off towards the horizon
+constexpr std::size_t kMostDivisions = 12; // of an edge
 
 // As the shader does: infinite is as bright as can be, and what is not a number is dark.
 double finite(float value) {

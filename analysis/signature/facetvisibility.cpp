@@ -1,4 +1,4 @@
-// How much of each facet of a body can be seen from far away: an orthographic rasteriser on the processor.
+// How much of each facet of a body can be seen from a place: a rasteriser on the processor.
 #include "facetvisibility.h"
 
 #include <algorithm>
@@ -53,9 +53,9 @@ FacetVisibility::FacetVisibility(int pixels) : pixels_(pixels) {
     owners_.resize(count);
 }
 
-void FacetVisibility::look(const SignatureBody& body, const Vec3d& towards, std::vector<float>& shares) {
+void FacetVisibility::look(const SignatureBody& body, const Viewpoint& viewpoint, std::vector<float>& shares) {
     shares.assign(body.facets().size(), 0.0F);
-    project(body, towards);
+    project(body, viewpoint);
     std::ranges::fill(owners_, kNobody);
     std::ranges::fill(depths_, -std::numeric_limits<float>::infinity());
     for (std::size_t number = 0; number < drawn_.size(); ++number)
@@ -69,23 +69,31 @@ void FacetVisibility::look(const SignatureBody& body, const Vec3d& towards, std:
     }
 }
 
-void FacetVisibility::project(const SignatureBody& body, const Vec3d& towards) {
+void FacetVisibility::project(const SignatureBody& body, const Viewpoint& viewpoint) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     Vec3d right;
     Vec3d up;
-    chooseAxes(towards, right, up);
+    chooseAxes(viewpoint.towards, right, up);
+    // What lies nearer is the larger.
+    const auto enlargement = [&viewpoint](const Vec3d& place) {
+        return viewpoint.isFar() ? 1.0 : viewpoint.range / (viewpoint.range - dot(place, viewpoint.towards));
+    };
+    const auto isInFront = [&viewpoint](const Vec3d& place) {
+        return dot(place, viewpoint.towards) < viewpoint.range;
+    };
     drawn_.clear();
     double low[2] = {kInfinity, kInfinity};
     double high[2] = {-kInfinity, -kInfinity};
     const auto facets = body.facets();
     for (std::size_t k = 0; k < facets.size(); ++k) {
-        if (!(dot(facets[k].area, towards) > 0.0))
+        const std::array<Vec3d, 3>& corners = facets[k].corners;
+        if (!(dot(facets[k].area, viewpoint.from(corners[0])) > 0.0) || !std::ranges::all_of(corners, isInFront))
             continue;
         Drawn& drawn = drawn_.emplace_back();
         drawn.facet = static_cast<std::uint32_t>(k);
         for (std::size_t i = 0; i < 3; ++i) {
-            const Vec3d& corner = facets[k].corners[i];
-            const Corner at{dot(corner, right), dot(corner, up), dot(corner, towards)};
+            const Vec3d seen = enlargement(corners[i]) * corners[i];
+            const Corner at{dot(seen, right), dot(seen, up), dot(seen, viewpoint.towards)};
             drawn.corners[i] = at;
             low[0] = std::min(low[0], at.x);
             high[0] = std::max(high[0], at.x);

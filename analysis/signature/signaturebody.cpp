@@ -102,6 +102,15 @@ bool SignatureBody::read(const SignatureFiles& files) {
 }
 
 // Always from the facets as read, so that nothing adds up.
+double SignatureBody::radius() const {
+    double radius = 0.0;
+    for (const Facet& facet : facets_)
+        if (length(facet.area) > 0.0)
+            for (const Vec3d& corner : facet.corners)
+                radius = std::max(radius, length(corner));
+    return radius;
+}
+
 void SignatureBody::turnRotors(float seconds) {
     if (!rotor_)
         return;

@@ -45,6 +45,8 @@ public:
     void turnRotors(float seconds);
 
     std::span<const Facet> facets() const { return facets_; }
+    // Of the sphere about the origin that holds every facet that has an area.
+    double radius() const;
     const BrdfClass& surfaceOf(const Facet& facet) const {
         return brdf_.classes()[static_cast<std::size_t>(facet.surface)];
     }

@@ -42,8 +42,8 @@ bool SignatureGrid::isStep(double degrees) {
     return std::abs(steps - std::round(steps)) < 1e-9;
 }
 
-SignatureGrid::SignatureGrid(double stepDegrees)
-    : step_(stepDegrees), quarter_(static_cast<std::size_t>(std::lround(90.0 / stepDegrees))) {}
+SignatureGrid::SignatureGrid(double stepDegrees, double range)
+    : step_(stepDegrees), range_(range), quarter_(static_cast<std::size_t>(std::lround(90.0 / stepDegrees))) {}
 
 std::size_t SignatureGrid::rowNearest(double elevation) const {
     return static_cast<std::size_t>(std::lround((std::clamp(elevation, -90.0, 90.0) + 90.0) / step_));
@@ -78,15 +78,23 @@ std::size_t SignatureMap::brightest() const {
 SignatureSum::SignatureSum(const SignatureBody& body, const FacetShading& shading, double metresPerUnit, int pixels)
     : body_(body), shading_(shading), squareMetres_(metresPerUnit * metresPerUnit), visibility_(pixels) {}
 
-SignaturePoint SignatureSum::towards(const Vec3d& direction) {
-    visibility_.look(body_, direction, shares_);
-    const Vec3f viewer{
-        static_cast<float>(direction.x), static_cast<float>(direction.y), static_cast<float>(direction.z)};
+SignaturePoint SignatureSum::towards(const Viewpoint& viewpoint) {
+    visibility_.look(body_, viewpoint, shares_);
     SignaturePoint sum;
     for (std::size_t k = 0; k < shares_.size(); ++k) {
         if (shares_[k] == 0.0F)
             continue;
-        const double area = double{shares_[k]} * dot(body_.facets()[k].area, direction) * squareMetres_;
+        const SignatureBody::Facet& facet = body_.facets()[k];
+        Vec3d direction = viewpoint.towards;
+        double enlargement = 1.0;
+        if (!viewpoint.isFar()) {
+            const Vec3d away = viewpoint.from((1.0 / 3.0) * (facet.corners[0] + facet.corners[1] + facet.corners[2]));
+            direction = unit(away);
+            enlargement = viewpoint.range * viewpoint.range / dot(away, away);
+        }
+        const Vec3f viewer{
+            static_cast<float>(direction.x), static_cast<float>(direction.y), static_cast<float>(direction.z)};
+        const double area = double{shares_[k]} * dot(facet.area, direction) * enlargement * squareMetres_;
         add(sum, {shading_.towards(k, viewer), 1.0 / kSquareCentimetres}, area * kSquareCentimetres);
     }
     return sum;
@@ -106,7 +114,8 @@ SignatureMap signatureOf(
             const std::size_t row = i / columns;
             const bool isPole = row == 0 || row + 1 == grid.elevationCount();
             if (!isPole || i % columns == 0) // one direction, whatever the azimuth
-                map.points[i] = sum.towards(directionOf(grid.azimuth(i % columns), grid.elevation(row)));
+                map.points[i] =
+                    sum.towards({directionOf(grid.azimuth(i % columns), grid.elevation(row)), grid.range()});
             if (isCaller && work.progress && !work.progress(static_cast<double>(i) / static_cast<double>(grid.size())))
                 isEnded = true;
         }

@@ -20,9 +20,11 @@ public:
     static bool isStep(double degrees);
 
     SignatureGrid() : SignatureGrid(kUsualStep) {}
-    explicit SignatureGrid(double stepDegrees);
+    // The body is seen from the range, in its units, or from far away.
+    explicit SignatureGrid(double stepDegrees, double range = Viewpoint().range);
 
     double step() const { return step_; }
+    double range() const { return range_; }
     std::size_t azimuthCount() const { return 4 * quarter_; }
     std::size_t elevationCount() const { return 2 * quarter_ + 1; }
     std::size_t size() const { return azimuthCount() * elevationCount(); }
@@ -38,6 +40,7 @@ public:
 
 private:
     double step_;
+    double range_;
     std::size_t quarter_; // steps to 90 degrees
 };
 
@@ -69,13 +72,15 @@ struct SignatureWork {
     std::function<bool(double)> progress{};
 };
 
-// The intensity in one direction: the sum over the facets of radiance times visible projected area.
+// The intensity towards one viewpoint: the sum over the facets of radiance times visible projected area. From a finite
+// range it is the apparent one, the irradiance there times the range squared: a facet counts by the direction and the
+// square of the distance from its middle to the viewpoint, and so does the area.
 class SignatureSum {
 public:
     // Keeps references to body and shading. `metresPerUnit` is the length of the body's unit.
     SignatureSum(const SignatureBody& body, const FacetShading& shading, double metresPerUnit, int pixels);
 
-    SignaturePoint towards(const Vec3d& direction);
+    SignaturePoint towards(const Viewpoint& viewpoint);
 
 private:
     const SignatureBody& body_;

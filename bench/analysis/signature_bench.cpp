@@ -72,7 +72,7 @@ void oneDirection(benchmark::State& state) {
     const FacetShading shading(jetBody(), kAfternoon);
     SignatureSum sum(jetBody(), shading, 1.0, FacetVisibility::kUsualPixels);
     for (auto _ : state)
-        benchmark::DoNotOptimize(sum.towards(directionOf(35.0, 10.0)).intensity.own);
+        benchmark::DoNotOptimize(sum.towards({directionOf(35.0, 10.0)}).intensity.own);
 }
 
 void oneDirectionByRays(benchmark::State& state) {

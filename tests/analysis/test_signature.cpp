@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "rows.h"
 #include "signaturebodies.h"
 #include "signaturecomparison.h"
 #include "signaturemap.h"
@@ -25,8 +26,12 @@ protected:
     }
     static SignaturePoint
     towards(const SignatureBody& body, double azimuth, double elevation, const SignatureLight& light = {}) {
+        return towards(body, Viewpoint{directionOf(azimuth, elevation)}, light);
+    }
+    static SignaturePoint
+    towards(const SignatureBody& body, const Viewpoint& viewpoint, const SignatureLight& light = {}) {
         const FacetShading shading(body, light);
-        return SignatureSum(body, shading, 1.0, FacetVisibility::kUsualPixels).towards(directionOf(azimuth, elevation));
+        return SignatureSum(body, shading, 1.0, FacetVisibility::kUsualPixels).towards(viewpoint);
     }
 
     TemporaryDirectory folder_;
@@ -127,6 +132,41 @@ TEST_F(SignatureTest, WhatLiesInFrontHidesWhatLiesBehind) {
     }
 }
 
+// A small plate a metre before the origin: towards an eye 5 m away it has the area A cosθ (5 / r)².
+TEST_F(SignatureTest, FromNearAPlateCountsByItsOwnDistance) {
+    PlainFacets facets;
+    addForwardPlate(facets, {1.0, 0.0, 0.0}, 0.2, 0.2, kRadiance);
+    const SignatureBody plate = load(facets);
+    const struct {
+        double azimuth;
+        double cosine;
+        double distance;
+    } rows[] = {{0, 1, 4}, {60, 1.5 / std::sqrt(21.0), std::sqrt(21.0)}, {80, 0, 1}};
+    for (const auto& [azimuth, cosine, distance] : rows) {
+        const SignaturePoint near = towards(plate, Viewpoint{directionOf(azimuth, 0.0), 5.0});
+        const double area = 0.04 * cosine * 25.0 / (distance * distance);
+        EXPECT_NEAR(near.projectedArea, area, 1e-3 * area) << azimuth;
+        EXPECT_NEAR(near.intensity.total(), kPerSquareMetre * area, 1e-3 * kPerSquareMetre * area) << azimuth;
+    }
+    EXPECT_GT(towards(plate, 80.0, 0.0).intensity.total(), 0.0) << "its front, seen from far away";
+    EXPECT_EQ(towards(plate, Viewpoint{directionOf(0.0, 0.0), 1.0}).projectedArea, 0.0) << "in the eye";
+    EXPECT_NEAR(plate.radius(), std::sqrt(1.02), 1e-6);
+}
+
+// Half-way to the eye a plate hides four times its area; its corners lie on the lines to those of what it hides.
+TEST_F(SignatureTest, FromNearWhatLiesInFrontHidesMore) {
+    PlainFacets facets;
+    addForwardPlate(facets, {0.0, 0.0, 0.0}, 10.0, 10.0, kRadiance);
+    const SignatureBody alone = load(facets);
+    addForwardPlate(facets, {25.0, 0.0, 0.0}, 3.0, 3.0, 0.0F);
+    const SignatureBody both = load(facets);
+    for (const auto& [range, seen] : Rows<double, double>{{50.0, 0.64}, {Viewpoint().range, 0.91}}) {
+        const Viewpoint ahead{directionOf(0.0, 0.0), range};
+        const double share = towards(both, ahead).intensity.total() / towards(alone, ahead).intensity.total();
+        EXPECT_NEAR(share, seen, 0.005) << range;
+    }
+}
+
 // Facets between the pixels' middles are seen or hidden like the others.
 TEST_F(SignatureTest, FacetsSmallerThanAPixelCount) {
     PlainFacets facets;
@@ -139,7 +179,7 @@ TEST_F(SignatureTest, FacetsSmallerThanAPixelCount) {
     const auto seen = [this](const PlainFacets& of) {
         const SignatureBody body = load(of);
         const FacetShading shading(body, {});
-        return SignatureSum(body, shading, 1.0, 32).towards(directionOf(0.0, 0.0)).intensity.total();
+        return SignatureSum(body, shading, 1.0, 32).towards({directionOf(0.0, 0.0)}).intensity.total();
     };
     EXPECT_NEAR(seen(facets), kPerSquareMetre, 1e-4);
     EXPECT_NEAR(seen(hidden), 0.5 * kPerSquareMetre, 0.03 * kPerSquareMetre);

@@ -88,7 +88,7 @@ protected:
         SignatureSum sum(body_, shading, 1.0, FacetVisibility::kUsualPixels);
         for (const auto& [azimuth, elevation] : directions) {
             SCOPED_TRACE(std::to_string(azimuth) + " " + std::to_string(elevation));
-            const SignaturePoint ours = sum.towards(directionOf(azimuth, elevation));
+            const SignaturePoint ours = sum.towards({directionOf(azimuth, elevation)});
             const SignaturePoint rays = cast(light, directionOf(azimuth, elevation));
             const double total = rays.intensity.total();
             EXPECT_NEAR(ours.projectedArea, rays.projectedArea, 0.005 * rays.projectedArea);

@@ -90,6 +90,24 @@ TEST_F(SignatureCommand, PrintsASummary) {
         EXPECT_THAT(run.out, HasSubstr(std::string("\n  ") + line));
 }
 
+// From 20 m the side of the box ahead is 19.5 m away and 1 m² large: 4 atan(ab / (2d √(4d² + a² + b²))) sr.
+TEST_F(SignatureCommand, FromNearSidesAreTheLarger) {
+    const std::string box = body("box");
+    const nlohmann::json near = jsonOf({"signature", box, "--step", "90", "--range", "20", "--unit", "m", "--json"});
+    EXPECT_EQ(near["range_units"], 20.0);
+    EXPECT_FALSE(jsonOf({"signature", box, "--step", "90", "--json"}).contains("range_units"));
+    const double apparent = 400.0 * 4.0 * std::atan(1.0 / (39.0 * std::sqrt(1523.0)));
+    EXPECT_NEAR(near["bodies"][0]["intensity_W_per_sr"][1][0], apparent, 1e-3);
+    EXPECT_NEAR(near["bodies"][0]["intensity_W_per_sr"][1][1], 2.0 * apparent, 2e-3);
+    const std::string plot = folder.file("near.svg");
+    const CommandRun run = runCommand({"signature", box, "--range", "5", "--step", "45", "-o", plot});
+    EXPECT_EQ(run.status, ExitStatus::Success) << run.err;
+    EXPECT_THAT(readWholeFile(plot), HasSubstr("apparent intensity from 5 units"));
+    EXPECT_THAT(
+        runCommand({"signature", box, "--range", "5", "--step", "90"}).out,
+        StartsWith("box.vnl: 12 facets, 4 x 3 directions from 5 units\n"));
+}
+
 TEST_F(SignatureCommand, DrawsAPolarPlot) {
     const std::string svg = folder.file("a.svg");
     const std::string png = folder.file("a.png");
@@ -175,6 +193,8 @@ TEST_F(SignatureCommand, SaysWhatIsWrong) {
         std::string text;
     } rows[] = {
         {{box, "--step", "7"}, "--step is not a part of 90 degrees"},
+        {{box, "--range", "0.86"}, "--range is within box.vnl, which reaches 0.866"},
+        {{box, "--range", "inf"}, "--range: "},
         {{box, "-o", "a.txt"}, "a.txt: its name ends in none of"},
         {{box, "--size", "7"}, "--size is not WIDTHxHEIGHT: 7"},
         {{box, "--attitude", "1,2"}, "--attitude is not ROLL,PITCH,YAW: 1,2"},

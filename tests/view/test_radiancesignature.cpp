@@ -88,7 +88,6 @@ struct Sight {
     double elevation;
 };
 
-// Bodies that are small against the distance.
 TEST_F(RadianceSignatureTest, ABodysPictureAddsUpToItsSignature) {
     const SignatureFiles boxFiles = writeBody(
         folder, "box", boxFacets({0.8, 0.6, 0.5}, {1e-4F, 2e-4F, 3e-4F, 4e-4F, 5e-4F, 6e-4F}),
@@ -96,8 +95,12 @@ TEST_F(RadianceSignatureTest, ABodysPictureAddsUpToItsSignature) {
     for (const auto& [files, sights] : Rows<SignatureFiles, std::vector<Sight>>{
              {boxFiles, {{100.0, 32, 30.0, 20.0}, {100.0, 1024, 200.0, -50.0}, {20000.0, 64, 270.0, 5.0}}},
              {write(folder, "missile", missile()), {{100.0, 256, 80.0, 10.0}, {900.0, 32, 200.0, -30.0}}},
+             {write(folder, "helicopter", helicopter()), {{100.0, 128, 90.0, 0.0}, {300.0, 64, 45.0, 30.0}}},
              {write(folder, "jet", jet()),
-              {{2000.0, 128, 90.0, -10.0},
+              {{100.0, 32, 0.0, 0.0},
+               {100.0, 128, 90.0, 0.0},
+               {100.0, 1024, 200.0, -30.0},
+               {2000.0, 128, 90.0, -10.0},
                {5000.0, 32, 250.0, -45.0},
                {20000.0, 32, 120.0, 0.0},
                {20000.0, 1024, 300.0, 60.0}}}}) {
@@ -107,19 +110,27 @@ TEST_F(RadianceSignatureTest, ABodysPictureAddsUpToItsSignature) {
         for (const auto& [distance, pixels, azimuth, elevation] : sights) {
             SCOPED_TRACE(testing::Message() << files.geometry << ", " << distance << " units, " << pixels << " pixels");
             const Vec3d towards = directionOf(azimuth, elevation);
-            EXPECT_NEAR(pictured(towards, distance, pixels) / signature.towards(towards).intensity.total(), 1.0, 0.01);
+            const double apparent = signature.towards({towards, distance}).intensity.total();
+            EXPECT_NEAR(pictured(towards, distance, pixels) / apparent, 1.0, 0.01);
+            if (distance >= 2000.0) {
+                EXPECT_NEAR(signature.towards({towards}).intensity.total() / apparent, 1.0, 0.01);
+            }
         }
     }
 }
 
-// From near, the parts that are nearer are the larger; the picture has it as rays from the eye do.
+// From near, the parts that are nearer are the larger; picture and signature have it as rays from the eye do.
 TEST_F(RadianceSignatureTest, ANearBodysPictureAddsUpToWhatRaysBring) {
     show(write(folder, "jet", jet()));
+    const FacetShading shading(body, light);
+    SignatureSum signature(body, shading, 1.0, FacetVisibility::kUsualPixels);
     for (const auto& [distance, pixels, azimuth, elevation] :
          {Sight{100.0, 32, 90.0, 0.0}, Sight{100.0, 1024, 35.0, 20.0}, Sight{500.0, 64, 180.0, 5.0}}) {
         SCOPED_TRACE(testing::Message() << distance << " units, " << pixels << " pixels");
         const Vec3d towards = directionOf(azimuth, elevation);
-        EXPECT_NEAR(pictured(towards, distance, pixels) / castFrom(towards, distance, 11.0), 1.0, 0.01);
+        const double cast = castFrom(towards, distance, 11.0);
+        EXPECT_NEAR(pictured(towards, distance, pixels) / cast, 1.0, 0.01);
+        EXPECT_NEAR(signature.towards({towards, distance}).intensity.total() / cast, 1.0, 0.005);
     }
 }
 } // namespace

@@ -21,6 +21,7 @@
 #include "plotfile.h"
 #include "progressbar.h"
 #include "resultfile.h"
+#include "shortestnumber.h"
 #include "signatureplot.h"
 #include "signaturetables.h"
 #include "textapplication.h"
@@ -28,6 +29,8 @@
 
 namespace sorvane {
 namespace {
+constexpr double kLargestRange = 1e12; // units
+
 struct SignatureOptions {
     std::vector<std::string> inputs;
     std::vector<std::string> outputs;
@@ -36,6 +39,7 @@ struct SignatureOptions {
     std::string attitude;
     LengthUnit unit = LengthUnit::Unstated;
     double step = SignatureGrid::kUsualStep;
+    double range = SignatureGrid().range();
     double elevation = 0.0;
     std::string size = "800x800";
     bool isDark = false;
@@ -108,7 +112,10 @@ private:
             isTrajectory ? bodyOfTrajectory(input, options_.files, light) : bodyAlone(input, options_.files, light);
         if (!body)
             return body.problem();
-        const SignatureGrid grid(options_.step);
+        const SignatureGrid grid(options_.step, options_.range);
+        if (!(options_.range > body->body.radius()))
+            return "--range is within " + body->name + ", which reaches " + shortestText(body->body.radius()) +
+                   " units from its origin";
         const Interrupt interrupt;
         ProgressBar bar(streams_, static_cast<std::int64_t>(grid.size()), "directions");
         SignatureWork work;
@@ -215,6 +222,13 @@ SubCommand addSignatureCommand(CLI::App& parent) {
     parser->add_option("--step", options->step, "Between directions, in degrees: a part of 90")
         ->type_name("DEGREES")
         ->capture_default_str();
+    parser
+        ->add_option(
+            "--range", options->range,
+            "Distance from the body's origin in its units: the apparent intensity from there, to which a radiance "
+            "picture from there adds up; without it from far away")
+        ->type_name("UNITS")
+        ->check(finiteRange(0.0, kLargestRange));
     addBodyOptions(*parser, *options);
     addLightOptions(*parser, *options);
     parser->add_option("--elevation", options->elevation, "Elevation of the polar plot, in degrees")

@@ -1,6 +1,8 @@
 // Signatures as polar plots.
 #include "signatureplot.h"
 
+#include <cmath>
+
 #include "shortestnumber.h"
 
 namespace sorvane {
@@ -20,10 +22,12 @@ double total(const SignatureParts& parts) {
 
 PolarDocument polarOf(const std::vector<NamedSignature>& signatures, double elevationDegrees) {
     PolarDocument document;
-    const QString what = QStringLiteral("radiant intensity (W/sr)");
     if (signatures.empty())
         return document;
     const SignatureGrid& grid = signatures.front().map.grid;
+    const QString what = std::isfinite(grid.range()) ? QStringLiteral("apparent intensity from %1 units (W/sr)")
+                                                           .arg(QString::fromStdString(shortestText(grid.range())))
+                                                     : QStringLiteral("radiant intensity (W/sr)");
     const std::size_t row = grid.rowNearest(elevationDegrees);
     const QString where =
         QStringLiteral("elevation %1°").arg(QString::fromStdString(shortestText(grid.elevation(row))));

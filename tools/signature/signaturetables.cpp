@@ -126,8 +126,10 @@ void writeSummary(std::ostream& out, const std::vector<NamedSignature>& signatur
         const SignatureMap& map = signature.map;
         const SignatureGrid& grid = map.grid;
         out << signature.name << ": " << signature.facets << " facets, " << grid.azimuthCount() << " x "
-            << grid.elevationCount() << " directions\n"
-            << "  " << std::left << std::setw(kNameWidth) << "W/sr; area in m2" << std::right;
+            << grid.elevationCount() << " directions";
+        if (std::isfinite(grid.range()))
+            out << " from " << shortestText(grid.range()) << " units";
+        out << '\n' << "  " << std::left << std::setw(kNameWidth) << "W/sr; area in m2" << std::right;
         for (const char* const heading : {"total", "own", "sun", "sky+earth", "facets", "area"})
             out << std::setw(kNumberWidth) << heading;
         out << '\n';
@@ -171,6 +173,8 @@ void writeJson(std::ostream& out, const std::vector<NamedSignature>& signatures)
     if (!signatures.empty()) {
         const SignatureGrid& grid = signatures.front().map.grid;
         all["step_deg"] = grid.step();
+        if (std::isfinite(grid.range()))
+            all["range_units"] = grid.range();
         for (std::size_t i = 0; i < grid.azimuthCount(); ++i)
             all["azimuth_deg"].push_back(grid.azimuth(i));
         for (std::size_t row = 0; row < grid.elevationCount(); ++row)
