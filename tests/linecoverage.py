@@ -15,7 +15,7 @@ import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = pathlib.Path(sys.argv[1]).resolve()
-ROOMS = ("analysis", "app", "demo", "engagement", "opengllib", "tools", "video", "view")
+ROOMS = ("analysis", "app", "demo", "engagement", "opengllib", "plots", "runtable", "sensor", "tools", "video", "view")
 
 
 def counts_of(record):
