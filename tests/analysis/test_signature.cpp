@@ -149,7 +149,9 @@ TEST_F(SignatureTest, FromNearAPlateCountsByItsOwnDistance) {
         EXPECT_NEAR(near.intensity.total(), kPerSquareMetre * area, 1e-3 * kPerSquareMetre * area) << azimuth;
     }
     EXPECT_GT(towards(plate, 80.0, 0.0).intensity.total(), 0.0) << "its front, seen from far away";
-    EXPECT_EQ(towards(plate, Viewpoint{directionOf(0.0, 0.0), 1.0}).projectedArea, 0.0) << "in the eye";
+    PlainFacets wall;
+    addRectangle(wall, {0.0, -1.0, -1.0}, {0.0, -1.0, 1.0}, {10.0, -1.0, 1.0}, {10.0, -1.0, -1.0}, kRadiance);
+    EXPECT_EQ(towards(load(wall), Viewpoint{directionOf(0.0, 0.0), 5.0}).projectedArea, 0.0) << "reaches behind";
     EXPECT_NEAR(plate.radius(), std::sqrt(1.02), 1e-6);
 }
 
