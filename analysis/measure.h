@@ -62,6 +62,8 @@ struct Measure {
 std::span<const Measure> allMeasures();
 // Null when there is none of that name.
 const Measure* findMeasure(std::string_view name);
+// The first measure that stays empty since the unit of length isn't known; null where none does.
+const Measure* withoutUnit(std::span<const Measure* const> measures, LengthUnit unit);
 
 // "moment", "flare moment", "engagement" or "flare", as records and listings tell of what the measure is.
 const char* kindOf(const Measure& measure);

@@ -229,6 +229,16 @@ const Measure* findMeasure(std::string_view name) {
     return found == std::end(kMeasures) ? nullptr : found;
 }
 
+const Measure* withoutUnit(std::span<const Measure* const> measures, LengthUnit unit) {
+    // What goes by metres, the areas of facets among them.
+    const auto needsUnit = [](const Measure* measure) {
+        return measure->unit == MeasureUnit::Gravities ||
+               (measure->needsRadiometry() && measure->unit != MeasureUnit::Irradiance);
+    };
+    const auto found = std::ranges::find_if(measures, needsUnit);
+    return unit != LengthUnit::Unstated || found == measures.end() ? nullptr : *found;
+}
+
 const char* kindOf(const Measure& measure) {
     constexpr const char* kKinds[] = {"moment", "flare moment", "engagement", "flare"}; // by the alternatives
     return kKinds[measure.evaluate.index()];

@@ -144,16 +144,6 @@ bool isPlottable(const Measure& measure) {
     return measure.isOfMoments() || measure.isOfFlareMoments();
 }
 
-const Measure* withoutUnit(std::span<const Measure* const> measures, LengthUnit unit) {
-    // What goes by metres, the areas of facets among them.
-    const auto needsUnit = [](const Measure* measure) {
-        return measure->unit == MeasureUnit::Gravities ||
-               (measure->needsRadiometry() && measure->unit != MeasureUnit::Irradiance);
-    };
-    const auto found = std::ranges::find_if(measures, needsUnit);
-    return unit != LengthUnit::Unstated || found == measures.end() ? nullptr : *found;
-}
-
 PlotDocument plotOf(
     std::span<const PlottedEngagement> engagements, std::span<const Measure* const> measures, PlotAlignment alignment,
     CurveDigits digits) {

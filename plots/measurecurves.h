@@ -25,9 +25,6 @@ std::vector<const Measure*> usualPlotMeasures();
 // Whether a measure has values over time, so that it can be plotted.
 bool isPlottable(const Measure& measure);
 
-// The first measure that stays empty since the unit of length isn't known; null where none does.
-const Measure* withoutUnit(std::span<const Measure* const> measures, LengthUnit unit);
-
 // As they are worked out, or as tables write them, which takes longer.
 enum class CurveDigits { All, Written };
 

@@ -94,6 +94,10 @@ TEST_F(RadiometryCommand, ExportHasThemByName) {
         HasSubstr(",flare_jam_to_signal\n1,4,-50,0,-1000,20"));
     // Those that take long come by name alone.
     EXPECT_THAT(runCommand({"export", file, "--measures", "all"}).out, Not(HasSubstr("jam_to_signal")));
+    EXPECT_EQ(runCommand({"export", file, "--measures", "all"}).err, "");
+    const CommandRun unitless = runCommand({"export", file, "--measures", "target-irradiance,target-intensity"});
+    EXPECT_EQ(unitless.status, ExitStatus::ProblemsFound);
+    EXPECT_EQ(unitless.err, file + ": target-intensity stays empty without --unit\n");
     EXPECT_THAT(runCommand({"export", file, "--flares"}).out, Not(HasSubstr("jam_to_signal")));
     EXPECT_THAT(runCommand({"info", file, "--json"}).out, Not(HasSubstr("jam_to_signal")));
     EXPECT_THAT(runCommand({"measures", "--json"}).out, HasSubstr("\"column\": \"target_irradiance_W_per_cm2\""));

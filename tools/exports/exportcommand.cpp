@@ -126,6 +126,9 @@ private:
         if (!chosen)
             return chosen.problem();
         measures_ = *chosen;
+        if (options_.measures != "all")
+            if (const Measure* const without = withoutUnit(measures_, options_.unit))
+                tell(std::string(without->name) + " stays empty without --unit");
         return std::nullopt;
     }
 
